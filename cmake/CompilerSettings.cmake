@@ -1,0 +1,24 @@
+# Language level, visibility, warnings and sanitizers for everything below.
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(NOT ZELTOOLS_BUILD MATCHES "^(desktop|board)$")
+    message(FATAL_ERROR "ZELTOOLS_BUILD is \"${ZELTOOLS_BUILD}\"; it must be desktop or board")
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                    -Wcast-align -Wnull-dereference -Wimplicit-fallthrough)
+if(ZELTOOLS_WERROR)
+    add_compile_options(-Werror)
+endif()
+if(ZELTOOLS_SANITIZE)
+    add_compile_options(-fsanitize=${ZELTOOLS_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ZELTOOLS_SANITIZE})
+    if(ZELTOOLS_SANITIZE MATCHES undefined)
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()

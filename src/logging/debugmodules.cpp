@@ -1,0 +1,39 @@
+#include "logging/debugmodules_p.h"
+
+DebugModules& DebugModules::shared()
+{
+    static auto* modules = new DebugModules;
+    return *modules;
+}
+
+void DebugModules::add(const LogModule& module)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_modules.add(module);
+    publish();
+}
+
+void DebugModules::remove(const LogModule& module)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_modules.remove(module);
+    publish();
+}
+
+QStringList DebugModules::updateFromEnvVars()
+{
+    const QMutexLocker locker(&m_mutex);
+    QStringList added = m_modules.updateFromEnvVars();
+    publish();
+    return added;
+}
+
+bool DebugModules::containsOneOf(const LogModules& modules) const
+{
+    if ((m_bits.load(std::memory_order_relaxed) & modules.m_bits) != 0)
+        return true;
+    if (modules.m_others.isEmpty())
+        return false;
+    const QMutexLocker locker(&m_mutex);
+    return m_modules.containsOneOf(modules);
+}

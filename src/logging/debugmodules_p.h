@@ -1,0 +1,30 @@
+#pragma once
+
+#include "logging/logmodules.h"
+
+#include <QMutex>
+
+#include <atomic>
+
+/// The modules whose debug lines are printed. One set for the process, so that a line can be
+/// dropped before its text is formed. Safe to call from any thread, and without a lock in the usual
+/// case of a predefined module.
+class ZELTOOLS_EXPORT DebugModules
+{
+public:
+    /// Lives until the process ends, since lines are written until then.
+    static DebugModules& shared();
+
+    void add(const LogModule& module);
+    void remove(const LogModule& module);
+    /// LogModules::updateFromEnvVars() on this set.
+    QStringList updateFromEnvVars();
+    bool containsOneOf(const LogModules& modules) const;
+
+private:
+    void publish() { m_bits.store(m_modules.m_bits, std::memory_order_relaxed); }
+
+    mutable QMutex m_mutex;
+    LogModules m_modules;
+    std::atomic<quint64> m_bits = 0; // of m_modules
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QByteArray>
+#include <QStringList>
+#include <QVector>
+
+#include <optional>
+
+/// Which events a page is made of.
+struct EventSelection
+{
+    /// The kind as it stands in the file ("MenuAccess"); empty accepts every line.
+    QString kind;
+    /// "dd/MM/yyyy", both ends included. Dates are looked at only when both texts are there.
+    QString startDate;
+    QString stopDate;
+};
+
+/// Reads event files back: which lines match a selection, and pages of them. A file is read once
+/// per call and in one piece; its cost is linear in the bytes, whatever they are. Lines end with a
+/// line feed; a run of NUL characters, as a power cut leaves it, parts a line in two.
+///
+/// Knows no lock: the caller keeps the files still.
+class ZELTOOLS_EXPORT EventHistory
+{
+public:
+    struct Page
+    {
+        int pagesCount; ///< Of the whole selection.
+        QString text;   ///< Oldest line first, joined by "\n".
+    };
+
+    /// Page 0 holds the newest matches, `eventsPerPage` to a page; the last page holds the rest. No
+    /// page at all, with an Error line, when `eventsPerPage` is below 1.
+    static Page page(const QStringList& filesOldestFirst, const EventSelection& selection,
+                     int pageIndex, int eventsPerPage);
+
+    /// The numbers of the matching lines, counted from 0.
+    static QVector<int> matches(const QString& fileName, const EventSelection& selection);
+
+    /// Appends the lines with the numbers lineIndexes[first] and the `count` - 1 that follow.
+    /// Positions outside lineIndexes are left out, with an Error line.
+    static void appendLines(QString& text, const QString& fileName, const QVector<int>& lineIndexes,
+                            int first, int count);
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "logging/logmodules.h"
+
+#include <QObject>
+
+namespace zeltools
+{
+
+/// Keeps the last error text of a component for the user interface and logs each new one under the
+/// component's modules. Belongs to one thread.
+class ZELTOOLS_EXPORT LastErrorTracker : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit LastErrorTracker(const LogModules& modules, QObject* parent = nullptr);
+    ~LastErrorTracker() override;
+
+    /// An empty text clears the error without a log line.
+    void setError(const QString& text);
+
+    Q_INVOKABLE QString error() const { return m_lastError; }
+    Q_INVOKABLE bool hasError() const { return !m_lastError.isEmpty(); }
+
+private:
+    QString m_lastError;
+    LogModules m_modules;
+};
+
+} // namespace zeltools

@@ -1,0 +1,3 @@
+#include "logging/logeventmodule.h"
+
+LogEventModule::~LogEventModule() = default;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QFlags>
+#include <QObject>
+
+/// Holder of the kinds of the event history, readable by name from QML.
+class ZELTOOLS_EXPORT LogEventModule : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum EventModule {
+        NoneEvent = 0x0001,
+        MenuAccess = 0x0002,
+        MenuParameter = 0x0004,
+        CleaningEvent = 0x0008,
+        DispensedDrinkEvent = 0x0010,
+        DatabaseError = 0x0020,
+        CPUFanEvent = 0x0040,
+        UpdateEvent = 0x0080,
+        ConfigurationEvent = 0x0100,
+        ApplicationStartEvent = 0x0200,
+        IngredientLevel = 0x0400,
+        WasteLevel = 0x0800,
+        WarningEvent = 0x1000,
+        EnergySavingEvent = 0x2000,
+        AllEvents = 0xFFFE ///< Every bit but NoneEvent, also those that have no kind yet.
+    };
+    Q_ENUM(EventModule)
+    Q_DECLARE_FLAGS(EventModules, EventModule)
+    Q_FLAG(EventModules)
+
+    ~LogEventModule() override;
+};
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(LogEventModule::EventModules)

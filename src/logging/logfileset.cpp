@@ -1,0 +1,61 @@
+#include "logging/logfileset_p.h"
+
+LogFileSet::LogFileSet() = default;
+LogFileSet::~LogFileSet() = default;
+
+LogFileSet::Settings LogFileSet::settings(const QString& debugDir, const QString& eventsDir)
+{
+    return {{{debugDir + QLatin1String("zel_logs.log"), 1, false},
+             {eventsDir + QLatin1String("zel_events.log"), 1, true},
+             {eventsDir + QLatin1String("zel_grinder.log"), 5, false},
+             {eventsDir + QLatin1String("zel_capsule.log"), 1, false},
+             {debugDir + QLatin1String("m4_ab.log"), 1, false}}};
+}
+
+void LogFileSet::open(const Settings& settings)
+{
+    for (size_t i = 0; i < settings.size(); ++i) {
+        if (m_files[i] == nullptr)
+            m_files[i] =
+                std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
+        RotatingLogFile& log = *m_files[i];
+        const QMutexLocker locker(log.mutex());
+        log.file.close();
+        log.setPrimaryFilename(settings[i].path);
+        log.setMaximumSizeMiB(settings[i].maximumSizeMiB);
+        log.enableDeletedFilesStorage(settings[i].deletedFilesStorage);
+        log.setSecondaryFilesCount(1);
+        if (log.file.open(QIODevice::Append))
+            log.endHalfLine();
+    }
+    m_isOpen = true;
+}
+
+void LogFileSet::close()
+{
+    if (!m_isOpen.exchange(false))
+        return;
+    for (const auto& log : m_files) {
+        const QMutexLocker locker(log->mutex());
+        log->file.close();
+    }
+}
+
+void LogFileSet::sync()
+{
+    if (!m_isOpen)
+        return;
+    for (const auto& log : m_files)
+        log->sync();
+}
+
+RotatingLogFile* LogFileSet::file(LogManager::LogFileId id) const
+{
+    return m_isOpen ? m_files[id].get() : nullptr;
+}
+
+void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length)
+{
+    if (RotatingLogFile* log = file(id))
+        log->write(text, length);
+}

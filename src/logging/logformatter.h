@@ -1,0 +1,117 @@
+#pragma once
+
+#include "logging/logeventmodule.h"
+#include "logging/loglevel.h"
+#include "logging/logmodules.h"
+
+#include <QDebug>
+#include <QString>
+
+#include <optional>
+#include <type_traits>
+
+/// Builds one log line by streaming, and hands it on when its last copy is destroyed:
+///
+///     LogFormatter(LogLevel::Info).log(Log::Payment) << "Inserted" << 50 << "cents";
+///
+/// Whatever QDebug can print can be streamed, with the text that QDebug gives: a blank after each
+/// item, a QString between double quotes. The blank after the last item is dropped. Copies share
+/// one line; they belong to one thread.
+///
+/// A Debug line under modules that nobody wants to see collects no text from the moment on that
+/// log(modules) names them, so name the modules first.
+class ZELTOOLS_EXPORT LogFormatter
+{
+public:
+    explicit LogFormatter(const LogLevel::Level& level);
+    LogFormatter(const LogFormatter& other);
+    LogFormatter& operator=(const LogFormatter& other);
+    /// The last copy hands the line to LogNode; an Event line begins with a blank, its kind and
+    /// "| ", and is announced by LogManager::newLogEvent() too.
+    ~LogFormatter();
+
+    /// Replaces the modules of the line; `Log::None` until then.
+    LogFormatter& log(const LogModules& modules);
+    LogFormatter& log(const LogModule& module) { return log(LogModules(module)); }
+    /// Sets the kind of an Event line.
+    LogFormatter& logEvent(const LogEventModule::EventModule& event);
+
+    /// Streams the text (UTF-8, null counts as empty), after ":" when there is text already:
+    /// `log("first").log("second")` reads `first : second`.
+    LogFormatter& log(const char* text);
+    LogFormatter& log(const QString& text);
+
+    /// As the functions of QDebug.
+    LogFormatter& noquote();
+    LogFormatter& quote();
+    LogFormatter& nospace();
+    LogFormatter& space();
+
+    template <typename T>
+    LogFormatter& operator<<(const T& value)
+    {
+        if (m_line->isCollected)
+            append(value);
+        return *this;
+    }
+
+private:
+    struct Line
+    {
+        int references;
+        bool isCollected;
+        bool isSpaced;
+        bool isQuoted;
+        LogLevel::Level level;
+        LogEventModule::EventModule event;
+        LogModules modules;
+        QString message;
+        // Made for the first item that has no short way below. From then on everything goes through
+        // it, since an item may have changed its state (base, precision, spaces).
+        std::optional<QDebug> debug;
+    };
+    struct SpareLine;
+
+    static Line* takeLine(LogLevel::Level level);
+    static void releaseLine(Line* line);
+    void finish();
+    QDebug& debug();
+
+    void appendText(const char* utf8);
+    void appendQuoted(const QString& text);
+    void appendBool(bool value);
+    void appendSigned(qlonglong value);
+    void appendUnsigned(qulonglong value);
+    void appendReal(double value);
+    template <typename T, typename... Format>
+    void appendNumber(T value, Format... format);
+
+    template <typename T>
+    void append(const T& value)
+    {
+        if constexpr (std::is_same_v<T, bool>)
+            appendBool(value);
+        else if constexpr (isPlainInteger<T>() && std::is_signed_v<T>)
+            appendSigned(value);
+        else if constexpr (isPlainInteger<T>())
+            appendUnsigned(value);
+        else if constexpr (std::is_same_v<T, float> || std::is_same_v<T, double>)
+            appendReal(static_cast<double>(value));
+        else if constexpr (std::is_same_v<std::decay_t<T>, const char*> ||
+                           std::is_same_v<std::decay_t<T>, char*>)
+            appendText(value);
+        else if constexpr (std::is_same_v<T, QString>)
+            appendQuoted(value);
+        else
+            debug() << value;
+    }
+
+    template <typename T>
+    static constexpr bool isPlainInteger()
+    {
+        return std::is_integral_v<T> && !std::is_same_v<T, char> && !std::is_same_v<T, wchar_t> &&
+               !std::is_same_v<T, char16_t> && !std::is_same_v<T, char32_t>;
+    }
+
+    Line* m_line;
+};

@@ -1,0 +1,51 @@
+#include "logging/logline_p.h"
+
+#include "logging/logprefix_p.h"
+#include "logging/logtimestamp_p.h"
+#include "logging/writewhole_p.h"
+
+#include <cstdio>
+
+#include <stdio_ext.h>
+
+LogLine::LogLine(const QString& line)
+{
+    append(line);
+    m_bytes.append('\n');
+}
+
+LogLine::LogLine(LogLevel::Level level, const QString& message)
+{
+    appendLogPrefix(level, logTimestamp(),
+                    [this](QLatin1String piece) { m_bytes.append(piece.data(), piece.size()); });
+    append(message);
+    m_bytes.append('\n');
+}
+
+void LogLine::append(const QString& text)
+{
+    const int start = m_bytes.size();
+    m_bytes.resize(start + text.size());
+    const ushort* const from = text.utf16();
+    char* const to = m_bytes.data() + start;
+    uint all = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        all |= from[i];
+        to[i] = static_cast<char>(from[i]);
+    }
+    // Every local encoding that a Linux system can have agrees on ASCII.
+    if (all > 0x7f) {
+        const QByteArray encoded = text.toLocal8Bit();
+        m_bytes.resize(start);
+        m_bytes.append(encoded.constData(), encoded.size());
+    }
+}
+
+// What the host has left in the stream's buffer, if it gave it one, comes first; then straight to
+// the descriptor, which for the unbuffered stream is the same at half the cost.
+void LogLine::print() const
+{
+    if (__fpending(stderr) != 0)
+        std::fflush(stderr);
+    writeWhole(fileno(stderr), m_bytes.constData(), size_t(m_bytes.size()));
+}

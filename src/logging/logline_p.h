@@ -1,0 +1,29 @@
+#pragma once
+
+#include "logging/loglevel.h"
+#include "zeltools_export.h"
+
+#include <QString>
+#include <QVarLengthArray>
+
+/// The bytes of one finished line in the local 8-bit encoding, line feed included. Takes nothing
+/// from the heap for a line of usual length and pure ASCII.
+class ZELTOOLS_EXPORT LogLine
+{
+public:
+    /// The line as it is, and a line feed.
+    explicit LogLine(const QString& line);
+    /// The bytes of LogRenderer::formattedMessage(), and a line feed.
+    LogLine(LogLevel::Level level, const QString& message);
+
+    const char* data() const { return m_bytes.constData(); }
+    int size() const { return m_bytes.size(); }
+
+    /// Writes the line to the standard error stream in one piece and flushes it.
+    void print() const;
+
+private:
+    void append(const QString& text);
+
+    QVarLengthArray<char, 512> m_bytes;
+};

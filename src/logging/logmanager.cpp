@@ -1,0 +1,494 @@
+#include "logging/logmanager.h"
+
+#include "logging/debugmodules_p.h"
+#include "logging/eventhistory_p.h"
+#include "logging/log.h"
+#include "logging/logeventrelay_p.h"
+#include "logging/logfileset_p.h"
+#include "logging/logformatter.h"
+#include "logging/logline_p.h"
+#include "logging/lognode.h"
+#include "logging/logrenderer.h"
+#include "logging/logroute_p.h"
+#include "path.h"
+
+#include <QLoggingCategory>
+#include <QMetaEnum>
+#include <QtAlgorithms>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+
+// Lines and messages of Qt may come after the manager, from destructors of static objects.
+std::atomic<bool> s_isManagerGone{false};
+
+bool isDropped(const QString& warning)
+{
+    static constexpr std::array<const char*, 5> beginnings{
+        "QFont::setPointSizeF", "Warning: distance-field glyph is not available",
+        "DirectShowPlayerService", "Both point size and pixel size set.",
+        "libpng warning: iCCP: known incorrect sRGB"};
+    return std::any_of(beginnings.begin(), beginnings.end(), [&](const char* beginning) {
+        return warning.startsWith(QLatin1String(beginning));
+    });
+}
+
+EventSelection selection(LogManager::EventModuleFilter filter, const QString& startDate,
+                         const QString& stopDate)
+{
+    QString kind;
+    if (filter != LogManager::AllEvent)
+        kind = LogRenderer::eventToString(LogManager::eventModuleFilterToEventModule(filter));
+    return {kind, startDate, stopDate};
+}
+
+} // namespace
+
+void relayLogEvent(LogEventModule::EventModule event, const QString& message)
+{
+    if (!s_isManagerGone)
+        LogManager::instance()->emitLogEvent(event, {message});
+}
+
+const QString LogManager::APP_STARTED_MSG = QStringLiteral("Application started");
+
+LogManager* LogManager::instance()
+{
+    static LogManager manager;
+    return &manager;
+}
+
+LogManager::LogManager()
+    : m_files(std::make_unique<LogFileSet>())
+{
+    if (!Path::exists()) {
+        std::puts("LogManager::LogManager(): Fatal error, path is not defined, "
+                  "initialize global path first");
+        std::exit(1);
+    }
+    registerTypes();
+    constexpr int syncInterval_ms = 60000;
+    m_syncTimer.setInterval(syncInterval_ms);
+    connect(&m_syncTimer, &QTimer::timeout, this, &LogManager::syncLogs);
+}
+
+LogManager::~LogManager()
+{
+    s_isManagerGone = true;
+    m_syncTimer.stop();
+}
+
+void LogManager::initialize()
+{
+    LogManager* manager = instance();
+    registerTypes();
+    manager->initLogFiles();
+    manager->connectNode(LogNode::instance());
+}
+
+void LogManager::registerTypes()
+{
+    qRegisterMetaType<LogLevel>("LogLevel");
+    qRegisterMetaType<LogLevel::Level>("LogLevel::Level");
+    qRegisterMetaType<LogModules>("Log::Modules");
+    qRegisterMetaType<LogEventModule::EventModule>("LogEventModule::EventModule");
+}
+
+bool LogManager::connectNode(QObject* node)
+{
+    const bool isQueued = qgetenv("LOG_FROM_MAIN_THREAD") == "1";
+    node->disconnect(this);
+    const QMetaObject::Connection connection =
+        connect(node, SIGNAL(logged(LogLevel::Level, Log::Modules, QString)), this,
+                SLOT(log(LogLevel::Level, Log::Modules, QString)),
+                isQueued ? Qt::AutoConnection : Qt::DirectConnection);
+    if (node == LogNode::instance())
+        LogNode::setManagerConnection(connection);
+    return bool(connection);
+}
+
+void LogManager::initLogFiles()
+{
+    static const LogFileSet::Settings settings =
+        LogFileSet::settings(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
+    m_files->open(settings);
+}
+
+void LogManager::finalizeLogFiles()
+{
+    m_files->close();
+}
+
+void LogManager::syncLogs()
+{
+    m_files->sync();
+}
+
+bool LogManager::isPrinted(LogLevel::Level level, const LogModules& modules) const
+{
+    return level > LogLevel::Debug || DebugModules::shared().containsOneOf(modules);
+}
+
+void LogManager::log(LogLevel::Level level, const Log::Modules& modules, const QString& message)
+{
+    if (!isPrinted(level, modules))
+        return;
+    const LogRoute route = logRoute(level, modules);
+    if (route == LogRoute::General) {
+        writeGeneral(LogLine(level, message));
+        return;
+    }
+    const QString line = LogRenderer::formattedMessage(level, message);
+    switch (route) {
+    case LogRoute::Failure:
+        return logFailure(line);
+    case LogRoute::Events:
+        return logEvent(line);
+    case LogRoute::Grinder:
+        return grinderEvent(line);
+    case LogRoute::Capsule:
+        return capsuleEvent(line);
+    case LogRoute::M4ActuatorBoard:
+        return m4ActuatorBoardLog(line);
+    case LogRoute::General:
+        break;
+    }
+}
+
+void LogManager::log(const QString& line)
+{
+    writeGeneral(LogLine(line));
+}
+
+void LogManager::writeGeneral(const LogLine& line)
+{
+    line.print();
+    if (m_logToFile)
+        m_files->write(General, line.data(), line.size());
+}
+
+void LogManager::logFailure(const QString& line)
+{
+    LogLine(line).print();
+    const QString ended = line + QLatin1Char('\n');
+    log(ended);
+    Q_EMIT failureLogged(ended);
+}
+
+void LogManager::logEvent(const QString& line)
+{
+    writeAndAnnounce(Events, line, &LogManager::eventLogged);
+}
+
+void LogManager::grinderEvent(const QString& line)
+{
+    if (isPrinted(LogLevel::Debug, Log::GrinderRegulation))
+        writeAndAnnounce(Grinder, line, &LogManager::grinderLogged);
+}
+
+// Holds the file's lock from the print to the end of the signal, so that what its receivers read
+// from the file ends with this line.
+void LogManager::writeAndAnnounce(LogFileId id, const QString& line,
+                                  void (LogManager::*announce)(const QString&))
+{
+    const QMutexLocker locker(mutexOf(id));
+    const LogLine bytes(line);
+    bytes.print();
+    m_files->write(id, bytes.data(), bytes.size());
+    Q_EMIT(this->*announce)(line + QLatin1Char('\n'));
+}
+
+void LogManager::capsuleEvent(const QString& line)
+{
+    const LogLine bytes(line);
+    m_files->write(Capsule, bytes.data(), bytes.size());
+}
+
+void LogManager::m4ActuatorBoardLog(const QString& line)
+{
+    const LogLine bytes(line);
+    m_files->write(M4ActuatorBoard, bytes.data(), bytes.size());
+}
+
+void LogManager::writeLogFile(LogFileId id, const QString& text)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    m_files->write(id, bytes.constData(), bytes.size());
+}
+
+void LogManager::qtMessageHandler(QtMsgType type, const QMessageLogContext& context,
+                                  const QString& message)
+{
+    messageHandler(type, context, message);
+    if (!s_isManagerGone)
+        Q_EMIT instance()->qtLogged(message);
+}
+
+void LogManager::messageHandler(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    LogLevel::Level level = LogLevel::Debug;
+    switch (type) {
+    case QtDebugMsg:
+        break;
+    case QtInfoMsg:
+        level = LogLevel::Info;
+        break;
+    case QtWarningMsg:
+        if (isDropped(message))
+            return;
+        level = LogLevel::Warning;
+        break;
+    case QtCriticalMsg:
+    case QtFatalMsg:
+        level = LogLevel::Critical;
+        break;
+    default:
+        return;
+    }
+    const LogLine line(level, message);
+    if (s_isManagerGone)
+        line.print();
+    else
+        instance()->writeGeneral(line);
+}
+
+void LogManager::enableLogToFile(bool enable)
+{
+    m_logToFile = enable;
+}
+
+void LogManager::enableModuleDebugging(const LogModule& module)
+{
+    DebugModules::shared().add(module);
+}
+
+void LogManager::disableModuleDebugging(const LogModule& module)
+{
+    DebugModules::shared().remove(module);
+}
+
+QStringList LogManager::getModulesDebuggingEnvVars()
+{
+    return LogModules::getEnvVars();
+}
+
+void LogManager::enableModulesDebuggingFromEnvVars()
+{
+    const QStringList added = DebugModules::shared().updateFromEnvVars();
+    if (!added.isEmpty()) {
+        LogFormatter(LogLevel::Info).log(Log::Global)
+            << "Debugging was enabled from env variables for the following modules:"
+            << added.join(QLatin1Char(','));
+    }
+}
+
+void LogManager::enableQLoggingCategoryFilterRules(const QStringList& categories, bool enable)
+{
+    for (const QString& category : categories)
+        m_filterRules[category] = enable;
+    QStringList rules;
+    for (auto rule = m_filterRules.cbegin(); rule != m_filterRules.cend(); ++rule)
+        rules.append(rule.key() +
+                     (rule.value() ? QLatin1String("=true") : QLatin1String("=false")));
+    LogFormatter(LogLevel::Info).log(Log::Global)
+        << "Applying filter rules:" << rules.join(QLatin1Char(','));
+    QLoggingCategory::setFilterRules(rules.join(QLatin1Char('\n')));
+}
+
+QString LogManager::logContent(bool truncate)
+{
+    constexpr int threshold = 5000;
+    constexpr int kept = 50000;
+    QString content = m_files->file(General)->totalContent(RotatingLogFile::OldestFirst);
+    if (!truncate || content.size() <= threshold)
+        return content;
+    return QLatin1String("---- Log truncated ----\r\n") + content.right(kept);
+}
+
+QString LogManager::eventLogTotalContent()
+{
+    return m_files->file(Events)->totalContent(RotatingLogFile::OldestFirst);
+}
+
+QString LogManager::appLogFilePath()
+{
+    return m_files->file(General)->primaryFilename();
+}
+
+void LogManager::setAppLogFileMaximumSizeMiB(double size_MiB)
+{
+    m_files->file(General)->setMaximumSizeMiB(size_MiB);
+}
+
+void LogManager::setAppLogFileSecondaryFilesCount(int count)
+{
+    m_files->file(General)->setSecondaryFilesCount(count);
+}
+
+void LogManager::deleteLogFile(LogFileId id)
+{
+    if (RotatingLogFile* log = m_files->file(id))
+        log->deleteFile();
+}
+
+void LogManager::deleteEventFile()
+{
+    deleteLogFile(Events);
+}
+
+void LogManager::deleteGrinderFile()
+{
+    deleteLogFile(Grinder);
+}
+
+void LogManager::deleteGeneralFile()
+{
+    deleteLogFile(General);
+}
+
+void LogManager::emitLogEvent(const LogEventModule::EventModule& event, const QStringList& args)
+{
+    Q_EMIT newLogEvent(event, args);
+}
+
+void LogManager::emitStartApplicationEvent()
+{
+    if (m_startEventEmitted)
+        return;
+    m_startEventEmitted = true;
+    emitLogEvent(LogEventModule::ApplicationStartEvent, {APP_STARTED_MSG});
+}
+
+void LogManager::enableModuleEvent(const LogEventModule::EventModule& event)
+{
+    m_enabledEvents |= static_cast<quint32>(event);
+}
+
+void LogManager::disableModuleEvent(const LogEventModule::EventModule& event)
+{
+    m_enabledEvents &= ~static_cast<quint32>(event);
+}
+
+quint32 LogManager::enabledEvents() const
+{
+    return m_enabledEvents;
+}
+
+void LogManager::setEventUser(const QString& user)
+{
+    m_eventUser = user;
+}
+
+QString LogManager::eventUser() const
+{
+    return m_eventUser;
+}
+
+LogEventModule::EventModule LogManager::eventModuleFilterToEventModule(EventModuleFilter filter)
+{
+    return static_cast<LogEventModule::EventModule>(1U << filter);
+}
+
+LogManager::EventModuleFilter
+LogManager::eventModuleToEventModuleFilter(LogEventModule::EventModule event)
+{
+    const auto bits = static_cast<quint32>(event);
+    const uint position = qPopulationCount(bits) == 1 ? qCountTrailingZeroBits(bits) : 32;
+    return static_cast<EventModuleFilter>(position);
+}
+
+QStringList LogManager::eventModuleFilter() const
+{
+    const QMetaEnum filters = QMetaEnum::fromType<EventModuleFilter>();
+    QStringList names;
+    for (int i = 0; i < filters.keyCount(); ++i) {
+        const auto filter = static_cast<EventModuleFilter>(filters.value(i));
+        names.append(LogRenderer::eventToString(eventModuleFilterToEventModule(filter)));
+    }
+    return names;
+}
+
+QString LogManager::eventsText() const
+{
+    return m_eventsText;
+}
+
+QStringList LogManager::eventsTextList() const
+{
+    const QMutexLocker locker(mutexOf(Events));
+    return m_eventsText.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+int LogManager::eventsPagesCount() const
+{
+    return m_eventsPagesCount;
+}
+
+void LogManager::updateEventsText(EventModuleFilter filter, const QString& strStartDate,
+                                  const QString& strStopDate, int pageIndex, int eventsPerPage)
+{
+    const QMutexLocker locker(mutexOf(Events));
+    const int pages =
+        writeEventsText(m_eventsText, filter, strStartDate, strStopDate, pageIndex, eventsPerPage);
+    if (pages != m_eventsPagesCount) {
+        m_eventsPagesCount = pages;
+        Q_EMIT eventsPagesCountChanged();
+    }
+    Q_EMIT eventsTextChanged();
+    Q_EMIT eventsTextListChanged();
+}
+
+QString LogManager::exportEventsHistory(EventModuleFilter filter, const QString& strStartDate,
+                                        const QString& strStopDate, int pageIndex,
+                                        int eventsPerPage)
+{
+    QString text;
+    writeEventsText(text, filter, strStartDate, strStopDate, pageIndex, eventsPerPage);
+    return text;
+}
+
+int LogManager::writeEventsText(QString& text, EventModuleFilter filter,
+                                const QString& strStartDate, const QString& strStopDate,
+                                int pageIndex, int eventsPerPage)
+{
+    const QMutexLocker locker(mutexOf(Events));
+    const RotatingLogFile* events = m_files->file(Events);
+    const EventHistory::Page page = EventHistory::page(
+        events != nullptr ? events->filenames(RotatingLogFile::OldestFirst) : QStringList(),
+        selection(filter, strStartDate, strStopDate), pageIndex, eventsPerPage);
+    text = page.text;
+    return page.pagesCount;
+}
+
+QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const QString& fileName,
+                                          EventModuleFilter filter, const QString& strStartDate,
+                                          const QString& strStopDate,
+                                          const QVector<int>& lineIndexes, int first, int count)
+{
+    const QMutexLocker locker(mutexOf(Events));
+    if (indexOnly)
+        return EventHistory::matches(fileName, selection(filter, strStartDate, strStopDate));
+    EventHistory::appendLines(text, fileName, lineIndexes, first, count);
+    return lineIndexes;
+}
+
+void LogManager::qmlEventLogParameter(const QString& log)
+{
+    LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
+}
+
+void LogManager::emitEventModuleFilterChangeTrad()
+{
+    Q_EMIT eventModuleFilterChangeTrad();
+}
+
+QMutex* LogManager::mutexOf(LogFileId id) const
+{
+    const RotatingLogFile* log = m_files->file(id);
+    return log != nullptr ? log->mutex() : nullptr;
+}

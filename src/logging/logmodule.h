@@ -1,0 +1,54 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+class LogModules;
+
+/// A named area of the machine software ("Payment", "CanBus") whose debug lines can be switched on
+/// by itself. The predefined ones are in logging/log.h; an application adds its own by constructing
+/// them. Identity, equality, order and hash are the id alone.
+///
+/// The registry of modules is not locked: construct modules during static initialisation, or at
+/// least before other threads log.
+class ZELTOOLS_EXPORT LogModule
+{
+public:
+    /// Takes the number of registered modules as id and registers this object. A module that is
+    /// destroyed leaves the registry, so ids are unique only among modules that live to the end.
+    LogModule(const QString& name, bool hasEnvVar);
+    /// Copies id and name. The copy is not registered, and counts as switchable by an environment
+    /// variable whatever the source says.
+    LogModule(const LogModule& other);
+    LogModule& operator=(const LogModule&) = delete;
+    ~LogModule();
+
+    /// All registered modules, in the order of their construction.
+    static const QVector<LogModule*>& registeredModulesConst();
+
+    quint32 id() const { return m_id; }
+    const QString& name() const { return m_name; }
+    bool hasEnvVar() const { return m_hasEnvVar; }
+
+    /// The environment variable that switches debug output: `"CanBus"` gives `ZEL_DEBUG_CANBUS`.
+    /// Empty when the module has none.
+    QString debugEnvVarName() const;
+
+    bool operator==(const LogModule& other) const { return m_id == other.m_id; }
+    bool operator<(const LogModule& other) const { return m_id < other.m_id; }
+    /// The set of this module and the other.
+    LogModules operator|(const LogModule& other) const;
+
+private:
+    quint32 m_id;
+    QString m_name;
+    bool m_hasEnvVar;
+};
+
+inline uint qHash(const LogModule& module, uint seed = 0)
+{
+    return qHash(module.id(), seed);
+}

@@ -1,0 +1,110 @@
+#include "logging/lognode.h"
+
+#include "logging/debugmodules_p.h"
+
+#include <QMetaMethod>
+#include <QMutex>
+
+namespace
+{
+
+// Who listens, worked out anew after every change of a connection: the low two bits hold what is
+// known, the bits above count the changes, so that an answer that a change has overtaken is never
+// stored.
+enum Audience : quint64 { Unknown = 0, OnlyManager = 1, Others = 2, AudienceMask = 3, Change = 4 };
+std::atomic<quint64> s_audience{Unknown};
+
+void forgetAudience()
+{
+    quint64 seen = s_audience.load();
+    while (!s_audience.compare_exchange_weak(seen, (seen & ~quint64(AudienceMask)) + Change)) {
+    }
+}
+
+struct ManagerConnection
+{
+    QMutex mutex;
+    QMetaObject::Connection connection;
+};
+
+// Never destroyed, as the node.
+ManagerConnection& managerConnection()
+{
+    static auto* connection = new ManagerConnection;
+    return *connection;
+}
+
+} // namespace
+
+std::atomic<LogNode*> LogNode::s_instance{nullptr};
+
+LogNode::~LogNode() = default;
+
+LogNode* LogNode::instance()
+{
+    static LogNode* const node = [] {
+        s_instance = new LogNode;
+        return s_instance.load();
+    }();
+    return node;
+}
+
+void LogNode::log(LogLevel::Level level, const LogModules& modules, const QString& message)
+{
+    if (LogNode* node = s_instance.load(std::memory_order_acquire))
+        node->_log(level, modules, message);
+    else
+        qWarning("LogNode node installed | %s", qUtf8Printable(message));
+}
+
+void LogNode::_log(LogLevel::Level level, const LogModules& modules, const QString& message)
+{
+    Q_EMIT logged(level, modules, message);
+}
+
+bool LogNode::isHeard(LogLevel::Level level, const LogModules& modules)
+{
+    if (level != LogLevel::Debug || DebugModules::shared().containsOneOf(modules))
+        return true;
+    LogNode* node = s_instance.load(std::memory_order_acquire);
+    return node == nullptr || !node->isOnlyManagerListening();
+}
+
+bool LogNode::isOnlyManagerListening()
+{
+    quint64 seen = s_audience.load();
+    if ((seen & AudienceMask) == Unknown) {
+        ManagerConnection& manager = managerConnection();
+        bool managerListens = false;
+        {
+            const QMutexLocker locker(&manager.mutex);
+            managerListens = bool(manager.connection);
+        }
+        const int count = receivers(SIGNAL(logged(LogLevel::Level, Log::Modules, QString)));
+        const quint64 answer = seen | (managerListens && count == 1 ? OnlyManager : Others);
+        if (!s_audience.compare_exchange_strong(seen, answer))
+            return false;
+        seen = answer;
+    }
+    return (seen & AudienceMask) == OnlyManager;
+}
+
+void LogNode::setManagerConnection(const QMetaObject::Connection& connection)
+{
+    ManagerConnection& manager = managerConnection();
+    {
+        const QMutexLocker locker(&manager.mutex);
+        manager.connection = connection;
+    }
+    forgetAudience();
+}
+
+void LogNode::connectNotify(const QMetaMethod&)
+{
+    forgetAudience();
+}
+
+void LogNode::disconnectNotify(const QMetaMethod&)
+{
+    forgetAudience();
+}

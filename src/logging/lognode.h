@@ -1,0 +1,47 @@
+#pragma once
+
+#include "logging/loglevel.h"
+#include "logging/logmodules.h"
+
+#include <QObject>
+
+#include <atomic>
+
+/// The process-wide relay of finished log lines: LogFormatter hands them in, the log manager and
+/// whoever else is connected to logged() receives them. It formats, filters and writes nothing.
+/// Lines may be handed in from any thread; a direct connection is called in that thread.
+class ZELTOOLS_EXPORT LogNode : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The one node, created by the first call and never destroyed.
+    static LogNode* instance();
+
+    /// Emits logged(). Before the first instance() the line goes to Qt's warning output as
+    /// "LogNode node installed | " and the message, so that early lines are not lost.
+    static void log(LogLevel::Level level, const LogModules& modules, const QString& message);
+
+    /// False when nothing would come of such a line: only the log manager listens, and would not
+    /// print it. LogFormatter then spares itself the text.
+    static bool isHeard(LogLevel::Level level, const LogModules& modules);
+
+Q_SIGNALS:
+    void logged(LogLevel::Level level, const Log::Modules& modules, const QString& message);
+
+protected:
+    void connectNotify(const QMetaMethod& signal) override;
+    void disconnectNotify(const QMetaMethod& signal) override;
+
+private:
+    friend class LogManager;
+
+    LogNode() = default;
+    ~LogNode() override;
+
+    void _log(LogLevel::Level level, const LogModules& modules, const QString& message);
+    bool isOnlyManagerListening();
+    static void setManagerConnection(const QMetaObject::Connection& connection);
+
+    static std::atomic<LogNode*> s_instance;
+};

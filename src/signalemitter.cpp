@@ -1,0 +1,13 @@
+#include "signalemitter.h"
+
+namespace zeltools
+{
+
+SignalEmitter::SignalEmitter(QObject* parent)
+    : QObject(parent)
+{
+}
+
+SignalEmitter::~SignalEmitter() = default;
+
+} // namespace zeltools

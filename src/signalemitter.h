@@ -1,0 +1,23 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QObject>
+
+namespace zeltools
+{
+
+/// A ready-made sender for the application; the library neither emits nor connects it.
+class ZELTOOLS_EXPORT SignalEmitter : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SignalEmitter(QObject* parent = nullptr);
+    ~SignalEmitter() override;
+
+Q_SIGNALS:
+    void notify();
+};
+
+} // namespace zeltools

@@ -1,0 +1,27 @@
+#!/bin/sh
+# check.sh BUILD_DIR COMPILER: installs the library into an empty prefix and builds and runs a host
+# against it, found by CMake's package and by pkg-config.
+set -eu
+build=$1
+compiler=$2
+source=$(dirname "$0")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+cmake --install "$build" --prefix "$work/prefix" > /dev/null
+cmake -S "$source" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
+      -DCMAKE_CXX_COMPILER="$compiler" > /dev/null
+cmake --build "$work/cmake" > /dev/null
+mkdir -p "$work/a/opt/bin" "$work/b/opt/bin"
+"$work/cmake/consumer" "$work/a/opt/bin"
+
+PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zeltools.pc)")
+export PKG_CONFIG_PATH
+# shellcheck disable=SC2046
+"$compiler" -std=c++17 -fPIC "$source/main.cpp" -o "$work/consumer" \
+    $(pkg-config --cflags --libs zeltools) "-Wl,-rpath,$(pkg-config --variable=libdir zeltools)"
+"$work/consumer" "$work/b/opt/bin"
+if find "$work/prefix" -name '*_p.h' | grep .; then
+    echo "private headers were installed" >&2
+    exit 1
+fi

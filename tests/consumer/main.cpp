@@ -1,0 +1,19 @@
+#include <zeltools/logging/log.h>
+#include <zeltools/logging/logformatter.h>
+#include <zeltools/logging/loginfile.h>
+#include <zeltools/logging/logmanager.h>
+#include <zeltools/path.h>
+
+#include <QCoreApplication>
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    Path::instance()->init(QLatin1String(argv[1]), QStringLiteral("default"),
+                           QStringLiteral("default"));
+    LogManager::initialize();
+    LogManager::instance()->enableLogToFile(true);
+    LogFormatter(LogLevel::Info).log(Log::Payment) << "Inserted" << 50 << "cents";
+    return LogManager::instance()->logContent().contains(QLatin1String("Inserted 50 cents")) ? 0
+                                                                                             : 1;
+}

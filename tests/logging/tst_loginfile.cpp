@@ -1,0 +1,88 @@
+#include "logging/log.h"
+#include "logging/loginfile.h"
+#include "support.h"
+
+#include <QtTest>
+
+class TestLogInFile : public QObject
+{
+    Q_OBJECT
+
+private:
+    support::TemporaryLayout m_layout;
+    const RotatingLogFileConfiguration m_configuration{1.0F, 1, false};
+
+    static QString path() { return Path::instance()->debugLogsDir + QStringLiteral("trace.log"); }
+
+private Q_SLOTS:
+    void cleanup() { QFile::remove(path()); }
+
+    void atFirstLinesGoToTheLogOnly()
+    {
+        support::LineRecorder recorder;
+        LogInFile trace(nullptr, QStringLiteral("some/folder/trace.log"), Log::Payment,
+                        m_configuration);
+        QCOMPARE(trace.filename(), path());
+        trace.logString(QStringLiteral("coin"));
+        trace.setLogInDebug(false);
+        trace.logString(QStringLiteral("silent"));
+        const auto lines = recorder.take();
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines[0].message, QStringLiteral("\"coin\""));
+        QCOMPARE(lines[0].level, LogLevel::Info);
+        QVERIFY(lines[0].modules == Log::Payment);
+        QVERIFY(!QFile::exists(path()));
+    }
+
+    // The writer is an idle thread; neither switching off nor the end may overtake it.
+    void everyLineLoggedIsInTheFile_data()
+    {
+        QTest::addColumn<bool>("switchedOff");
+        QTest::newRow("destroyed at once") << false;
+        QTest::newRow("switched off at once") << true;
+    }
+    void everyLineLoggedIsInTheFile()
+    {
+        QFETCH(bool, switchedOff);
+        constexpr int count = 5000;
+        {
+            LogInFile trace(nullptr, QStringLiteral("trace.log"), Log::Payment, m_configuration);
+            trace.setLogInDebug(false);
+            trace.setLogInFile(true);
+            for (int i = 0; i < count; ++i)
+                trace.logString(QStringLiteral("caff\u00e8 %1").arg(i));
+            if (switchedOff) {
+                trace.setLogInFile(false);
+                trace.logString(QStringLiteral("not wanted"));
+            }
+        }
+        const QStringList lines = RotatingLogFile::getLogLines(path());
+        QCOMPARE(lines.size(), count);
+        for (int i = 0; i < count; ++i)
+            QCOMPARE(lines[i].mid(23), QStringLiteral("|caff\u00e8 %1").arg(i));
+    }
+
+    void openingAndClosing()
+    {
+        LogInFile trace(nullptr, QStringLiteral("trace.log"), Log::Payment, m_configuration);
+        support::LineRecorder recorder;
+        trace.setLogInFile(true);
+        trace.setLogInFile(true);
+        QVERIFY(!trace.openFile());
+        QVERIFY(trace.closeFile());
+        QVERIFY(!trace.closeFile());
+        QVERIFY(trace.openFile());
+        QVERIFY(trace.closeFile());
+        QVERIFY(QFile::remove(path()) && QDir().mkdir(path()));
+        QVERIFY(!trace.openFile());
+        QVERIFY(QDir().rmdir(path()));
+        QCOMPARE(
+            recorder.takeMessages(),
+            QStringList({QStringLiteral("bool LogInFile::openFile() Log file is already opened !"),
+                         QStringLiteral("bool LogInFile::closeFile() Log file is not opened"),
+                         QStringLiteral("bool LogInFile::openFile() Failed opening log file")}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLogInFile)
+#include "tst_loginfile.moc"
