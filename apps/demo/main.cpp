@@ -1,0 +1,102 @@
+// A machine application in miniature: it starts as a real one does, makes drinks until a log file
+// rotates, and shows what reached which file. Exit status 0 only when all of it is right.
+
+#include "drinkcycle.h"
+#include "linetally.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "logging/logmanager.h"
+#include "path.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+namespace
+{
+
+void startLogging(const QString& folder)
+{
+    Path::instance()->init(folder + QLatin1String("/opt/bin"), QStringLiteral("default"),
+                           QStringLiteral("default"));
+    LogManager::initialize();
+    qInstallMessageHandler(LogManager::qtMessageHandler);
+
+    LogManager* manager = LogManager::instance();
+    manager->enableLogToFile(true);
+    manager->setAppLogFileMaximumSizeMiB(16.0 / 1024); // small, so that it rotates soon
+    manager->enableModulesDebuggingFromEnvVars();
+    manager->disableModuleDebugging(Log::Payment); // the table counts on these four
+    manager->disableModuleDebugging(Log::CanBus);
+    manager->enableModuleDebugging(Log::Beverage);
+    manager->enableModuleDebugging(Log::GrinderRegulation);
+    LogFormatter(LogLevel::Event).logEvent(LogEventModule::ApplicationStartEvent).noquote()
+        << LogManager::APP_STARTED_MSG;
+    manager->emitStartApplicationEvent();
+}
+
+bool makeDrinksUntilRotation(LineTally& tally)
+{
+    const QString predecessor = LogManager::instance()->appLogFilePath() + QLatin1String(".1");
+    constexpr int mostDrinks = 1000;
+    for (int drink = 1; drink <= mostDrinks; ++drink) {
+        makeDrink(drink, tally);
+        if (QFile::exists(predecessor))
+            return true;
+    }
+    return false;
+}
+
+void printHistory(QTextStream& out)
+{
+    LogManager* manager = LogManager::instance();
+    constexpr int eventsPerPage = 8;
+    manager->updateEventsText(LogManager::DispensedDrinkFilter, QString(), QString(), 0,
+                              eventsPerPage);
+    out << "\nDispensed drinks, page 1 of " << manager->eventsPagesCount() << ":\n";
+    for (const QString& line : manager->eventsTextList())
+        out << "  " << line << '\n';
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("demo"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A machine application in miniature."));
+    parser.addHelpOption();
+    const QCommandLineOption directory(
+        QStringLiteral("dir"),
+        QStringLiteral("Keep the machine's folders in <DIR>, which must be empty or new."),
+        QStringLiteral("DIR"));
+    parser.addOption(directory);
+    parser.process(application);
+
+    QTextStream out(stdout);
+    const QTemporaryDir temporary;
+    const QString folder = parser.isSet(directory) ? parser.value(directory) : temporary.path();
+    if (!QDir().mkpath(folder) || !QDir(folder).isEmpty()) {
+        QTextStream(stderr) << folder << " is not an empty folder\n";
+        return 1;
+    }
+
+    startLogging(folder);
+    LineTally tally;
+    const bool hasRotated = makeDrinksUntilRotation(tally);
+    LogManager::instance()->syncLogs();
+    printHistory(out);
+    tally.readFiles(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
+    LogManager::instance()->finalizeLogFiles();
+
+    out << '\n' << tally.table() << '\n';
+    const bool isRight = hasRotated && tally.isComplete();
+    out << (isRight ? "Every line is where it belongs.\n"
+                    : "FAILED: lines are missing or misplaced.\n");
+    return isRight ? 0 : 1;
+}
