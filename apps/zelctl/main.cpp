@@ -1,0 +1,46 @@
+#include "command.h"
+#include "eventscommand.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+
+constexpr Command s_commands[]{
+    {"events", "Shows the event history of a machine in pages.", runEvents},
+};
+
+QString help()
+{
+    QString text = "Usage: zelctl COMMAND [options]\n\nCommands:\n";
+    for (const Command& command : s_commands)
+        text += QStringLiteral("  %1  %2\n").arg(command.name, -8).arg(command.summary);
+    return text + "\n\"zelctl COMMAND --help\" explains a command, \"zelctl --version\" tells the "
+                  "version.\n";
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QByteArray name(argc > 1 ? argv[1] : "");
+    if (name == "--help" || name == "-h")
+        return print(help());
+    if (name == "--version" || name == "-v")
+        return print(QStringLiteral("zelctl " ZELCTL_VERSION "\n"));
+
+    for (const Command& command : s_commands) {
+        if (name != command.name)
+            continue;
+        // Program and command become one word, so that the command's parser names both in its help.
+        QByteArray program = "zelctl " + name;
+        argv[1] = program.data();
+        int count = argc - 1;
+        const QCoreApplication application(count, argv + 1);
+        return command.run(QCoreApplication::arguments());
+    }
+    const QString hint = QStringLiteral("; \"zelctl --help\" lists the commands");
+    if (argc < 2)
+        return fail(WrongUsage, "a command is missing" + hint);
+    return fail(WrongUsage, "unknown command \"" + QString::fromUtf8(name) + '"' + hint);
+}
