@@ -1,0 +1,152 @@
+// A machine application that only logs: what, it is told on its standard input. It answers every
+// command, when done, with the length of its result, a line feed and the result. Ends with its
+// input.
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "logging/logmanager.h"
+#include "logging/rotatinglogfile.h"
+#include "path.h"
+
+#include <QCoreApplication>
+
+#include <cerrno>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace
+{
+
+template <typename T>
+T next()
+{
+    T word{};
+    std::cin >> word;
+    return word;
+}
+
+QString nextText()
+{
+    return QString::fromStdString(next<std::string>());
+}
+
+// All lines of one length are equally long, so that a piece of one is never taken for a whole.
+void writeLine(int thread, int number, int length)
+{
+    constexpr int others = 49; // prefix, thread, number, full stop, line feed
+    LogFormatter(LogLevel::Info).log(Log::Global).noquote()
+        << QString::asprintf("%d %08d ", thread, number) + QString(length - others, 'x') + '.';
+}
+
+QByteArray writeLines()
+{
+    const int threadsCount = next<int>();
+    const int first = next<int>();
+    const int end = first + next<int>();
+    const int length = next<int>();
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < threadsCount; ++thread)
+        threads.emplace_back([=] {
+            for (int number = first; number < end; ++number)
+                writeLine(thread, number, length);
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    return {};
+}
+
+// Keeps the number of lines whose write has returned in a file, which outlives the process.
+[[noreturn]] QByteArray writeUntilKilled()
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const int counter = open(next<std::string>().c_str(), O_WRONLY | O_CLOEXEC);
+    const int length = next<int>();
+    for (int number = 0, count = 1;; ++number, ++count) {
+        writeLine(0, number, length);
+        if (pwrite(counter, &count, sizeof count, 0) != sizeof count)
+            std::abort();
+    }
+}
+
+std::vector<int> s_held;
+
+QByteArray takeDescriptors()
+{
+    constexpr rlimit few{64, 64};
+    setrlimit(RLIMIT_NOFILE, &few);
+    for (int descriptor; (descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC)) >= 0;)
+        s_held.push_back(descriptor);
+    return QByteArray::number(errno);
+}
+
+QByteArray releaseDescriptors()
+{
+    for (int descriptor : s_held)
+        close(descriptor);
+    s_held.clear();
+    return {};
+}
+
+QByteArray readHistory()
+{
+    const auto filter = static_cast<LogManager::EventModuleFilter>(next<int>());
+    const QString from = nextText();
+    const QString to = nextText();
+    const int page = next<int>();
+    return LogManager::instance()
+        ->exportEventsHistory(filter, from, to, page, next<int>())
+        .toUtf8();
+}
+
+QByteArray readTotal()
+{
+    return LogManager::instance()->eventLogTotalContent().toUtf8();
+}
+
+QByteArray readPage()
+{
+    RotatingLogFile log({1, 1, false});
+    log.setPrimaryFilename(nextText());
+    log.file.open(QIODevice::Append);
+    const auto order = static_cast<RotatingLogFile::Order>(next<int>());
+    const auto first = next<unsigned>();
+    return log.pageContent(first, next<unsigned>(), order).toUtf8();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    if (argc != 4) {
+        std::cerr << "usage: logwriter FOLDER LIMIT_B PREDECESSORS\n";
+        return 2;
+    }
+    Path::instance()->init(QFile::decodeName(argv[1]) + "/app/bin", "default", "default");
+    LogManager::initialize();
+    LogManager* manager = LogManager::instance();
+    manager->enableLogToFile(true);
+    manager->setAppLogFileMaximumSizeMiB(std::stod(argv[2]) / (1024 * 1024));
+    manager->setAppLogFileSecondaryFilesCount(std::stoi(argv[3]));
+
+    const std::map<std::string, QByteArray (*)()> commands{
+        {"write", writeLines},     {"forever", writeUntilKilled},
+        {"take", takeDescriptors}, {"release", releaseDescriptors},
+        {"history", readHistory},  {"total", readTotal},
+        {"page", readPage}};
+    for (std::string command; std::cin >> command;) {
+        const QByteArray result = commands.at(command)();
+        std::cout << result.size() << '\n' << result.toStdString() << std::flush;
+    }
+    return 0;
+}
