@@ -304,15 +304,21 @@ QString LogManager::logContent(bool truncate)
 {
     constexpr int threshold = 5000;
     constexpr int kept = 50000;
-    QString content = m_files->file(General)->totalContent(RotatingLogFile::OldestFirst);
+    QString content = totalContent(General);
     if (!truncate || content.size() <= threshold)
         return content;
     return QLatin1String("---- Log truncated ----\r\n") + content.right(kept);
 }
 
+QString LogManager::totalContent(LogFileId id) const
+{
+    const RotatingLogFile* log = m_files->file(id);
+    return log != nullptr ? log->totalContent(RotatingLogFile::OldestFirst) : QString();
+}
+
 QString LogManager::eventLogTotalContent()
 {
-    return m_files->file(Events)->totalContent(RotatingLogFile::OldestFirst);
+    return totalContent(Events);
 }
 
 QString LogManager::appLogFilePath()

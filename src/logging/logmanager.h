@@ -201,6 +201,7 @@ private:
     void writeGeneral(const LogLine& line);
     void writeAndAnnounce(LogFileId id, const QString& line,
                           void (LogManager::*announce)(const QString&));
+    QString totalContent(LogFileId id) const;
     QMutex* mutexOf(LogFileId id) const;
 
     std::unique_ptr<LogFileSet> m_files;

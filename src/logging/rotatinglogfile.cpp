@@ -60,6 +60,8 @@ QString quotedForShell(QString text)
 
 } // namespace
 
+CompressionTask::~CompressionTask() = default;
+
 RotatingLogFile::RotatingLogFile(const RotatingLogFileConfiguration& configuration, QObject* parent)
     : QObject(parent)
     , m_maximumSize_B(bytes(double(configuration.maximumSizeMiB)))

@@ -16,6 +16,16 @@ struct RotatingLogFileConfiguration
     bool compressed;            ///< Whether predecessors are kept as gzip-compressed tar archives.
 };
 
+/// A name in the class tree for hosts that run compressions as tasks of their own. The library
+/// makes none.
+class ZELTOOLS_EXPORT CompressionTask : public QObject
+{
+    Q_OBJECT
+
+public:
+    ~CompressionTask() override;
+};
+
 /// A text file that is bounded in size and has numbered predecessors: before a write would exceed
 /// the limit, P becomes P.1, P.1 becomes P.2 and so on, and the oldest goes. It can keep one
 /// generation of erased files beside the live ones and reads all its files back as lines.
