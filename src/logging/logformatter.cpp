@@ -16,16 +16,17 @@ namespace
 // A line longer than this gives its memory back, so that no thread keeps a megabyte for ever.
 constexpr int s_keptCapacity = 1024;
 
-void appendAscii(QString& to, const char* text, int size)
-{
-    const int start = to.size();
-    to.resize(start + size);
-    std::copy(text, text + size, reinterpret_cast<ushort*>(to.data()) + start);
-}
-
 bool isAscii(const char* text, size_t size)
 {
-    return std::all_of(text, text + size, [](char c) { return static_cast<signed char>(c) >= 0; });
+    quint64 all = 0;
+    for (; size >= sizeof all; text += sizeof all, size -= sizeof all) {
+        quint64 word;
+        std::memcpy(&word, text, sizeof word);
+        all |= word;
+    }
+    for (; size > 0; ++text, --size)
+        all |= static_cast<uchar>(*text);
+    return (all & 0x8080808080808080) == 0;
 }
 
 // QDebug writes such a text between quotes as it is; anything else it may have to escape.
@@ -216,7 +217,7 @@ void LogFormatter::appendText(const char* utf8)
     }
     const size_t size = utf8 != nullptr ? std::strlen(utf8) : 0;
     if (isAscii(utf8, size))
-        appendAscii(m_line->message, utf8, static_cast<int>(size));
+        m_line->message += QLatin1String(utf8, static_cast<int>(size));
     else
         m_line->message += QString::fromUtf8(utf8, static_cast<int>(size));
     if (m_line->isSpaced)
@@ -273,5 +274,5 @@ void LogFormatter::appendNumber(T value, Format... format)
     char* end = std::to_chars(text, text + sizeof text - 1, value, format...).ptr;
     if (m_line->isSpaced)
         *end++ = ' ';
-    appendAscii(m_line->message, text, static_cast<int>(end - text));
+    m_line->message += QLatin1String(text, static_cast<int>(end - text));
 }
