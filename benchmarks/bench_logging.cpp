@@ -192,10 +192,11 @@ void writeEvents(int size)
     for (const bool isPredecessor : {true, false}) {
         QFile file(eventsFile(isPredecessor));
         file.open(QIODevice::WriteOnly);
-        for (int i = 0; file.size() < size / 2; ++i) {
+        for (int i = 0; file.pos() < size / 2; ++i) {
+            const qint64 day = (isPredecessor ? 1 : 15) + file.pos() * 28 / size;
             file.write(
                 QStringLiteral("%1/11/2026 08:24:39:200| %2| espresso number %3, paid in coins\n")
-                    .arg(1 + i * 28 / 14000 % 28, 2, 10, QLatin1Char('0'))
+                    .arg(day, 2, 10, QLatin1Char('0'))
                     .arg(i % 2 == 0 ? QStringLiteral("DispensedDrinkEvent")
                                     : QStringLiteral("MenuAccess"))
                     .arg(i)

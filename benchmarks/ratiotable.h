@@ -25,7 +25,7 @@ public:
         benchmark::Initialize(&count, arguments.data());
         RatioTable table;
         benchmark::RunSpecifiedBenchmarks(&table);
-        return 0;
+        return table.m_hasFailed ? 1 : 0;
     }
 
     bool ReportContext(const Context&) override { return true; }
@@ -33,6 +33,11 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override
     {
         for (const Run& run : runs) {
+            if (run.error_occurred) {
+                std::fprintf(stdout, "%s: %s\n", run.benchmark_name().c_str(),
+                             run.error_message.c_str());
+                m_hasFailed = true;
+            }
             if (run.aggregate_name != "median")
                 continue;
             const std::string& name = run.run_name.function_name;
@@ -64,5 +69,6 @@ private:
         std::string name;
         double time_ns;
     };
+    bool m_hasFailed = false;
     std::map<int64_t, Row> m_rows; // in the order of registration
 };

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QMap>
 #include <QString>
-#include <QStringList>
 
 #include <array>
 #include <atomic>

@@ -57,7 +57,7 @@ void printHistory(QTextStream& out)
     constexpr int eventsPerPage = 8;
     manager->updateEventsText(LogManager::DispensedDrinkFilter, QString(), QString(), 0,
                               eventsPerPage);
-    out << "\nDispensed drinks, page 1 of " << manager->eventsPagesCount() << ":\n";
+    out << "\nDispensed drinks, page 0 of " << manager->eventsPagesCount() << ":\n";
     for (const QString& line : manager->eventsTextList())
         out << "  " << line << '\n';
 }

@@ -51,7 +51,7 @@ void visitLines(const QByteArray& content, Visit&& visit)
     }
 }
 
-int number(const char* digits, int count)
+int parseDigits(const char* digits, int count)
 {
     int value = 0;
     for (int i = 0; i < count; ++i) {
@@ -67,9 +67,9 @@ QDate dateOf(Line line)
 {
     if (line.size() < 10 || line[2] != '/' || line[5] != '/')
         return QDate();
-    const int day = number(line.data(), 2);
-    const int month = number(line.data() + 3, 2);
-    const int year = number(line.data() + 6, 4);
+    const int day = parseDigits(line.data(), 2);
+    const int month = parseDigits(line.data() + 3, 2);
+    const int year = parseDigits(line.data() + 6, 4);
     return QDate::isValid(year, month, day) ? QDate(year, month, day) : QDate();
 }
 

@@ -30,7 +30,6 @@ public:
     };
     Q_ENUM(EventModule)
     Q_DECLARE_FLAGS(EventModules, EventModule)
-    Q_FLAG(EventModules)
 
     ~LogEventModule() override;
 };

@@ -5,7 +5,6 @@
 #include "logging/logtimestamp_p.h"
 #include "path.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 LogInFile::LogInFile(QObject* parent, const QString& name, const LogModule& module,
@@ -20,14 +19,13 @@ LogInFile::LogInFile(QObject* parent, const QString& name, const LogModule& modu
     m_writerThread->start();
     m_writerThread->setPriority(QThread::IdlePriority);
     connect(this, &LogInFile::writeStringToFile, m_writerThread.get(),
-            &WriterThread::onWriteStringToFile, Qt::QueuedConnection);
+            &WriterThread::onWriteStringToFile, Qt::DirectConnection);
 }
 
 LogInFile::~LogInFile()
 {
     disconnect(this, &LogInFile::writeStringToFile, nullptr, nullptr);
-    // On a busy machine an idle thread might never get to its last lines.
-    m_writerThread->setPriority(QThread::NormalPriority);
+    m_writerThread->writePending();
     m_writerThread->quit();
     m_writerThread->wait();
 }
@@ -58,7 +56,6 @@ void LogInFile::setLogInDebug(bool enable)
 bool LogInFile::openFile()
 {
     const char* const signature = "bool LogInFile::openFile()";
-    const QMutexLocker locker(m_file.mutex());
     if (m_file.file.isOpen()) {
         LogFormatter(LogLevel::Warning).log(Log::Global)
             << signature << "Log file is already opened !";
@@ -73,15 +70,13 @@ bool LogInFile::openFile()
 
 bool LogInFile::closeFile()
 {
-    // The lines logged before this call belong into the file.
-    QMetaObject::invokeMethod(
-        m_writerThread.get(), [] {}, Qt::BlockingQueuedConnection);
-    const QMutexLocker locker(m_file.mutex());
+    m_writerThread->writePending();
     if (!m_file.file.isOpen()) {
         LogFormatter(LogLevel::Debug).log(Log::Global) << "bool LogInFile::closeFile()"
                                                        << "Log file is not opened";
         return false;
     }
+    const QMutexLocker locker(m_file.mutex());
     m_file.file.close();
     return true;
 }
@@ -103,14 +98,40 @@ LogInFile::WriterThread::WriterThread(RotatingLogFile* file)
 
 LogInFile::WriterThread::~WriterThread() = default;
 
-void LogInFile::WriterThread::run()
-{
-    exec();
-    // quit() may have overtaken lines that were logged before it.
-    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-}
-
 void LogInFile::WriterThread::onWriteStringToFile(const QString& line)
 {
+    constexpr qint64 longestPending = 1024 * 1024;
+    QMutexLocker locker(&m_pendingMutex);
+    const bool isFirst = m_pending.isEmpty();
+    m_pending.enqueue(line);
+    m_pendingLength += line.size();
+    const bool isTooMuch = m_pendingLength > longestPending;
+    locker.unlock();
+    if (isTooMuch)
+        writePending();
+    else if (isFirst)
+        QMetaObject::invokeMethod(this, &WriterThread::writePending, Qt::QueuedConnection);
+}
+
+void LogInFile::WriterThread::writePending()
+{
+    while (writeNext()) {
+    }
+}
+
+// Holds the order for one line at a time: who waits for this thread, which may be the least urgent
+// of a busy machine, waits for no more than that.
+bool LogInFile::WriterThread::writeNext()
+{
+    const QMutexLocker order(&m_orderMutex);
+    QString line;
+    {
+        const QMutexLocker locker(&m_pendingMutex);
+        if (m_pending.isEmpty())
+            return false;
+        line = m_pending.dequeue();
+        m_pendingLength -= line.size();
+    }
     m_file->write(line.toUtf8()); // -1 while the file is closed: the line is not wanted
+    return true;
 }

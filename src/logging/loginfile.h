@@ -3,6 +3,7 @@
 #include "logging/logmodule.h"
 #include "logging/rotatinglogfile.h"
 
+#include <QQueue>
 #include <QThread>
 
 #include <atomic>
@@ -13,7 +14,8 @@
 ///
 ///     15/11/2026 03:37:40:123|text
 ///
-/// Lines may be logged from several threads; the switches belong to one.
+/// Lines may be logged from several threads; the switches belong to one. At most 1 Mi characters
+/// wait for the writer, whose priority is the lowest: beyond that the caller writes them itself.
 class ZELTOOLS_EXPORT LogInFile : public QObject
 {
     Q_OBJECT
@@ -56,7 +58,8 @@ private:
     std::unique_ptr<WriterThread> m_writerThread;
 };
 
-/// Writes the lines of a LogInFile. Lives in the thread that it runs.
+/// Writes the lines of a LogInFile, in the order in which they came. Lives in the thread that it
+/// runs; may be called from any.
 class ZELTOOLS_EXPORT LogInFile::WriterThread : public QThread
 {
     Q_OBJECT
@@ -65,12 +68,19 @@ public:
     explicit WriterThread(RotatingLogFile* file);
     ~WriterThread() override;
 
+    /// Writes in the calling thread all that waits.
+    void writePending();
+
 public Q_SLOTS:
+    /// Leaves the line to the thread, or writes all that waits when that is too much.
     void onWriteStringToFile(const QString& line);
 
-protected:
-    void run() override;
-
 private:
+    bool writeNext();
+
     RotatingLogFile* m_file;
+    QMutex m_orderMutex; // held while a line is taken and written
+    QMutex m_pendingMutex;
+    QQueue<QString> m_pending;
+    qint64 m_pendingLength = 0; // characters
 };

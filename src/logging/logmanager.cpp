@@ -12,8 +12,10 @@
 #include "logging/logroute_p.h"
 #include "path.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QMetaEnum>
+#include <QThread>
 #include <QtAlgorithms>
 
 #include <algorithm>
@@ -24,8 +26,9 @@
 namespace
 {
 
-// Lines and messages of Qt may come after the manager, from destructors of static objects.
-std::atomic<bool> s_isManagerGone{false};
+// Set while the process ends for want of a path layout: what destructors log then must not ask for
+// the manager again.
+std::atomic<bool> s_isRefused{false};
 
 bool isDropped(const QString& warning)
 {
@@ -51,7 +54,7 @@ EventSelection selection(LogManager::EventModuleFilter filter, const QString& st
 
 void relayLogEvent(LogEventModule::EventModule event, const QString& message)
 {
-    if (!s_isManagerGone)
+    if (!s_isRefused)
         LogManager::instance()->emitLogEvent(event, {message});
 }
 
@@ -59,8 +62,8 @@ const QString LogManager::APP_STARTED_MSG = QStringLiteral("Application started"
 
 LogManager* LogManager::instance()
 {
-    static LogManager manager;
-    return &manager;
+    static auto* const manager = new LogManager;
+    return manager;
 }
 
 LogManager::LogManager()
@@ -69,6 +72,7 @@ LogManager::LogManager()
     if (!Path::exists()) {
         std::puts("LogManager::LogManager(): Fatal error, path is not defined, "
                   "initialize global path first");
+        s_isRefused = true;
         std::exit(1);
     }
     registerTypes();
@@ -79,7 +83,6 @@ LogManager::LogManager()
 
 LogManager::~LogManager()
 {
-    s_isManagerGone = true;
     m_syncTimer.stop();
 }
 
@@ -107,7 +110,7 @@ bool LogManager::connectNode(QObject* node)
         connect(node, SIGNAL(logged(LogLevel::Level, Log::Modules, QString)), this,
                 SLOT(log(LogLevel::Level, Log::Modules, QString)),
                 isQueued ? Qt::AutoConnection : Qt::DirectConnection);
-    if (node == LogNode::instance())
+    if (node == LogNode::s_instance)
         LogNode::setManagerConnection(connection);
     return bool(connection);
 }
@@ -121,6 +124,9 @@ void LogManager::initLogFiles()
 
 void LogManager::finalizeLogFiles()
 {
+    // Lines of other threads that wait for this one belong into the files too.
+    if (thread() == QThread::currentThread())
+        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
     m_files->close();
 }
 
@@ -225,7 +231,7 @@ void LogManager::qtMessageHandler(QtMsgType type, const QMessageLogContext& cont
                                   const QString& message)
 {
     messageHandler(type, context, message);
-    if (!s_isManagerGone)
+    if (!s_isRefused)
         Q_EMIT instance()->qtLogged(message);
 }
 
@@ -251,7 +257,7 @@ void LogManager::messageHandler(QtMsgType type, const QMessageLogContext&, const
         return;
     }
     const LogLine line(level, message);
-    if (s_isManagerGone)
+    if (s_isRefused)
         line.print();
     else
         instance()->writeGeneral(line);
@@ -323,17 +329,20 @@ QString LogManager::eventLogTotalContent()
 
 QString LogManager::appLogFilePath()
 {
-    return m_files->file(General)->primaryFilename();
+    const RotatingLogFile* log = m_files->file(General);
+    return log != nullptr ? log->primaryFilename() : QString();
 }
 
 void LogManager::setAppLogFileMaximumSizeMiB(double size_MiB)
 {
-    m_files->file(General)->setMaximumSizeMiB(size_MiB);
+    if (RotatingLogFile* log = m_files->file(General))
+        log->setMaximumSizeMiB(size_MiB);
 }
 
 void LogManager::setAppLogFileSecondaryFilesCount(int count)
 {
-    m_files->file(General)->setSecondaryFilesCount(count);
+    if (RotatingLogFile* log = m_files->file(General))
+        log->setSecondaryFilesCount(count);
 }
 
 void LogManager::deleteLogFile(LogFileId id)
@@ -397,7 +406,8 @@ QString LogManager::eventUser() const
 
 LogEventModule::EventModule LogManager::eventModuleFilterToEventModule(EventModuleFilter filter)
 {
-    return static_cast<LogEventModule::EventModule>(1U << filter);
+    const auto position = static_cast<uint>(filter);
+    return static_cast<LogEventModule::EventModule>(position < 32 ? 1U << position : 0);
 }
 
 LogManager::EventModuleFilter

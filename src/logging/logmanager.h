@@ -23,9 +23,11 @@ class QMutex;
 /// the events file back, filtered and in pages, for the user interface.
 ///
 /// The path layout (Path) must exist first: without it the first use ends the process with exit
-/// status 1. Lines are handled in the thread that logged them; with `LOG_FROM_MAIN_THREAD=1` they
-/// are queued to the thread of the manager. Setting up, filter rules and the event history belong
-/// to the manager's thread; logging and switching modules may happen in any.
+/// status 1. The one manager is never destroyed, so that threads and destructors may log to the
+/// very end of the process. Lines are handled in the thread that logged them; with
+/// `LOG_FROM_MAIN_THREAD=1` they are queued to the thread of the manager. Setting up, filter rules
+/// and the event history belong to the manager's thread; logging and switching modules may happen
+/// in any.
 class ZELTOOLS_EXPORT LogManager : public QObject
 {
     Q_OBJECT
@@ -77,9 +79,10 @@ public:
     /// queued to the manager's thread is read from `LOG_FROM_MAIN_THREAD` now.
     bool connectNode(QObject* node);
     /// Opens the five files in the folders of the path layout, or opens them again. The folders are
-    /// those of the first call.
+    /// those of the first call. Sets limits and numbers of predecessors back to those of the start.
     void initLogFiles();
-    /// Closes the files; what is written afterwards is dropped.
+    /// Closes the files, after the lines that are queued to this thread; what is written afterwards
+    /// is dropped.
     void finalizeLogFiles();
 
     /// Whether such a line is printed: every level above Debug is, Debug with a module whose
@@ -109,6 +112,9 @@ public:
 
     /// Whether general lines go to their file; off at first. The other four files take no notice.
     void enableLogToFile(bool enable);
+    /// Calls syncLogs() every minute once the host has started it. A line reaches the operating
+    /// system without it.
+    QTimer* syncTimer() { return &m_syncTimer; }
     void enableModuleDebugging(const LogModule& module);
     void disableModuleDebugging(const LogModule& module);
     QStringList getModulesDebuggingEnvVars();
@@ -122,7 +128,8 @@ public:
     /// above 5000 characters truncation keeps the last 50000 (sic), after a line that says so.
     Q_INVOKABLE QString logContent(bool truncate = false);
     QString eventLogTotalContent();
-    /// The next three need the files of initLogFiles().
+    /// The path, limit and number of predecessors of the general file. Without files there is
+    /// nothing to tell or set.
     QString appLogFilePath();
     void setAppLogFileMaximumSizeMiB(double size_MiB);
     void setAppLogFileSecondaryFilesCount(int count);
@@ -141,6 +148,7 @@ public:
     Q_INVOKABLE void setEventUser(const QString& user);
     QString eventUser() const;
 
+    /// The bit at the position of the filter; no kind for a position outside 0 to 31.
     static LogEventModule::EventModule eventModuleFilterToEventModule(EventModuleFilter filter);
     /// The position of the bit; 32 when the kind is not a single bit.
     static EventModuleFilter eventModuleToEventModuleFilter(LogEventModule::EventModule event);

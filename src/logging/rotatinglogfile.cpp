@@ -176,8 +176,9 @@ qint64 RotatingLogFile::write(const char* data, qint64 length)
     if (m_maximumSize_B <= 0 || m_primaryFilename.isEmpty() || !file.isOpen())
         return -1;
     checkOutsideChange();
-    if (m_size_B < 0 || m_size_B + length > m_maximumSize_B)
-        rotateIfNeeded(length);
+    const qint64 incoming = length + (m_hasHalfLine ? 1 : 0);
+    if (m_size_B < 0 || m_size_B + incoming > m_maximumSize_B)
+        rotateIfNeeded(incoming);
 
     // Past the buffer of QFile, which would keep what a full disk refuses, without bound.
     if (m_hasHalfLine && writeWhole(file.handle(), "\n", 1) == 1) {
@@ -307,20 +308,23 @@ void RotatingLogFile::checkOutsideChange()
 void RotatingLogFile::sync()
 {
     const QMutexLocker locker(&m_mutex);
-    file.flush();
+    if (file.isOpen())
+        file.flush();
     m_dataWritten = false;
 }
 
 void RotatingLogFile::onDataWritten()
 {
     const QMutexLocker locker(&m_mutex);
-    file.flush();
+    if (file.isOpen())
+        file.flush();
     m_dataWritten = true;
 }
 
 void RotatingLogFile::endHalfLine()
 {
     const QMutexLocker locker(&m_mutex);
+    m_hasHalfLine = false;
     QFile reader(m_primaryFilename);
     if (!isReady() || !reader.open(QIODevice::ReadOnly) || reader.size() == 0)
         return;
@@ -429,6 +433,7 @@ void RotatingLogFile::compressFile(const QString& source, RotatingLogFile* targe
         Q_EMIT target->workCompleted(source);
         return;
     }
+    QFile::remove(archive); // the half that tar leaves on a full disk would pass for a predecessor
     Q_EMIT target->workCompleted(QString());
     LogFormatter(LogLevel::Error).log(Log::Global)
         << "static void RotatingLogFile::compressFile(const QString&, RotatingLogFile*)"

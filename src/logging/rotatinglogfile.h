@@ -46,7 +46,7 @@ public:
 
     explicit RotatingLogFile(const RotatingLogFileConfiguration& configuration,
                              QObject* parent = nullptr);
-    /// Waits for a compression that is under way.
+    /// Waits for a compression that is under way, at the most for WindowsTools::commandTimeLimit.
     ~RotatingLogFile() override;
 
     /// The primary file. Its owner opens it with QIODevice::Append and closes it; bytes go through

@@ -3,10 +3,12 @@
 #include <cerrno>
 #include <cstddef>
 
+#include <poll.h>
 #include <unistd.h>
 
 /// write(2) until all is written, nothing more can be, or the system refuses: a line leaves the
-/// process in one piece wherever that is possible. Returns the number of bytes written.
+/// process in one piece wherever that is possible. The reader of a non-blocking pipe gets a tenth
+/// of a second to make room. Returns the number of bytes written.
 inline ssize_t writeWhole(int descriptor, const char* data, size_t length)
 {
     size_t written = 0;
@@ -14,6 +16,12 @@ inline ssize_t writeWhole(int descriptor, const char* data, size_t length)
         const ssize_t count = ::write(descriptor, data + written, length - written);
         if (count < 0 && errno == EINTR)
             continue;
+        if (count < 0 && errno == EAGAIN) {
+            constexpr int patience_ms = 100;
+            pollfd room = {descriptor, POLLOUT, 0};
+            if (poll(&room, 1, patience_ms) > 0)
+                continue;
+        }
         if (count <= 0)
             break;
         written += static_cast<size_t>(count);

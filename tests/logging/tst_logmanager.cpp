@@ -56,6 +56,7 @@ private Q_SLOTS:
     }
     void cleanup()
     {
+        m_manager->initLogFiles(); // whether or not the test has closed them
         for (int id = LogManager::General; id <= LogManager::M4ActuatorBoard; ++id)
             m_manager->deleteLogFile(static_cast<LogManager::LogFileId>(id));
         m_manager->finalizeLogFiles();
@@ -216,8 +217,9 @@ private Q_SLOTS:
         const support::EnvironmentGuard guard("LOG_FROM_MAIN_THREAD", fromMainThread);
         QVERIFY(m_manager->connectNode(LogNode::instance()));
         Qt::HANDLE handledIn = nullptr;
+        const QObject context;
         connect(
-            m_manager, &LogManager::eventLogged, this,
+            m_manager, &LogManager::eventLogged, &context,
             [&] { handledIn = QThread::currentThreadId(); }, Qt::DirectConnection);
         Qt::HANDLE loggedIn = nullptr;
         std::thread([&loggedIn] {
@@ -225,9 +227,10 @@ private Q_SLOTS:
             LogFormatter(LogLevel::Event) << "from a thread";
         }).join();
         QCOMPARE(handledIn, queued ? nullptr : loggedIn);
-        QCoreApplication::processEvents();
+        m_manager->finalizeLogFiles(); // which loses none
+        QCOMPARE(afterTime(readFile(eventsFile("zel_events.log"))),
+                 QStringList(QStringLiteral("| NONE| from a thread")));
         QCOMPARE(handledIn, queued ? QThread::currentThreadId() : loggedIn);
-        disconnect(m_manager, &LogManager::eventLogged, this, nullptr);
         qunsetenv("LOG_FROM_MAIN_THREAD");
         m_manager->connectNode(LogNode::instance());
     }
@@ -254,7 +257,9 @@ private Q_SLOTS:
         QCOMPARE(M::eventModuleFilterToEventModule(M::WarningEventFilter),
                  LogEventModule::WarningEvent);
         QCOMPARE(int(M::eventModuleToEventModuleFilter(LogEventModule::WarningEvent)), 12);
-        QCOMPARE(int(M::eventModuleToEventModuleFilter(LogEventModule::AllEvents)), 32);
+        const auto none = M::eventModuleToEventModuleFilter(LogEventModule::AllEvents);
+        QCOMPARE(int(none), 32);
+        QCOMPARE(int(M::eventModuleFilterToEventModule(none)), 0);
         QCOMPARE(m_manager->eventModuleFilter().size(), 13);
         QCOMPARE(m_manager->eventModuleFilter().at(7), QStringLiteral("UpdateUpdateEvent"));
         m_manager->enableModuleEvent(LogEventModule::AllEvents);
@@ -313,6 +318,63 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(eventsFile("zel_events_deleted.log")));
     }
 
+    // What QML and string-based connections know.
+    void metaObject()
+    {
+        QStringList found;
+        const QMetaObject& meta = LogManager::staticMetaObject;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+            const QMetaMethod method = meta.method(i);
+            const QMap<QMetaMethod::MethodType, QString> kinds{
+                {QMetaMethod::Signal, QStringLiteral("S ")},
+                {QMetaMethod::Slot, QStringLiteral("L ")},
+                {QMetaMethod::Method, QStringLiteral("I ")}};
+            found.append(kinds[method.methodType()] +
+                         QString::fromLatin1(method.methodSignature()));
+        }
+        for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i) {
+            const QMetaProperty property = meta.property(i);
+            found.append(QStringLiteral("P %1 %2 %3")
+                             .arg(QLatin1String(property.typeName()),
+                                  QLatin1String(property.name()),
+                                  QString::fromLatin1(property.notifySignal().name())));
+        }
+        found.sort();
+        QCOMPARE(
+            found,
+            QStringList(
+                {QStringLiteral("I deleteEventFile()"),
+                 QStringLiteral("I deleteGrinderFile()"),
+                 QStringLiteral("I emitEventModuleFilterChangeTrad()"),
+                 QStringLiteral("I logContent()"),
+                 QStringLiteral("I logContent(bool)"),
+                 QStringLiteral("I qmlEventLogParameter(QString)"),
+                 QStringLiteral("I setEventUser(QString)"),
+                 QStringLiteral(
+                     "I updateEventsText(LogManager::EventModuleFilter,QString,QString,int,int)"),
+                 QStringLiteral("L log(LogLevel::Level,Log::Modules,QString)"),
+                 QStringLiteral("L syncLogs()"),
+                 QStringLiteral("P QString eventsText eventsTextChanged"),
+                 QStringLiteral("P QStringList eventModuleFilter eventModuleFilterChangeTrad"),
+                 QStringLiteral("P QStringList eventsTextList eventsTextListChanged"),
+                 QStringLiteral("P int eventsPagesCount eventsPagesCountChanged"),
+                 QStringLiteral("S eventLogged(QString)"),
+                 QStringLiteral("S eventModuleFilterChangeTrad()"),
+                 QStringLiteral("S eventsPagesCountChanged()"),
+                 QStringLiteral("S eventsTextChanged()"),
+                 QStringLiteral("S eventsTextListChanged()"),
+                 QStringLiteral("S failureLogged(QString)"),
+                 QStringLiteral("S grinderLogged(QString)"),
+                 QStringLiteral("S loggedFromThread(QString)"),
+                 QStringLiteral("S newLogEvent(LogEventModule::EventModule,QStringList)"),
+                 QStringLiteral("S qtLogged(QString)")}));
+        QCOMPARE(LogEventModule::staticMetaObject.enumeratorCount(), 1);
+        QCOMPARE(QMetaType::type("LogLevel") == 0 || QMetaType::type("LogLevel::Level") == 0 ||
+                     QMetaType::type("Log::Modules") == 0 ||
+                     QMetaType::type("LogEventModule::EventModule") == 0,
+                 false);
+    }
+
     void withoutThePathLayoutTheProcessEnds()
     {
         QProcess child;
@@ -325,14 +387,16 @@ private Q_SLOTS:
         QCOMPARE(child.exitCode(), 1);
     }
 
-    void linesAfterTheManagerDoNoHarm()
+    // Destructors and threads that nobody stopped.
+    void linesAreLoggedToTheVeryEnd()
     {
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--late-lines")});
         QVERIFY(child.waitForFinished());
         QCOMPARE(child.exitCode(), 0);
         const QByteArray printed = child.readAllStandardError();
-        QCOMPARE(afterTime(printed), QStringList(QStringLiteral("| Warning  | late")));
+        QCOMPARE(afterTime(printed), QStringList({QStringLiteral("| NONE| late"),
+                                                  QStringLiteral("| Warning  | late")}));
     }
 };
 
@@ -340,6 +404,11 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     if (application.arguments().contains(QStringLiteral("--without-path"))) {
+        static const struct Late
+        {
+            ~Late() { qWarning("from a destructor"); }
+        } late;
+        qInstallMessageHandler(LogManager::qtMessageHandler);
         LogFormatter(LogLevel::Event) << "too early";
         return 0;
     }
@@ -355,6 +424,13 @@ int main(int argc, char** argv)
         static support::TemporaryLayout layout;
         LogManager::initialize();
         qInstallMessageHandler(LogManager::qtMessageHandler);
+        LogManager::instance()->finalizeLogFiles();
+        for (int i = 0; i < 2; ++i) {
+            std::thread([] {
+                for (;;)
+                    LogFormatter(LogLevel::Capsule) << "still running";
+            }).detach();
+        }
         return 0;
     }
     TestLogManager test;

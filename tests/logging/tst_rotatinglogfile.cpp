@@ -166,6 +166,18 @@ private Q_SLOTS:
         f.log.endHalfLine();
         f.log.write("new\n");
         QCOMPARE(f.content(), QStringLiteral("zel.log=half\nnew\n"));
+        f.log.write("x");
+        f.log.endHalfLine();
+        f.log.write("\n"); // with the feed it needs, one byte more than there is room for
+        QCOMPARE(f.content(), QStringLiteral("zel.log=\n zel.log.1=half\nnew\nx"));
+        f.log.write("x");
+        f.log.endHalfLine();
+        f.log.file.close();
+        writeFile(f.path(0), "");
+        f.log.file.open(QIODevice::Append);
+        f.log.endHalfLine();
+        f.log.write("first\n");
+        QCOMPARE(readFile(f.path(0)), QByteArray("first\n"));
     }
 
     void deletion_data()
@@ -254,6 +266,7 @@ private Q_SLOTS:
         recorder.take();
         RotatingLogFile::compressFile(QStringLiteral("/nowhere/x"), &f.log);
         QCOMPARE(completed.value(0).value(0).toString(), QString());
+        QVERIFY(!QFile::exists(f.path(1) + QStringLiteral(".tar.gz"))); // not even half of one
         QVERIFY(recorder.takeMessages().last().endsWith(
             QStringLiteral("RotatingLogFile*) Failed to compress  \"/nowhere/x\"")));
         Q_EMIT f.log.workCompleted(QStringLiteral("/nowhere/x"));
