@@ -162,3 +162,13 @@ bool WindowsTools::runInShell(const QString& command, const QString& workingDire
     *exitCode = process.exitCode();
     return *exitCode == 0;
 }
+
+bool WindowsTools::setEnv(const QString& name, const QString& value)
+{
+    return qputenv(name.toUtf8().constData(), value.toUtf8());
+}
+
+bool WindowsTools::unsetEnv(const QString& name)
+{
+    return qunsetenv(name.toUtf8().constData());
+}

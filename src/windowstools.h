@@ -8,10 +8,12 @@
 #include <chrono>
 #include <functional>
 
-/// Runs command lines and waits for them. A line goes to "/bin/sh -c", so redirections and
-/// pipes work; never put text from outside into one. Standard input is empty. What the command
-/// prints on both outputs goes to the log line by line as it comes, at Debug under Log::Global;
-/// blank lines are left out, and a line of more than 4 KiB becomes several.
+/// Runs command lines and waits for them, and changes the environment of this process.
+///
+/// A command line goes to "/bin/sh -c", so redirections and pipes work; never put text from outside
+/// into one. Standard input is empty. What the command prints on both outputs goes to the log line
+/// by line as it comes, at Debug under Log::Global; blank lines are left out, and a line of more
+/// than 4 KiB becomes several.
 ///
 /// Safe to call from any thread, with or without an event loop; events are not processed meanwhile.
 class ZELTOOLS_EXPORT WindowsTools
@@ -40,6 +42,15 @@ public:
     /// Replaces the shell, for tests; an empty function brings it back. Returns the one before,
     /// empty for the shell. May be called from any thread, and must be callable from any.
     static CommandRunner setCommandRunner(CommandRunner runner);
+
+    /// Gives the variable this value, in place of another one; both texts in UTF-8. An empty value
+    /// is a value. False, and nothing changed, for a name that is empty or holds a "=".
+    ///
+    /// Takes the lock under which Qt reads the environment (qgetenv()); code that calls getenv()
+    /// itself must not run meanwhile.
+    static bool setEnv(const QString& name, const QString& value);
+    /// Removes the variable, if it is there. Otherwise as setEnv().
+    static bool unsetEnv(const QString& name);
 
 private:
     friend class TestWindowsTools;

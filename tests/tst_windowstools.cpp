@@ -45,6 +45,7 @@ private Q_SLOTS:
     void boundsTheWait();
     void runsInThreadsWithoutEventLoop();
     void replacesTheShell();
+    void changesTheEnvironment();
 
 private:
     std::mutex m_mutex;
@@ -175,6 +176,18 @@ void TestWindowsTools::replacesTheShell()
     QVERIFY(WindowsTools::setCommandRunner({}));
     QVERIFY(WindowsTools::runCommand("true"));
     QCOMPARE(calls, QStringList({"/folder/good", "/folder/bad"}));
+}
+
+void TestWindowsTools::changesTheEnvironment()
+{
+    QVERIFY(WindowsTools::setEnv("CAFFÈ", "a=b"));
+    QVERIFY(WindowsTools::setEnv("CAFFÈ", "€"));
+    QCOMPARE(qgetenv("CAFFÈ"), QByteArray("€"));
+    QVERIFY(WindowsTools::setEnv("CAFFÈ", ""));
+    QVERIFY(qEnvironmentVariableIsSet("CAFFÈ"));
+    QVERIFY(WindowsTools::unsetEnv("CAFFÈ"));
+    QVERIFY(!qEnvironmentVariableIsSet("CAFFÈ"));
+    QVERIFY(!WindowsTools::setEnv("", "1") && !WindowsTools::setEnv("A=B", "1"));
 }
 
 QTEST_GUILESS_MAIN(TestWindowsTools)
