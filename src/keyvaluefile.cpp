@@ -1,0 +1,107 @@
+#include "keyvaluefile.h"
+
+#include "keyvaluefile_p.h"
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "system.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <string_view>
+
+namespace zeltools::keyvaluefile
+{
+
+namespace
+{
+
+std::string_view trimmed(std::string_view line)
+{
+    constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+    line.remove_prefix(std::min(line.find_first_not_of(whiteSpace), line.size()));
+    return line.substr(0, line.find_last_not_of(whiteSpace) + 1);
+}
+
+QString text(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), static_cast<int>(qstrnlen(utf8.data(), utf8.size())));
+}
+
+void warn(const char* signature, const char* message, const QString& path)
+{
+    LogFormatter(LogLevel::Warning).log(Log::Global) << signature << message << path;
+}
+
+} // namespace
+
+QMap<QString, QString> parse(const QByteArray& content)
+{
+    QMap<QString, QString> map;
+    std::string_view rest(content.constData(), static_cast<size_t>(content.size()));
+    while (!rest.empty()) {
+        const size_t size = std::min(rest.find('\n'), rest.size() - 1) + 1;
+        const std::string_view line = trimmed(rest.substr(0, size));
+        rest.remove_prefix(size);
+        if (!line.empty() && line.front() == '#')
+            continue;
+        const size_t equals = line.find('=');
+        const QString key = text(line.substr(0, equals));
+        const QString value =
+            equals == line.npos ? QStringLiteral("1") : text(line.substr(equals + 1));
+        // Files that save() has written are sorted: the place is then known without a search.
+        map.insert(map.cend(), key, value);
+    }
+    return map;
+}
+
+QByteArray toLine(const QString& key, const QString& value)
+{
+    return QString(key + QLatin1Char('=') + value + QLatin1Char('\n')).toUtf8();
+}
+
+std::optional<QMap<QString, QString>> load(const QString& path, bool logOpenFailure)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (logOpenFailure) {
+            warn("optional<QMap<QString, QString> > zeltools::keyvaluefile::load("
+                 "const QString&, bool)",
+                 "Failed opening file", path);
+        }
+        return std::nullopt;
+    }
+    return parse(file.readAll());
+}
+
+bool save(const QString& path, const QMap<QString, QString>& map)
+{
+    const char* const signature = "bool zeltools::keyvaluefile::save("
+                                  "const QString&, const QMap<QString, QString>&)";
+    QFile file(path);
+    // Without a buffer the result of a write is what the disk had room for.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+        warn(signature, "Failed opening file", path);
+        return false;
+    }
+    for (auto entry = map.begin(); entry != map.end(); ++entry) {
+        const QByteArray line = toLine(entry.key(), entry.value());
+        if (file.write(line) != line.size()) {
+            warn(signature, "Failed writing to file", path);
+            return false;
+        }
+    }
+    file.close();
+    System::syncFile(file);
+    return true;
+}
+
+void print(const QMap<QString, QString>& map)
+{
+    for (auto entry = map.begin(); entry != map.end(); ++entry) {
+        LogFormatter(LogLevel::Info).log(Log::Global).noquote()
+            << QStringLiteral("%1=%2").arg(entry.key()).arg(entry.value());
+    }
+}
+
+} // namespace zeltools::keyvaluefile
