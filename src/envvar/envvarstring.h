@@ -1,0 +1,27 @@
+#pragma once
+
+#include "envvar/envvar.h"
+
+namespace zeltools::envvar
+{
+
+/// A switch that holds any text.
+class ZELTOOLS_EXPORT EnvVarString : public EnvVar
+{
+    Q_OBJECT
+
+public:
+    /// Throws std::invalid_argument for a name that is taken.
+    EnvVarString(const char* name, const char* description, Category category, Flags flags,
+                 const char* definedValue);
+    ~EnvVarString() override;
+
+    Type type() const override { return String; }
+    bool isStringValueValid(const QString&) const override { return true; }
+
+    /// The value in force, a null string when there is none. Not while another thread writes.
+    QString operator()() const { return stringValueOpt().value_or(QString()); }
+    void set(const QString& value);
+};
+
+} // namespace zeltools::envvar
