@@ -9,6 +9,10 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(NOT ZELTOOLS_BUILD MATCHES "^(desktop|board)$")
     message(FATAL_ERROR "ZELTOOLS_BUILD is \"${ZELTOOLS_BUILD}\"; it must be desktop or board")
 endif()
+if(NOT ZELTOOLS_MODEL MATCHES "^(ARIETTA|CADENZA|SONATA|VIVO)$")
+    message(FATAL_ERROR
+            "ZELTOOLS_MODEL is \"${ZELTOOLS_MODEL}\"; it must be ARIETTA, CADENZA, SONATA or VIVO")
+endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
                     -Wcast-align -Wnull-dereference -Wimplicit-fallthrough)

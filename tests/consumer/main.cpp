@@ -1,3 +1,4 @@
+#include <zeltools/envvar/envvars.h>
 #include <zeltools/logging/log.h>
 #include <zeltools/logging/logformatter.h>
 #include <zeltools/logging/loginfile.h>
@@ -14,6 +15,7 @@ int main(int argc, char** argv)
     LogManager::initialize();
     LogManager::instance()->enableLogToFile(true);
     LogFormatter(LogLevel::Info).log(Log::Payment) << "Inserted" << 50 << "cents";
-    return LogManager::instance()->logContent().contains(QLatin1String("Inserted 50 cents")) ? 0
-                                                                                             : 1;
+    const bool isLogged =
+        LogManager::instance()->logContent().contains(QLatin1String("Inserted 50 cents"));
+    return isLogged && zeltools::envvar::EnvVars::EncryptedConfig() ? 0 : 1;
 }
