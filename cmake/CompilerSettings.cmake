@@ -26,3 +26,6 @@ if(ZELTOOLS_SANITIZE)
         add_compile_options(-fno-sanitize-recover=undefined)
     endif()
 endif()
+if(ZELTOOLS_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link) # the library tells which of its ways are taken
+endif()

@@ -1,0 +1,69 @@
+// Holds the parser of key-value files against the plain way to read them, and what it found against
+// what it finds in a file written from that.
+
+#include "keyvaluefile_p.h"
+
+#include <QBuffer>
+
+#include <cstdint>
+#include <cstdlib>
+
+using Map = QMap<QString, QString>;
+namespace keyvaluefile = zeltools::keyvaluefile;
+
+namespace
+{
+
+void require(bool condition)
+{
+    if (!condition)
+        abort();
+}
+
+Map readLineByLine(QByteArray content)
+{
+    Map map;
+    QBuffer file(&content);
+    file.open(QIODevice::ReadOnly);
+    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine()) {
+        line = line.trimmed();
+        if (line.startsWith('#'))
+            continue;
+        const int equals = line.indexOf('=');
+        if (equals < 0)
+            map[QString::fromUtf8(line)] = QStringLiteral("1");
+        else
+            map[QString::fromUtf8(line.left(equals))] = QString::fromUtf8(line.mid(equals + 1));
+    }
+    return map;
+}
+
+// Whether a line can hold the pair. What was read may be more than that: a NUL keeps white space
+// away from the end of a line, and a byte order mark, which the conversion drops, from its begin.
+bool fits(const QString& key, const QString& value)
+{
+    const QByteArray line = keyvaluefile::toLine(key, value).chopped(1);
+    const QChar mark(QChar::ByteOrderMark);
+    return line.trimmed() == line && !line.startsWith('#') && !key.startsWith(mark) &&
+           !value.startsWith(mark);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const QByteArray content(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    const Map map = keyvaluefile::parse(content);
+    require(map == readLineByLine(content));
+
+    QByteArray written;
+    Map fitting;
+    for (auto pair = map.begin(); pair != map.end(); ++pair) {
+        if (!fits(pair.key(), pair.value()))
+            continue;
+        fitting.insert(pair.key(), pair.value());
+        written += keyvaluefile::toLine(pair.key(), pair.value());
+    }
+    require(keyvaluefile::parse(written) == fitting);
+    return 0;
+}
