@@ -150,15 +150,6 @@ QString jsonText(int page, int pagesCount, const QStringList& lines)
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-/// Event texts come from outside; an escape sequence among them must not command the terminal.
-void maskControls(QString& text)
-{
-    for (QChar& character : text) {
-        if (character.category() == QChar::Other_Control && character != '\t' && character != '\n')
-            character = '?';
-    }
-}
-
 } // namespace
 
 ExitStatus runEvents(const QStringList& arguments)
@@ -190,12 +181,9 @@ ExitStatus runEvents(const QStringList& arguments)
     QString output = isJson ? jsonText(request.page, page.pagesCount, lines) : lines.join('\n');
     if (!output.isEmpty())
         output += '\n';
-    const bool isTerminal = isatty(STDOUT_FILENO) != 0;
-    if (isTerminal)
-        maskControls(output);
     const ExitStatus status = print(output);
     // For the reader at a terminal; apart from the events even there.
-    if (isTerminal && !isJson)
+    if (isatty(STDOUT_FILENO) != 0 && !isJson)
         std::fprintf(stderr, "page %d of %d\n", request.page, page.pagesCount);
     return status;
 }
