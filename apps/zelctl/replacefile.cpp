@@ -1,0 +1,180 @@
+#include "replacefile.h"
+
+#include "logging/writewhole_p.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+
+class Descriptor
+{
+public:
+    explicit Descriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+    ~Descriptor() { close(); }
+    Q_DISABLE_COPY(Descriptor)
+
+    operator int() const { return m_descriptor; }
+    bool close() { return m_descriptor < 0 || ::close(std::exchange(m_descriptor, -1)) == 0; }
+
+private:
+    int m_descriptor;
+};
+
+QString reason()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+bool readAll(int descriptor, QByteArray& bytes)
+{
+    char buffer[65536];
+    while (true) {
+        const ssize_t count = read(descriptor, buffer, sizeof buffer);
+        if (count == 0)
+            return true;
+        if (count > 0)
+            bytes.append(buffer, static_cast<int>(count));
+        else if (errno != EINTR)
+            return false;
+    }
+}
+
+bool lock(int descriptor)
+{
+    int result = 0;
+    do {
+        result = flock(descriptor, LOCK_EX);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+} // namespace
+
+FileContent readFile(const QString& path)
+{
+    const QString obstacle = "cannot read " + path + ": ";
+    const Descriptor file(
+        open(QFile::encodeName(path).constData(),
+             O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)); // a pipe must not wait
+    if (file < 0)
+        return {{}, obstacle + reason(), errno != ENOENT};
+    struct stat status = {};
+    if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode))
+        return {{}, obstacle + "it is not a file", true};
+    QByteArray bytes;
+    if (!readAll(file, bytes))
+        return {{}, obstacle + reason(), true};
+    return {bytes, {}, true};
+}
+
+ReplaceFile::ReplaceFile(const QString& path)
+{
+    const QFileInfo given(path);
+    const QString canonical = given.canonicalFilePath(); // empty when there is no file
+    const QFileInfo file(canonical.isEmpty() ? given.absoluteFilePath() : canonical);
+    m_folderPath = file.path();
+    m_name = QFile::encodeName(file.fileName());
+    m_temporaryName = '.' + m_name + ".zelctl";
+    if (canonical.isEmpty() && given.isSymLink()) {
+        m_error = "cannot replace " + path + ": the link points to nothing";
+        return;
+    }
+    m_folder =
+        open(QFile::encodeName(m_folderPath).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (check(m_folder >= 0, "open", {}))
+        check(lock(m_folder), "lock", {});
+}
+
+ReplaceFile::~ReplaceFile()
+{
+    if (m_folder >= 0)
+        close(m_folder);
+}
+
+bool ReplaceFile::replace(const QByteArray& content)
+{
+    if (!m_error.isEmpty())
+        return false;
+    // Made anew each time: what stands under that name may be a link to something else.
+    const bool isFree = unlinkat(m_folder, m_temporaryName.constData(), 0) == 0 || errno == ENOENT;
+    if (!check(isFree, "remove", m_temporaryName))
+        return false;
+    if (writeTemporary(content) &&
+        check(renameat(m_folder, m_temporaryName.constData(), m_folder, m_name.constData()) == 0,
+              "replace", m_name))
+        return syncFolder();
+    unlinkat(m_folder, m_temporaryName.constData(), 0);
+    return false;
+}
+
+bool ReplaceFile::sync()
+{
+    if (!m_error.isEmpty())
+        return false;
+    const Descriptor file(openat(m_folder, m_name.constData(), O_RDONLY | O_CLOEXEC));
+    return check(file >= 0 && fsync(file) == 0, "sync", m_name) && syncFolder();
+}
+
+bool ReplaceFile::writeTemporary(const QByteArray& content)
+{
+    struct stat status = {};
+    const bool exists = fstatat(m_folder, m_name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
+    if (!check(exists || errno == ENOENT, "read", m_name))
+        return false;
+    // Nobody may read it before it has the mode of the old file.
+    Descriptor file(openat(m_folder, m_temporaryName.constData(),
+                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                           exists ? 0600 : 0644));
+    if (!check(file >= 0, "create", m_temporaryName))
+        return false;
+    if (exists && !keepOwnerAndMode(file, status))
+        return false;
+    return check(writeWhole(file, content.constData(), static_cast<size_t>(content.size())) ==
+                     content.size(),
+                 "write", m_temporaryName) &&
+           check(fsync(file) == 0, "sync", m_temporaryName) &&
+           check(file.close(), "close", m_temporaryName);
+}
+
+bool ReplaceFile::keepOwnerAndMode(int descriptor, const struct stat& status)
+{
+    // In this order: a change of the owner takes bits off the mode.
+    return check(fchown(descriptor, status.st_uid, status.st_gid) == 0, "keep the owner of",
+                 m_name) &&
+           check(fchmod(descriptor, status.st_mode & 07777) == 0, "keep the mode of", m_name);
+}
+
+bool ReplaceFile::syncFolder()
+{
+    // Until then a power cut may bring the old name back.
+    return check(fsync(m_folder) == 0, "sync the folder of", m_name);
+}
+
+bool ReplaceFile::check(bool isDone, const char* action, const QByteArray& name)
+{
+    if (!isDone && m_error.isEmpty()) {
+        const QString why = reason(); // before errno can change
+        m_error = QStringLiteral("cannot %1 %2: %3").arg(action, pathOf(name), why);
+    }
+    return isDone;
+}
+
+QString ReplaceFile::pathOf(const QByteArray& name) const
+{
+    return name.isEmpty() ? m_folderPath : m_folderPath + '/' + QFile::decodeName(name);
+}
