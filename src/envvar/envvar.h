@@ -12,6 +12,7 @@
 
 namespace zeltools::envvar
 {
+Q_NAMESPACE_EXPORT(ZELTOOLS_EXPORT)
 
 enum Type { Boolean = 0, String = 1, Integer = 2 };
 
@@ -42,6 +43,7 @@ enum Category {
     CapKeys = 20,
     SocketCan = 21
 };
+Q_ENUM_NS(Category)
 
 /// The bits 2 and 4 are the application's own; the library only stores them.
 enum Flag : int {
