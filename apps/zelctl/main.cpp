@@ -1,4 +1,5 @@
 #include "command.h"
+#include "envcommand.h"
 #include "eventscommand.h"
 
 #include <QCoreApplication>
@@ -7,6 +8,7 @@ namespace
 {
 
 constexpr Command s_commands[]{
+    {"env", "Shows and edits the environment file of a machine.", runEnv},
     {"events", "Shows the event history of a machine in pages.", runEvents},
 };
 

@@ -1,0 +1,282 @@
+#include "envcommand.h"
+
+#include "envfile.h"
+#include "envvar/envvarstore.h"
+#include "keyvaluefile_p.h"
+#include "logging/logmodules.h"
+#include "replacefile.h"
+
+#include <QCommandLineParser>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMetaEnum>
+
+#include <algorithm>
+#include <functional>
+
+using zeltools::envvar::Category;
+using zeltools::envvar::EnvVar;
+using zeltools::envvar::EnvVarStore;
+using zeltools::envvar::typeToString;
+
+namespace
+{
+
+using Values = QMap<QString, QString>;
+
+QString unknown(const QString& path, const QString& name)
+{
+    return name + " is no switch, and not in " + path;
+}
+
+/// What the machine gets for a name, and from where.
+struct Setting
+{
+    QString name;
+    QString value;
+    const char* source;
+    const char* fault; ///< "unknown", "invalid" or empty
+};
+
+/// Switches that are read straight from the process environment, where the file puts them.
+const QStringList& logSwitches()
+{
+    static const QStringList names =
+        LogModules::getEnvVars() + QStringList{"ZEL_DEBUG_ALL", "LOG_FROM_MAIN_THREAD"};
+    return names;
+}
+
+bool isSwitch(const QString& name)
+{
+    return EnvVarStore::instance().findEnvVar(name) != nullptr || logSwitches().contains(name);
+}
+
+/// Why the machine would not take the value; empty when it would.
+QString refusal(const QString& name, const QString& value)
+{
+    const EnvVar* var = EnvVarStore::instance().findEnvVar(name);
+    const bool isBoolean =
+        var != nullptr ? var->type() == zeltools::envvar::Boolean : logSwitches().contains(name);
+    // A log switch would silently ignore anything but these two.
+    if (var != nullptr ? var->isStringValueValid(value)
+                       : !isBoolean || value == "0" || value == "1")
+        return QString();
+    return QStringLiteral("\"%1\" is no value for %2, which is %3")
+        .arg(value, name, isBoolean ? "0 or 1" : "of type " + typeToString(var->type()));
+}
+
+/// As EnvVarStore::load() has it: the file, the environment, the build.
+std::optional<Setting> settingOf(const QString& name, const Values& file)
+{
+    const auto line = file.find(name);
+    if (line != file.end()) {
+        const bool isValid = refusal(name, *line).isEmpty();
+        return Setting{name, *line, "file", !isSwitch(name) ? "unknown" : isValid ? "" : "invalid"};
+    }
+    const QByteArray variable = name.toUtf8();
+    if (isSwitch(name) && qEnvironmentVariableIsSet(variable.constData()))
+        return Setting{name, QString::fromUtf8(qgetenv(variable.constData())), "environment", ""};
+    const EnvVar* var = EnvVarStore::instance().findEnvVar(name);
+    const auto define = var != nullptr ? var->stringValueOpt(EnvVar::Defines) : std::nullopt;
+    return define ? std::optional(Setting{name, *define, "define", ""}) : std::nullopt;
+}
+
+/// In the order of the catalogue; what else is in the file comes last.
+QVector<Setting> settings(const Values& file)
+{
+    QStringList names;
+    for (const EnvVar* var : EnvVarStore::instance().vars())
+        names += var->name();
+    names += logSwitches();
+    for (const QString& name : file.keys()) {
+        // A blank line is the empty key.
+        if (!name.isEmpty() && !isSwitch(name))
+            names += name;
+    }
+    QVector<Setting> settings;
+    for (const QString& name : qAsConst(names)) {
+        if (const std::optional<Setting> setting = settingOf(name, file))
+            settings.append(*setting);
+    }
+    return settings;
+}
+
+/// Columns as wide as their widest text; the last one has no blanks at its end. A line of rubbish
+/// in the file, which is a name to a reader, does not widen all others.
+QString table(const QVector<QStringList>& rows)
+{
+    constexpr int maximumWidth = 50;
+    QVector<int> widths(rows.value(0).size());
+    for (const QStringList& row : rows) {
+        for (int column = 0; column < row.size(); ++column)
+            widths[column] = std::max(widths[column], std::min(row[column].size(), maximumWidth));
+    }
+    QString text;
+    for (const QStringList& row : rows) {
+        for (int column = 0; column < row.size() - 1; ++column)
+            text += row[column].leftJustified(widths[column]) + "  ";
+        text += row.last() + '\n';
+    }
+    return text;
+}
+
+ExitStatus printJson(const char* member, const QJsonArray& array)
+{
+    return print(QString::fromUtf8(
+                     QJsonDocument(QJsonObject{{member, array}}).toJson(QJsonDocument::Compact)) +
+                 '\n');
+}
+
+ExitStatus printCatalogue(bool isJson)
+{
+    QJsonArray array;
+    QVector<QStringList> rows;
+    for (const EnvVar* var : EnvVarStore::instance().vars()) {
+        const auto category = QMetaEnum::fromType<Category>().valueToKey(var->category());
+        const auto define = var->stringValueOpt(EnvVar::Defines);
+        array.append(QJsonObject{{"name", var->name()},
+                                 {"type", typeToString(var->type())},
+                                 {"category", category},
+                                 {"flags", int(var->flags())},
+                                 {"default", define ? QJsonValue(*define) : QJsonValue()},
+                                 {"description", var->description()}});
+        rows.append({var->name(), typeToString(var->type()), category,
+                     QString::number(int(var->flags())), define.value_or("-"),
+                     QString(var->description()).replace('\n', ' ')});
+    }
+    return isJson ? printJson("switches", array) : print(table(rows));
+}
+
+ExitStatus printList(const QString& path, const Values& file, bool isJson)
+{
+    QJsonArray array;
+    QVector<QStringList> rows;
+    QString invalid;
+    for (const Setting& setting : settings(file)) {
+        const QString fault = setting.fault;
+        array.append(QJsonObject{{"name", setting.name},
+                                 {"value", setting.value},
+                                 {"source", setting.source},
+                                 {"known", fault != "unknown"},
+                                 {"valid", fault != "invalid"}});
+        rows.append({setting.name, setting.source + (fault.isEmpty() ? fault : ", " + fault),
+                     setting.value});
+        if (fault == "invalid" && invalid.isEmpty())
+            invalid = path + ": " + refusal(setting.name, setting.value);
+    }
+    const ExitStatus status = isJson ? printJson("settings", array) : print(table(rows));
+    return status == Done && !invalid.isEmpty() ? fail(Failed, invalid) : status;
+}
+
+ExitStatus printValue(const QString& path, const Values& file, const QString& name)
+{
+    const std::optional<Setting> setting = settingOf(name, file);
+    if (!setting)
+        return fail(Failed, isSwitch(name) ? name + " has no value" : unknown(path, name));
+    const QString reason = refusal(name, setting->value);
+    return reason.isEmpty() ? print(setting->value + '\n') : fail(Failed, path + ": " + reason);
+}
+
+/// `change` returns whether there was anything to change.
+ExitStatus edit(const QString& path, bool mayCreate, const std::function<bool(EnvFile&)>& change)
+{
+    ReplaceFile file(path);
+    const FileContent content = readFile(file.path());
+    if (file.error().isEmpty() && !content.error.isEmpty() && (content.exists || !mayCreate))
+        return fail(Failed, content.error);
+    EnvFile text(content.bytes);
+    const bool isDone = change(text) ? file.replace(text.text()) : file.sync();
+    return isDone ? Done : fail(Failed, file.error());
+}
+
+ExitStatus set(const QString& path, const QString& name, const QString& value, bool isForced)
+{
+    if (!EnvFile::canHold(name, "1"))
+        return fail(Failed, "a line of the file cannot hold the name \"" + name + '"');
+    if (!isForced && !isSwitch(name))
+        return fail(Failed, name + " is no switch; --force sets it all the same");
+    if (!EnvFile::canHold(name, value))
+        return fail(Failed,
+                    "a line of the file cannot hold the value \"" + value + "\" of " + name);
+    const QString reason = refusal(name, value);
+    if (!reason.isEmpty())
+        return fail(Failed, reason);
+    return edit(path, true, [&](EnvFile& file) {
+        const bool isChange = file.value(name) != value;
+        if (isChange)
+            file.set(name, value);
+        return isChange;
+    });
+}
+
+ExitStatus unset(const QString& path, const QString& name)
+{
+    bool isThere = false;
+    const ExitStatus status = edit(path, false, [&](EnvFile& file) {
+        isThere = file.value(name).has_value();
+        file.unset(name);
+        return isThere;
+    });
+    return status != Done || isThere || isSwitch(name) ? status : fail(Failed, unknown(path, name));
+}
+
+void addOptions(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(
+        "Shows and edits the environment file of a machine.\n\n"
+        "  list            what the machine gets, and whether from the file, from the environment\n"
+        "                  (here that of zelctl) or from the build (define); a value that the\n"
+        "                  machine would refuse is marked as invalid, and an exit status of 1\n"
+        "  get NAME        the value that the machine gets\n"
+        "  set NAME VALUE  changes one line of the file, or appends it; creates a missing file\n"
+        "  unset NAME      removes the lines of that name\n"
+        "  catalogue       all switches: name, type, category, flags (1 is visible, 2 and 4 are "
+        "the\n"
+        "                  application's), build default, description");
+    parser.addPositionalArgument("FILE", "The environment file.",
+                                 "FILE list|get NAME|set NAME VALUE|unset NAME\n"
+                                 "       zelctl env [options] catalogue");
+    parser.addOptions({
+        {{"h", "help"}, "Shows this help."},
+        {"force", "Sets also a name that is no switch known here."},
+        {"json", "Prints the list or the catalogue as one JSON object."},
+    });
+}
+
+} // namespace
+
+ExitStatus runEnv(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    addOptions(parser);
+    const bool isParsed = parser.parse(arguments);
+    if (parser.isSet("help"))
+        return print(parser.helpText());
+    if (!isParsed)
+        return fail(WrongUsage, parser.errorText());
+    const QStringList words = parser.positionalArguments();
+    // What a malformed text decodes to; it would not be read back as it was typed.
+    if (words.join(QString()).contains(QChar::ReplacementCharacter))
+        return fail(WrongUsage, "the arguments are not UTF-8");
+    const bool isJson = parser.isSet("json");
+    if (words == QStringList("catalogue"))
+        return printCatalogue(isJson);
+
+    const QString path = words.value(0), action = words.value(1), name = words.value(2);
+    const QMap<QString, int> wordsOf{{"list", 2}, {"get", 3}, {"set", 4}, {"unset", 3}};
+    if (path.isEmpty() || wordsOf.value(action) != words.size() || (isJson && action != "list") ||
+        (parser.isSet("force") && action != "set"))
+        return fail(WrongUsage, "see \"zelctl env --help\" for what env needs");
+    if (words.size() > 2 && name.isEmpty())
+        return fail(WrongUsage, "the name is empty"); // to a reader of the file, a blank line
+    if (action == "set")
+        return set(path, name, words[3], parser.isSet("force"));
+    if (action == "unset")
+        return unset(path, name);
+    const FileContent content = readFile(path);
+    if (!content.error.isEmpty())
+        return fail(Failed, content.error);
+    const Values file = zeltools::keyvaluefile::parse(content.bytes);
+    return action == "list" ? printList(path, file, isJson) : printValue(path, file, name);
+}

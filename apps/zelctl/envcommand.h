@@ -1,0 +1,8 @@
+#pragma once
+
+#include "command.h"
+
+/// `zelctl env`: shows and edits the environment file of a machine, and shows the catalogue of
+/// switches. An edit is on the storage when the command is done, and may be cut short at any
+/// moment.
+ExitStatus runEnv(const QStringList& arguments);
