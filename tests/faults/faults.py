@@ -23,6 +23,7 @@ from pathlib import Path
 LENGTH = 60  # of a line, line feed included; no divisor of a page
 LIMIT = 1024 * LENGTH  # of a file
 LINE = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3}\| Info     \| (\d) (\d{8}) x*\.")
+OPTIONS = argparse.Namespace()  # of the command line
 
 
 class Fault(Exception):
@@ -67,7 +68,7 @@ class Writer:
         (root / "app/bin").mkdir(parents=True, exist_ok=True)
         with open(self.stderr, "wb") as stderr:
             self.process = subprocess.Popen(
-                [OPTIONS.logwriter, root, str(limit), str(predecessors)],
+                [OPTIONS.program, root, str(limit), str(predecessors)],
                 stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=stderr)
         self.write(0)  # returns when the files are open
 
@@ -368,30 +369,27 @@ def hostile_content(root):
     return f"{len(good)} good lines read from {size} B of rubbish, whole, by page and as history"
 
 
-EXPERIMENTS = [threads, kill, full_disk, vanished_folder, readonly_folder, descriptors, rename,
-               hostile_content]
-
-
-def main():
-    names = {experiment.__name__: experiment for experiment in EXPERIMENTS}
-    parser = argparse.ArgumentParser(description=__doc__)
+def main(description, *experiments):
+    names = {experiment.__name__: experiment for experiment in experiments}
+    parser = argparse.ArgumentParser(description=description)
     parser.add_argument("experiment", choices=names)
-    parser.add_argument("logwriter")
+    parser.add_argument("program")
     parser.add_argument("--short", action="store_true")
     parser.add_argument("--sanitized", action="store_true", help="memory is not judged")
-    global OPTIONS
-    OPTIONS = parser.parse_args()
+    parser.parse_args(namespace=OPTIONS)
+    name = OPTIONS.experiment
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # leaves nothing behind then
     try:
         with tempfile.TemporaryDirectory() as root:
-            print(f"{OPTIONS.experiment}: {names[OPTIONS.experiment](Path(root))}")
+            print(f"{name}: {names[name](Path(root))}")
     except Skip as reason:
-        print(f"{OPTIONS.experiment}: skipped, {reason}")
+        print(f"{name}: skipped, {reason}")
         sys.exit(77)
-    except (Fault, OSError) as fault:
-        print(f"{OPTIONS.experiment}: FAILED, {fault}")
+    except (Fault, OSError, subprocess.SubprocessError) as fault:
+        print(f"{name}: FAILED, {fault}")
         sys.exit(1)
 
 
 if __name__ == "__main__":
-    main()
+    main(__doc__, threads, kill, full_disk, vanished_folder, readonly_folder, descriptors, rename,
+         hostile_content)
