@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
+#include <string>
 #include <string_view>
 
 namespace
@@ -16,38 +16,60 @@ namespace
 
 using Line = std::string_view;
 
-QByteArray readWhole(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 const char* find(const char* begin, const char* end, char wanted)
 {
     const void* found = begin == end ? nullptr : std::memchr(begin, wanted, size_t(end - begin));
     return found != nullptr ? static_cast<const char*>(found) : end;
 }
 
-// Calls visit(line, number) until it returns false.
+// Calls visit(line, number) until it returns false. Reads piece by piece into one small buffer,
+// which grows for a long line only: memory that the system has to hand out anew for each file would
+// cost more than all the rest. NULs end a line as line feeds do, but there are no empty lines about
+// them.
 template <typename Visit>
-void visitLines(const QByteArray& content, Visit&& visit)
+void visitLines(const QString& fileName, Visit&& visit)
 {
+    constexpr int pieceSize = 64 * 1024;
+    constexpr int longestLine = 16 * 1024 * 1024; // a longer one is taken for several
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return;
+    QByteArray buffer;
+    int kept = 0; // bytes of a line that is not yet complete
     int number = 0;
-    const char* const end = content.constData() + content.size();
-    for (const char* begin = content.constData(); begin != end;) {
-        const char* const lineEnd = find(begin, end, '\n');
-        if (find(begin, lineEnd, '\0') == lineEnd) {
-            if (!visit(Line(begin, size_t(lineEnd - begin)), number++))
+    bool isAfterNul = false;
+    const auto visitLine = [&](Line line, char terminator) {
+        const bool isLine = !line.empty() || (terminator == '\n' && !isAfterNul);
+        isAfterNul = terminator == '\0';
+        return !isLine || visit(line, number++);
+    };
+    for (;;) {
+        buffer.resize(kept + pieceSize);
+        const auto size = static_cast<int>(file.read(buffer.data() + kept, pieceSize));
+        const char* begin = buffer.constData();
+        const char* const end = begin + kept + std::max(size, 0);
+        const char* searched = begin + kept;
+        const char* feed = find(searched, end, '\n');
+        for (;;) {
+            const char* const stop = find(searched, feed, '\0');
+            if (stop == end)
+                break;
+            if (!visitLine(Line(begin, size_t(stop - begin)), *stop))
                 return;
-        } else {
-            while (begin != lineEnd) {
-                const char* const pieceEnd = find(begin, lineEnd, '\0');
-                if (pieceEnd != begin && !visit(Line(begin, size_t(pieceEnd - begin)), number++))
-                    return;
-                begin = std::find_if(pieceEnd, lineEnd, [](char c) { return c != '\0'; });
-            }
+            begin = searched = stop + 1;
+            if (stop == feed)
+                feed = find(searched, end, '\n');
         }
-        begin = lineEnd == end ? end : lineEnd + 1;
+        kept = static_cast<int>(end - begin);
+        if (size <= 0 || kept > longestLine) {
+            if (kept > 0 && !visitLine(Line(begin, size_t(kept)), '\n'))
+                return;
+            begin = end;
+            kept = 0;
+        }
+        if (size <= 0)
+            return;
+        std::memmove(buffer.data(), begin, size_t(kept));
     }
 }
 
@@ -113,7 +135,7 @@ private:
         const Line text = line.substr(0, 10);
         if (text != m_lastText || m_lastText.empty()) {
             const QDate date = dateOf(line);
-            m_lastText = text;
+            m_lastText.assign(text.begin(), text.end());
             m_isLastInRange = m_start <= date && date <= m_stop;
         }
         return m_isLastInRange;
@@ -123,33 +145,22 @@ private:
     QByteArray m_field;
     QDate m_start;
     QDate m_stop;
-    Line m_lastText;
+    std::string m_lastText;
     bool m_isLastInRange = false;
 };
 
-QVector<int> matchesIn(const QByteArray& content, const EventSelection& selection)
+void appendNumbered(QString& text, const QString& fileName, const int* wanted, const int* end)
 {
-    QVector<int> numbers;
-    visitLines(content, [&, matches = Matcher(selection)](Line line, int number) mutable {
-        if (matches(line))
-            numbers.append(number);
-        return true;
-    });
-    return numbers;
-}
-
-void appendLinesOf(QString& text, const QByteArray& content, const int* wanted, const int* end)
-{
-    visitLines(content, [&](Line line, int number) {
-        if (wanted == end)
-            return false;
+    if (wanted == end)
+        return;
+    visitLines(fileName, [&](Line line, int number) {
         if (number == *wanted) {
             if (!text.isEmpty())
                 text += QLatin1Char('\n');
             text += QString::fromUtf8(line.data(), static_cast<int>(line.size()));
             ++wanted;
         }
-        return true;
+        return wanted != end;
     });
 }
 
@@ -165,7 +176,13 @@ void reportOutOfBounds()
 
 QVector<int> EventHistory::matches(const QString& fileName, const EventSelection& selection)
 {
-    return matchesIn(readWhole(fileName), selection);
+    QVector<int> numbers;
+    visitLines(fileName, [&, matches = Matcher(selection)](Line line, int number) mutable {
+        if (matches(line))
+            numbers.append(number);
+        return true;
+    });
+    return numbers;
 }
 
 void EventHistory::appendLines(QString& text, const QString& fileName,
@@ -176,8 +193,7 @@ void EventHistory::appendLines(QString& text, const QString& fileName,
     const qint64 end = std::clamp<qint64>(qint64(first) + count, begin, size);
     if (end - begin < count)
         reportOutOfBounds();
-    appendLinesOf(text, readWhole(fileName), lineIndexes.constData() + begin,
-                  lineIndexes.constData() + end);
+    appendNumbered(text, fileName, lineIndexes.constData() + begin, lineIndexes.constData() + end);
 }
 
 EventHistory::Page EventHistory::page(const QStringList& filesOldestFirst,
@@ -189,13 +205,11 @@ EventHistory::Page EventHistory::page(const QStringList& filesOldestFirst,
             << "An event page needs room for at least one event, not for" << eventsPerPage;
         return {0, QString()};
     }
-    QVector<QByteArray> contents;
-    QVector<QVector<int>> matches;
+    QVector<QVector<int>> found; // in each file
     qint64 total = 0;
     for (const QString& file : filesOldestFirst) {
-        contents.append(readWhole(file));
-        matches.append(matchesIn(contents.last(), selection));
-        total += matches.last().size();
+        found.append(matches(file, selection));
+        total += found.last().size();
     }
     Page page{static_cast<int>((total + eventsPerPage - 1) / eventsPerPage), QString()};
 
@@ -204,12 +218,12 @@ EventHistory::Page EventHistory::page(const QStringList& filesOldestFirst,
     if (end > total)
         reportOutOfBounds();
     qint64 before = 0; // matches in the files so far
-    for (int i = 0; i < matches.size(); ++i) {
-        const qint64 size = matches[i].size();
+    for (int i = 0; i < found.size(); ++i) {
+        const qint64 size = found[i].size();
         const qint64 from = std::clamp<qint64>(begin - before, 0, size);
         const qint64 to = std::clamp<qint64>(end - before, from, size);
-        appendLinesOf(page.text, contents[i], matches[i].constData() + from,
-                      matches[i].constData() + to);
+        appendNumbered(page.text, filesOldestFirst[i], found[i].constData() + from,
+                       found[i].constData() + to);
         before += size;
     }
     return page;

@@ -18,9 +18,9 @@ struct EventSelection
     QString stopDate;
 };
 
-/// Reads event files back: which lines match a selection, and pages of them. A file is read once
-/// per call and in one piece; its cost is linear in the bytes, whatever they are. Lines end with a
-/// line feed; a run of NUL characters, as a power cut leaves it, parts a line in two.
+/// Reads event files back: which lines match a selection, and pages of them. The cost is linear in
+/// the bytes, whatever they are, and little memory is taken. Lines end with a line feed; a run of
+/// NUL characters, as a power cut leaves it, parts a line in two.
 ///
 /// Knows no lock: the caller keeps the files still.
 class ZELTOOLS_EXPORT EventHistory

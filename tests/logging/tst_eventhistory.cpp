@@ -117,6 +117,22 @@ private Q_SLOTS:
             QStringLiteral("QVector<int>, int, int) Index is out of bounds !")));
     }
 
+    void aLargeFileComesBackWhole()
+    {
+        QStringList lines;
+        for (int i = 0; i < 4000; ++i)
+            lines.append(QString(i % 97, QLatin1Char('x')) + QString::number(i));
+        lines[2000] = QString(200000, QLatin1Char('y'));
+        const QString content = lines.join(QLatin1Char('\n'));
+        writeFile(m_new, content.toUtf8());
+        const auto page = EventHistory::page({m_new}, {}, 0, 9999);
+        QCOMPARE(page.pagesCount, 1);
+        QVERIFY(page.text == content);
+        QVERIFY(EventHistory::page({m_new}, {}, 1, 2000).text + QLatin1Char('\n') +
+                    EventHistory::page({m_new}, {}, 0, 2000).text ==
+                content);
+    }
+
     void damagedFilesKeepTheirGoodLines()
     {
         const QByteArray good = eventLine(2, "MenuAccess", "good").chopped(1);
