@@ -3,6 +3,7 @@
 
 #include "drinkcycle.h"
 #include "linetally.h"
+#include "switches.h"
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
@@ -32,7 +33,7 @@ void startLogging(const QString& folder)
     manager->enableModulesDebuggingFromEnvVars();
     manager->disableModuleDebugging(Log::Payment); // the table counts on these four
     manager->disableModuleDebugging(Log::CanBus);
-    manager->enableModuleDebugging(Log::Beverage);
+    manager->enableModuleDebugging(Log::Beverage); // also without an environment file
     manager->enableModuleDebugging(Log::GrinderRegulation);
     LogFormatter(LogLevel::Event).logEvent(LogEventModule::ApplicationStartEvent).noquote()
         << LogManager::APP_STARTED_MSG;
@@ -76,6 +77,11 @@ int main(int argc, char** argv)
         QStringLiteral("Keep the machine's folders in <DIR>, which must be empty or new."),
         QStringLiteral("DIR"));
     parser.addOption(directory);
+    const QCommandLineOption environment(
+        QStringLiteral("environment"),
+        QStringLiteral("Load the switches from <FILE>; see apps/demo/environment."),
+        QStringLiteral("FILE"));
+    parser.addOption(environment);
     parser.process(application);
 
     QTextStream out(stdout);
@@ -86,17 +92,20 @@ int main(int argc, char** argv)
         return 1;
     }
 
+    loadSwitches(parser.value(environment), out);
     startLogging(folder);
+    linkSwitches();
     LineTally tally;
     const bool hasRotated = makeDrinksUntilRotation(tally);
     LogManager::instance()->syncLogs();
     printHistory(out);
+    const bool isSaved = changeAndSaveSwitches(out);
     tally.readFiles(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
     LogManager::instance()->finalizeLogFiles();
 
     out << '\n' << tally.table() << '\n';
-    const bool isRight = hasRotated && tally.isComplete();
+    const bool isRight = hasRotated && tally.isComplete() && isSaved;
     out << (isRight ? "Every line is where it belongs.\n"
-                    : "FAILED: lines are missing or misplaced.\n");
+                    : "FAILED: something is missing or misplaced.\n");
     return isRight ? 0 : 1;
 }

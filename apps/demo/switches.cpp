@@ -1,0 +1,52 @@
+#include "switches.h"
+
+#include "envvar/envvars.h"
+#include "envvar/envvarstore.h"
+#include "keyvaluefile.h"
+#include "path.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <stdexcept>
+
+using namespace zeltools;
+using envvar::EnvVarStore;
+namespace EnvVars = envvar::EnvVars;
+
+void loadSwitches(const QString& environmentFile, QTextStream& out)
+{
+    try {
+        EnvVarStore::instance().load(environmentFile);
+    } catch (const std::invalid_argument& error) {
+        out << "The environment file " << environmentFile << " is wrong: " << error.what()
+            << ". Starting with the switches before that one.\n";
+        out.flush();
+    }
+}
+
+void linkSwitches()
+{
+    EnvVarStore& store = EnvVarStore::instance();
+    store.printEnabledEnvVars();
+    store.makeExclusive({&EnvVars::PaymentSimulation, &EnvVars::PaymentSimulationTcp});
+    store.setVisibleIf(&EnvVars::CanBusInterfacePath, &EnvVars::CanBusSimulation);
+}
+
+bool changeAndSaveSwitches(QTextStream& out)
+{
+    EnvVars::PaymentSimulationTcp.set(true); // and the other payment simulation goes off
+    const QString file = Path::instance()->environmentFile;
+    QDir().mkpath(QFileInfo(file).path());
+    const envvar::SaveResult result = EnvVarStore::instance().save(file);
+    if (!result.success) {
+        out << "The switches were not saved: " << result.message.value_or(QString()) << '\n';
+        return false;
+    }
+    const auto saved = keyvaluefile::load(file, true);
+    out << "\nSwitches saved:\n";
+    for (auto pair = saved->cbegin(); pair != saved->cend(); ++pair)
+        out << "  " << pair.key() << '=' << pair.value() << '\n';
+    return saved->value(QStringLiteral("PAYMENT_SIMULATION_TCP")) == QLatin1String("1") &&
+           !EnvVars::PaymentSimulation() && EnvVars::PaymentSimulationTcp();
+}
