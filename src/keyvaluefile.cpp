@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <vector>
 
 namespace zeltools::keyvaluefile
 {
@@ -23,9 +24,35 @@ std::string_view trimmed(std::string_view line)
     return line.substr(0, line.find_last_not_of(whiteSpace) + 1);
 }
 
+std::string_view upToNul(std::string_view text)
+{
+    return text.substr(0, text.find('\0'));
+}
+
+struct Pair
+{
+    std::string_view key;
+    std::string_view value;
+
+    // Pairs of one key stay as they stand in the file.
+    bool operator<(const Pair& other) const
+    {
+        const int order = key.compare(other.key);
+        return order != 0 ? order < 0 : key.data() < other.key.data();
+    }
+};
+
+bool isAscii(const QByteArray& content)
+{
+    char all = 0;
+    for (const char c : content)
+        all = static_cast<char>(all | c);
+    return (all & 0x80) == 0;
+}
+
 QString text(std::string_view utf8)
 {
-    return QString::fromUtf8(utf8.data(), static_cast<int>(qstrnlen(utf8.data(), utf8.size())));
+    return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
 }
 
 void warn(const char* signature, const char* message, const QString& path)
@@ -37,7 +64,7 @@ void warn(const char* signature, const char* message, const QString& path)
 
 QMap<QString, QString> parse(const QByteArray& content)
 {
-    QMap<QString, QString> map;
+    std::vector<Pair> pairs;
     std::string_view rest(content.constData(), static_cast<size_t>(content.size()));
     while (!rest.empty()) {
         const size_t size = std::min(rest.find('\n'), rest.size() - 1) + 1;
@@ -46,12 +73,17 @@ QMap<QString, QString> parse(const QByteArray& content)
         if (!line.empty() && line.front() == '#')
             continue;
         const size_t equals = line.find('=');
-        const QString key = text(line.substr(0, equals));
-        const QString value =
-            equals == line.npos ? QStringLiteral("1") : text(line.substr(equals + 1));
-        // Files that save() has written are sorted: the place is then known without a search.
-        map.insert(map.cend(), key, value);
+        pairs.push_back({upToNul(line.substr(0, equals)),
+                         equals == line.npos ? "1" : upToNul(line.substr(equals + 1))});
     }
+    // In order, the place of each is known without a search through a tree that has left the cache.
+    // Beyond ASCII the order of the bytes is not that of the texts, nor are equal texts equal
+    // bytes.
+    if (isAscii(content) && !std::is_sorted(pairs.begin(), pairs.end()))
+        std::sort(pairs.begin(), pairs.end());
+    QMap<QString, QString> map;
+    for (const Pair& pair : pairs)
+        map.insert(map.cend(), text(pair.key), text(pair.value));
     return map;
 }
 
