@@ -34,12 +34,7 @@ struct Pair
     std::string_view key;
     std::string_view value;
 
-    // Pairs of one key stay as they stand in the file.
-    bool operator<(const Pair& other) const
-    {
-        const int order = key.compare(other.key);
-        return order != 0 ? order < 0 : key.data() < other.key.data();
-    }
+    bool operator<(const Pair& other) const { return key < other.key; }
 };
 
 bool isAscii(const QByteArray& content)
@@ -76,11 +71,11 @@ QMap<QString, QString> parse(const QByteArray& content)
         pairs.push_back({upToNul(line.substr(0, equals)),
                          equals == line.npos ? "1" : upToNul(line.substr(equals + 1))});
     }
-    // In order, the place of each is known without a search through a tree that has left the cache.
-    // Beyond ASCII the order of the bytes is not that of the texts, nor are equal texts equal
-    // bytes.
+    // Pairs of one key keep their order: the later one wins. In order, the place of each is known
+    // without a search through a tree that has left the cache. Beyond ASCII the order of the bytes
+    // is not that of the texts, nor are equal texts equal bytes.
     if (isAscii(content) && !std::is_sorted(pairs.begin(), pairs.end()))
-        std::sort(pairs.begin(), pairs.end());
+        std::stable_sort(pairs.begin(), pairs.end());
     QMap<QString, QString> map;
     for (const Pair& pair : pairs)
         map.insert(map.cend(), text(pair.key), text(pair.value));

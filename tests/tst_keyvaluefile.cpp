@@ -28,6 +28,8 @@ private Q_SLOTS:
             {{"A", "B=C"}, {"KEY", ""}, {"SWITCH", "1"}, {"", "1"}});
         row("the later line wins, wherever it sorts", "X=1\nA=1\nX=2\nA=2\nM=1",
             {{"A", "2"}, {"M", "1"}, {"X", "2"}});
+        row("also among many blank ones", "B=1\nA=1\n" + QByteArray(20, '\n') + "=\n",
+            {{"A", "1"}, {"B", "1"}, {"", ""}});
         row("a NUL ends key and value", QByteArray("A\0B=1\0 2\nC\0D\n\0=\0", 16),
             {{"A", "1"}, {"C", "1"}, {"", ""}});
         row("what is not UTF-8 becomes replacement characters", "\u00e8=\u20ac\nB=\xff\n",
