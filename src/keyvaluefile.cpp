@@ -6,6 +6,7 @@
 #include "system.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <string_view>
@@ -37,17 +38,38 @@ struct Pair
     bool operator<(const Pair& other) const { return key < other.key; }
 };
 
-bool isAscii(const QByteArray& content)
-{
-    char all = 0;
-    for (const char c : content)
-        all = static_cast<char>(all | c);
-    return (all & 0x80) == 0;
-}
-
 QString text(std::string_view utf8)
 {
     return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+}
+
+void parseInto(QMap<QString, QString>& map, std::string_view rest)
+{
+    std::vector<Pair> pairs;
+    char all = 0; // of the bytes of all keys
+    while (!rest.empty()) {
+        const size_t size = std::min(rest.find('\n'), rest.size() - 1) + 1;
+        const std::string_view line = trimmed(rest.substr(0, size));
+        rest.remove_prefix(size);
+        if (!line.empty() && line.front() == '#')
+            continue;
+        const size_t equals = line.find('=');
+        const Pair pair{upToNul(line.substr(0, equals)),
+                        equals == line.npos ? "1" : upToNul(line.substr(equals + 1))};
+        if (!pairs.empty() && pairs.back().key == pair.key)
+            pairs.back() = pair; // a run of blank lines, say
+        else
+            pairs.push_back(pair);
+        for (const char c : pair.key)
+            all = static_cast<char>(all | c);
+    }
+    // Pairs of one key keep their order: the later one wins. In order, the place of each is known
+    // without a search through a tree that has left the cache. Beyond ASCII the order of the bytes
+    // is not that of the texts, nor are equal texts equal bytes.
+    if ((all & 0x80) == 0 && !std::is_sorted(pairs.begin(), pairs.end()))
+        std::stable_sort(pairs.begin(), pairs.end());
+    for (const Pair& pair : pairs)
+        map.insert(map.cend(), text(pair.key), text(pair.value));
 }
 
 void warn(const char* signature, const char* message, const QString& path)
@@ -59,26 +81,8 @@ void warn(const char* signature, const char* message, const QString& path)
 
 QMap<QString, QString> parse(const QByteArray& content)
 {
-    std::vector<Pair> pairs;
-    std::string_view rest(content.constData(), static_cast<size_t>(content.size()));
-    while (!rest.empty()) {
-        const size_t size = std::min(rest.find('\n'), rest.size() - 1) + 1;
-        const std::string_view line = trimmed(rest.substr(0, size));
-        rest.remove_prefix(size);
-        if (!line.empty() && line.front() == '#')
-            continue;
-        const size_t equals = line.find('=');
-        pairs.push_back({upToNul(line.substr(0, equals)),
-                         equals == line.npos ? "1" : upToNul(line.substr(equals + 1))});
-    }
-    // Pairs of one key keep their order: the later one wins. In order, the place of each is known
-    // without a search through a tree that has left the cache. Beyond ASCII the order of the bytes
-    // is not that of the texts, nor are equal texts equal bytes.
-    if (isAscii(content) && !std::is_sorted(pairs.begin(), pairs.end()))
-        std::stable_sort(pairs.begin(), pairs.end());
     QMap<QString, QString> map;
-    for (const Pair& pair : pairs)
-        map.insert(map.cend(), text(pair.key), text(pair.value));
+    parseInto(map, std::string_view(content.constData(), size_t(content.size())));
     return map;
 }
 
@@ -90,7 +94,8 @@ QByteArray toLine(const QString& key, const QString& value)
 std::optional<QMap<QString, QString>> load(const QString& path, bool logOpenFailure)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Opening a pipe would wait for somebody who writes into it.
+    if ((file.exists() && !QFileInfo(file).isFile()) || !file.open(QIODevice::ReadOnly)) {
         if (logOpenFailure) {
             warn("optional<QMap<QString, QString> > zeltools::keyvaluefile::load("
                  "const QString&, bool)",
@@ -98,7 +103,22 @@ std::optional<QMap<QString, QString>> load(const QString& path, bool logOpenFail
         }
         return std::nullopt;
     }
-    return parse(file.readAll());
+    // Piece by piece, each up to its last line feed: a damaged file of any size takes little
+    // memory.
+    constexpr qint64 pieceSize = 1024 * 1024;
+    constexpr int longestLine = 16 * 1024 * 1024; // a longer one is taken for several
+    QMap<QString, QString> map;
+    QByteArray rest;
+    for (;;) {
+        const QByteArray piece = file.read(pieceSize);
+        rest += piece;
+        const bool isWhole = piece.isEmpty() || rest.size() > longestLine;
+        const int size = isWhole ? rest.size() : rest.lastIndexOf('\n') + 1;
+        parseInto(map, std::string_view(rest.constData(), size_t(size)));
+        rest.remove(0, size);
+        if (piece.isEmpty())
+            return map;
+    }
 }
 
 bool save(const QString& path, const QMap<QString, QString>& map)

@@ -46,6 +46,7 @@ bool makeDrinksUntilRotation(LineTally& tally)
     constexpr int mostDrinks = 1000;
     for (int drink = 1; drink <= mostDrinks; ++drink) {
         makeDrink(drink, tally);
+        QCoreApplication::processEvents(); // lines wait for it with LOG_FROM_MAIN_THREAD=1
         if (QFile::exists(predecessor))
             return true;
     }

@@ -17,12 +17,16 @@ namespace EnvVars = envvar::EnvVars;
 void loadSwitches(const QString& environmentFile, QTextStream& out)
 {
     try {
-        EnvVarStore::instance().load(environmentFile);
+        if (!EnvVarStore::instance().load(environmentFile) && !environmentFile.isEmpty())
+            out << "The environment file " << environmentFile << " cannot be read.\n";
     } catch (const std::invalid_argument& error) {
-        out << "The environment file " << environmentFile << " is wrong: " << error.what()
-            << ". Starting with the switches before that one.\n";
-        out.flush();
+        QString reason = QString::fromUtf8(error.what());
+        for (QChar& character : reason) // what the file holds must not command the terminal
+            character = character.isPrint() ? character : QLatin1Char('?');
+        out << "The environment file " << environmentFile << " is wrong: " << reason
+            << ". Starting with the switches that come before it in the order of their names.\n";
     }
+    out.flush();
 }
 
 void linkSwitches()
@@ -44,6 +48,8 @@ bool changeAndSaveSwitches(QTextStream& out)
         return false;
     }
     const auto saved = keyvaluefile::load(file, true);
+    if (!saved)
+        return false;
     out << "\nSwitches saved:\n";
     for (auto pair = saved->cbegin(); pair != saved->cend(); ++pair)
         out << "  " << pair.key() << '=' << pair.value() << '\n';

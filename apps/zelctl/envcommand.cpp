@@ -36,7 +36,8 @@ struct Setting
     QString name;
     QString value;
     const char* source;
-    const char* fault; ///< "unknown", "invalid" or empty
+    const char* fault; ///< "unknown", "invalid", "not reached" or empty
+    QString reason;    ///< why the machine does not get the value, or nothing
 };
 
 /// Switches that are read straight from the process environment, where the file puts them.
@@ -66,20 +67,44 @@ QString refusal(const QString& name, const QString& value)
         .arg(value, name, isBoolean ? "0 or 1" : "of type " + typeToString(var->type()));
 }
 
+/// Where EnvVarStore::load() stops: the first switch, in the order of the names, that refuses its
+/// value.
+QString firstRefused(const Values& file)
+{
+    for (auto line = file.begin(); line != file.end(); ++line) {
+        const EnvVar* var = EnvVarStore::instance().findEnvVar(line.key());
+        if (var != nullptr && !var->isStringValueValid(line.value()))
+            return line.key();
+    }
+    return QString();
+}
+
 /// As EnvVarStore::load() has it: the file, the environment, the build.
 std::optional<Setting> settingOf(const QString& name, const Values& file)
 {
     const auto line = file.find(name);
     if (line != file.end()) {
-        const bool isValid = refusal(name, *line).isEmpty();
-        return Setting{name, *line, "file", !isSwitch(name) ? "unknown" : isValid ? "" : "invalid"};
+        const QString refused = firstRefused(file);
+        const QString reason = refusal(name, *line);
+        if (!isSwitch(name))
+            return Setting{name, *line, "file", "unknown", {}};
+        if (!reason.isEmpty())
+            return Setting{name, *line, "file", "invalid", reason};
+        if (!refused.isEmpty() && refused < name)
+            return Setting{name, *line, "file", "not reached",
+                           "the machine reads in the order of the names and stops before " + name +
+                               ": " + refusal(refused, file[refused])};
+        return Setting{name, *line, "file", "", {}};
     }
     const QByteArray variable = name.toUtf8();
-    if (isSwitch(name) && qEnvironmentVariableIsSet(variable.constData()))
-        return Setting{name, QString::fromUtf8(qgetenv(variable.constData())), "environment", ""};
+    if (isSwitch(name) && qEnvironmentVariableIsSet(variable.constData())) {
+        const QString value = QString::fromUtf8(qgetenv(variable.constData()));
+        const QString reason = refusal(name, value);
+        return Setting{name, value, "environment", reason.isEmpty() ? "" : "invalid", reason};
+    }
     const EnvVar* var = EnvVarStore::instance().findEnvVar(name);
     const auto define = var != nullptr ? var->stringValueOpt(EnvVar::Defines) : std::nullopt;
-    return define ? std::optional(Setting{name, *define, "define", ""}) : std::nullopt;
+    return define ? std::optional(Setting{name, *define, "define", "", {}}) : std::nullopt;
 }
 
 /// In the order of the catalogue; what else is in the file comes last.
@@ -148,6 +173,11 @@ ExitStatus printCatalogue(bool isJson)
     return isJson ? printJson("switches", array) : print(table(rows));
 }
 
+QString originOf(const Setting& setting, const QString& path)
+{
+    return setting.source == QLatin1String("file") ? path : "the environment";
+}
+
 ExitStatus printList(const QString& path, const Values& file, bool isJson)
 {
     QJsonArray array;
@@ -159,11 +189,11 @@ ExitStatus printList(const QString& path, const Values& file, bool isJson)
                                  {"value", setting.value},
                                  {"source", setting.source},
                                  {"known", fault != "unknown"},
-                                 {"valid", fault != "invalid"}});
+                                 {"valid", setting.reason.isEmpty()}});
         rows.append({setting.name, setting.source + (fault.isEmpty() ? fault : ", " + fault),
                      setting.value});
-        if (fault == "invalid" && invalid.isEmpty())
-            invalid = path + ": " + refusal(setting.name, setting.value);
+        if (!setting.reason.isEmpty() && invalid.isEmpty())
+            invalid = originOf(setting, path) + ": " + setting.reason;
     }
     const ExitStatus status = isJson ? printJson("settings", array) : print(table(rows));
     return status == Done && !invalid.isEmpty() ? fail(Failed, invalid) : status;
@@ -174,8 +204,9 @@ ExitStatus printValue(const QString& path, const Values& file, const QString& na
     const std::optional<Setting> setting = settingOf(name, file);
     if (!setting)
         return fail(Failed, isSwitch(name) ? name + " has no value" : unknown(path, name));
-    const QString reason = refusal(name, setting->value);
-    return reason.isEmpty() ? print(setting->value + '\n') : fail(Failed, path + ": " + reason);
+    return setting->reason.isEmpty()
+               ? print(setting->value + '\n')
+               : fail(Failed, originOf(*setting, path) + ": " + setting->reason);
 }
 
 /// `change` returns whether there was anything to change.
@@ -230,6 +261,7 @@ void addOptions(QCommandLineParser& parser)
         "                  machine would refuse is marked as invalid, and an exit status of 1\n"
         "  get NAME        the value that the machine gets\n"
         "  set NAME VALUE  changes one line of the file, or appends it; creates a missing file\n"
+        "                  (after \"--\" a VALUE may begin with \"-\")\n"
         "  unset NAME      removes the lines of that name\n"
         "  catalogue       all switches: name, type, category, flags (1 is visible, 2 and 4 are "
         "the\n"

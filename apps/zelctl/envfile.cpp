@@ -57,15 +57,11 @@ void EnvFile::set(const QString& name, const QString& value)
         *line = lineOf(name, value) + lineEnd(*line);
         return;
     }
-    if (m_lines.isEmpty()) {
-        m_lines.append(lineOf(name, value) + '\n');
-        return;
-    }
-    const QByteArray end = lineEnd(m_lines.first());
-    const QByteArray lastEnd = lineEnd(m_lines.last());
-    if (lastEnd.isEmpty())
-        m_lines.last() += end.isEmpty() ? "\n" : end;
-    m_lines.append(lineOf(name, value) + lastEnd);
+    const QByteArray end =
+        m_lines.isEmpty() || lineEnd(m_lines.first()).isEmpty() ? "\n" : lineEnd(m_lines.first());
+    if (!m_lines.isEmpty() && lineEnd(m_lines.last()).isEmpty())
+        m_lines.last() += end;
+    m_lines.append(lineOf(name, value) + end);
 }
 
 void EnvFile::unset(const QString& name)

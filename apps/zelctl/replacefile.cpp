@@ -2,6 +2,7 @@
 
 #include "logging/writewhole_p.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -35,6 +36,9 @@ private:
     int m_descriptor;
 };
 
+// A hundred times what any file has that a machine is configured by.
+constexpr qint64 s_largestContent = 16 * 1024 * 1024;
+
 QString reason()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
@@ -54,13 +58,16 @@ bool readAll(int descriptor, QByteArray& bytes)
     }
 }
 
+// Everybody who may open a folder may lock it, and may forget to let it go.
 bool lock(int descriptor)
 {
-    int result = 0;
-    do {
-        result = flock(descriptor, LOCK_EX);
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
+    const QDeadlineTimer deadline(10000);
+    while (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+        if ((errno != EWOULDBLOCK && errno != EINTR) || deadline.hasExpired())
+            return false;
+        usleep(10000);
+    }
+    return true;
 }
 
 } // namespace
@@ -76,6 +83,8 @@ FileContent readFile(const QString& path)
     struct stat status = {};
     if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode))
         return {{}, obstacle + "it is not a file", true};
+    if (status.st_size > s_largestContent)
+        return {{}, obstacle + "it is too large for what it should be", true};
     QByteArray bytes;
     if (!readAll(file, bytes))
         return {{}, obstacle + reason(), true};
@@ -142,21 +151,16 @@ bool ReplaceFile::writeTemporary(const QByteArray& content)
                            exists ? 0600 : 0644));
     if (!check(file >= 0, "create", m_temporaryName))
         return false;
-    if (exists && !keepOwnerAndMode(file, status))
-        return false;
-    return check(writeWhole(file, content.constData(), static_cast<size_t>(content.size())) ==
+    // Owner, content and mode in this order: each takes bits off the mode that was there before.
+    return (!exists ||
+            check(fchown(file, status.st_uid, status.st_gid) == 0, "keep the owner of", m_name)) &&
+           check(writeWhole(file, content.constData(), static_cast<size_t>(content.size())) ==
                      content.size(),
                  "write", m_temporaryName) &&
+           (!exists ||
+            check(fchmod(file, status.st_mode & 07777) == 0, "keep the mode of", m_name)) &&
            check(fsync(file) == 0, "sync", m_temporaryName) &&
            check(file.close(), "close", m_temporaryName);
-}
-
-bool ReplaceFile::keepOwnerAndMode(int descriptor, const struct stat& status)
-{
-    // In this order: a change of the owner takes bits off the mode.
-    return check(fchown(descriptor, status.st_uid, status.st_gid) == 0, "keep the owner of",
-                 m_name) &&
-           check(fchmod(descriptor, status.st_mode & 07777) == 0, "keep the mode of", m_name);
 }
 
 bool ReplaceFile::syncFolder()

@@ -47,7 +47,6 @@ public:
 
 private:
     bool writeTemporary(const QByteArray& content);
-    bool keepOwnerAndMode(int descriptor, const struct stat& status);
     bool syncFolder();
     bool check(bool isDone, const char* action, const QByteArray& name);
     QString pathOf(const QByteArray& name) const;

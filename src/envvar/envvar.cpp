@@ -71,7 +71,7 @@ void EnvVar::update(const char* definedValue)
 
     // One look-up: a copy of the whole environment for each of a hundred variables is felt at
     // start-up. Null means not set, which is not the same as empty.
-    const QByteArray value = qgetenv(m_name.toLatin1().constData());
+    const QByteArray value = qgetenv(m_name.toUtf8().constData());
     setStringValueOpt(Env, value.isNull() ? std::nullopt : std::optional(QString::fromUtf8(value)));
 }
 

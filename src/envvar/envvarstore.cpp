@@ -6,6 +6,7 @@
 #include "windowstools.h"
 
 #include <QFile>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <stdexcept>
@@ -176,13 +177,12 @@ void EnvVarStore::setVisibleIf(EnvVar* var, EnvVarBool* condition)
     auto follow = [var, condition, isFollowing = false]() mutable {
         if (isFollowing)
             return;
-        isFollowing = true;
+        const QScopedValueRollback<bool> rollback(isFollowing, true);
         bool isVisible = false;
         do {
             isVisible = (*condition)();
             var->setFlag(Visible, isVisible);
         } while (isVisible != (*condition)());
-        isFollowing = false;
     };
     follow();
     connect(condition, &EnvVar::changed, condition, follow, Qt::DirectConnection);

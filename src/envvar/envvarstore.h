@@ -48,7 +48,8 @@ public:
     /// when the file does not exist (an Info line) or cannot be opened (a Warning line).
     ///
     /// A value that the variable refuses throws std::invalid_argument, with the pairs before it
-    /// applied, and that pair already in the process environment.
+    /// applied, and that pair already in the process environment, where a child process that has
+    /// these switches would end over it: take it out before starting one.
     bool load(const QString& path);
     /// Writes every variable that has a value from the environment, sorted by name, after
     /// m_preSaveFunction has agreed. Comments and unknown keys of an existing file are lost; so is
@@ -71,8 +72,8 @@ public:
 Q_SIGNALS:
     /// The variable is still being constructed: name, description, category and flags can be read,
     /// its virtual functions not called.
-    void envVarAdded(zeltools::envvar::EnvVar& envVar);
-    void unregisterEnvVar(zeltools::envvar::EnvVar* envVar);
+    void envVarAdded(EnvVar& envVar);
+    void unregisterEnvVar(EnvVar* envVar);
 
 public Q_SLOTS:
     /// The end of a change of a member of an exclusive set; does nothing when called otherwise.
