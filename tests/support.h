@@ -129,9 +129,9 @@ class TemporaryLayout
 public:
     TemporaryLayout()
     {
-        const QString application = m_folder.filePath(QStringLiteral("opt/bin"));
+        const QString application = m_folder.filePath("opt/bin");
         QDir().mkpath(application);
-        Path::instance()->init(application, QStringLiteral("default"), QStringLiteral("default"));
+        Path::instance()->init(application, "default", "default");
     }
 
 private:

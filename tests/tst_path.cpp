@@ -1,153 +1,71 @@
 #include "path.h"
 
-#include "logging/zelassert.h"
 #include "platform.h"
 #include "support.h"
 
-#include <QDirIterator>
 #include <QtTest>
 
-namespace
-{
-
-QString assertion;
-
-// What lies at the ends of the tree below the current folder: files, links and empty folders.
-QString leaves()
-{
-    QStringList names;
-    QDirIterator all(".", QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot,
-                     QDirIterator::Subdirectories);
-    while (all.hasNext()) {
-        const QFileInfo info(all.next());
-        if (!info.isDir() || info.isSymLink() || QDir(info.filePath()).isEmpty())
-            names << info.filePath().mid(2);
-    }
-    names.sort();
-    return names.join(' ');
-}
-
-} // namespace
+using platform::isBoard;
 
 class TestPath : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void isSingle();
-    void init();
-    void buildsTexts();
-    void createsItsFolders();
-    void linksMachineData();
-    void deletes_data();
-    void deletes();
+    void initTestCase() { QVERIFY(QDir::setCurrent(m_dir.path()) && QDir().mkpath("app/bin")); }
+
+    void createsItsFolders()
+    {
+        m_path.init("app/bin", "default", "default");
+        QVERIFY(m_path.fixKestrelPermanentFilesLink());
+        for (const char* folder :
+             {"../app/bin/kestrel_app/permanent_files", "databases/arbor",
+              "databases/autoconfigbackup", "databases/configbackup", "databases/credits",
+              "databases/plume", "res/download", "res/images/defaultImages", "res/playlistUpdate",
+              "res/sales", "res/software", "res/videos/defaultVideos", "temp", "touchsimulator",
+              "zel/logs/debug", "zel/logs/events", "zel/touchtest"})
+            QVERIFY2(QDir("share").exists(folder), folder);
+
+        support::writeFile("medium", ""); // a file: holds no folder
+        m_path.init("app/bin", "medium/", "default");
+        QVERIFY(m_path.fixDefaultVideosPath());
+        const QString root = isBoard ? "app/bin/../../share/" : "medium/";
+        QCOMPARE(m_path.defaultVideosDir, root + "res/videos/defaultVideos/");
+        QCOMPARE(m_path.environmentFile, QString("app/bin/../../launcher/environment"));
+        std::make_unique<Path>(); // a second one takes nothing over
+        QCOMPARE(Path::instance(), &m_path);
+    }
+
+    void linksMachineData()
+    {
+        const QString link = "app/bin/databases/machine";
+        QVERIFY(m_path.fixMachineDataLink() && QFile::remove(link) == isBoard);
+        QVERIFY(QDir().mkpath("app/bin/databases") && QFile::link("/nowhere", link));
+        QVERIFY(m_path.fixMachineDataLink() && m_path.fixMachineDataLink());
+        QCOMPARE(QFileInfo(link).symLinkTarget(),
+                 isBoard ? m_dir.filePath("share/databases/machine") : "/nowhere");
+        QVERIFY(QFile::remove(link) && QDir().mkpath(link + "/data"));
+        QVERIFY(m_path.fixMachineDataLink() == !isBoard && QFile::exists(link + "/data"));
+    }
+
+    void deletesNothingElse()
+    {
+        QVERIFY(QDir().mkpath("folder/b") && QDir().mkpath("a/file") && QDir().mkpath("b/file"));
+        QVERIFY(QFile::link("../a", "folder/link") && QFile::link("../../a", "folder/b/link"));
+        for (const char* refused : {"", "folder/..", "folder/."})
+            QCOMPARE(m_path.deleteFileOrFolder(refused), !isBoard);
+        QVERIFY(m_path.deleteFileOrFolder("folder/link/../b"));
+        QVERIFY(QFile::exists("folder/b") && QFile::exists("b") == !isBoard);
+        QVERIFY(m_path.deleteFileOrFolder("folder/link/"));
+        QVERIFY(QFile::exists("folder/link") == !isBoard && QFile::exists("folder/b/link/file"));
+        QVERIFY(m_path.deleteFileOrFolder("folder") && m_path.deleteFileOrFolder("absent"));
+        QVERIFY(QFile::exists("folder") == !isBoard && QFile::exists("a/file"));
+    }
 
 private:
-    QScopedPointer<QTemporaryDir> m_dir;
+    QTemporaryDir m_dir;
+    Path m_path;
 };
-
-void TestPath::init()
-{
-    m_dir.reset(new QTemporaryDir);
-    QVERIFY(QDir::setCurrent(m_dir->path()) && QDir().mkpath("app/bin"));
-}
-
-void TestPath::isSingle()
-{
-    QVERIFY(!Path::exists());
-    Path* const path = Path::instance();
-    QVERIFY(Path::exists());
-    installZelAssertionHandler([](const char* where, const char* what, const char*, int) {
-        assertion = QString("%1: %2").arg(where, what);
-    });
-    std::make_unique<Path>();
-    QCOMPARE(assertion, QString("path == nullptr: Constructor was already called !"));
-    QCOMPARE(Path::instance(), path);
-}
-
-void TestPath::buildsTexts()
-{
-    Path* const path = Path::instance();
-    path->init("app/bin/", "default", "other/");
-    QCOMPARE(path->debugLogsDir, QString("app/bin//../../share/zel/logs/debug/"));
-    QCOMPARE(path->environmentFile, QString("app/bin//../../launcher/environment"));
-    QCOMPARE(path->videosDir, QString("app/bin//../../share/res/videos/"));
-    QCOMPARE(path->defaultImagesDir, QString("other/res/images/defaultImages/"));
-    path->init("app/bin", "Default", "default"); // another word: taken as it stands
-    QCOMPARE(path->videosDir, QString("Defaultres/videos/"));
-
-    QVERIFY(QFile("medium").open(QIODevice::WriteOnly)); // a file: holds no folder
-    path->init("app/bin", "medium/", "default");
-    QVERIFY(path->fixDefaultVideosPath());
-    QCOMPARE(path->defaultVideosDir, platform::isBoard ? path->resDir + "videos/defaultVideos/"
-                                                       : "medium/res/videos/defaultVideos/");
-}
-
-void TestPath::createsItsFolders()
-{
-    Path::instance()->init(m_dir->filePath("app/bin"), "default", "default");
-    QVERIFY(Path::instance()->fixKestrelPermanentFilesLink());
-    QCOMPARE(leaves(), QString("app/bin/kestrel_app/permanent_files share/databases/arbor "
-                               "share/databases/autoconfigbackup share/databases/configbackup "
-                               "share/databases/credits share/databases/plume share/res/download "
-                               "share/res/images/defaultImages share/res/playlistUpdate "
-                               "share/res/sales share/res/software share/res/videos/defaultVideos "
-                               "share/temp share/touchsimulator share/zel/logs/debug "
-                               "share/zel/logs/events share/zel/touchtest"));
-}
-
-void TestPath::linksMachineData()
-{
-    Path* const path = Path::instance();
-    path->init(m_dir->filePath("app/bin"), "default", "default");
-    const QString link("app/bin/databases/machine");
-    const QString target = platform::isBoard ? m_dir->filePath("share/databases/machine") : "";
-    QVERIFY(path->fixMachineDataLink() && path->fixMachineDataLink());
-    QCOMPARE(QFileInfo(link).symLinkTarget(), target);
-    if (!platform::isBoard)
-        return;
-    QVERIFY(QFile::remove(link) && QFile::link("/nowhere", link));
-    QVERIFY(path->fixMachineDataLink());
-    QCOMPARE(QFileInfo(link).symLinkTarget(), target);
-    QVERIFY(QFile::remove(link) && QDir().mkpath(link + "/data"));
-    QVERIFY(!path->fixMachineDataLink());
-    QVERIFY(QFile::exists(link + "/data"));
-}
-
-void TestPath::deletes_data()
-{
-    QTest::addColumn<QString>("victim");
-    QTest::addColumn<QString>("left"); // on the board
-
-    QTest::newRow("a file") << "folder/file"
-                            << "app/bin folder/link kept/file";
-    QTest::newRow("a folder with all in it") << "folder"
-                                             << "app/bin kept/file";
-    QTest::newRow("a link, not what is behind it") << "folder/link/"
-                                                   << "app/bin folder/file kept/file";
-    QTest::newRow("a folder beside the one behind a link") << "folder/link/../kept"
-                                                           << "app/bin folder/file folder/link";
-    QTest::newRow("nothing") << "absent"
-                             << "app/bin folder/file folder/link kept/file";
-    QTest::newRow("no path that ends above itself") << "folder/.."
-                                                    << "refused";
-    QTest::newRow("no empty path") << ""
-                                   << "refused";
-}
-
-void TestPath::deletes()
-{
-    QFETCH(QString, victim);
-    QFETCH(QString, left);
-    QVERIFY(QDir().mkdir("folder") && QDir().mkdir("kept") &&
-            QFile::link("../kept", "folder/link"));
-    support::writeFile("folder/file", "x");
-    support::writeFile("kept/file", "x");
-    const QString before = leaves();
-    const bool isRefused = platform::isBoard && left == "refused";
-    QCOMPARE(Path::instance()->deleteFileOrFolder(victim), !isRefused);
-    QCOMPARE(leaves(), isRefused || !platform::isBoard ? before : left);
-}
 
 QTEST_GUILESS_MAIN(TestPath)
 #include "tst_path.moc"

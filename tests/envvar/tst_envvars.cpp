@@ -3,7 +3,6 @@
 #include "platform.h"
 
 #include <QProcess>
-#include <QSet>
 #include <QtTest>
 
 using namespace zeltools::envvar;
@@ -15,52 +14,38 @@ class TestEnvVars : public QObject
 private Q_SLOTS:
     void isComplete()
     {
-        QSet<QString> names;
-        QMap<int, int> types;
-        QMap<int, int> categories;
-        QMap<int, int> flags;
-        QSet<QString> defined;
-        for (const EnvVar* var : m_vars) {
-            names.insert(var->name());
+        QMap<int, int> types, categories, flags;
+        QStringList defined;
+        const QVector<EnvVar*> vars = EnvVarStore::instance().vars();
+        for (const EnvVar* var : vars) {
             ++types[var->type()];
             ++categories[var->category()];
             ++flags[int(var->flags())];
             if (var->stringValueOpt(EnvVar::Defines))
-                defined.insert(var->name());
+                defined << var->name();
         }
-        QCOMPARE(m_vars.size(), 96);
-        QCOMPARE(names.size(), 96);
         QCOMPARE(types.values(), QList<int>({82, 14}));
         QCOMPARE(flags.values(), QList<int>({11, 15, 2, 14, 2, 1, 5, 46}));
         QCOMPARE(categories.values(),
                  QList<int>({20, 6, 11, 12, 1, 1, 5, 2, 5, 4, 1, 3, 5, 6, 4, 1, 2, 2, 1, 3, 1}));
-        QCOMPARE(m_vars.at(0), &EnvVars::Debug);
-        QCOMPARE(m_vars.at(48), &EnvVars::NoPaymentVisible);
-        QCOMPARE(m_vars.at(95), &EnvVars::CapKeysLedsSimulation);
-        QCOMPARE(EnvVars::NoPaymentVisible.name(), "HIDE_PAYMENT");
-        QVERIFY(EnvVars::VL6180XSimulationDevice.description().contains("bus.\nIf disabled,"));
-
-        QSet<QString> expected{"ENCRYPTED_CONFIG", "ENCRYPTED_MACHINE", ZELTOOLS_MODEL_SWITCH};
-        expected += platform::isBoard ? QSet<QString>{"OS_LINUX", "PLATFORM_BOARD"}
-                                      : QSet<QString>{"OS_WINDOWS", "PLATFORM_DESKTOP"};
-        QCOMPARE(defined, expected);
+        QCOMPARE(vars.at(48), &EnvVars::NoPaymentVisible);
+        QStringList expected = {"PLATFORM_DESKTOP", "OS_WINDOWS"};
+        if (platform::isBoard)
+            expected = QStringList{"PLATFORM_BOARD", "OS_LINUX"};
+        QCOMPARE(defined, expected + QStringList({"ENCRYPTED_CONFIG", "ENCRYPTED_MACHINE",
+                                                  ZELTOOLS_MODEL_SWITCH}));
     }
 
     void aMalformedEnvironmentEndsTheProgram()
     {
         QProcess program;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("CUPSENSOR_SIMULATION", "yes");
-        program.setProcessEnvironment(environment);
-        program.start(QCoreApplication::applicationFilePath(), {"-functions"});
+        program.start("env", {"CUPSENSOR_SIMULATION=yes", QCoreApplication::applicationFilePath(),
+                              "-functions"});
         QVERIFY(program.waitForFinished());
         QCOMPARE(program.exitStatus(), QProcess::CrashExit);
         const QByteArray said = program.readAllStandardError();
         QVERIFY2(said.contains("Invalid value yes for variable CUPSENSOR_SIMULATION\n"), said);
     }
-
-private:
-    const QVector<EnvVar*> m_vars = EnvVarStore::instance().vars();
 };
 
 QTEST_GUILESS_MAIN(TestEnvVars)

@@ -22,8 +22,8 @@ class TestEventHistory : public QObject
 
 private:
     QTemporaryDir m_folder;
-    const QString m_old = m_folder.filePath(QStringLiteral("e.log.1"));
-    const QString m_new = m_folder.filePath(QStringLiteral("e.log"));
+    const QString m_old = m_folder.filePath("e.log.1");
+    const QString m_new = m_folder.filePath("e.log");
 
 private Q_SLOTS:
     void matches_data()
@@ -32,22 +32,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("start");
         QTest::addColumn<QString>("stop");
         QTest::addColumn<QVector<int>>("numbers");
-        const QString menu = QStringLiteral("MenuAccess");
-        const QString second = QStringLiteral("02/11/2026");
-        const QString third = QStringLiteral("03/11/2026");
-        QTest::newRow("everything")
-            << QString() << QString() << QString() << QVector<int>{0, 1, 2, 3, 4, 5, 6};
-        QTest::newRow("one kind, also as a later field")
-            << menu << QString() << QString() << QVector<int>{0, 2, 3, 4};
-        QTest::newRow("both ends included")
-            << QString() << second << third << QVector<int>{1, 2, 3};
-        QTest::newRow("kind and dates") << menu << second << third << QVector<int>{2, 3};
-        QTest::newRow("one date alone does not filter")
-            << menu << second << QString() << QVector<int>{0, 2, 3, 4};
-        QTest::newRow("dates the wrong way round")
-            << QString() << third << second << QVector<int>{};
-        QTest::newRow("a date that is none")
-            << QString() << QStringLiteral("x") << QStringLiteral("y") << QVector<int>{4, 5, 6};
+        const auto row = [](const char* name, const char* kind, const char* start, const char* stop,
+                            const QVector<int>& numbers) {
+            QTest::newRow(name) << kind << start << stop << numbers;
+        };
+        row("everything", "", "", "", {0, 1, 2, 3, 4, 5, 6});
+        row("one kind, in any field, without dates", "MenuAccess", "02/11/2026", "", {0, 2, 3, 4});
+        row("both ends included", "", "02/11/2026", "03/11/2026", {1, 2, 3});
+        row("kind and dates", "MenuAccess", "02/11/2026", "03/11/2026", {2, 3});
+        row("dates the wrong way round", "", "03/11/2026", "02/11/2026", {});
+        row("dates that are none find what has none", "", "x", "y", {4, 5, 6});
     }
     void matches()
     {
@@ -70,14 +64,17 @@ private Q_SLOTS:
         QTest::addColumn<int>("pages");
         QTest::addColumn<QString>("texts");
         QTest::addColumn<int>("errors");
-        QTest::newRow("the newest") << 0 << 4 << 3 << QStringLiteral("6789") << 0;
-        QTest::newRow("across the files") << 1 << 4 << 3 << QStringLiteral("2345") << 0;
-        QTest::newRow("the rest is the oldest") << 2 << 4 << 3 << QStringLiteral("01") << 0;
-        QTest::newRow("all in one") << 0 << 100 << 1 << QStringLiteral("0123456789") << 0;
-        QTest::newRow("beyond the oldest") << 3 << 4 << 3 << QString() << 0;
-        QTest::newRow("far beyond") << INT_MAX << INT_MAX << 1 << QString() << 0;
-        QTest::newRow("before the newest") << -1 << 4 << 3 << QString() << 1;
-        QTest::newRow("no room on a page") << 0 << 0 << 0 << QString() << 1;
+        const auto row = [](const char* name, int index, int perPage, int pages, const char* texts,
+                            int errors) {
+            QTest::newRow(name) << index << perPage << pages << texts << errors;
+        };
+        row("the newest", 0, 4, 3, "6789", 0);
+        row("across the files", 1, 4, 3, "2345", 0);
+        row("the rest is the oldest", 2, 4, 3, "01", 0);
+        row("beyond the oldest", 3, 4, 3, "", 0);
+        row("far beyond", INT_MAX, INT_MAX, 1, "", 0);
+        row("before the newest", -1, 4, 3, "", 1);
+        row("no room on a page", 0, 0, 0, "", 1);
     }
     void pages()
     {
@@ -93,11 +90,11 @@ private Q_SLOTS:
         writeFile(m_old, contents[0]);
         writeFile(m_new, contents[1]);
         support::LineRecorder recorder;
-        const auto page = EventHistory::page({m_old, m_new}, {QStringLiteral("MenuAccess"), {}, {}},
-                                             index, perPage);
+        const auto page =
+            EventHistory::page({m_old, m_new}, {"MenuAccess", {}, {}}, index, perPage);
         QCOMPARE(page.pagesCount, pages);
         QString lastCharacters;
-        for (const QString& line : page.text.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        for (const QString& line : page.text.split('\n', Qt::SkipEmptyParts))
             lastCharacters += line.right(1);
         QCOMPARE(lastCharacters, texts);
         QCOMPARE(recorder.takeMessages().size(), errors);
@@ -106,29 +103,29 @@ private Q_SLOTS:
     void appendedLines()
     {
         writeFile(m_new, "a\nb\nc\nd");
-        QString text = QStringLiteral("before");
+        QString text = "before";
         EventHistory::appendLines(text, m_new, {0, 2, 3}, 1, 2);
-        QCOMPARE(text, QStringLiteral("before\nc\nd"));
+        QCOMPARE(text, "before\nc\nd");
         support::LineRecorder recorder;
         text.clear();
         EventHistory::appendLines(text, m_new, {0, 2, 3}, 2, 2);
-        QCOMPARE(text, QStringLiteral("d"));
+        QCOMPARE(text, "d");
         QVERIFY(recorder.takeMessages().value(0).endsWith(
-            QStringLiteral("QVector<int>, int, int) Index is out of bounds !")));
+            "QVector<int>, int, int) Index is out of bounds !"));
     }
 
     void aLargeFileComesBackWhole()
     {
         QStringList lines;
         for (int i = 0; i < 4000; ++i)
-            lines.append(QString(i % 97, QLatin1Char('x')) + QString::number(i));
-        lines[2000] = QString(200000, QLatin1Char('y'));
-        const QString content = lines.join(QLatin1Char('\n'));
+            lines.append(QString(i % 97, 'x') + QString::number(i));
+        lines[2000] = QString(200000, 'y');
+        const QString content = lines.join('\n');
         writeFile(m_new, content.toUtf8());
         const auto page = EventHistory::page({m_new}, {}, 0, 9999);
         QCOMPARE(page.pagesCount, 1);
         QVERIFY(page.text == content);
-        QVERIFY(EventHistory::page({m_new}, {}, 1, 2000).text + QLatin1Char('\n') +
+        QVERIFY(EventHistory::page({m_new}, {}, 1, 2000).text + '\n' +
                     EventHistory::page({m_new}, {}, 0, 2000).text ==
                 content);
     }
@@ -140,10 +137,8 @@ private Q_SLOTS:
                              QByteArray(1 << 20, 'x') + '\n' + "\xff\xfe\xc3\n" + good +
                              QByteArray(9, '\0') + '\n' + "\xc3" + good.mid(1));
         const QString line = QString::fromLatin1(good);
-        const EventSelection selection{QStringLiteral("MenuAccess"), QStringLiteral("01/11/2026"),
-                                       QStringLiteral("03/11/2026")};
-        QCOMPARE(EventHistory::page({m_new}, selection, 0, 10).text,
-                 line + QLatin1Char('\n') + line);
+        const EventSelection selection{"MenuAccess", "01/11/2026", "03/11/2026"};
+        QCOMPARE(EventHistory::page({m_new}, selection, 0, 10).text, line + '\n' + line);
         QCOMPARE(EventHistory::page({m_old + m_new}, selection, 0, 10).pagesCount, 0);
     }
 };

@@ -12,7 +12,7 @@ private:
     support::TemporaryLayout m_layout;
     const RotatingLogFileConfiguration m_configuration{1.0F, 1, false};
 
-    static QString path() { return Path::instance()->debugLogsDir + QStringLiteral("trace.log"); }
+    static QString path() { return Path::instance()->debugLogsDir + "trace.log"; }
 
 private Q_SLOTS:
     void cleanup() { QFile::remove(path()); }
@@ -20,12 +20,11 @@ private Q_SLOTS:
     void atFirstLinesGoToTheLogOnly()
     {
         support::LineRecorder recorder;
-        LogInFile trace(nullptr, QStringLiteral("some/folder/trace.log"), Log::Payment,
-                        m_configuration);
+        LogInFile trace(nullptr, "some/folder/trace.log", Log::Payment, m_configuration);
         QCOMPARE(trace.filename(), path());
-        trace.logString(QStringLiteral("coin"));
+        trace.logString("coin");
         trace.setLogInDebug(false);
-        trace.logString(QStringLiteral("silent"));
+        trace.logString("silent");
         const auto lines = recorder.take();
         QCOMPARE(lines.size(), 1);
         QCOMPARE(lines[0].message, QStringLiteral("\"coin\""));
@@ -46,25 +45,25 @@ private Q_SLOTS:
         QFETCH(bool, switchedOff);
         constexpr int count = 5000;
         {
-            LogInFile trace(nullptr, QStringLiteral("trace.log"), Log::Payment, m_configuration);
+            LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
             trace.setLogInDebug(false);
             trace.setLogInFile(true);
             for (int i = 0; i < count; ++i)
-                trace.logString(QStringLiteral("caff\u00e8 %1").arg(i));
+                trace.logString(QString("caff\u00e8 %1").arg(i));
             if (switchedOff) {
                 trace.setLogInFile(false);
-                trace.logString(QStringLiteral("not wanted"));
+                trace.logString("not wanted");
             }
         }
         const QStringList lines = RotatingLogFile::getLogLines(path());
         QCOMPARE(lines.size(), count);
         for (int i = 0; i < count; ++i)
-            QCOMPARE(lines[i].mid(23), QStringLiteral("|caff\u00e8 %1").arg(i));
+            QCOMPARE(lines[i].mid(23), QString("|caff\u00e8 %1").arg(i));
     }
 
     void openingAndClosing()
     {
-        LogInFile trace(nullptr, QStringLiteral("trace.log"), Log::Payment, m_configuration);
+        LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
         support::LineRecorder recorder;
         trace.setLogInFile(true);
         trace.setLogInFile(true);
@@ -76,11 +75,10 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(path()) && QDir().mkdir(path()));
         QVERIFY(!trace.openFile());
         QVERIFY(QDir().rmdir(path()));
-        QCOMPARE(
-            recorder.takeMessages(),
-            QStringList({QStringLiteral("bool LogInFile::openFile() Log file is already opened !"),
-                         QStringLiteral("bool LogInFile::closeFile() Log file is not opened"),
-                         QStringLiteral("bool LogInFile::openFile() Failed opening log file")}));
+        QCOMPARE(recorder.takeMessages(),
+                 QStringList({"bool LogInFile::openFile() Log file is already opened !",
+                              "bool LogInFile::closeFile() Log file is not opened",
+                              "bool LogInFile::openFile() Failed opening log file"}));
     }
 };
 
