@@ -105,7 +105,7 @@ std::optional<QMap<QString, QString>> load(const QString& path, bool logOpenFail
     }
     // Piece by piece, each up to its last line feed: a damaged file of any size takes little
     // memory.
-    constexpr qint64 pieceSize = 1024 * 1024;
+    constexpr qint64 pieceSize = qint64(1024) * 1024;
     constexpr int longestLine = 16 * 1024 * 1024; // a longer one is taken for several
     QMap<QString, QString> map;
     QByteArray rest;

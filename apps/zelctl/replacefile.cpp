@@ -37,7 +37,7 @@ private:
 };
 
 // A hundred times what any file has that a machine is configured by.
-constexpr qint64 s_largestContent = 16 * 1024 * 1024;
+constexpr qint64 s_largestContent = qint64(16) * 1024 * 1024;
 
 QString reason()
 {

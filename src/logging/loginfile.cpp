@@ -100,7 +100,7 @@ LogInFile::WriterThread::~WriterThread() = default;
 
 void LogInFile::WriterThread::onWriteStringToFile(const QString& line)
 {
-    constexpr qint64 longestPending = 1024 * 1024;
+    constexpr qint64 longestPending = qint64(1024) * 1024;
     QMutexLocker locker(&m_pendingMutex);
     const bool isFirst = m_pending.isEmpty();
     m_pending.enqueue(line);
