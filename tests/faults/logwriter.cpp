@@ -1,6 +1,6 @@
 // A machine application that only logs: what, it is told on its standard input. It answers every
 // command, when done, with the length of its result, a line feed and the result. Ends with its
-// input.
+// input. Its arguments: FOLDER LIMIT_B PREDECESSORS.
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
@@ -10,8 +10,8 @@
 
 #include <QCoreApplication>
 
-#include <cerrno>
 #include <cstdlib>
+#include <functional>
 #include <iostream>
 #include <map>
 #include <string>
@@ -21,13 +21,12 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 namespace
 {
 
-template <typename T>
+template <typename T = int>
 T next()
 {
     T word{};
@@ -48,12 +47,12 @@ void writeLine(int thread, int number, int length)
         << QString::asprintf("%d %08d ", thread, number) + QString(length - others, 'x') + '.';
 }
 
-QByteArray writeLines()
+QString writeLines()
 {
-    const int threadsCount = next<int>();
-    const int first = next<int>();
-    const int end = first + next<int>();
-    const int length = next<int>();
+    const int threadsCount = next();
+    const int first = next();
+    const int end = first + next();
+    const int length = next();
     std::vector<std::thread> threads;
     for (int thread = 0; thread < threadsCount; ++thread)
         threads.emplace_back([=] {
@@ -66,11 +65,11 @@ QByteArray writeLines()
 }
 
 // Keeps the number of lines whose write has returned in a file, which outlives the process.
-[[noreturn]] QByteArray writeUntilKilled()
+[[noreturn]] QString writeUntilKilled()
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     const int counter = open(next<std::string>().c_str(), O_WRONLY | O_CLOEXEC);
-    const int length = next<int>();
+    const int length = next();
     for (int number = 0, count = 1;; ++number, ++count) {
         writeLine(0, number, length);
         if (pwrite(counter, &count, sizeof count, 0) != sizeof count)
@@ -78,49 +77,23 @@ QByteArray writeLines()
     }
 }
 
-std::vector<int> s_held;
-
-QByteArray takeDescriptors()
+QString readHistory()
 {
-    constexpr rlimit few{64, 64};
-    setrlimit(RLIMIT_NOFILE, &few);
-    for (int descriptor; (descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC)) >= 0;)
-        s_held.push_back(descriptor);
-    return QByteArray::number(errno);
-}
-
-QByteArray releaseDescriptors()
-{
-    for (int descriptor : s_held)
-        close(descriptor);
-    s_held.clear();
-    return {};
-}
-
-QByteArray readHistory()
-{
-    const auto filter = static_cast<LogManager::EventModuleFilter>(next<int>());
+    const auto filter = static_cast<LogManager::EventModuleFilter>(next());
     const QString from = nextText();
     const QString to = nextText();
-    const int page = next<int>();
-    return LogManager::instance()
-        ->exportEventsHistory(filter, from, to, page, next<int>())
-        .toUtf8();
+    const int page = next();
+    return LogManager::instance()->exportEventsHistory(filter, from, to, page, next());
 }
 
-QByteArray readTotal()
-{
-    return LogManager::instance()->eventLogTotalContent().toUtf8();
-}
-
-QByteArray readPage()
+QString readPage()
 {
     RotatingLogFile log({1, 1, false});
     log.setPrimaryFilename(nextText());
     log.file.open(QIODevice::Append);
-    const auto order = static_cast<RotatingLogFile::Order>(next<int>());
+    const auto order = static_cast<RotatingLogFile::Order>(next());
     const auto first = next<unsigned>();
-    return log.pageContent(first, next<unsigned>(), order).toUtf8();
+    return log.pageContent(first, next<unsigned>(), order);
 }
 
 } // namespace
@@ -128,10 +101,6 @@ QByteArray readPage()
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    if (argc != 4) {
-        std::cerr << "usage: logwriter FOLDER LIMIT_B PREDECESSORS\n";
-        return 2;
-    }
     Path::instance()->init(QFile::decodeName(argv[1]) + "/app/bin", "default", "default");
     LogManager::initialize();
     LogManager* manager = LogManager::instance();
@@ -139,13 +108,14 @@ int main(int argc, char* argv[])
     manager->setAppLogFileMaximumSizeMiB(std::stod(argv[2]) / (1024 * 1024));
     manager->setAppLogFileSecondaryFilesCount(std::stoi(argv[3]));
 
-    const std::map<std::string, QByteArray (*)()> commands{
-        {"write", writeLines},     {"forever", writeUntilKilled},
-        {"take", takeDescriptors}, {"release", releaseDescriptors},
-        {"history", readHistory},  {"total", readTotal},
+    const std::map<std::string, std::function<QString()>> commands{
+        {"write", writeLines},
+        {"forever", writeUntilKilled},
+        {"history", readHistory},
+        {"total", [=] { return manager->eventLogTotalContent(); }},
         {"page", readPage}};
     for (std::string command; std::cin >> command;) {
-        const QByteArray result = commands.at(command)();
+        const QByteArray result = commands.at(command)().toUtf8();
         std::cout << result.size() << '\n' << result.toStdString() << std::flush;
     }
     return 0;
