@@ -111,7 +111,7 @@ def cut(folder, is_aimed):
 def cuts(root, write, rounds):
     image, folder, file = root / "image", root / "disk", root / "disk/env"
     folder.mkdir(parents=True)
-    subprocess.run(["mkfs.ext4", "-q", image, "8M"], check=True)
+    subprocess.run(["mkfs.ext4", "-q", image, "8M"], check=True, capture_output=True)
     # The file system is not to mend what a careless writer forgets, since others would not.
     options = ["-o", "loop,noauto_da_alloc", image]
     if subprocess.run(["mount", *options, folder]).returncode != 0:
