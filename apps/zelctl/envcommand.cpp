@@ -6,7 +6,6 @@
 #include "logging/logmodules.h"
 #include "replacefile.h"
 
-#include <QCommandLineParser>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -270,7 +269,6 @@ void addOptions(QCommandLineParser& parser)
                                  "FILE list|get NAME|set NAME VALUE|unset NAME\n"
                                  "       zelctl env [options] catalogue");
     parser.addOptions({
-        {{"h", "help"}, "Shows this help."},
         {"force", "Sets also a name that is no switch known here."},
         {"json", "Prints the list or the catalogue as one JSON object."},
     });
@@ -282,15 +280,9 @@ ExitStatus runEnv(const QStringList& arguments)
 {
     QCommandLineParser parser;
     addOptions(parser);
-    const bool isParsed = parser.parse(arguments);
-    if (parser.isSet("help"))
-        return print(parser.helpText());
-    if (!isParsed)
-        return fail(WrongUsage, parser.errorText());
+    if (const std::optional<ExitStatus> status = parse(parser, arguments))
+        return *status;
     const QStringList words = parser.positionalArguments();
-    // What a malformed text decodes to; it would not be read back as it was typed.
-    if (words.join(QString()).contains(QChar::ReplacementCharacter))
-        return fail(WrongUsage, "the arguments are not UTF-8");
     const bool isJson = parser.isSet("json");
     if (words == QStringList("catalogue"))
         return printCatalogue(isJson);

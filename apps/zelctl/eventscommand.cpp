@@ -3,7 +3,6 @@
 #include "logging/eventhistory_p.h"
 #include "logging/logrenderer.h"
 
-#include <QCommandLineParser>
 #include <QDate>
 #include <QDir>
 #include <QFile>
@@ -15,6 +14,9 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <iterator>
 
 #include <sys/stat.h>
@@ -66,7 +68,6 @@ void addOptions(QCommandLineParser& parser)
                                      "DIR/zel_events.log, oldest first, a page at a time.");
     parser.addPositionalArgument("DIR", "The folder of the event files.", "DIR");
     parser.addOptions({
-        {{"h", "help"}, "Shows this help."},
         {"kind", "Only events of this kind: " + kindKeys() + '.', "NAME"},
         {"from", "Only events of this day and later; together with --to.", "dd/MM/yyyy"},
         {"to", "Only events of this day and earlier; together with --from.", "dd/MM/yyyy"},
@@ -156,11 +157,8 @@ ExitStatus runEvents(const QStringList& arguments)
 {
     QCommandLineParser parser;
     addOptions(parser);
-    const bool isParsed = parser.parse(arguments);
-    if (parser.isSet("help"))
-        return print(parser.helpText());
-    if (!isParsed)
-        return fail(WrongUsage, parser.errorText());
+    if (const std::optional<ExitStatus> status = parse(parser, arguments))
+        return *status;
     const QStringList folders = parser.positionalArguments();
     if (folders.size() != 1 || folders.first().isEmpty())
         return fail(WrongUsage, "events needs one folder, see \"zelctl events --help\"");
