@@ -211,7 +211,7 @@ ExitStatus printValue(const QString& path, const Values& file, const QString& na
 /// `change` returns whether there was anything to change.
 ExitStatus edit(const QString& path, bool mayCreate, const std::function<bool(EnvFile&)>& change)
 {
-    ReplaceFile file(path);
+    ReplaceFile file(path, ReplaceFile::Edit);
     const FileContent content = readFile(file.path());
     if (file.error().isEmpty() && !content.error.isEmpty() && (content.exists || !mayCreate))
         return fail(Failed, content.error);

@@ -1,4 +1,5 @@
 #include "command.h"
+#include "cryptcommand.h"
 #include "envcommand.h"
 #include "eventscommand.h"
 
@@ -8,6 +9,7 @@ namespace
 {
 
 constexpr Command s_commands[]{
+    {"crypt", "Encrypts and decrypts files, shows what their header says.", runCrypt},
     {"env", "Shows and edits the environment file of a machine.", runEnv},
     {"events", "Shows the event history of a machine in pages.", runEvents},
 };

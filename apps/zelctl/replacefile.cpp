@@ -36,25 +36,25 @@ private:
     int m_descriptor;
 };
 
-// A hundred times what any file has that a machine is configured by.
-constexpr qint64 s_largestContent = qint64(16) * 1024 * 1024;
-
 QString reason()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-bool readAll(int descriptor, QByteArray& bytes)
+FileContent readAll(int descriptor, const QString& obstacle, qint64 limit)
 {
+    QByteArray bytes;
     char buffer[65536];
     while (true) {
         const ssize_t count = read(descriptor, buffer, sizeof buffer);
         if (count == 0)
-            return true;
+            return {bytes, {}, true};
+        if (bytes.size() + count > limit)
+            return {{}, obstacle + "it is too large", true};
         if (count > 0)
             bytes.append(buffer, static_cast<int>(count));
         else if (errno != EINTR)
-            return false;
+            return {{}, obstacle + reason(), true};
     }
 }
 
@@ -72,7 +72,7 @@ bool lock(int descriptor)
 
 } // namespace
 
-FileContent readFile(const QString& path)
+FileContent readFile(const QString& path, qint64 limit)
 {
     const QString obstacle = "cannot read " + path + ": ";
     const Descriptor file(
@@ -83,15 +83,15 @@ FileContent readFile(const QString& path)
     struct stat status = {};
     if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode))
         return {{}, obstacle + "it is not a file", true};
-    if (status.st_size > s_largestContent)
-        return {{}, obstacle + "it is too large for what it should be", true};
-    QByteArray bytes;
-    if (!readAll(file, bytes))
-        return {{}, obstacle + reason(), true};
-    return {bytes, {}, true};
+    return readAll(file, obstacle, limit);
 }
 
-ReplaceFile::ReplaceFile(const QString& path)
+FileContent readStandardInput(qint64 limit)
+{
+    return readAll(STDIN_FILENO, "cannot read the standard input: ", limit);
+}
+
+ReplaceFile::ReplaceFile(const QString& path, Purpose purpose)
 {
     const QFileInfo given(path);
     const QString canonical = given.canonicalFilePath(); // empty when there is no file
@@ -103,9 +103,13 @@ ReplaceFile::ReplaceFile(const QString& path)
         m_error = "cannot replace " + path + ": the link points to nothing";
         return;
     }
+    if (file.exists() && !file.isFile()) {
+        m_error = "cannot replace " + path + ": it is not a file";
+        return;
+    }
     m_folder =
         open(QFile::encodeName(m_folderPath).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (check(m_folder >= 0, "open", {}))
+    if (check(m_folder >= 0, "open", {}) && purpose == Edit)
         check(lock(m_folder), "lock", {});
 }
 
@@ -117,13 +121,19 @@ ReplaceFile::~ReplaceFile()
 
 bool ReplaceFile::replace(const QByteArray& content)
 {
-    if (!m_error.isEmpty())
+    return replace([&](int file) {
+        const auto size = static_cast<size_t>(content.size());
+        check(writeWhole(file, content.constData(), size) == content.size(), "write",
+              m_temporaryName);
+        return m_error;
+    });
+}
+
+bool ReplaceFile::replace(const Writer& write)
+{
+    if (!m_error.isEmpty() || !removeStaleTemporary())
         return false;
-    // Made anew each time: what stands under that name may be a link to something else.
-    const bool isFree = unlinkat(m_folder, m_temporaryName.constData(), 0) == 0 || errno == ENOENT;
-    if (!check(isFree, "remove", m_temporaryName))
-        return false;
-    if (writeTemporary(content) &&
+    if (writeTemporary(write) &&
         check(renameat(m_folder, m_temporaryName.constData(), m_folder, m_name.constData()) == 0,
               "replace", m_name))
         return syncFolder();
@@ -139,7 +149,18 @@ bool ReplaceFile::sync()
     return check(file >= 0 && fsync(file) == 0, "sync", m_name) && syncFolder();
 }
 
-bool ReplaceFile::writeTemporary(const QByteArray& content)
+// Made anew each time: what stands under that name may be a link to something else.
+bool ReplaceFile::removeStaleTemporary()
+{
+    const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const Descriptor stale(openat(m_folder, m_temporaryName.constData(), flags));
+    if (stale >= 0 && !check(flock(stale, LOCK_EX | LOCK_NB) == 0, "lock", m_temporaryName))
+        return false;
+    const bool isFree = unlinkat(m_folder, m_temporaryName.constData(), 0) == 0 || errno == ENOENT;
+    return check(isFree, "remove", m_temporaryName);
+}
+
+bool ReplaceFile::writeTemporary(const Writer& write)
 {
     struct stat status = {};
     const bool exists = fstatat(m_folder, m_name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
@@ -149,14 +170,17 @@ bool ReplaceFile::writeTemporary(const QByteArray& content)
     Descriptor file(openat(m_folder, m_temporaryName.constData(),
                            O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
                            exists ? 0600 : 0644));
-    if (!check(file >= 0, "create", m_temporaryName))
+    if (!check(file >= 0, "create", m_temporaryName) ||
+        !check(flock(file, LOCK_EX | LOCK_NB) == 0, "lock", m_temporaryName))
         return false;
+    const auto writeContent = [&] {
+        m_error = write(file);
+        return m_error.isEmpty();
+    };
     // Owner, content and mode in this order: each takes bits off the mode that was there before.
     return (!exists ||
             check(fchown(file, status.st_uid, status.st_gid) == 0, "keep the owner of", m_name)) &&
-           check(writeWhole(file, content.constData(), static_cast<size_t>(content.size())) ==
-                     content.size(),
-                 "write", m_temporaryName) &&
+           writeContent() &&
            (!exists ||
             check(fchmod(file, status.st_mode & 07777) == 0, "keep the mode of", m_name)) &&
            check(fsync(file) == 0, "sync", m_temporaryName) &&

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 struct stat;
 
 struct FileContent
@@ -12,8 +14,14 @@ struct FileContent
     bool exists;
 };
 
-/// Reads a regular file. Anything else is an error: a pipe would wait for its writer.
-FileContent readFile(const QString& path);
+/// A hundred times what any file has that a machine is configured by.
+constexpr qint64 largestTextFile = qint64(16) * 1024 * 1024;
+
+/// Reads a regular file of at most `limit` bytes. Anything else is an error: a pipe would wait for
+/// its writer.
+FileContent readFile(const QString& path, qint64 limit = largestTextFile);
+/// Reads what standard input holds until it ends.
+FileContent readStandardInput(qint64 limit);
 
 /// Replaces the content of a file so that the file on disk is at every moment the old or the new
 /// one, also when the power fails: the content goes to a hidden file beside it, ".NAME.zelctl",
@@ -23,13 +31,18 @@ FileContent readFile(const QString& path);
 /// Mode and owner of the file stay, its extended attributes and further hard links do not. For a
 /// symbolic link the file that it points to is replaced.
 ///
-/// Holds a lock on the folder while it lives: whoever reads the file in between, changes it and
+/// Of two processes that write the hidden file at once the second one fails. For an edit the object
+/// holds a lock on the folder while it lives: whoever reads the file in between, changes it and
 /// puts it back loses no edit of another process that does the same.
 class ReplaceFile
 {
 public:
-    /// Waits for the lock.
-    explicit ReplaceFile(const QString& path);
+    enum Purpose { Edit, Overwrite };
+    /// Writes the content into a new file and tells in one line what hindered it, or nothing.
+    using Writer = std::function<QString(int descriptor)>;
+
+    /// An edit waits for the lock, ten seconds at most.
+    ReplaceFile(const QString& path, Purpose purpose);
     ~ReplaceFile();
     Q_DISABLE_COPY(ReplaceFile)
 
@@ -42,11 +55,13 @@ public:
     /// unless it is the folder that could not be forced to storage. A file that was not there gets
     /// the mode 0644 less the umask.
     bool replace(const QByteArray& content);
+    bool replace(const Writer& write);
     /// Forces to storage what is there: the process that wrote it may have been killed too early.
     bool sync();
 
 private:
-    bool writeTemporary(const QByteArray& content);
+    bool removeStaleTemporary();
+    bool writeTemporary(const Writer& write);
     bool syncFolder();
     bool check(bool isDone, const char* action, const QByteArray& name);
     QString pathOf(const QByteArray& name) const;

@@ -1,0 +1,58 @@
+#include "crypt/sha1_p.h"
+
+#include <QCryptographicHash>
+
+#include <optional>
+
+#include <openssl/evp.h>
+
+namespace
+{
+
+// Looked up once: that takes longer than the digest of a short text. Null where the configuration
+// of libcrypto does not offer SHA-1.
+const EVP_MD* algorithm()
+{
+    static const EVP_MD* const sha1 = EVP_MD_fetch(nullptr, "SHA1", nullptr);
+    return sha1;
+}
+
+} // namespace
+
+struct Sha1::Engine
+{
+    EVP_MD_CTX* context = EVP_MD_CTX_new();
+    std::optional<QCryptographicHash> qtHash; // where libcrypto has none
+
+    Engine()
+    {
+        if (algorithm() == nullptr || EVP_DigestInit_ex(context, algorithm(), nullptr) != 1)
+            qtHash.emplace(QCryptographicHash::Sha1);
+    }
+    ~Engine() { EVP_MD_CTX_free(context); }
+    Q_DISABLE_COPY(Engine)
+};
+
+Sha1::Sha1()
+    : m_engine(std::make_unique<Engine>())
+{
+}
+
+Sha1::~Sha1() = default;
+
+void Sha1::add(const char* bytes, qint64 size)
+{
+    if (m_engine->qtHash)
+        m_engine->qtHash->addData(bytes, static_cast<int>(size));
+    else
+        EVP_DigestUpdate(m_engine->context, bytes, static_cast<size_t>(size));
+}
+
+QByteArray Sha1::result()
+{
+    if (m_engine->qtHash)
+        return m_engine->qtHash->result();
+    QByteArray digest(EVP_MD_get_size(algorithm()), '\0');
+    EVP_DigestFinal_ex(m_engine->context, reinterpret_cast<unsigned char*>(digest.data()), nullptr);
+    return digest;
+}

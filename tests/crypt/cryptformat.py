@@ -1,0 +1,94 @@
+#!/usr/bin/env python3
+# The format of docs/format-crypt.md, written from that page alone: page and library are held
+# against each other. `cryptformat.py check` compares golden/ with what this makes of its cases,
+# `cryptformat.py write` makes the files anew.
+
+import hashlib
+import json
+import struct
+import sys
+import zlib
+from pathlib import Path
+
+COMPRESSED, CHECKSUM, SHA1, METADATA, PLAIN = 1, 2, 4, 8, 16
+PROTECTIONS = {"off": 0, "checksum": CHECKSUM, "sha1": SHA1}
+
+
+class Damaged(Exception):
+    pass
+
+
+def checksum(payload):
+    crc = 0xFFFF
+    for byte in payload:
+        crc ^= byte
+        for _ in range(8):
+            crc = crc >> 1 ^ (0x8408 if crc & 1 else 0)
+    return struct.pack(">H", crc ^ 0xFFFF)
+
+
+def integrity(flags, payload):
+    if flags & CHECKSUM:
+        return checksum(payload)
+    return hashlib.sha1(payload).digest() if flags & SHA1 else b""
+
+
+def cipher(body, key, is_encryption):
+    parts, last, result = key.to_bytes(8, "little"), 0, bytearray()
+    for position, byte in enumerate(body):
+        result.append(byte ^ parts[position % 8] ^ last)
+        last = result[-1] if is_encryption else byte
+    return bytes(result)
+
+
+def encrypt(text, key, protection="sha1", compression="off", metadata="", plain=False, lead=0xFF):
+    flags, payload = PROTECTIONS[protection], text
+    if compression != "off":
+        compressed = struct.pack(">I", len(text)) + (zlib.compress(text, 9) if text else b"")
+        if compression == "forced" or len(compressed) < len(text):
+            flags, payload = flags | COMPRESSED, compressed
+    header = b""
+    if metadata:
+        data = metadata.encode()
+        flags |= METADATA
+        header = struct.pack("<ii", len(data), ~len(data)) + hashlib.sha1(data).digest() + data
+    body = bytes([lead]) + integrity(flags, payload) + payload
+    if plain:
+        flags |= PLAIN
+    return bytes([4, flags]) + header + (body if plain else cipher(body, key, True))
+
+
+def decrypt(data, key):
+    if len(data) < 3 or data[0] not in (3, 4):
+        raise Damaged("not a cyphertext")
+    flags, start = data[1], 2
+    if flags & METADATA:
+        size, complement = struct.unpack("<ii", data[2:10])
+        metadata = data[30:30 + size]
+        if size != ~complement or hashlib.sha1(metadata).digest() != data[10:30]:
+            raise Damaged("metadata")
+        start = 30 + size
+    body = data[start:] if flags & PLAIN else cipher(data[start:], key, False)
+    payload_start = 1 + len(integrity(flags, b""))
+    payload = body[payload_start:]
+    if integrity(flags, payload) != body[1:payload_start]:
+        raise Damaged("payload")
+    if not flags & COMPRESSED:
+        return payload
+    return zlib.decompress(payload[4:]) if payload[4:] else b""
+
+
+def golden(action):
+    folder = Path(__file__).parent / "golden"
+    for case in json.loads((folder / "cases.json").read_text()):
+        path = folder / (case.pop("name") + ".crypt")
+        text, key = case.pop("text").encode() * case.pop("times"), int(case.pop("key"), 16)
+        data = encrypt(text, key, **case)
+        if action == "write":
+            path.write_bytes(data)
+        if path.read_bytes() != data or decrypt(data, key) != text:
+            sys.exit(f"{path.name} is not what the format says")
+
+
+if __name__ == "__main__":
+    golden(sys.argv[1])
