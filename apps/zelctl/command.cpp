@@ -21,14 +21,18 @@ ExitStatus fail(ExitStatus status, const QString& message)
     return status;
 }
 
-ExitStatus print(const QString& text)
+ExitStatus writeOutput(const QByteArray& bytes)
 {
-    const bool isTerminal = isatty(STDOUT_FILENO) != 0;
-    const QByteArray bytes = (isTerminal ? withoutControls(text, "\t\n") : text).toUtf8();
     const auto size = static_cast<size_t>(bytes.size());
     if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
         return Done;
     return fail(Failed, QStringLiteral("cannot write the output: ") + std::strerror(errno));
+}
+
+ExitStatus print(const QString& text)
+{
+    const bool isTerminal = isatty(STDOUT_FILENO) != 0;
+    return writeOutput((isTerminal ? withoutControls(text, "\t\n") : text).toUtf8());
 }
 
 std::optional<ExitStatus> parse(QCommandLineParser& parser, const QStringList& arguments)

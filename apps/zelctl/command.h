@@ -26,7 +26,9 @@ QString withoutControls(QString text, const QString& kept = QString());
 /// All streams are UTF-8 whatever the locale, as the log files are.
 ExitStatus fail(ExitStatus status, const QString& message);
 
-/// Done only when all of the text has left the process: a full disk is a failure.
+/// Done only when all of it has left the process: a full disk is a failure.
+ExitStatus writeOutput(const QByteArray& bytes);
+/// The same for a text, with its control characters masked on a terminal.
 ExitStatus print(const QString& text);
 
 /// Reads the command line. The status is for a command that ends here: with its help, or because

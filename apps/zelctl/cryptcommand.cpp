@@ -1,9 +1,8 @@
 #include "cryptcommand.h"
 
-#include "comparison.h"
-#include "progressbar.h"
+#include "cryptjob.h"
+#include "librarywarning.h"
 #include "replacefile.h"
-#include "simplecrypt.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -11,185 +10,8 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
-#include <cerrno>
-#include <cstring>
-
-#include <sys/stat.h>
-
 namespace
 {
-
-constexpr qint64 s_chunkSize = 0x100000; // of the streamed format
-constexpr int s_shortestStreamed = 30;   // what decryptFileSmart() takes
-// What a QByteArray can hold together with what stands in front of it.
-constexpr qint64 s_largestInMemory = qint64(1900) * 1024 * 1024;
-
-/// The first warning of the library since clear(): says more than its error code.
-class Warning
-{
-public:
-    Warning() { qInstallMessageHandler(keep); }
-    ~Warning() { qInstallMessageHandler(nullptr); }
-    Q_DISABLE_COPY(Warning)
-
-    /// Without the signature in front of it.
-    static QString text()
-    {
-        return s_text.mid(s_text.indexOf(") ") < 0 ? 0 : s_text.indexOf(") ") + 2);
-    }
-
-private:
-    static void keep(QtMsgType, const QMessageLogContext&, const QString& text)
-    {
-        if (s_text.isEmpty())
-            s_text = text;
-    }
-    static inline QString s_text;
-};
-
-struct Job
-{
-    QString input;
-    QString output;
-    quint64 key = 0;
-    SimpleCrypt crypt;
-    bool isEncryption = false;
-    bool isWhole = false;
-    int prefixSize = 0; // what a streamed encryption puts in front of the payload
-
-    bool isPiped() const { return input == "-" || output == "-"; }
-};
-
-/// What the library or the system says; empty when all went well.
-QString failure(const Job& job)
-{
-    const QString why = Warning::text();
-    switch (job.crypt.lastError()) {
-    case SimpleCrypt::CryptNoError:
-        return why;
-    case SimpleCrypt::CryptBadVersion:
-        return "it is not a cyphertext";
-    case SimpleCrypt::CryptIntegrityMismatch:
-        return "it is damaged, or the key is another one";
-    default:
-        return errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : why;
-    }
-}
-
-QString explain(const Job& job, const QString& why)
-{
-    return QStringLiteral("cannot %1 %2: %3")
-        .arg(job.isEncryption ? "encrypt" : "decrypt", job.input, why);
-}
-
-bool isStreamed(const Job& job)
-{
-    if (job.isWhole || job.isPiped())
-        return false;
-    const qint64 size = QFileInfo(job.input).size();
-    if (!job.isEncryption)
-        return size >= s_shortestStreamed;
-    // The streamed form of an empty file cannot be decrypted, and the last bytes of one that is
-    // little larger than some chunks would be lost.
-    const qint64 tail = size % s_chunkSize;
-    return size > 0 && (size < s_chunkSize || tail == 0 || tail > job.prefixSize);
-}
-
-/// Returns what went wrong, or nothing.
-QString stream(Job& job, const QString& output)
-{
-    errno = 0;
-    {
-        ProgressBar bar(job.isEncryption ? "encrypting" : "decrypting");
-        const auto progress = [&bar](qint64 done_B, qint64 total_B) { bar.show(done_B, total_B); };
-        const bool isDone = job.isEncryption
-                                ? job.crypt.encryptFileSmart(job.input, output, progress)
-                                : job.crypt.decryptFileSmart(job.input, output, progress);
-        const QString why = failure(job);
-        if (!isDone || !why.isEmpty())
-            return explain(job, why.isEmpty() ? "the library refuses it" : why);
-    }
-    if (!job.isEncryption)
-        return QString();
-    ProgressBar bar("checking");
-    Comparison comparison(job.input);
-    SimpleCrypt check(job.key);
-    const bool isRead =
-        check.decryptFileSmart(output, comparison.path(), [&bar](qint64 done_B, qint64 total_B) {
-            bar.show(done_B, total_B);
-        });
-    return comparison.isSame() && isRead ? QString()
-                                         : explain(job, "what was written does not decrypt to it");
-}
-
-/// Sets `why` on failure.
-QByteArray transform(Job& job, const QByteArray& bytes, QString& why)
-{
-    const QByteArray result = job.isEncryption ? job.crypt.encryptToByteArray(bytes)
-                                               : job.crypt.decryptToByteArray(bytes);
-    const QString reason = failure(job);
-    if (!reason.isEmpty())
-        why = explain(job, reason);
-    else if (job.isEncryption && SimpleCrypt(job.key).decryptToByteArray(result) != bytes)
-        why = explain(job, "what was written does not decrypt to it");
-    return result;
-}
-
-ExitStatus writeStandardOutput(const QByteArray& bytes)
-{
-    const auto size = static_cast<size_t>(bytes.size());
-    if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
-        return Done;
-    return fail(Failed, QStringLiteral("cannot write the output: ") + std::strerror(errno));
-}
-
-ExitStatus processWhole(Job& job)
-{
-    const FileContent content = job.input == "-" ? readStandardInput(s_largestInMemory)
-                                                 : readFile(job.input, s_largestInMemory);
-    if (!content.error.isEmpty())
-        return fail(Failed, content.error);
-    errno = 0;
-    QString why;
-    const QByteArray result = transform(job, content.bytes, why);
-    if (!why.isEmpty())
-        return fail(Failed, why);
-    if (job.output == "-")
-        return writeStandardOutput(result);
-    ReplaceFile file(job.output, ReplaceFile::Overwrite);
-    return file.replace(result) ? Done : fail(Failed, file.error());
-}
-
-/// What hinders the work from the start, or nothing.
-QString obstacle(const Job& job)
-{
-    if (job.input == "-")
-        return QString();
-    struct stat input = {};
-    if (stat(QFile::encodeName(job.input).constData(), &input) != 0)
-        return "cannot read " + job.input + ": " + std::strerror(errno);
-    if (!S_ISREG(input.st_mode))
-        return "cannot read " + job.input + ": it is not a file";
-    struct stat output = {};
-    if (job.output != "-" && stat(QFile::encodeName(job.output).constData(), &output) == 0 &&
-        input.st_dev == output.st_dev && input.st_ino == output.st_ino)
-        return job.output + " is the input itself";
-    return QString();
-}
-
-ExitStatus process(Job& job)
-{
-    const QString why = obstacle(job);
-    if (!why.isEmpty())
-        return fail(Failed, why);
-    if (!isStreamed(job))
-        return processWhole(job);
-    ReplaceFile file(job.output, ReplaceFile::Overwrite);
-    const auto write = [&job](int descriptor) {
-        return stream(job, QStringLiteral("/proc/self/fd/%1").arg(descriptor));
-    };
-    return file.replace(write) ? Done : fail(Failed, file.error());
-}
 
 QStringList flagNames(int flags)
 {
@@ -224,8 +46,8 @@ ExitStatus showInfo(const QString& path, bool isJson)
     const bool hasHash = (flags & SimpleCrypt::FlagSha1) != 0 && !hasChecksum;
     const QString metadata = hasMetadata ? crypt.getMetadataFromFile(path) : QString();
     const int baseLength = crypt.getHeaderLength(path);
-    if (!Warning::text().isEmpty())
-        return fail(Failed, path + ": " + Warning::text());
+    if (!LibraryWarning::text().isEmpty())
+        return fail(Failed, path + ": " + LibraryWarning::text());
     // The library's length, which leaves a checksum out, and counts a SHA-1 beside one.
     const int leadEnd = baseLength - ((flags & SimpleCrypt::FlagSha1) != 0 ? SHA1_SIZE : 0);
     const int digestSize = hasChecksum ? 2 : hasHash ? SHA1_SIZE : 0;
@@ -348,7 +170,7 @@ ExitStatus runCrypt(const QStringList& arguments)
         !QStringList({"encrypt", "decrypt", "info"}).contains(action))
         return fail(WrongUsage, "see \"zelctl crypt --help\" for what crypt needs");
 
-    const Warning warning;
+    const LibraryWarning warning;
     if (isInfo)
         return showInfo(words[1], parser.isSet("json"));
     Job job;
