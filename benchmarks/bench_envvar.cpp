@@ -21,19 +21,6 @@ using namespace zeltools::envvar;
 namespace
 {
 
-template <typename Body>
-benchmark::internal::Benchmark* add(const char* name, Body&& body)
-{
-    return benchmark::RegisterBenchmark(name, std::forward<Body>(body));
-}
-
-template <typename Work>
-void repeat(benchmark::State& state, Work&& work)
-{
-    for (auto _ : state)
-        work();
-}
-
 // The whole catalogue once more, into a store that is empty as when the library is loaded.
 void constructCatalogue(benchmark::State& state)
 {

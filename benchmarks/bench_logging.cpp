@@ -146,13 +146,6 @@ void qtInfo()
     qInfo() << "Dispensed drink" << 42 << s_drink << "after seconds" << 25;
 }
 
-template <typename Work>
-void repeat(benchmark::State& state, Work&& work)
-{
-    for (auto _ : state)
-        work();
-}
-
 // 8 threads of 50,000 lines; the time of one line is that of all of them by their number.
 template <typename Work>
 void inEightThreads(benchmark::State& state, Work&& work)
@@ -227,12 +220,6 @@ void updateEvents(benchmark::State& state, int size)
     }
     if (LogManager::instance()->eventsTextList().size() != 20)
         state.SkipWithError("the page is not full");
-}
-
-template <typename Body>
-benchmark::internal::Benchmark* add(const char* name, Body&& body)
-{
-    return benchmark::RegisterBenchmark(name, std::forward<Body>(body));
 }
 
 void addAll()

@@ -5,7 +5,22 @@
 #include <cstdio>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
+
+/// Adds a row of a table; see RatioTable for its name.
+template <typename Body>
+benchmark::internal::Benchmark* add(const char* name, Body&& body)
+{
+    return benchmark::RegisterBenchmark(name, std::forward<Body>(body));
+}
+
+template <typename Work>
+void repeat(benchmark::State& state, Work&& work)
+{
+    for (auto _ : state)
+        work();
+}
 
 /// Prints benchmarks named "group/row" as one table a group, whose first row is the
 /// library: each line says how long it took and how ZelTools compares to it in the same run (below

@@ -106,7 +106,7 @@ private Q_SLOTS:
     void enciphersInPiecesAsInOne()
     {
         const quint64 key = 0x0123456789abcdef;
-        for (int size = 0; size < 40; ++size) {
+        for (int size = 0; size < 300; ++size) {
             SimpleCrypt crypt(key);
             crypt.setCompression(SimpleCrypt::CompressionOff);
             crypt.setProtection(SimpleCrypt::ProtectionOff);

@@ -1,0 +1,46 @@
+// Decrypts anything, and anything that has been encrypted in any way.
+
+#include "simplecrypt.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace
+{
+
+void require(bool condition)
+{
+    if (!condition)
+        abort();
+}
+
+SimpleCrypt withSettings(quint8 bits)
+{
+    SimpleCrypt crypt(0x0123456789abcdef);
+    crypt.setCompression(static_cast<SimpleCrypt::CompressionMode>(bits % 3));
+    crypt.setProtection(static_cast<SimpleCrypt::ProtectionMode>(bits / 3 % 3));
+    crypt.setPlainPayload(bits / 9 % 2 != 0);
+    if (bits / 18 % 2 != 0)
+        crypt.setMetadata("metadata");
+    return crypt;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static const QtMessageHandler silence =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    Q_UNUSED(silence)
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<int>(size));
+
+    SimpleCrypt reader = withSettings(0);
+    constexpr int mostOfOneByte = 1032; // what deflate can make
+    require(reader.decryptToByteArray(bytes).size() <= bytes.size() * mostOfOneByte);
+
+    SimpleCrypt crypt = withSettings(size > 0 ? data[size - 1] : 0);
+    const QByteArray cyphertext = crypt.encryptToByteArray(bytes);
+    require(crypt.decryptToByteArray(cyphertext) == bytes);
+    require(crypt.lastError() == SimpleCrypt::CryptNoError);
+    return 0;
+}

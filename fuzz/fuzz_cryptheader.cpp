@@ -1,0 +1,58 @@
+// Asks each header query about anything, as bytes and as a file, and about a good header in front
+// of it.
+
+#include "simplecrypt.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace
+{
+
+void require(bool condition)
+{
+    if (!condition)
+        abort();
+}
+
+QString fileWith(const QByteArray& bytes)
+{
+    static const int file = memfd_create("fuzz", MFD_CLOEXEC);
+    require(ftruncate(file, 0) == 0 &&
+            pwrite(file, bytes.constData(), static_cast<size_t>(bytes.size()), 0) == bytes.size());
+    return QStringLiteral("/proc/self/fd/%1").arg(file);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static const QtMessageHandler silence =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    Q_UNUSED(silence)
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    SimpleCrypt crypt(1);
+    if (!bytes.isEmpty())
+        crypt.checkVersion(bytes); // reports an empty array as the caller's fault
+    const qint64 metadataSize = crypt.getMetadataSize(bytes);
+    const QString metadata = crypt.getMetadata(bytes);
+    require(metadata.isEmpty() || metadata.size() <= metadataSize); // less where the data ends
+    const QString path = fileWith(bytes);
+    require(crypt.getMetadataFromFile(path) == metadata);
+    require(crypt.getDataHashOffset(path) == 31 + metadata.size());
+    require(crypt.getHeaderLength(path) <= bytes.size() + 51);
+
+    QString text;
+    for (const char character : bytes)
+        text += QChar(character & 0x7f);
+    if (text.isEmpty())
+        return 0;
+    crypt.setMetadata(text);
+    const QByteArray good = crypt.getHeaderForCompleteBackup() + bytes;
+    require(crypt.getMetadata(good) == text);
+    require(crypt.getHeaderLength(fileWith(good)) == good.size() - bytes.size());
+    return 0;
+}
