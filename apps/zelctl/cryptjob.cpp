@@ -47,12 +47,11 @@ bool isStreamed(const Job& job)
     if (job.isWhole || job.input == "-" || job.output == "-")
         return false;
     const qint64 size = QFileInfo(job.input).size();
-    if (!job.isEncryption)
-        return size >= s_shortestStreamed;
-    // The streamed form of an empty file cannot be decrypted, and the last bytes of one that is
-    // little larger than some chunks would be lost.
+    if (size < s_shortestStreamed)
+        return false;
+    // The streamed form would lose the last bytes of a file that is little larger than some chunks.
     const qint64 tail = size % s_chunkSize;
-    return size > 0 && (size < s_chunkSize || tail == 0 || tail > job.prefixSize);
+    return !job.isEncryption || size < s_chunkSize || tail == 0 || tail > job.prefixSize;
 }
 
 /// Returns what went wrong, or nothing.

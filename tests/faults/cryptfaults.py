@@ -1,0 +1,160 @@
+#!/usr/bin/env python3
+# `zelctl crypt` against the same format in another language, and on machines that fail:
+# cryptfaults.py EXPERIMENT ZELCTL [--short] [--sanitized, which does not judge memory]. Exit status
+# 0: every check passed; 77: cannot run here; any other: one did not.
+
+import os
+import random
+import re
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+from faults import EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, private_mounts, require
+
+sys.path.insert(0, str(Path(__file__).parent.parent / "crypt"))
+import cryptformat  # noqa: E402
+
+CHUNK = 2**20
+KEY = 0x0123456789ABCDEF
+os.environ["ZEL_KEY"] = f"{KEY:016x}"
+
+
+def command(action, *words):
+    return [PROGRAM, "crypt", action, *map(str, words)]
+
+
+def run(action, *words, **options):
+    return subprocess.run(command(action, *words), capture_output=True, **options)
+
+
+def text_of(size):
+    return random.choice([random.randbytes, lambda n: (b"espresso " * n)[:n]])(size)
+
+
+# Anything that one side writes the other one reads, by files and by pipes.
+def crypt_exchange(root):
+    plain, encrypted, back = root / "plain", root / "encrypted", root / "back"
+    edges = [CHUNK, CHUNK + 1, CHUNK + 21, CHUNK + 22]  # where a streamed form loses its tail
+    for size in edges + [random.randint(0, 300) for _ in range(20 if "--short" in OPTIONS else 500)]:
+        text, lead = text_of(size), random.randint(0, 127)
+        protection = random.choice(["off", "checksum", "sha1"])
+        compression = random.choice(["off", "off", "smaller", "forced"])
+        metadata = random.choice(["", "machine 4711"])
+        plain.write_bytes(text)
+        words = ["--protection", protection, "--compression", compression, "--metadata", metadata]
+        options = {"protection": protection, "compression": compression, "metadata": metadata}
+        if random.random() < 0.5:
+            words.append("--plain")
+            options["plain"] = True
+        require(run("encrypt", plain, encrypted, *words).returncode == 0, words)
+        found = encrypted.read_bytes()
+        require(cryptformat.decrypt(found, KEY) == text, f"{size} bytes, {words}")
+        piped = run("encrypt", "-", "-", "--fixed-lead", *words, input=text).stdout
+        require(piped == cryptformat.encrypt(text, KEY, **options), f"{size} bytes, {words}")
+        encrypted.write_bytes(cryptformat.encrypt(text, KEY, lead=lead, **options))
+        require(run("decrypt", encrypted, back).returncode == 0, words)
+        require(back.read_bytes() == text, f"{size} bytes, {words}")
+        require(run("decrypt", encrypted, "-").stdout == text, f"{size} bytes, {words}")
+
+
+# What cannot be done is one line and status 1, and every file stays as it was.
+def crypt_refused(root):
+    private_mounts()
+    folder = root / "disk"
+    with mounted(folder, "-t", "tmpfs", "-o", "size=16m", "none"):
+        plain, good, out = folder / "plain", folder / "good", folder / "out"
+        for name, data in {"plain": text_of(2 * CHUNK), "out": b"kept", "empty": b""}.items():
+            (folder / name).write_bytes(data)
+        require(run("encrypt", plain, good).returncode == 0, "not encrypted")
+        data = good.read_bytes()
+        for name, bad in {"cut": data[:-1], "short": data[:22], "flipped": data[:-9] + b"\0" * 9,
+                          "lost": cryptformat.encrypt(text_of(CHUNK + 9), KEY)[:CHUNK + 23],
+                          "bomb": b"\4\x11\0\x7f\xff\xff\xf0" + 30 * b"x"}.items():
+            (folder / name).write_bytes(bad)
+        names = set(os.listdir(folder))
+
+        def refused(message, *words, status=1):
+            before = {name: (folder / name).read_bytes() for name in names}
+            result = run(*words)
+            line = re.fullmatch(rb"zelctl: (.*)\n", result.stderr)
+            require(line and re.search(message, line[1].decode()), f"{words}: {result.stderr}")
+            require(result.returncode == status and not result.stdout, f"{words}: {result}")
+            left = {name: (folder / name).read_bytes() for name in os.listdir(folder)}
+            left.pop("filler", None)
+            require(left == before, f"{words}: a file has changed")
+
+        for target in (out, folder / "new"):
+            for name in ("cut", "short", "flipped", "lost"):
+                refused("damaged, or the key", "decrypt", folder / name, target)
+            refused("not a cyphertext", "decrypt", plain, target)
+            refused("Too few bytes", "decrypt", folder / "empty", target)
+            refused("Z_DATA_ERROR", "decrypt", folder / "bomb", target)
+            refused("No such file", "encrypt", folder / "missing", target)
+            refused("not a file", "encrypt", folder, target)
+            refused("Input/output error", "encrypt", "/proc/self/mem", target)
+            with filled(folder):
+                refused("No space left", "encrypt", plain, target)
+                refused("No space left", "encrypt", plain, target, "--whole-file")
+                refused("No space left", "decrypt", good, target)
+        for out_name in (plain, folder / ".." / "disk" / "plain"):
+            refused("input itself", "encrypt", plain, out_name)
+        for out_name in (folder, "/dev/full"):
+            refused("not a file", "encrypt", plain, out_name)
+        refused("No such file", "encrypt", plain, folder / "missing" / "out")
+        refused("ASCII", "encrypt", plain, out, "--metadata", "\u00e9", status=2)
+        refused("no key of 16", "encrypt", plain, out, "--key-file", plain)
+        os.environ["ZEL_KEY"] = "1"
+        refused("ZEL_KEY holds no key", "decrypt", good, out)
+        os.environ["ZEL_KEY"] = "0123456789abcdee"
+        refused("another one", "decrypt", good, out)
+
+
+# SIGKILL at any moment: the output is the old one or the new one, and the next run succeeds.
+def crypt_killed(root):
+    plain, out = root / "plain", root / "out"
+    plain.write_bytes(text_of(8 * CHUNK))
+    new = run("encrypt", plain, "-", "--fixed-lead").stdout
+    out.write_bytes(b"old")
+    killed = 0
+    for _ in range(20 if "--short" in OPTIONS else 300):
+        process = subprocess.Popen(command("encrypt", plain, out, "--fixed-lead"))
+        time.sleep(random.uniform(0, 0.1))
+        process.kill()
+        killed += process.wait() != 0
+        require(out.read_bytes() in (b"old", new), "neither the old nor the new output")
+        require(set(os.listdir(root)) <= {"plain", "out", ".out.zelctl"}, "something left behind")
+    require(killed > 5, "it was too fast for this experiment")
+    require(run("encrypt", plain, out, "--fixed-lead").returncode == 0, "it has not recovered")
+    require(set(os.listdir(root)) == {"plain", "out"} and out.read_bytes() == new, "a leftover")
+
+
+def peak_KiB(process):
+    status = Path(f"/proc/{process.pid}/status").read_text()
+    return int((re.search(r"VmHWM:\s+(\d+)", status) or [0, 0])[1])
+
+
+# However large the file, the memory stays that of a process that waits for its input.
+def crypt_memory(root):
+    plain, encrypted = root / "plain", root / "encrypted"
+    plain.touch()
+    os.truncate(plain, 256 * CHUNK if "--short" in OPTIONS else 4096 * CHUNK)
+    with subprocess.Popen(command("encrypt", "-", "-"), stdin=subprocess.PIPE,
+                          stdout=subprocess.DEVNULL) as idle:
+        time.sleep(0.5)
+        idle_KiB = peak_KiB(idle)
+    for words in (("encrypt", plain, encrypted), ("decrypt", encrypted, plain)):
+        highest_KiB = 0
+        with subprocess.Popen(command(*words)) as process:
+            while process.poll() is None:
+                highest_KiB = max(highest_KiB, peak_KiB(process))
+                time.sleep(0.005)
+        require(process.returncode == 0 and highest_KiB > idle_KiB, words)
+        above_KiB = highest_KiB - idle_KiB
+        print(f"{words[0]} of {plain.stat().st_size >> 20} MiB: {above_KiB} KiB above {idle_KiB}")
+        require(above_KiB <= 8 * 1024 or "--sanitized" in OPTIONS, "too much memory")
+
+
+if __name__ == "__main__":
+    main(globals()[EXPERIMENT])
