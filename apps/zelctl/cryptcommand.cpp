@@ -39,8 +39,8 @@ ExitStatus showInfo(const QString& path, bool isJson)
     SimpleCrypt crypt;
     if (start.size() < 2 || !crypt.checkVersion(start))
         return fail(Failed, path + " is not a cyphertext");
-    const int version = start.at(0);
-    const int flags = start.at(1);
+    const int version = static_cast<quint8>(start.at(0));
+    const int flags = static_cast<quint8>(start.at(1));
     const bool hasMetadata = (flags & SimpleCrypt::FlagMetadata) != 0;
     const bool hasChecksum = (flags & SimpleCrypt::FlagChecksum) != 0;
     const bool hasHash = (flags & SimpleCrypt::FlagSha1) != 0 && !hasChecksum;

@@ -23,7 +23,7 @@ constexpr qint64 s_largestInMemory = qint64(1900) * 1024 * 1024;
 /// What the library or the system says; empty when all went well.
 QString failure(const Job& job)
 {
-    const QString why = LibraryWarning::text();
+    QString why = LibraryWarning::text();
     switch (job.crypt.lastError()) {
     case SimpleCrypt::CryptNoError:
         return why;
@@ -84,8 +84,8 @@ QString stream(Job& job, const QString& output)
 /// Sets `why` on failure.
 QByteArray transform(Job& job, const QByteArray& bytes, QString& why)
 {
-    const QByteArray result = job.isEncryption ? job.crypt.encryptToByteArray(bytes)
-                                               : job.crypt.decryptToByteArray(bytes);
+    QByteArray result = job.isEncryption ? job.crypt.encryptToByteArray(bytes)
+                                         : job.crypt.decryptToByteArray(bytes);
     const QString reason = failure(job);
     if (!reason.isEmpty())
         why = explain(job, reason);
