@@ -1,7 +1,6 @@
 #include "logging/logmanager.h"
 
 #include "logging/debugmodules_p.h"
-#include "logging/eventhistory_p.h"
 #include "logging/log.h"
 #include "logging/logeventrelay_p.h"
 #include "logging/logfileset_p.h"
@@ -14,9 +13,7 @@
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
-#include <QMetaEnum>
 #include <QThread>
-#include <QtAlgorithms>
 
 #include <algorithm>
 #include <array>
@@ -39,15 +36,6 @@ bool isDropped(const QString& warning)
     return std::any_of(beginnings.begin(), beginnings.end(), [&](const char* beginning) {
         return warning.startsWith(QLatin1String(beginning));
     });
-}
-
-EventSelection selection(LogManager::EventModuleFilter filter, const QString& startDate,
-                         const QString& stopDate)
-{
-    QString kind;
-    if (filter != LogManager::AllEvent)
-        kind = LogRenderer::eventToString(LogManager::eventModuleFilterToEventModule(filter));
-    return {kind, startDate, stopDate};
 }
 
 } // namespace
@@ -402,95 +390,6 @@ void LogManager::setEventUser(const QString& user)
 QString LogManager::eventUser() const
 {
     return m_eventUser;
-}
-
-LogEventModule::EventModule LogManager::eventModuleFilterToEventModule(EventModuleFilter filter)
-{
-    const auto position = static_cast<uint>(filter);
-    return static_cast<LogEventModule::EventModule>(position < 32 ? 1U << position : 0);
-}
-
-LogManager::EventModuleFilter
-LogManager::eventModuleToEventModuleFilter(LogEventModule::EventModule event)
-{
-    const auto bits = static_cast<quint32>(event);
-    const uint position = qPopulationCount(bits) == 1 ? qCountTrailingZeroBits(bits) : 32;
-    return static_cast<EventModuleFilter>(position);
-}
-
-QStringList LogManager::eventModuleFilter() const
-{
-    const QMetaEnum filters = QMetaEnum::fromType<EventModuleFilter>();
-    QStringList names;
-    for (int i = 0; i < filters.keyCount(); ++i) {
-        const auto filter = static_cast<EventModuleFilter>(filters.value(i));
-        names.append(LogRenderer::eventToString(eventModuleFilterToEventModule(filter)));
-    }
-    return names;
-}
-
-QString LogManager::eventsText() const
-{
-    return m_eventsText;
-}
-
-QStringList LogManager::eventsTextList() const
-{
-    const QMutexLocker locker(mutexOf(Events));
-    return m_eventsText.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-}
-
-int LogManager::eventsPagesCount() const
-{
-    return m_eventsPagesCount;
-}
-
-void LogManager::updateEventsText(EventModuleFilter filter, const QString& strStartDate,
-                                  const QString& strStopDate, int pageIndex, int eventsPerPage)
-{
-    const QMutexLocker locker(mutexOf(Events));
-    const int pages =
-        writeEventsText(m_eventsText, filter, strStartDate, strStopDate, pageIndex, eventsPerPage);
-    if (pages != m_eventsPagesCount) {
-        m_eventsPagesCount = pages;
-        Q_EMIT eventsPagesCountChanged();
-    }
-    Q_EMIT eventsTextChanged();
-    Q_EMIT eventsTextListChanged();
-}
-
-QString LogManager::exportEventsHistory(EventModuleFilter filter, const QString& strStartDate,
-                                        const QString& strStopDate, int pageIndex,
-                                        int eventsPerPage)
-{
-    QString text;
-    writeEventsText(text, filter, strStartDate, strStopDate, pageIndex, eventsPerPage);
-    return text;
-}
-
-int LogManager::writeEventsText(QString& text, EventModuleFilter filter,
-                                const QString& strStartDate, const QString& strStopDate,
-                                int pageIndex, int eventsPerPage)
-{
-    const QMutexLocker locker(mutexOf(Events));
-    const RotatingLogFile* events = m_files->file(Events);
-    const EventHistory::Page page = EventHistory::page(
-        events != nullptr ? events->filenames(RotatingLogFile::OldestFirst) : QStringList(),
-        selection(filter, strStartDate, strStopDate), pageIndex, eventsPerPage);
-    text = page.text;
-    return page.pagesCount;
-}
-
-QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const QString& fileName,
-                                          EventModuleFilter filter, const QString& strStartDate,
-                                          const QString& strStopDate,
-                                          const QVector<int>& lineIndexes, int first, int count)
-{
-    const QMutexLocker locker(mutexOf(Events));
-    if (indexOnly)
-        return EventHistory::matches(fileName, selection(filter, strStartDate, strStopDate));
-    EventHistory::appendLines(text, fileName, lineIndexes, first, count);
-    return lineIndexes;
 }
 
 void LogManager::qmlEventLogParameter(const QString& log)

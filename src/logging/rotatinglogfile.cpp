@@ -4,7 +4,6 @@
 #include "logging/logformatter.h"
 #include "logging/writewhole_p.h"
 #include "platform.h"
-#include "windowstools.h"
 
 #include <QFileInfo>
 
@@ -51,11 +50,6 @@ QString deletedFilename(const QString& filename)
     const QFileInfo info(filename);
     return QFileInfo(info.path()).canonicalFilePath() + QLatin1Char('/') + info.baseName() +
            QLatin1String("_deleted.") + info.completeSuffix();
-}
-
-QString quotedForShell(QString text)
-{
-    return text.replace(QLatin1Char('\''), QLatin1String("'\\''"));
 }
 
 } // namespace
@@ -354,102 +348,4 @@ bool RotatingLogFile::deleteFileByName(const QString& name)
 {
     const QMutexLocker locker(&m_mutex);
     return QFile::remove(name);
-}
-
-QStringList RotatingLogFile::getLogLines(const QString& path)
-{
-    QFile reader(path);
-    if (!reader.open(QIODevice::ReadOnly))
-        return QStringList();
-    const QByteArray content = reader.readAll();
-    // The form without a size would stop at the first NUL.
-    const QString text = QString::fromUtf8(content.constData(), content.size()).trimmed();
-
-    const auto isBreak = [](QChar c) { return c == QLatin1Char('\n') || c.isNull(); };
-    QStringList lines;
-    for (auto begin = text.begin();;) {
-        const auto end = std::find_if(begin, text.end(), isBreak);
-        lines.append(QString(begin, static_cast<int>(end - begin)));
-        if (end == text.end())
-            return lines;
-        begin = std::find_if_not(end, text.end(), isBreak);
-    }
-}
-
-template <typename Visit>
-void RotatingLogFile::visitFiles(Order order, Visit&& visit) const
-{
-    QStringList names = filenames(NewestFirst);
-    if (!names.contains(m_primaryFilename))
-        names.append(m_primaryFilename);
-    for (const QString& name : names) {
-        QStringList lines = getLogLines(name);
-        if (order == NewestFirst)
-            std::reverse(lines.begin(), lines.end());
-        if (!visit(lines))
-            return;
-    }
-}
-
-QString RotatingLogFile::totalContent(Order order) const
-{
-    const QMutexLocker locker(&m_mutex);
-    QString content;
-    if (!isReady())
-        return content;
-    visitFiles(order, [&content](const QStringList& lines) {
-        content += lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
-        return true;
-    });
-    return content;
-}
-
-QString RotatingLogFile::pageContent(unsigned firstLine, unsigned lastLine, Order order) const
-{
-    const QMutexLocker locker(&m_mutex);
-    if (!isReady())
-        return QString();
-    QStringList page;
-    qint64 number = 0;
-    visitFiles(order, [&](const QStringList& lines) {
-        for (const QString& line : lines) {
-            if (number >= firstLine && number <= lastLine)
-                page.append(line);
-            ++number;
-        }
-        return number <= lastLine;
-    });
-    return page.join(QLatin1Char('\n'));
-}
-
-void RotatingLogFile::compressFile(const QString& source, RotatingLogFile* target)
-{
-    const QFileInfo info(source);
-    const QString archive = target->filename(0) + QLatin1String(".1.tar.gz");
-    const QString command = QStringLiteral("tar -C '%1' -zcvf '%2' '%3'")
-                                .arg(quotedForShell(info.path()), quotedForShell(archive),
-                                     quotedForShell(info.fileName()));
-    if (WindowsTools::runCommands({command})) {
-        Q_EMIT target->workCompleted(source);
-        return;
-    }
-    QFile::remove(archive); // the half that tar leaves on a full disk would pass for a predecessor
-    Q_EMIT target->workCompleted(QString());
-    LogFormatter(LogLevel::Error).log(Log::Global)
-        << "static void RotatingLogFile::compressFile(const QString&, RotatingLogFile*)"
-        << "Failed to compress " << source;
-}
-
-void RotatingLogFile::onWorkCompleted(const QString& name)
-{
-    {
-        const QMutexLocker locker(&m_mutex);
-        m_isCompressing = false;
-        m_hasCompressionFailed = name.isEmpty();
-    }
-    if (!name.isEmpty() && !deleteFileByName(name)) {
-        LogFormatter(LogLevel::Error).log(Log::Global)
-            << "void RotatingLogFile::onWorkCompleted(const QString&)"
-            << "Failed to delete file after compression" << name;
-    }
 }
