@@ -102,27 +102,6 @@ private Q_SLOTS:
         QVERIFY(cyphertexts.size() > 10);
     }
 
-    // Whatever a text of another length leaves over.
-    void enciphersInPiecesAsInOne()
-    {
-        const quint64 key = 0x0123456789abcdef;
-        for (int size = 0; size < 300; ++size) {
-            SimpleCrypt crypt(key);
-            crypt.setCompression(SimpleCrypt::CompressionOff);
-            crypt.setProtection(SimpleCrypt::ProtectionOff);
-            const QByteArray text = QByteArray(size, 'a') + "\xff\x80";
-            const QByteArray cyphertext = crypt.encryptToByteArray(text);
-            char last = 0;
-            for (int i = 0; i < cyphertext.size() - 3; ++i) {
-                const auto plain =
-                    static_cast<char>(cyphertext[i + 2] ^ last ^ (key >> (i % 8 * 8)));
-                if (i > 0)
-                    QCOMPARE(plain, text[i - 1]);
-                last = cyphertext[i + 2];
-            }
-        }
-    }
-
     void noticesDamage()
     {
         SimpleCrypt crypt(7);
