@@ -1,18 +1,10 @@
 // Decrypts anything, and anything that has been encrypted in any way.
 
+#include "fuzz.h"
 #include "simplecrypt.h"
-
-#include <cstdint>
-#include <cstdlib>
 
 namespace
 {
-
-void require(bool condition)
-{
-    if (!condition)
-        abort();
-}
 
 SimpleCrypt withSettings(quint8 bits)
 {
@@ -29,10 +21,8 @@ SimpleCrypt withSettings(quint8 bits)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const QtMessageHandler silence =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    Q_UNUSED(silence)
-    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    silenceWarnings();
+    const QByteArray bytes = toBytes(data, size);
 
     SimpleCrypt reader = withSettings(0);
     constexpr int mostOfOneByte = 1032; // what deflate can make

@@ -1,22 +1,14 @@
 // Asks each header query about anything, as bytes and as a file, and about a good header in front
 // of it.
 
+#include "fuzz.h"
 #include "simplecrypt.h"
-
-#include <cstdint>
-#include <cstdlib>
 
 #include <sys/mman.h>
 #include <unistd.h>
 
 namespace
 {
-
-void require(bool condition)
-{
-    if (!condition)
-        abort();
-}
 
 QString fileWith(const QByteArray& bytes)
 {
@@ -30,10 +22,8 @@ QString fileWith(const QByteArray& bytes)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const QtMessageHandler silence =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    Q_UNUSED(silence)
-    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    silenceWarnings();
+    const QByteArray bytes = toBytes(data, size);
     SimpleCrypt crypt(1);
     if (!bytes.isEmpty())
         crypt.checkVersion(bytes); // reports an empty array as the caller's fault

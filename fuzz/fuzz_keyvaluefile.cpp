@@ -1,24 +1,16 @@
 // Holds the parser of key-value files against the plain way to read them, and what it found against
 // what it finds in a file written from that.
 
+#include "fuzz.h"
 #include "keyvaluefile_p.h"
 
 #include <QBuffer>
-
-#include <cstdint>
-#include <cstdlib>
 
 using Map = QMap<QString, QString>;
 namespace keyvaluefile = zeltools::keyvaluefile;
 
 namespace
 {
-
-void require(bool condition)
-{
-    if (!condition)
-        abort();
-}
 
 Map readLineByLine(QByteArray content)
 {
@@ -52,7 +44,7 @@ bool fits(const QString& key, const QString& value)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    const QByteArray content(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    const QByteArray content = toBytes(data, size);
     const Map map = keyvaluefile::parse(content);
     require(map == readLineByLine(content));
 

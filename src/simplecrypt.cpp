@@ -2,6 +2,7 @@
 
 #include "crypt/cipherstream_p.h"
 #include "crypt/cryptheader_p.h"
+#include "crypt/cryptlimits_p.h"
 #include "crypt/integrity_p.h"
 #include "crypt/sha1_p.h"
 #include "logging/zelassert.h"
@@ -57,12 +58,15 @@ void SimpleCrypt::splitKey()
 
 QByteArray SimpleCrypt::encryptToByteArray(const QByteArray& plaintext)
 {
-    if (m_keyParts.isEmpty()) {
-        qWarning() << "QByteArray SimpleCrypt::encryptToByteArray(const QByteArray&)"
-                   << "No key set.";
-        m_lastError = CryptKeyMissing;
+    const auto fail = [this](const char* message, Error error) {
+        qWarning() << "QByteArray SimpleCrypt::encryptToByteArray(const QByteArray&)" << message;
+        m_lastError = error;
         return QByteArray();
-    }
+    };
+    if (m_keyParts.isEmpty())
+        return fail("No key set.", CryptKeyMissing);
+    if (plaintext.size() > cryptlimits::largestInMemory_B)
+        return fail("Too many bytes", CryptFileAccess);
     int flags = settingFlags();
     QByteArray payload = plaintext;
     if (m_compressionMode != CompressionOff) {
@@ -173,20 +177,22 @@ bool SimpleCrypt::checkVersion(const QByteArray& data) const
 
 qint64 SimpleCrypt::getMetadataSize(const QByteArray& data)
 {
-    const auto fail = [](const char* message) {
-        qWarning() << "qint64 SimpleCrypt::getMetadataSize(const QByteArray&)" << message;
-        return 0;
-    };
     if (cryptheader::version(data) != 4) {
         m_lastError = CryptBadVersion;
-        return fail("Invalid version or not a cyphertext.");
+        qWarning() << "qint64 SimpleCrypt::getMetadataSize(const QByteArray&)"
+                   << "Invalid version or not a cyphertext.";
+        return 0;
     }
     if ((cryptheader::flags(data) & FlagMetadata) == 0)
         return 0;
-    if (data.size() < cryptheader::metadataHashOffset)
-        return fail("Not enough bytes to get metadata size");
+    if (data.size() < cryptheader::metadataHashOffset) {
+        qWarning() << "Not enough bytes to get metadata size";
+        return 0;
+    }
     const std::optional<qint32> size = cryptheader::metadataSize(data);
-    return size ? *size : fail("Metadata size is corrupted");
+    if (!size)
+        qWarning() << "Metadata size is corrupted";
+    return size.value_or(0);
 }
 
 QByteArray SimpleCrypt::getMetadataHeader(const QString& metadataStr) const

@@ -45,7 +45,7 @@ public:
         CryptIntegrityMismatch = 3,      ///< the integrity field is missing, short or wrong
         CryptCompressionUnsupported = 4, ///< CompressionForced in encryptFileSmart()
         CryptChecksumUnsupported = 5,    ///< ProtectionChecksum in encryptFileSmart()
-        CryptFileAccess = 6              ///< a file could not be opened, read or written
+        CryptFileAccess = 6 ///< a file could not be opened, read or written, or is too large
     };
 
     /// The bits of the flags byte.
@@ -86,7 +86,8 @@ public:
     /// The outcome of the last operation that sets it; some failures leave it as it was.
     Error lastError() const { return m_lastError; }
 
-    /// Empty without a key. Texts are taken as UTF-8; the string form is base64.
+    /// Empty without a key, and with CryptFileAccess for more than 1900 MiB. Texts are taken as
+    /// UTF-8; the string form is base64.
     QByteArray encryptToByteArray(const QByteArray& plaintext);
     QByteArray encryptToByteArray(const QString& plaintext);
     QString encryptToString(const QByteArray& plaintext);
@@ -121,7 +122,7 @@ public:
     /// Whole files, in memory: together up to four times the size of the file. False when one of
     /// them cannot be opened, or both are the same, without a change of lastError(). True says only
     /// that they could be opened: look at lastError(), which is CryptFileAccess also when reading
-    /// or writing failed or the input is 1.9 GiB or larger. An output that was there is emptied
+    /// or writing failed or the input is larger than 1900 MiB. An output that was there is emptied
     /// first, and left behind after a failure.
     bool encryptFile(const QString& inputPath, const QString& outputPath);
     bool decryptFile(const QString& inputPath, const QString& outputPath);
@@ -132,8 +133,8 @@ public:
     /// multiple of 1,048,576 bytes by 1 to 21 bytes (with ProtectionSha1; by 1 byte without): the
     /// condition that ends the writing counts the bytes in front of the payload too, and other
     /// programs rely on the layout that comes of it. The file then fails its integrity check. Use
-    /// encryptFile() with CompressionOff for these sizes. An empty input becomes a header alone,
-    /// which nothing decrypts.
+    /// encryptFile() with CompressionOff for these sizes. An empty input, and one without a size
+    /// such as a pipe, becomes a header alone, which nothing decrypts.
     ///
     /// CompressionForced and ProtectionChecksum are refused, CompressionWhenSmaller does not
     /// compress. The key is not checked: without one it is 0. True leaves lastError() as it was;

@@ -4,6 +4,7 @@
 
 #include "crypt/cipherstream_p.h"
 #include "crypt/cryptheader_p.h"
+#include "crypt/cryptlimits_p.h"
 #include "crypt/sha1_p.h"
 #include "logging/zelassert.h"
 #include "system.h"
@@ -18,16 +19,15 @@
 namespace
 {
 
-constexpr int s_chunkSize = 0x100000;
-// QByteArray holds 2 GiB, and qCompress() first makes room for 1 % more than it is given.
-constexpr qint64 s_largestWholeFile = qint64(1900) * 1024 * 1024;
+using cryptlimits::chunkSize_B;
+
 const SimpleCrypt::Progress s_noProgress = [](qint64, qint64) {};
 
 bool isSameFile(const QFile& open, const QString& path)
 {
     struct stat one = {};
     struct stat other = {};
-    return fstat(open.handle(), &one) == 0 &&
+    return fstat(open.handle(), &one) == 0 && S_ISREG(one.st_mode) &&
            stat(QFile::encodeName(path).constData(), &other) == 0 && one.st_dev == other.st_dev &&
            one.st_ino == other.st_ino;
 }
@@ -45,10 +45,24 @@ bool openBoth(QFile& input, QFile& output)
 bool readChunk(QFile& input, QByteArray& chunk)
 {
     const int start = chunk.size();
-    chunk.resize(start + s_chunkSize);
-    const qint64 count = input.read(chunk.data() + start, s_chunkSize);
+    chunk.resize(start + chunkSize_B);
+    const qint64 count = input.read(chunk.data() + start, chunkSize_B);
     chunk.resize(start + static_cast<int>(qMax(count, qint64(0))));
     return count >= 0;
+}
+
+// What the size says is only a hint: a file of /proc has none.
+bool readWhole(QFile& input, QByteArray& bytes)
+{
+    bytes.reserve(static_cast<int>(qMin(input.size(), cryptlimits::largestInMemory_B)) +
+                  chunkSize_B);
+    int before = -1;
+    while (bytes.size() > before && bytes.size() <= cryptlimits::largestInMemory_B) {
+        before = bytes.size();
+        if (!readChunk(input, bytes))
+            return false;
+    }
+    return bytes.size() <= cryptlimits::largestInMemory_B;
 }
 
 bool writeChunk(QFile& output, const QByteArray& chunk)
@@ -59,7 +73,7 @@ bool writeChunk(QFile& output, const QByteArray& chunk)
 QByteArray chunkBuffer()
 {
     QByteArray chunk;
-    chunk.reserve(s_chunkSize + 1 + SHA1_SIZE);
+    chunk.reserve(chunkSize_B + 1 + SHA1_SIZE);
     return chunk;
 }
 
@@ -72,8 +86,8 @@ bool SimpleCrypt::processFile(const QString& inputPath, const QString& outputPat
     QFile output(outputPath);
     if (!openBoth(input, output))
         return false;
-    const QByteArray bytes = input.size() < s_largestWholeFile ? input.readAll() : QByteArray();
-    if (input.error() != QFile::NoError || bytes.size() < input.size()) {
+    QByteArray bytes;
+    if (!readWhole(input, bytes)) {
         m_lastError = CryptFileAccess;
         return true;
     }
@@ -123,7 +137,7 @@ SimpleCrypt::Error SimpleCrypt::encryptStream(QFile& input, QFile& output, const
     const qint64 total = hasHash ? 2 * size : size;
     QByteArray chunk = chunkBuffer();
     QByteArray prefix(1, leadByte());
-    if (hasHash) {
+    if (hasHash && size > 0) {
         Sha1 hash;
         do {
             chunk.resize(0);
@@ -264,11 +278,13 @@ int SimpleCrypt::getHeaderLength(const QString& path)
     const int flags = cryptheader::flags(start);
     const std::optional<qint64> size = headerSize(start);
     // Short of metadata, a file that is too short for its header is one that is not yet written.
-    if (!size || (*size > cryptheader::metadataOffset && *size > file.size())) {
+    const qint64 length = size.value_or(0) + 1 + ((flags & FlagSha1) != 0 ? SHA1_SIZE : 0);
+    if (!size || (*size > cryptheader::metadataOffset && *size > file.size()) ||
+        length > std::numeric_limits<int>::max()) {
         qWarning() << signature << "Metadata size is corrupted";
         return -1;
     }
-    return static_cast<int>(*size) + 1 + ((flags & FlagSha1) != 0 ? SHA1_SIZE : 0);
+    return static_cast<int>(length);
 }
 
 QString SimpleCrypt::getMetadataFromFile(const QString& path)
@@ -296,7 +312,9 @@ QString SimpleCrypt::getMetadataFromFile(const QString& path)
         warning() << "metadataSize is :" << size;
         return QString();
     }
-    return getMetadata(start + file.read(qMin(size, file.size()))); // read() allocates at once
+    // read() allocates at once, and what is not read fails the check of the hash.
+    const qint64 count = size <= cryptlimits::largestMetadata_B ? qMin(size, file.size()) : 0;
+    return getMetadata(start + file.read(count));
 }
 
 int SimpleCrypt::getDataHashOffset(const QString& path)

@@ -4,7 +4,7 @@
 #include "librarywarning.h"
 #include "replacefile.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -31,10 +31,9 @@ QStringList flagNames(int flags)
 ExitStatus showInfo(const QString& path, bool isJson)
 {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return fail(Failed, "cannot read " + path + ": " +
-                                (file.exists() && !QFileInfo(path).isFile() ? "it is not a file"
-                                                                            : file.errorString()));
+    const QString obstacle = whyUnreadable(path);
+    if (!obstacle.isEmpty() || !file.open(QIODevice::ReadOnly))
+        return fail(Failed, obstacle.isEmpty() ? path + ": " + file.errorString() : obstacle);
     const QByteArray start = file.read(2);
     SimpleCrypt crypt;
     if (start.size() < 2 || !crypt.checkVersion(start))
@@ -46,11 +45,11 @@ ExitStatus showInfo(const QString& path, bool isJson)
     const bool hasHash = (flags & SimpleCrypt::FlagSha1) != 0 && !hasChecksum;
     const QString metadata = hasMetadata ? crypt.getMetadataFromFile(path) : QString();
     const int baseLength = crypt.getHeaderLength(path);
-    if (!LibraryWarning::text().isEmpty())
-        return fail(Failed, path + ": " + LibraryWarning::text());
     // The library's length, which leaves a checksum out, and counts a SHA-1 beside one.
     const int leadEnd = baseLength - ((flags & SimpleCrypt::FlagSha1) != 0 ? SHA1_SIZE : 0);
     const int digestSize = hasChecksum ? 2 : hasHash ? SHA1_SIZE : 0;
+    if (!LibraryWarning::text().isEmpty() || leadEnd + digestSize > file.size())
+        return fail(Failed, "the header of " + path + " is damaged");
     QJsonObject info{{"version", version},
                      {"flags", QJsonArray::fromStringList(flagNames(flags))},
                      {"headerLength", leadEnd + digestSize}};
@@ -60,16 +59,17 @@ ExitStatus showInfo(const QString& path, bool isJson)
         info["digestOffset"] = leadEnd;
     if (isJson)
         return print(QJsonDocument(info).toJson(QJsonDocument::Compact) + '\n');
-    return print(QStringLiteral("version        %1\nflags          %2\nmetadata       %3\n"
-                                "header length  %4\ndigest offset  %5\n")
-                     .arg(version)
-                     .arg(flagNames(flags).join(' '), hasMetadata ? metadata : "none")
-                     .arg(leadEnd + digestSize)
-                     .arg(digestSize > 0 ? QString::number(leadEnd) : "none"));
+    return print(
+        QStringLiteral("version        %1\nflags          %2\nmetadata       %3\n"
+                       "header length  %4\ndigest offset  %5\n")
+            .arg(version)
+            .arg(flagNames(flags).join(' '), hasMetadata ? withoutControls(metadata) : "none")
+            .arg(leadEnd + digestSize)
+            .arg(digestSize > 0 ? QString::number(leadEnd) : "none"));
 }
 
 /// What is wrong with the key, or nothing.
-QString readKey(const QCommandLineParser& parser, quint64& key)
+QString readKey(const QCommandLineParser& parser, Job& job)
 {
     QString source = "the environment variable ZEL_KEY";
     QByteArray text = qgetenv("ZEL_KEY");
@@ -79,6 +79,7 @@ QString readKey(const QCommandLineParser& parser, quint64& key)
         if (!file.error.isEmpty())
             return file.error;
         text = file.bytes;
+        job.keyFile = source;
     } else if (text.isEmpty()) {
         return "a key is missing: --key-file or the environment variable ZEL_KEY";
     }
@@ -86,7 +87,7 @@ QString readKey(const QCommandLineParser& parser, quint64& key)
     const QRegularExpressionMatch match = form.match(QString::fromLatin1(text.trimmed()));
     if (!match.hasMatch())
         return source + " holds no key of 16 hexadecimal digits";
-    key = match.captured(2).toULongLong(nullptr, 16);
+    job.key = match.captured(2).toULongLong(nullptr, 16);
     return QString();
 }
 
@@ -181,7 +182,7 @@ ExitStatus runCrypt(const QStringList& arguments)
     const QString misuse = job.isEncryption ? readSettings(parser, job) : QString();
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
-    const QString why = readKey(parser, job.key);
+    const QString why = readKey(parser, job);
     if (!why.isEmpty())
         return fail(Failed, why);
     job.crypt.setKey(job.key);

@@ -1,6 +1,7 @@
 #include "cryptjob.h"
 
 #include "comparison.h"
+#include "crypt/cryptlimits_p.h"
 #include "librarywarning.h"
 #include "progressbar.h"
 #include "replacefile.h"
@@ -10,15 +11,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include <sys/stat.h>
-
 namespace
 {
-
-constexpr qint64 s_chunkSize = 0x100000; // of the streamed format
-constexpr int s_shortestStreamed = 30;   // what decryptFileSmart() takes
-// What a QByteArray can hold together with what stands in front of it.
-constexpr qint64 s_largestInMemory = qint64(1900) * 1024 * 1024;
 
 /// What the library or the system says; empty when all went well.
 QString failure(const Job& job)
@@ -31,8 +25,9 @@ QString failure(const Job& job)
         return "it is not a cyphertext";
     case SimpleCrypt::CryptIntegrityMismatch:
         return "it is damaged, or the key is another one";
-    default:
-        return errno != 0 ? QString::fromLocal8Bit(std::strerror(errno)) : why;
+    default: // only that a file could not be read or written
+        return errno != 0 ? QString::fromLocal8Bit(std::strerror(errno))
+                          : "it is too large, or has become shorter meanwhile";
     }
 }
 
@@ -47,26 +42,27 @@ bool isStreamed(const Job& job)
     if (job.isWhole || job.input == "-" || job.output == "-")
         return false;
     const qint64 size = QFileInfo(job.input).size();
-    if (size < s_shortestStreamed)
+    if (size < cryptlimits::shortestStreamed_B)
         return false;
     // The streamed form would lose the last bytes of a file that is little larger than some chunks.
-    const qint64 tail = size % s_chunkSize;
-    return !job.isEncryption || size < s_chunkSize || tail == 0 || tail > job.prefixSize;
+    const qint64 tail = size % cryptlimits::chunkSize_B;
+    return !job.isEncryption || size < cryptlimits::chunkSize_B || tail == 0 ||
+           tail > job.prefixSize;
 }
 
 /// Returns what went wrong, or nothing.
 QString stream(Job& job, const QString& output)
 {
-    errno = 0;
     {
         ProgressBar bar(job.isEncryption ? "encrypting" : "decrypting");
+        errno = 0;
         const auto progress = [&bar](qint64 done_B, qint64 total_B) { bar.show(done_B, total_B); };
         const bool isDone = job.isEncryption
                                 ? job.crypt.encryptFileSmart(job.input, output, progress)
                                 : job.crypt.decryptFileSmart(job.input, output, progress);
         const QString why = failure(job);
         if (!isDone || !why.isEmpty())
-            return explain(job, why.isEmpty() ? "the library refuses it" : why);
+            return explain(job, why);
     }
     if (!job.isEncryption)
         return QString();
@@ -94,10 +90,12 @@ QByteArray transform(Job& job, const QByteArray& bytes, QString& why)
     return result;
 }
 
-ExitStatus processWhole(Job& job)
+/// `file` is null for the standard output.
+ExitStatus processWhole(Job& job, ReplaceFile* file)
 {
-    const FileContent content = job.input == "-" ? readStandardInput(s_largestInMemory)
-                                                 : readFile(job.input, s_largestInMemory);
+    const FileContent content = job.input == "-"
+                                    ? readStandardInput(cryptlimits::largestInMemory_B)
+                                    : readFile(job.input, cryptlimits::largestInMemory_B);
     if (!content.error.isEmpty())
         return fail(Failed, content.error);
     errno = 0;
@@ -105,39 +103,27 @@ ExitStatus processWhole(Job& job)
     const QByteArray result = transform(job, content.bytes, why);
     if (!why.isEmpty())
         return fail(Failed, why);
-    if (job.output == "-")
+    if (file == nullptr)
         return writeOutput(result);
-    ReplaceFile file(job.output, ReplaceFile::Overwrite);
-    return file.replace(result) ? Done : fail(Failed, file.error());
-}
-
-/// What hinders the work from the start, or nothing.
-QString obstacle(const Job& job)
-{
-    if (job.input == "-")
-        return QString();
-    struct stat input = {};
-    if (stat(QFile::encodeName(job.input).constData(), &input) != 0)
-        return "cannot read " + job.input + ": " + std::strerror(errno);
-    if (!S_ISREG(input.st_mode))
-        return "cannot read " + job.input + ": it is not a file";
-    struct stat output = {};
-    if (job.output != "-" && stat(QFile::encodeName(job.output).constData(), &output) == 0 &&
-        input.st_dev == output.st_dev && input.st_ino == output.st_ino)
-        return job.output + " is the input itself";
-    return QString();
+    return file->replace(result) ? Done : fail(Failed, file->error());
 }
 
 } // namespace
 
 ExitStatus process(Job& job)
 {
-    const QString why = obstacle(job);
-    if (!why.isEmpty())
-        return fail(Failed, why);
-    if (!isStreamed(job))
-        return processWhole(job);
+    const QString obstacle = job.input == "-" ? QString() : whyUnreadable(job.input);
+    if (!obstacle.isEmpty())
+        return fail(Failed, obstacle);
+    if (job.output == "-")
+        return processWhole(job, nullptr);
     ReplaceFile file(job.output, ReplaceFile::Overwrite);
+    if (!file.error().isEmpty())
+        return fail(Failed, file.error());
+    if (file.wouldLose(job.input) || file.wouldLose(job.keyFile))
+        return fail(Failed, "writing " + job.output + " would lose the input or the key");
+    if (!isStreamed(job))
+        return processWhole(job, &file);
     const auto write = [&job](int descriptor) {
         return stream(job, QStringLiteral("/proc/self/fd/%1").arg(descriptor));
     };

@@ -8,8 +8,9 @@
 /// What `zelctl crypt encrypt` or `decrypt` has been told to do.
 struct Job
 {
-    QString input;  ///< "-" is the standard input
-    QString output; ///< "-" is the standard output
+    QString input;   ///< "-" is the standard input
+    QString output;  ///< "-" is the standard output
+    QString keyFile; ///< empty when the key came from elsewhere
     quint64 key = 0;
     SimpleCrypt crypt;
     bool isEncryption = false;

@@ -12,6 +12,8 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <limits.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -70,7 +72,52 @@ bool lock(int descriptor)
     return true;
 }
 
+/// Removes a file of a folder when a signal ends the process while the object lives.
+class SignalCleaner
+{
+public:
+    SignalCleaner(int folder, const QByteArray& name)
+    {
+        s_folder = folder;
+        qstrncpy(s_name, name.constData(), sizeof s_name);
+        change(SIG_DFL, removeAndEnd);
+    }
+    ~SignalCleaner() { change(removeAndEnd, SIG_DFL); }
+    Q_DISABLE_COPY(SignalCleaner)
+
+private:
+    // Signals that are ignored stay so.
+    static void change(void (*from)(int), void (*to)(int))
+    {
+        for (const int number : s_signals) {
+            const auto handler = signal(number, to);
+            if (handler != from)
+                signal(number, handler);
+        }
+    }
+    static void removeAndEnd(int number)
+    {
+        unlinkat(s_folder, s_name, 0);
+        signal(number, SIG_DFL);
+        raise(number);
+    }
+
+    static constexpr int s_signals[]{SIGHUP, SIGINT, SIGTERM};
+    static inline int s_folder = -1;
+    static inline char s_name[NAME_MAX + 1];
+};
+
 } // namespace
+
+QString whyUnreadable(const QString& path)
+{
+    const QByteArray encodedPath = QFile::encodeName(path);
+    struct stat status = {};
+    if (stat(encodedPath.constData(), &status) == 0 && !S_ISREG(status.st_mode))
+        return "cannot read " + path + ": it is not a file"; // opening a pipe would wait
+    return access(encodedPath.constData(), R_OK) == 0 ? QString()
+                                                      : "cannot read " + path + ": " + reason();
+}
 
 FileContent readFile(const QString& path, qint64 limit)
 {
@@ -83,6 +130,8 @@ FileContent readFile(const QString& path, qint64 limit)
     struct stat status = {};
     if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode))
         return {{}, obstacle + "it is not a file", true};
+    if (status.st_size > limit)
+        return {{}, obstacle + "it is too large", true};
     return readAll(file, obstacle, limit);
 }
 
@@ -92,6 +141,7 @@ FileContent readStandardInput(qint64 limit)
 }
 
 ReplaceFile::ReplaceFile(const QString& path, Purpose purpose)
+    : m_purpose(purpose)
 {
     const QFileInfo given(path);
     const QString canonical = given.canonicalFilePath(); // empty when there is no file
@@ -131,12 +181,20 @@ bool ReplaceFile::replace(const QByteArray& content)
 
 bool ReplaceFile::replace(const Writer& write)
 {
-    if (!m_error.isEmpty() || !removeStaleTemporary())
+    struct stat old = {};
+    const bool exists =
+        m_error.isEmpty() && fstatat(m_folder, m_name.constData(), &old, AT_SYMLINK_NOFOLLOW) == 0;
+    if (!m_error.isEmpty() || !check(exists || errno == ENOENT, "read", m_name))
         return false;
-    if (writeTemporary(write) &&
+    // Nobody may read it before it has the mode of the old file.
+    Descriptor file(createTemporary(exists));
+    if (file < 0)
+        return false;
+    const SignalCleaner cleaner(m_folder, m_temporaryName);
+    if (writeTemporary(file, exists ? &old : nullptr, write) &&
         check(renameat(m_folder, m_temporaryName.constData(), m_folder, m_name.constData()) == 0,
               "replace", m_name))
-        return syncFolder();
+        return check(file.close(), "close", m_name) && syncFolder();
     unlinkat(m_folder, m_temporaryName.constData(), 0);
     return false;
 }
@@ -149,42 +207,65 @@ bool ReplaceFile::sync()
     return check(file >= 0 && fsync(file) == 0, "sync", m_name) && syncFolder();
 }
 
-// Made anew each time: what stands under that name may be a link to something else.
+bool ReplaceFile::wouldLose(const QString& path) const
+{
+    struct stat file = {};
+    return stat(QFile::encodeName(path).constData(), &file) == 0 &&
+           (isHolding(m_name, file) || isHolding(m_temporaryName, file));
+}
+
+bool ReplaceFile::isHolding(const QByteArray& name, const struct stat& file) const
+{
+    struct stat held = {};
+    return fstatat(m_folder, name.constData(), &held, 0) == 0 && held.st_dev == file.st_dev &&
+           held.st_ino == file.st_ino;
+}
+
+// Made anew each time: what stands under that name may be a link to something else. The process
+// that writes it holds a lock on it.
 bool ReplaceFile::removeStaleTemporary()
 {
     const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
     const Descriptor stale(openat(m_folder, m_temporaryName.constData(), flags));
-    if (stale >= 0 && !check(flock(stale, LOCK_EX | LOCK_NB) == 0, "lock", m_temporaryName))
+    if (stale >= 0 && flock(stale, LOCK_EX | LOCK_NB) != 0) {
+        m_error = "another process is writing " + pathOf(m_name);
         return false;
+    }
     const bool isFree = unlinkat(m_folder, m_temporaryName.constData(), 0) == 0 || errno == ENOENT;
     return check(isFree, "remove", m_temporaryName);
 }
 
-bool ReplaceFile::writeTemporary(const Writer& write)
+// A descriptor of the new file, locked; -1 when there is none. Under the lock on the folder, so
+// that no other process takes the file for a stale one before it has its own.
+int ReplaceFile::createTemporary(bool isPrivate)
 {
-    struct stat status = {};
-    const bool exists = fstatat(m_folder, m_name.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
-    if (!check(exists || errno == ENOENT, "read", m_name))
-        return false;
-    // Nobody may read it before it has the mode of the old file.
-    Descriptor file(openat(m_folder, m_temporaryName.constData(),
-                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                           exists ? 0600 : 0644));
-    if (!check(file >= 0, "create", m_temporaryName) ||
-        !check(flock(file, LOCK_EX | LOCK_NB) == 0, "lock", m_temporaryName))
-        return false;
-    const auto writeContent = [&] {
-        m_error = write(file);
-        return m_error.isEmpty();
-    };
+    if (m_purpose == Overwrite && !check(lock(m_folder), "lock", {}))
+        return -1;
+    int file = -1;
+    if (removeStaleTemporary()) {
+        file =
+            openat(m_folder, m_temporaryName.constData(),
+                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, isPrivate ? 0600 : 0644);
+        if (check(file >= 0, "create", m_temporaryName))
+            flock(file, LOCK_EX | LOCK_NB); // cannot fail: nobody else has it
+    }
+    if (m_purpose == Overwrite)
+        flock(m_folder, LOCK_UN);
+    return file;
+}
+
+bool ReplaceFile::writeTemporary(int file, const struct stat* old, const Writer& write)
+{
     // Owner, content and mode in this order: each takes bits off the mode that was there before.
-    return (!exists ||
-            check(fchown(file, status.st_uid, status.st_gid) == 0, "keep the owner of", m_name)) &&
-           writeContent() &&
-           (!exists ||
-            check(fchmod(file, status.st_mode & 07777) == 0, "keep the mode of", m_name)) &&
-           check(fsync(file) == 0, "sync", m_temporaryName) &&
-           check(file.close(), "close", m_temporaryName);
+    if (old != nullptr &&
+        !check(fchown(file, old->st_uid, old->st_gid) == 0, "keep the owner of", m_name))
+        return false;
+    m_error = write(file);
+    if (!m_error.isEmpty())
+        return false;
+    return (old == nullptr ||
+            check(fchmod(file, old->st_mode & 07777) == 0, "keep the mode of", m_name)) &&
+           check(fsync(file) == 0, "sync", m_temporaryName);
 }
 
 bool ReplaceFile::syncFolder()

@@ -22,11 +22,13 @@ constexpr qint64 largestTextFile = qint64(16) * 1024 * 1024;
 FileContent readFile(const QString& path, qint64 limit = largestTextFile);
 /// Reads what standard input holds until it ends.
 FileContent readStandardInput(qint64 limit);
+/// Why the path is no file that could be read; empty when it is one. A link is followed.
+QString whyUnreadable(const QString& path);
 
 /// Replaces the content of a file so that the file on disk is at every moment the old or the new
 /// one, also when the power fails: the content goes to a hidden file beside it, ".NAME.zelctl",
-/// reaches the storage and only then takes the name. What a power cut leaves of the hidden file the
-/// next replacement removes.
+/// reaches the storage and only then takes the name. What a power cut or a SIGKILL leaves of the
+/// hidden file the next replacement removes.
 ///
 /// Mode and owner of the file stay, its extended attributes and further hard links do not. For a
 /// symbolic link the file that it points to is replaced.
@@ -46,6 +48,8 @@ public:
     ~ReplaceFile();
     Q_DISABLE_COPY(ReplaceFile)
 
+    /// Whether the path is the file that is replaced or the hidden one.
+    bool wouldLose(const QString& path) const;
     /// The first failure, path and reason; empty as long as there was none.
     const QString& error() const { return m_error; }
     /// The file itself where a link was given.
@@ -60,8 +64,10 @@ public:
     bool sync();
 
 private:
+    bool isHolding(const QByteArray& name, const struct stat& file) const;
     bool removeStaleTemporary();
-    bool writeTemporary(const Writer& write);
+    int createTemporary(bool isPrivate);
+    bool writeTemporary(int file, const struct stat* old, const Writer& write);
     bool syncFolder();
     bool check(bool isDone, const char* action, const QByteArray& name);
     QString pathOf(const QByteArray& name) const;
@@ -69,6 +75,7 @@ private:
     QString m_folderPath;
     QByteArray m_name;
     QByteArray m_temporaryName;
+    Purpose m_purpose;
     int m_folder = -1;
     QString m_error;
 };

@@ -78,6 +78,18 @@ def decrypt(data, key):
     return zlib.decompress(payload[4:]) if payload[4:] else b""
 
 
+def info(data):
+    flags, lead = data[1], 2
+    names = ["compressed", "checksum", "sha1", "metadata", "plain"]
+    result = {"version": data[0], "flags": [n for i, n in enumerate(names) if flags >> i & 1]}
+    if flags & METADATA:
+        lead = 30 + struct.unpack("<i", data[2:6])[0]
+        result["metadata"] = data[30:lead].decode("latin-1")
+    if flags & (CHECKSUM | SHA1):
+        result["digestOffset"] = lead + 1
+    return {**result, "headerLength": lead + 1 + len(integrity(flags, b""))}
+
+
 def golden(action):
     folder = Path(__file__).parent / "golden"
     for case in json.loads((folder / "cases.json").read_text()):

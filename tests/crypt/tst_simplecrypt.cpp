@@ -27,7 +27,7 @@ public:
     ~Warnings() { qInstallMessageHandler(m_kept); }
     Q_DISABLE_COPY(Warnings)
 
-    static QString text() { return s_texts.join('\n'); }
+    static QStringList texts() { return s_texts; }
 
 private:
     static inline QStringList s_texts;
@@ -47,6 +47,28 @@ class TestSimpleCrypt : public QObject
 
     QString file(const QString& name) const { return m_dir.filePath(name); }
     QByteArray content(const QString& name) const { return support::readFile(file(name)); }
+
+    /// What an operation gives, the error that it leaves (2 is the one before it) and its warnings.
+    QString report(const std::function<QString(SimpleCrypt&)>& operation,
+                   SimpleCrypt crypt = SimpleCrypt(7))
+    {
+        const Warnings warnings;
+        crypt.getMetadataSize("\5");
+        const int before = Warnings::texts().size();
+        support::LineRecorder recorder;
+        const QString result = operation(crypt);
+        QStringList lines = Warnings::texts().mid(before);
+        for (const QString& line : recorder.takeMessages())
+            lines += line.left(line.indexOf(", file"));
+        return QString("%1|%2|%3").arg(result).arg(crypt.lastError()).arg(lines.join("; "));
+    }
+
+    QString decryptSmart(const QString& path, const SimpleCrypt& crypt = SimpleCrypt(7))
+    {
+        const QString output = file("text");
+        return report(
+            [&](SimpleCrypt& c) { return c.decryptFileSmart(path, output) ? "yes" : "no"; }, crypt);
+    }
 
     QTemporaryDir m_dir;
 
@@ -125,68 +147,66 @@ private Q_SLOTS:
         }
     }
 
-    void refuses_data()
+    void refusesBytes()
     {
-        QTest::addColumn<QByteArray>("data");
-        QTest::addColumn<QString>("warning");
-        QTest::addColumn<int>("error");
-        const auto row = [](auto name, const QByteArray& data, auto warning, int error) {
-            QTest::newRow(name) << data << QString(warning) << error;
+        const QString signature = "QByteArray SimpleCrypt::decryptToByteArray(const QByteArray&) ";
+        const QString few = "|2|" + signature + "Too few bytes";
+        const QString remove = "|2|" + signature + "Not enough bytes to remove.";
+        const QString negative = "|3|" + signature + "Not enough bytes to remove.";
+        const auto decrypt = [this](const QByteArray& data) {
+            return report([&](SimpleCrypt& crypt) { return crypt.decryptToByteArray(data); });
         };
-        const int unchanged = SimpleCrypt::CryptNoError;
-        const int mismatch = SimpleCrypt::CryptIntegrityMismatch;
         const QByteArray rest(60, 'x'), metadata = QByteArray("\4\14", 2);
-        row("nothing", "", "Too few bytes", unchanged);
-        row("two bytes", "\4\4", "Too few bytes", unchanged);
-        row("version 5", "\5" + rest, "Invalid version or not a cyphertext.",
-            SimpleCrypt::CryptBadVersion);
-        row("no digest", "\4\4x", "", mismatch);
-        row("no checksum", "\4\2xx", "", mismatch);
-        row("metadata longer", metadata + number(90) + number(~90) + rest,
-            "Not enough bytes to remove.", unchanged);
-        row("longest metadata", metadata + number(INT_MAX) + number(~INT_MAX) + rest,
-            "Not enough bytes to remove.", unchanged);
-        row("negative metadata", metadata + number(-1) + number(0) + rest,
-            "Not enough bytes to remove.", mismatch);
-        row("most negative metadata", metadata + number(INT_MIN) + number(INT_MAX) + rest,
-            "Not enough bytes to remove.", mismatch);
-        row("other complement", metadata + number(5) + number(5) + rest,
-            "Metadata size is corrupted", mismatch);
-        row("metadata size cut", metadata + number(5), "Not enough bytes to get metadata size",
-            unchanged);
+        QCOMPARE(decrypt(""), few);
+        QCOMPARE(decrypt("\4\4"), few);
+        QCOMPARE(decrypt("\5" + rest), "|2|" + signature + "Invalid version or not a cyphertext.");
+        QCOMPARE(decrypt("\4\4x"), "|3|");
+        QCOMPARE(decrypt("\4\2xx"), "|3|");
+        QCOMPARE(decrypt(metadata + number(90) + number(~90) + rest), remove);
+        QCOMPARE(decrypt(metadata + number(INT_MAX) + number(~INT_MAX) + rest), remove);
+        QCOMPARE(decrypt(metadata + number(-1) + number(0) + rest), negative);
+        QCOMPARE(decrypt(metadata + number(INT_MIN) + number(INT_MAX) + rest), negative);
+        QCOMPARE(decrypt(metadata + number(5) + number(5) + rest), "|3|Metadata size is corrupted");
+        QCOMPARE(decrypt(metadata + number(5)), "|2|Not enough bytes to get metadata size; " +
+                                                    signature + "Not enough bytes to remove.");
         // A version without metadata: thirty bytes are cut off all the same.
-        row("version 3", "\3\14" + rest, "Invalid version or not a cyphertext.", mismatch);
-        row("plain, states 2 GiB", QByteArray("\4\x11\0\x7f\xff\xff\xf0", 7) + rest, "Z_DATA_ERROR",
-            unchanged);
+        QCOMPARE(decrypt("\3\14" + rest),
+                 "|3|qint64 SimpleCrypt::getMetadataSize(const QByteArray&) "
+                 "Invalid version or not a cyphertext.");
+        QCOMPARE(decrypt(QByteArray("\4\x11\0\x7f\xff\xff\xf0", 7) + rest),
+                 "|0|qUncompress: Z_DATA_ERROR: Input data is corrupted");
     }
-    void refuses()
+
+    void refusesMetadata()
     {
-        QFETCH(QByteArray, data);
-        QFETCH(QString, warning);
-        const Warnings warnings;
-        SimpleCrypt crypt(7);
-        QCOMPARE(crypt.decryptToByteArray(data), QByteArray());
-        QTEST(int(crypt.lastError()), "error");
-        QVERIFY2(Warnings::text().contains(warning) &&
-                     warning.isEmpty() == Warnings::text().isEmpty(),
-                 qPrintable(Warnings::text()));
-        crypt.getMetadata(data); // these must only survive it
-        support::writeFile(file("bad"), data);
-        crypt.getHeaderLength(file("bad"));
-        QCOMPARE(crypt.getDataHashOffset(file("bad")), 31);
+        const QString signature = "|2|QString SimpleCrypt::getMetadata(const QByteArray&) ";
+        const auto metadata = [this](const QByteArray& data) {
+            return report([&](SimpleCrypt& crypt) { return crypt.getMetadata(data); });
+        };
+        const QByteArray header = QByteArray("\4\14", 2) + number(-1) + number(0);
+        QCOMPARE(metadata(header), signature + "not enough bytes to get hash of metadata");
+        QCOMPARE(metadata(header + QByteArray(60, 'x')),
+                 signature + "metadata hash check is not valid");
+        QCOMPARE(
+            report([](SimpleCrypt& crypt) { return crypt.getMetadataHeader("").mid(8).toHex(); }),
+            "da39a3ee5e6b4b0d3255bfef95601890afd80709|2|"
+            "ASSERT failure: Empty string provided ( metadataStr.size()>0 )");
+        QCOMPARE(report([](SimpleCrypt& crypt) { return QString::number(crypt.checkVersion("")); }),
+                 "0|2|ASSERT failure: Data size to get version is empty ( data.size()>0 )");
     }
 
     void needsAKey()
     {
-        const Warnings warnings;
-        SimpleCrypt crypt;
-        QVERIFY(crypt.encryptToString(s_text).isEmpty());
-        QCOMPARE(Warnings::text(),
-                 "QByteArray SimpleCrypt::encryptToByteArray(const QByteArray&) No key set.");
-        crypt.decryptToString(s_text);
-        QVERIFY(!crypt.decryptFileSmart("missing", file("text")));
-        QCOMPARE(crypt.lastError(), SimpleCrypt::CryptKeyMissing);
-        QCOMPARE(Warnings::text().count("No key set."), 3);
+        SimpleCrypt none;
+        const QString line =
+            "|1|QByteArray SimpleCrypt::%1cryptToByteArray(const QByteArray&) No key set.";
+        QCOMPARE(report([](SimpleCrypt& crypt) { return crypt.encryptToString(s_text); }, none),
+                 line.arg("en"));
+        QCOMPARE(report([](SimpleCrypt& crypt) { return crypt.decryptToString(s_text); }, none),
+                 line.arg("de"));
+        QCOMPARE(
+            decryptSmart("missing", none),
+            "no|1|bool SimpleCrypt::decryptFileSmart(const QString&, const QString&) No key set.");
     }
 
     void staysPlainOnceItReadPlain()
@@ -251,67 +271,93 @@ private Q_SLOTS:
         QCOMPARE(crypt.decryptFileSmart(file("streamed"), file("text")), isWhole || !hasHash);
         QVERIFY(content("text") == kept);
         QCOMPARE(crypt.decryptToByteArray(streamed), isWhole || !hasHash ? kept : QByteArray());
-        QCOMPARE(Warnings::text().contains("hashExpected!=hash.result"), !isWhole && hasHash);
+        const QString why = Warnings::texts().join("; ");
+        QCOMPARE(why.contains(") hashExpected!=hash.result \""), !isWhole && hasHash);
     }
 
     void refusesFiles()
     {
-        const Warnings warnings;
+        const QString smart = "bool SimpleCrypt::%1FileSmart(const QString&, const QString&) ";
         support::writeFile(file("bytes"), s_text);
-        SimpleCrypt crypt(7);
-        const auto smart = [&](const QString& in, const QString& out) {
-            const bool isDone = crypt.encryptFileSmart(in, out);
-            return isDone ? QString() : QString::number(crypt.lastError());
+        const auto encrypt = [this](const QString& in, const QString& out, auto compression,
+                                    auto protection) {
+            SimpleCrypt crypt(7);
+            crypt.setCompression(compression);
+            crypt.setProtection(protection);
+            return report(
+                [&](SimpleCrypt& c) { return c.encryptFileSmart(in, out) ? "yes" : "no"; }, crypt);
         };
-        QCOMPARE(smart(file("missing"), file("bytes")), "6");
-        QCOMPARE(smart(file("bytes"), file("bytes")), "6");
-        QCOMPARE(smart(file("bytes"), m_dir.path()), "6");
-        QCOMPARE(smart(file("bytes"), "/dev/full"), "6");
-        QVERIFY(!crypt.encryptFile(file("bytes"), file("bytes")));
+        const auto smaller = SimpleCrypt::CompressionWhenSmaller;
+        const auto sha1 = SimpleCrypt::ProtectionSha1;
+        QCOMPARE(encrypt(file("missing"), file("bytes"), smaller, sha1), "no|6|");
+        QCOMPARE(encrypt(file("bytes"), file("bytes"), smaller, sha1), "no|6|");
+        QCOMPARE(encrypt(file("bytes"), m_dir.path(), smaller, sha1), "no|6|");
+        QCOMPARE(encrypt(file("bytes"), "/dev/full", smaller, sha1), "no|6|");
         QCOMPARE(content("bytes"), s_text); // a failure has emptied nothing
-        crypt.setCompression(SimpleCrypt::CompressionForced);
-        QCOMPARE(smart(file("bytes"), file("out")), "4");
+        QCOMPARE(encrypt(file("bytes"), file("out"), smaller, sha1), "yes|2|");
+        QCOMPARE(encrypt(file("bytes"), file("out"), SimpleCrypt::CompressionForced, sha1),
+                 "no|4|");
         QCOMPARE(content("out"), "");
-        crypt.setCompression(SimpleCrypt::CompressionOff);
-        crypt.setProtection(SimpleCrypt::ProtectionChecksum);
-        QCOMPARE(smart(file("bytes"), file("out")), "5");
-        QVERIFY(Warnings::text().contains("The computation of checksum is not allowed."));
-        QVERIFY(crypt.encryptFile(file("bytes"), file("out")));
-        QCOMPARE(crypt.lastError(), SimpleCrypt::CryptNoError);
-        QVERIFY(crypt.decryptFileSmart(file("out"), file("text"))); // hands it over
-        QCOMPARE(content("text"), s_text);
-        QVERIFY(crypt.decryptFile(file("out"), "/dev/full"));
-        QCOMPARE(crypt.lastError(), SimpleCrypt::CryptFileAccess);
-        SimpleCrypt fresh(7);
-        support::writeFile(file("out"), fresh.encryptToByteArray(QByteArray()));
-        QVERIFY(!fresh.decryptFileSmart(file("out"), file("text"))); // shorter than thirty bytes
-        QVERIFY(Warnings::text().endsWith("Too few bytes"));
-        QVERIFY(fresh.decryptFileSmart("/proc/self/mem", file("text")) == false);
-        QCOMPARE(fresh.lastError(), SimpleCrypt::CryptFileAccess);
+        QCOMPARE(encrypt(file("bytes"), file("out"), smaller, SimpleCrypt::ProtectionChecksum),
+                 "no|5|" + smart.arg("encrypt") + "The computation of checksum is not allowed.");
+
+        const auto whole = [this](const QString& in, const QString& out) {
+            return report([&](SimpleCrypt& c) { return c.encryptFile(in, out) ? "yes" : "no"; });
+        };
+        QCOMPARE(whole(file("missing"), file("out")), "no|2|");
+        QCOMPARE(whole(file("bytes"), "/dev/full"), "yes|6|");
+        QCOMPARE(whole("/proc/self/mem", file("out")), "yes|6|");
+
+        QCOMPARE(decryptSmart("/proc/self/mem"), "no|6|" + smart.arg("decrypt") + "Too few bytes");
+        SimpleCrypt crypt(7);
+        support::writeFile(file("out"), crypt.encryptToByteArray(QByteArray()));
+        QCOMPARE(decryptSmart(file("out")), "no|6|" + smart.arg("decrypt") + "Too few bytes");
+        crypt.setMetadata("metadata"); // behind which nothing follows
+        support::writeFile(file("out"), crypt.encryptToByteArray(s_text).left(38));
+        const QString report = decryptSmart(file("out"));
+        QVERIFY2(
+            report.startsWith("no|3|" + smart.arg("decrypt") + "hashExpected!=hash.result \"\""),
+            qPrintable(report));
+        QVERIFY(report.endsWith("ASSERT failure: Integrity field size not right ( "
+                                "randomCharAndIntegrity.size()==SHA1_SIZE+1 )"));
     }
 
     void readsHeaders()
     {
-        const Warnings warnings;
-        SimpleCrypt crypt(7);
-        const auto query = [&](const QByteArray& data) {
-            support::writeFile(file("header"), data);
-            return QString("%1 %2 %3")
-                .arg(crypt.getHeaderLength(file("header")))
-                .arg(crypt.getDataHashOffset(file("header")))
-                .arg(crypt.getMetadataFromFile(file("header")));
+        const QString length = "-1|2|int SimpleCrypt::getHeaderLength(QString) ";
+        const QString metadata = "|2|QString SimpleCrypt::getMetadataFromFile(const QString&) ";
+        const auto lengthOf = [this](const QString& name) {
+            return report(
+                [&](SimpleCrypt& c) { return QString::number(c.getHeaderLength(file(name))); });
         };
-        QCOMPARE(query(crypt.encryptToByteArray(s_text)), "23 31 ");
-        crypt.setMetadata("12345");
-        QCOMPARE(query(crypt.encryptToByteArray(s_text)), "56 36 12345");
-        QCOMPARE(query(crypt.encryptToByteArray(s_text).left(34)), "-1 31 ");
+        const auto metadataOf = [this](const QString& name) {
+            return report([&](SimpleCrypt& c) { return c.getMetadataFromFile(file(name)); });
+        };
+        const auto put = [this](const QByteArray& data) {
+            support::writeFile(file("header"), data);
+        };
+        SimpleCrypt crypt(7);
+        put(crypt.encryptToByteArray(s_text));
+        QCOMPARE(lengthOf("header"), "23|2|");
+        QCOMPARE(crypt.getDataHashOffset(file("header")), 31);
+        QCOMPARE(metadataOf("header"), metadata + "This file has no metadata flag enabled");
         crypt.setMetadata("caf\u00e9"); // UTF-8 when written, Latin-1 when read
-        QCOMPARE(query(crypt.encryptToByteArray(s_text)), "56 36 caf\u00c3\u00a9");
-        QCOMPARE(query("x"), "-1 31 ");
-        QCOMPARE(crypt.getHeaderLength(file("missing")), -1);
-        QVERIFY(crypt.getMetadataFromFile(file("missing")).isEmpty());
-        QCOMPARE(crypt.lastError(), SimpleCrypt::CryptFileAccess);
-        QVERIFY(Warnings::text().endsWith("metadata hash check is not valid"));
+        put(crypt.encryptToByteArray(s_text));
+        QCOMPARE(lengthOf("header"), "56|2|");
+        QCOMPARE(metadataOf("header"), "caf\u00c3\u00a9|2|");
+        QCOMPARE(crypt.getDataHashOffset(file("header")), 36);
+        put(crypt.encryptToByteArray(s_text).left(34));
+        QCOMPARE(lengthOf("header"), length + "Metadata size is corrupted");
+        put(QByteArray("\4\14", 2) + number(-7) + number(6) + QByteArray(60, 'x'));
+        QCOMPARE(lengthOf("header"), length + "Metadata size is corrupted");
+        QCOMPARE(metadataOf("header"), metadata + "metadataSize is : -7");
+        put("x");
+        QCOMPARE(lengthOf("header"), length + "File to small to get metadata");
+        QCOMPARE(metadataOf("header"), metadata + "File to small to get metadata");
+        QCOMPARE(lengthOf("missing"), QString(length).replace('2', '6') + "could not open file \"" +
+                                          file("missing") + '"');
+        QCOMPARE(metadataOf("missing"),
+                 QString(metadata).replace('2', '6') + "metadata hash check is not valid");
     }
 
     void letsOthersWriteThePayload()
@@ -322,6 +368,7 @@ private Q_SLOTS:
         const QByteArray header = crypt.getHeaderForCompleteBackup();
         support::writeFile(file("backup"), header + s_text);
         QCOMPARE(crypt.getHeaderLength(file("backup")), header.size());
+        QCOMPARE(header.at(header.size() - SHA1_SIZE - 1), '0');
         QCOMPARE(header.right(SHA1_SIZE),
                  QCryptographicHash::hash("not valid hash", QCryptographicHash::Sha1));
         QFile backup(file("backup"));

@@ -3,12 +3,16 @@
 # cryptfaults.py EXPERIMENT ZELCTL [--short] [--sanitized, which does not judge memory]. Exit status
 # 0: every check passed; 77: cannot run here; any other: one did not.
 
+import json
 import os
 import random
 import re
+import signal
+import struct
 import subprocess
 import sys
 import time
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 from faults import EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, private_mounts, require
@@ -50,6 +54,8 @@ def crypt_exchange(root):
             options["plain"] = True
         require(run("encrypt", plain, encrypted, *words).returncode == 0, words)
         found = encrypted.read_bytes()
+        info = json.loads(run("info", encrypted, "--json").stdout)
+        require(info == cryptformat.info(found), f"{info}, {words}")
         require(cryptformat.decrypt(found, KEY) == text, f"{size} bytes, {words}")
         piped = run("encrypt", "-", "-", "--fixed-lead", *words, input=text).stdout
         require(piped == cryptformat.encrypt(text, KEY, **options), f"{size} bytes, {words}")
@@ -92,17 +98,31 @@ def crypt_refused(root):
             refused("Too few bytes", "decrypt", folder / "empty", target)
             refused("Z_DATA_ERROR", "decrypt", folder / "bomb", target)
             refused("No such file", "encrypt", folder / "missing", target)
+            refused("No such file", "info", folder / "missing")
             refused("not a file", "encrypt", folder, target)
             refused("Input/output error", "encrypt", "/proc/self/mem", target)
             with filled(folder):
                 refused("No space left", "encrypt", plain, target)
                 refused("No space left", "encrypt", plain, target, "--whole-file")
                 refused("No space left", "decrypt", good, target)
-        for out_name in (plain, folder / ".." / "disk" / "plain"):
-            refused("input itself", "encrypt", plain, out_name)
+        names |= {".new.zelctl", "key"}
+        os.link(plain, folder / ".new.zelctl")  # as a killed run leaves it
+        (folder / "key").write_text(os.environ["ZEL_KEY"])
+        for words in ((plain, folder / ".." / "disk" / "plain"),
+                      (folder / ".new.zelctl", folder / "new"),
+                      (plain, folder / "key", "--key-file", folder / "key")):
+            refused("would lose", "encrypt", *words)
+        require(run("decrypt", good, "-", "--key-file", folder / "key").returncode == 0, "no key")
         for out_name in (folder, "/dev/full"):
             refused("not a file", "encrypt", plain, out_name)
         refused("No such file", "encrypt", plain, folder / "missing" / "out")
+        sparse = root / "sparse"  # states 2 GiB of metadata, and has them
+        sparse.write_bytes(b"\4\x0c" + struct.pack("<ii", 2147483600, ~2147483600))
+        os.truncate(sparse, 2**31 + 4095)
+        require(b"is damaged" in run("info", sparse).stderr, "forged metadata")
+        refused("not a cyphertext", "info", plain)
+        refused("does not belong", "encrypt", plain, out, "--json", status=2)
+        refused("--help", "decrypt", plain, status=2)
         refused("ASCII", "encrypt", plain, out, "--metadata", "\u00e9", status=2)
         refused("no key of 16", "encrypt", plain, out, "--key-file", plain)
         os.environ["ZEL_KEY"] = "1"
@@ -128,6 +148,44 @@ def crypt_killed(root):
     require(killed > 5, "it was too fast for this experiment")
     require(run("encrypt", plain, out, "--fixed-lead").returncode == 0, "it has not recovered")
     require(set(os.listdir(root)) == {"plain", "out"} and out.read_bytes() == new, "a leftover")
+
+
+# Six runs at a time that want the same output: it is always there, and always one of theirs.
+def crypt_together(root):
+    out, outputs = root / "out", []
+    for i in range(6):
+        (root / f"in{i}").write_bytes(text_of((5, 200, CHUNK)[i % 3]))
+        outputs.append(run("encrypt", root / f"in{i}", "-", "--fixed-lead").stdout)
+    out.write_bytes(outputs[0])
+    end, done = time.monotonic() + (2 if "--short" in OPTIONS else 60), 0
+
+    def runs(i):
+        nonlocal done
+        while time.monotonic() < end:
+            result = run("encrypt", root / f"in{i}", out, "--fixed-lead")
+            done += result.returncode == 0
+            require(not result.returncode or b"another process" in result.stderr, result.stderr)
+
+    with ThreadPoolExecutor() as pool:
+        writers = [pool.submit(runs, i) for i in range(6)]
+        while time.monotonic() < end:
+            require(out.read_bytes() in outputs, "half an output")
+        for writer in writers:
+            writer.result()
+    require(done > 6 and len(os.listdir(root)) == 7, f"{done} outputs, {os.listdir(root)}")
+
+
+# A run that is told to end takes what it has not finished with it.
+def crypt_ended(root):
+    plain, out = root / "plain", root / "out"
+    plain.touch()
+    os.truncate(plain, 512 * CHUNK)
+    for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        with subprocess.Popen(command("encrypt", plain, out)) as process:
+            while not (root / ".out.zelctl").exists():
+                require(process.poll() is None, "it was too fast for this experiment")
+            process.send_signal(number)
+        require(process.returncode == -number and os.listdir(root) == ["plain"], number)
 
 
 def peak_KiB(process):
