@@ -1,0 +1,158 @@
+#include "statemachine/statemachine.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "logging/lognode.h"
+
+#include <cstring>
+
+namespace
+{
+
+LogFormatter line(LogLevel::Level level)
+{
+    return LogFormatter(level).log(Log::StateMachine);
+}
+
+// Asked before a Debug line, whose names then are not formed for nobody.
+bool isDebugged()
+{
+    return LogNode::isHeard(LogLevel::Debug, Log::StateMachine);
+}
+
+} // namespace
+
+bool operator<(const QMetaMethod& left, const QMetaMethod& right)
+{
+    return std::strcmp(left.methodSignature().constData(), right.methodSignature().constData()) < 0;
+}
+
+StateMachine::StateMachine(QObject* parent)
+    : QObject(parent)
+{
+    m_turn.setSingleShot(true);
+    connect(&m_turn, &QTimer::timeout, this, &StateMachine::goToNextState);
+}
+
+StateMachine::StateMachine(int initialState, QObject* parent)
+    : StateMachine(parent)
+{
+    setInitialState(initialState);
+}
+
+StateMachine::~StateMachine() = default;
+
+QString StateMachine::stateToString(int state) const
+{
+    switch (state) {
+    case Transition:
+        return QStringLiteral("Transition");
+    case InvalidState:
+        return QStringLiteral("InvalidState");
+    default:
+        return QStringLiteral("Undefined (%1)").arg(state);
+    }
+}
+
+void StateMachine::onSignal(const QObject*, const QMetaMethod&, bool) {}
+
+bool StateMachine::setInitialState(int state)
+{
+    if (m_currentState == InvalidState)
+        return setState(state, false);
+    line(LogLevel::Error) << "bool StateMachine::setInitialState(int)"
+                          << ": State machine already in use";
+    return false;
+}
+
+bool StateMachine::setState(int state, bool force)
+{
+    if (!force && state == m_currentState) {
+        line(LogLevel::Warning) << "bool StateMachine::setState(int, bool)"
+                                << "state not set to " << stateToString(state)
+                                << ", because State is already = " << stateToString(m_currentState);
+        return false;
+    }
+    if (m_inTransition) {
+        line(LogLevel::Error) << "bool StateMachine::setState(int, bool)"
+                              << "state not set to" << stateToString(state)
+                              << ", because State is already changing from "
+                              << stateToString(m_previousState) << " to "
+                              << stateToString(m_nextState);
+        return false;
+    }
+    m_previousState = m_currentState;
+    m_nextState = state;
+    m_currentState = Transition;
+    m_inTransition = true;
+    m_receptions.clear();
+    m_pendingReceptions.clear();
+    m_lastSignal = QMetaMethod();
+
+    const QPointer<StateMachine> self(this);
+    Q_EMIT stateExit();
+    if (self)
+        m_turn.start(0);
+    return true;
+}
+
+bool StateMachine::setStateAgain()
+{
+    return setState(m_currentState, true);
+}
+
+void StateMachine::goToNextState()
+{
+    if (!m_inTransition || m_nextState == InvalidState)
+        return;
+    m_currentState = m_nextState;
+    m_inTransition = false;
+    m_nextState = InvalidState;
+    if (isDebugged())
+        line(LogLevel::Debug) << "void StateMachine::goToNextState()"
+                              << ": State changed from " << stateToString(m_previousState) << " to "
+                              << stateToString(m_currentState);
+
+    const QPointer<StateMachine> self(this);
+    Q_EMIT stateEnter();
+    while (self && !m_inTransition && !m_pendingReceptions.isEmpty())
+        handleSignal(m_pendingReceptions.takeFirst());
+}
+
+void StateMachine::handleSignal()
+{
+    const QObject* const from = sender();
+    if (from == nullptr) {
+        line(LogLevel::Error) << "void StateMachine::handleSignal()"
+                              << ": Method called with no sender";
+        return;
+    }
+    const SignalReception reception{from, from->metaObject()->method(senderSignalIndex()),
+                                    m_inTransition};
+    if (isDebugged())
+        line(LogLevel::Debug) << "void StateMachine::handleSignal()"
+                              << ": Received signal" << reception.signal.name();
+    if (!m_inTransition) {
+        handleSignal(reception);
+        return;
+    }
+    if (isDebugged())
+        line(LogLevel::Debug)
+            << "void StateMachine::handleSignal()"
+            << ": signal" << reception.signal.name()
+            << "received during transition. Reception will occur at beginning of next state";
+    m_pendingReceptions.append(reception);
+}
+
+void StateMachine::handleSignal(const SignalReception& reception)
+{
+    if (isDebugged())
+        line(LogLevel::Debug)
+            << "void StateMachine::handleSignal(const StateMachine::SignalReception&)"
+            << ": Processing signal" << reception.signal.name();
+    // A copy, since the handler may change the state, which empties the lists of receptions.
+    const SignalReception received = reception;
+    m_receptions.insert(received.signal, received);
+    m_lastSignal = received.signal;
+    onSignal(received.sender, received.signal, received.receivedDuringTransition);
+}
