@@ -79,7 +79,7 @@ struct Group
         };
         steps.check = [=](const QVariant& result) {
             happens(result.toBool() ? "good" : "bad");
-            return result.toBool();
+            return result.toBool() && handler;
         };
         return steps;
     }
@@ -212,6 +212,16 @@ private Q_SLOTS:
         QCOMPARE(group.story(), "a bad failure");
         group.handler->start();
         QTRY_COMPARE(group.story(), "a bad failure b good success");
+    }
+
+    void theTimerRunsForTheEventThatWaits()
+    {
+        Group group("G");
+        group.add("a");
+        group.handler->addEvent({{group.steps("b")}, 1, std::chrono::seconds::max()});
+        group.handler->start();
+        QCOMPARE(group.story(), "a good b");
+        QCOMPARE(group.device.timer->interval(), 2147483000);
     }
 
     void twoHandlersShareTheConnectionSlot()

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "declarativestatemachine/statemachinedescription.h"
+#include "logging/logmodule.h"
+
+#include <QMap>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+class QAbstractState;
+class QAbstractTransition;
+class QState;
+class QStateMachine;
+
+namespace zeltools::declarativestatemachine
+{
+
+/// Runs a sequence that is described as data. Each transition that fires is logged at Debug under
+/// the machine's module (" ^ Transition from Filling to Draining triggered, signal Tank::full"),
+/// start and stop at Info.
+///
+/// Belongs to one thread. The machine may be destroyed in its signals and in the actions and guards
+/// of its states.
+class ZELTOOLS_EXPORT DeclarativeStateMachine : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
+
+public:
+    /// The module must outlive the machine.
+    explicit DeclarativeStateMachine(const LogModule& module, QObject* parent = nullptr);
+    ~DeclarativeStateMachine() override;
+
+    /// Builds the states; once, before start(). Each fault is a release assertion and leaves out
+    /// the transition that has it: a transition from the final state, to a state that is not there,
+    /// on a signal that the object does not have. Of two states of one name, transitions lead to
+    /// the later one.
+    void setDescription(const StateMachineDescription& description);
+
+    /// Enters the initial state when the event loop runs.
+    void start();
+    /// Stops, and starts anew 100 ms later, once however often it is called meanwhile.
+    void restart();
+    bool isRunning() const;
+
+Q_SIGNALS:
+    void runningChanged();
+
+private:
+    using States = QMap<QString, QAbstractState*>;
+
+    QAbstractState* addState(const StateDescription& description, bool isFinal);
+    void addTransition(const TransitionDescription& description, const QString& sourceName,
+                       QAbstractState* source, const States& states);
+    QAbstractTransition* makeTransition(const TransitionDescription& description, QState* source);
+    template <typename Callable>
+    auto callOut(const Callable& callable);
+
+    const LogModule& m_module;
+    std::unique_ptr<QStateMachine> m_machine;
+    QTimer m_restartTimer{this};
+    int m_callsOut = 0; // running calls of the machine into the host
+};
+
+} // namespace zeltools::declarativestatemachine

@@ -1,0 +1,81 @@
+#include "declarativestatemachine/delayedtransition.h"
+
+#include <QEvent>
+#include <QPointer>
+#include <QState>
+#include <QStateMachine>
+
+#include <algorithm>
+#include <limits>
+
+namespace zeltools::declarativestatemachine
+{
+
+// Waits in the machine's queue, where another event may come first and end the state. It can't be
+// taken out of there, but it can be made an event that means nothing to any transition.
+class DelayedTransition::TimeoutEvent : public QEvent
+{
+public:
+    explicit TimeoutEvent(DelayedTransition* owner)
+        : QEvent(QEvent::User)
+        , m_owner(owner)
+    {
+    }
+    ~TimeoutEvent() override
+    {
+        DelayedTransition* const owner = m_owner;
+        if (owner != nullptr && owner->m_posted == this)
+            owner->m_posted = nullptr;
+    }
+    void revoke() { t = QEvent::None; }
+
+private:
+    QPointer<DelayedTransition> m_owner;
+};
+
+DelayedTransition::DelayedTransition(QState* source, std::chrono::milliseconds delay)
+    : QAbstractTransition(source)
+{
+    using std::chrono::milliseconds;
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer); // the others may be early
+    m_timer.setInterval(
+        std::clamp(delay, milliseconds(0), milliseconds(std::numeric_limits<int>::max())));
+    connect(source, &QState::entered, &m_timer, qOverload<>(&QTimer::start));
+    connect(source, &QState::exited, this, &DelayedTransition::cancel);
+    connect(&m_timer, &QTimer::timeout, this, &DelayedTransition::postTimeout);
+}
+
+DelayedTransition::~DelayedTransition()
+{
+    cancel();
+}
+
+bool DelayedTransition::eventTest(QEvent* e)
+{
+    return e->type() == QEvent::User;
+}
+
+void DelayedTransition::onTransition(QEvent*) {}
+
+void DelayedTransition::postTimeout()
+{
+    // A machine that is stopped does not exit its states, so this may be the timer of an earlier
+    // run.
+    QStateMachine* const runner = machine();
+    if (runner == nullptr || !runner->isRunning() ||
+        !runner->configuration().contains(sourceState()))
+        return;
+    m_posted = new TimeoutEvent(this);
+    runner->postEvent(m_posted);
+}
+
+void DelayedTransition::cancel()
+{
+    m_timer.stop();
+    if (m_posted != nullptr)
+        m_posted->revoke();
+    m_posted = nullptr;
+}
+
+} // namespace zeltools::declarativestatemachine

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QSignalTransition>
+
+#include <functional>
+
+namespace zeltools::declarativestatemachine
+{
+
+/// Leaves its state when an object emits a signal and the guard returns true at that moment. An
+/// empty guard lets every signal through. An object that is destroyed emits no more.
+class ZELTOOLS_EXPORT GuardedSignalTransition : public QSignalTransition
+{
+    Q_OBJECT
+
+public:
+    /// Belongs to the state. The object must be of the same thread, or outlive the transition.
+    GuardedSignalTransition(const QObject* obj, const char* signal, QState* source,
+                            std::function<bool()> guard = {});
+    ~GuardedSignalTransition() override;
+
+protected:
+    bool eventTest(QEvent* e) override;
+
+private:
+    const std::function<bool()> m_guard;
+};
+
+} // namespace zeltools::declarativestatemachine

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <utility>
+#include <vector>
+
+/// A sequence as data: DeclarativeStateMachine runs it, toDot() and toScxml() draw it,
+/// findProblems() checks it.
+///
+///     const StateMachineDescription rinse{
+///         {{"Filling", [&] { valve.open(); }, {TransitionDescription::on(&tank, SIGNAL(full()),
+///         "Draining")}},
+///          {"Draining", [&] { valve.close(); }, {TransitionDescription::after(5s, "Done")}},
+///          {"Done"}}};
+namespace zeltools::declarativestatemachine
+{
+
+/// A way out of a state.
+struct TransitionDescription
+{
+    enum Type : qint32 {
+        Direct = 0,  ///< as soon as the state is entered
+        Timeout = 1, ///< when the state has been entered for a time
+        Signal = 2   ///< when an object emits a signal, and the guard allows it
+    };
+
+    Type type = Direct; ///< any other number makes no transition
+    QString targetState;
+    /// Who emits the signal: an object of the machine's thread, or one that outlives the machine.
+    QObject* obj = nullptr;
+    const char* signal = nullptr;     ///< as `SIGNAL(stopped())` gives it, normalized
+    std::function<bool()> guard = {}; ///< asked when the signal comes; empty lets it through
+    std::chrono::milliseconds timeout{0};
+    QString description = {}; ///< a label for pictures
+
+    static TransitionDescription direct(QString target) { return {Direct, std::move(target)}; }
+    static TransitionDescription after(std::chrono::milliseconds timeout, QString target)
+    {
+        return {Timeout, std::move(target), nullptr, nullptr, {}, timeout};
+    }
+    static TransitionDescription on(QObject* obj, const char* signal, QString target,
+                                    std::function<bool()> guard = {})
+    {
+        return {Signal, std::move(target), obj, signal, std::move(guard)};
+    }
+};
+
+/// A state. Its place in the list fixes its role: the first one is the initial state, the last one
+/// is final and has no transitions, unless it is also the first.
+struct StateDescription
+{
+    QString name;
+    std::function<void()> action = {}; ///< when the state is entered; may be empty
+    std::vector<TransitionDescription> transitions = {};
+    std::function<void()> exitAction = {}; ///< when the state is left; may be empty
+};
+
+struct StateMachineDescription
+{
+    std::vector<StateDescription> states;
+    QString name = {}; ///< a title for pictures
+};
+
+} // namespace zeltools::declarativestatemachine
