@@ -119,7 +119,7 @@ void DeclarativeStateMachine::setDescription(const StateMachineDescription& desc
     std::vector<QAbstractState*> built;
     States states;
     for (const StateDescription& state : description.states) {
-        built.push_back(addState(state, !built.empty() && &state == &description.states.back()));
+        built.push_back(addState(state, description.isFinal(built.size())));
         states.insert(state.name, built.back());
     }
     for (size_t i = 0; i < built.size(); ++i) {

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// A sequence as data: DeclarativeStateMachine runs it, toDot() and toScxml() draw it,
+/// A sequence as data: DeclarativeStateMachine runs it, toDot() and toScxml() draw it and
 /// findProblems() checks it.
 ///
 ///     const StateMachineDescription rinse{
@@ -49,6 +49,8 @@ struct TransitionDescription
     {
         return {Signal, std::move(target), obj, signal, std::move(guard)};
     }
+
+    bool isOfKnownType() const { return type >= Direct && type <= Signal; }
 };
 
 /// A state. Its place in the list fixes its role: the first one is the initial state, the last one
@@ -65,6 +67,16 @@ struct StateMachineDescription
 {
     std::vector<StateDescription> states;
     QString name = {}; ///< a title for pictures
+
+    bool isFinal(size_t index) const { return index > 0 && index + 1 == states.size(); }
+    /// Where transitions to that name lead: the last state that has it, or -1.
+    int indexOf(const QString& stateName) const
+    {
+        int index = static_cast<int>(states.size()) - 1;
+        while (index >= 0 && states[static_cast<size_t>(index)].name != stateName)
+            --index;
+        return index;
+    }
 };
 
 } // namespace zeltools::declarativestatemachine
