@@ -40,91 +40,125 @@ QStringList identifiersOf(const std::vector<StateDescription>& states)
     return ids;
 }
 
-void start(QXmlStreamWriter& xml, const char* name, const Attributes& attributes)
+QString eventOf(const TransitionDescription& transition)
 {
-    xml.writeStartElement(QLatin1String(name));
-    for (const auto& [attribute, value] : attributes)
-        xml.writeAttribute(QLatin1String(attribute), value);
+    QString signal = signalutils::classAndSignalName(transition.obj, transition.signal, false);
+    return identifierOf(signal.replace(QLatin1String("::"), QLatin1String(".")));
 }
 
-void write(QXmlStreamWriter& xml, const char* name, const Attributes& attributes)
+class ScxmlWriter
 {
-    start(xml, name, attributes);
-    xml.writeEndElement();
-}
-
-// The event that a timeout sends, from the moment the state is entered until it is left.
-void writeTimeout(QXmlStreamWriter& xml, const QString& event, std::chrono::milliseconds timeout)
-{
-    start(xml, "onentry", {});
-    write(
-        xml, "send",
-        {{"event", event}, {"id", event}, {"delay", QStringLiteral("%1ms").arg(timeout.count())}});
-    xml.writeEndElement();
-    start(xml, "onexit", {});
-    write(xml, "cancel", {{"sendid", event}});
-    xml.writeEndElement();
-}
-
-void writeTransition(QXmlStreamWriter& xml, const TransitionDescription& transition,
-                     const QString& timeoutEvent, const QString& target)
-{
-    Attributes attributes;
-    if (transition.type == TransitionDescription::Timeout) {
-        writeTimeout(xml, timeoutEvent, transition.timeout);
-        attributes.append({"event", timeoutEvent});
-    } else if (transition.type == TransitionDescription::Signal) {
-        QString signal = signalutils::classAndSignalName(transition.obj, transition.signal, false);
-        signal.replace(QLatin1String("::"), QLatin1String("."));
-        attributes.append({"event", identifierOf(signal)});
-        if (transition.guard)
-            attributes.append({"cond", QStringLiteral("guard")});
+public:
+    explicit ScxmlWriter(const StateMachineDescription& description)
+        : m_description(description)
+        , m_ids(identifiersOf(description.states))
+        , m_xml(&m_text)
+    {
+        m_xml.setAutoFormatting(true);
     }
-    attributes.append({"target", target});
-    start(xml, "transition", attributes);
-    if (!transition.description.isEmpty())
-        write(xml, "log", {{"label", transition.description}});
-    xml.writeEndElement();
-}
 
-void writeState(QXmlStreamWriter& xml, const StateMachineDescription& description, int index,
-                const QStringList& ids)
-{
-    const bool isFinal = description.isFinal(size_t(index));
-    start(xml, isFinal ? "final" : "state", {{"id", ids[index]}});
-    int number = 0;
-    for (const TransitionDescription& transition : description.states[size_t(index)].transitions) {
-        const int target = description.indexOf(transition.targetState);
-        if (isFinal || target < 0 || !transition.isOfKnownType())
-            continue;
-        writeTransition(xml, transition,
-                        QStringLiteral("timeout.%1.%2").arg(ids[index]).arg(++number), ids[target]);
+    QString write()
+    {
+        m_xml.writeStartDocument();
+        start("scxml", {{"xmlns", QStringLiteral("http://www.w3.org/2005/07/scxml")},
+                        {"version", QStringLiteral("1.0")},
+                        {"datamodel", QStringLiteral("ecmascript")},
+                        {"name", identifierOf(m_description.name)},
+                        {"initial", m_ids.value(0)}});
+        start("datamodel");
+        for (const StateDescription& state : m_description.states) {
+            for (const TransitionDescription& transition : state.transitions) {
+                if (transition.guard)
+                    write("data", {{"id", nextGuard()}, {"expr", QStringLiteral("true")}});
+            }
+        }
+        m_guards = 0;
+        m_xml.writeEndElement();
+        for (int i = 0; i < m_ids.size(); ++i)
+            writeState(i);
+        m_xml.writeEndDocument();
+        return m_text;
     }
-    xml.writeEndElement();
-}
+
+private:
+    void start(const char* name, const Attributes& attributes = {})
+    {
+        m_xml.writeStartElement(QLatin1String(name));
+        for (const auto& [attribute, value] : attributes)
+            m_xml.writeAttribute(QLatin1String(attribute), value);
+    }
+
+    void write(const char* name, const Attributes& attributes)
+    {
+        start(name, attributes);
+        m_xml.writeEndElement();
+    }
+
+    QString nextGuard() { return QStringLiteral("guard%1").arg(++m_guards); }
+
+    void writeState(int index)
+    {
+        const bool isFinal = m_description.isFinal(size_t(index));
+        start(isFinal ? "final" : "state", {{"id", m_ids[index]}});
+        int number = 0;
+        for (const TransitionDescription& transition :
+             m_description.states[size_t(index)].transitions) {
+            const int target = m_description.indexOf(transition.targetState);
+            const QString guard = transition.guard ? nextGuard() : QString();
+            ++number;
+            if (!isFinal && target >= 0 && transition.isOfKnownType()) {
+                writeTransition(transition, guard,
+                                QStringLiteral("timeout.%1.%2").arg(m_ids[index]).arg(number),
+                                m_ids[target]);
+            }
+        }
+        m_xml.writeEndElement();
+    }
+
+    void writeTransition(const TransitionDescription& transition, const QString& guard,
+                         const QString& timeoutEvent, const QString& target)
+    {
+        Attributes attributes;
+        if (transition.type == TransitionDescription::Timeout) {
+            writeTimeout(timeoutEvent, transition.timeout);
+            attributes.append({"event", timeoutEvent});
+        } else if (transition.type == TransitionDescription::Signal) {
+            attributes.append({"event", eventOf(transition)});
+            if (!guard.isEmpty())
+                attributes.append({"cond", guard});
+        }
+        attributes.append({"target", target});
+        start("transition", attributes);
+        if (!transition.description.isEmpty())
+            write("log", {{"label", transition.description}});
+        m_xml.writeEndElement();
+    }
+
+    // The event that is sent at the end of the time, unless the state is left before.
+    void writeTimeout(const QString& event, std::chrono::milliseconds timeout)
+    {
+        start("onentry");
+        write("send", {{"event", event},
+                       {"id", event},
+                       {"delay", QStringLiteral("%1ms").arg(timeout.count())}});
+        m_xml.writeEndElement();
+        start("onexit");
+        write("cancel", {{"sendid", event}});
+        m_xml.writeEndElement();
+    }
+
+    const StateMachineDescription& m_description;
+    const QStringList m_ids;
+    int m_guards = 0;
+    QString m_text;
+    QXmlStreamWriter m_xml;
+};
 
 } // namespace
 
 QString toScxml(const StateMachineDescription& description)
 {
-    const QStringList ids = identifiersOf(description.states);
-    QString text;
-    QXmlStreamWriter xml(&text);
-    xml.setAutoFormatting(true);
-    xml.writeStartDocument();
-    start(xml, "scxml",
-          {{"xmlns", QStringLiteral("http://www.w3.org/2005/07/scxml")},
-           {"version", QStringLiteral("1.0")},
-           {"datamodel", QStringLiteral("ecmascript")},
-           {"name", identifierOf(description.name)},
-           {"initial", ids.value(0)}});
-    start(xml, "datamodel", {});
-    write(xml, "data", {{"id", QStringLiteral("guard")}, {"expr", QStringLiteral("true")}});
-    xml.writeEndElement();
-    for (int index = 0; index < ids.size(); ++index)
-        writeState(xml, description, index, ids);
-    xml.writeEndDocument();
-    return text;
+    return ScxmlWriter(description).write();
 }
 
 } // namespace zeltools::declarativestatemachine

@@ -46,11 +46,11 @@ private Q_SLOTS:
                       "<scxml xmlns='http://www.w3.org/2005/07/scxml' version='1.0' "
                       "datamodel='ecmascript' name='Rinse___go' initial='_1st__a_b_'>",
                       "    <datamodel>",
-                      "        <data id='guard' expr='true'/>",
+                      "        <data id='guard1' expr='true'/>",
                       "    </datamodel>",
                       "    <state id='_1st__a_b_'>",
                       "        <transition target='a_b'/>",
-                      "        <transition event='TestStateMachineDescription.moved' cond='guard' "
+                      "        <transition event='TestStateMachineDescription.moved' cond='guard1' "
                       "target='a_b_'>",
                       "            <log label='&lt;near&gt;'/>",
                       "        </transition>",
