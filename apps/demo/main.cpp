@@ -1,6 +1,7 @@
 // A machine application in miniature: it starts as a real one does, makes drinks until a log file
 // rotates, and shows what reached which file. Exit status 0 only when all of it is right.
 
+#include "cycles.h"
 #include "drinkcycle.h"
 #include "linetally.h"
 #include "switches.h"
@@ -83,6 +84,11 @@ int main(int argc, char** argv)
         QStringLiteral("Load the switches from <FILE>; see apps/demo/environment."),
         QStringLiteral("FILE"));
     parser.addOption(environment);
+    const QCommandLineOption diagram(
+        QStringLiteral("diagram"),
+        QStringLiteral("Leave pictures of the drink's state machine in <DIR>."),
+        QStringLiteral("DIR"));
+    parser.addOption(diagram);
     parser.process(application);
 
     QTextStream out(stdout);
@@ -96,6 +102,7 @@ int main(int argc, char** argv)
     loadSwitches(parser.value(environment), out);
     startLogging(folder);
     linkSwitches();
+    const bool haveCyclesRun = runCycles(parser.value(diagram), out);
     LineTally tally;
     const bool hasRotated = makeDrinksUntilRotation(tally);
     LogManager::instance()->syncLogs();
@@ -105,8 +112,8 @@ int main(int argc, char** argv)
     LogManager::instance()->finalizeLogFiles();
 
     out << '\n' << tally.table() << '\n';
-    const bool isRight = hasRotated && tally.isComplete() && isSaved;
+    const bool isRight = hasRotated && tally.isComplete() && isSaved && haveCyclesRun;
     out << (isRight ? "Every line is where it belongs.\n"
-                    : "FAILED: something is missing or misplaced.\n");
+                    : "FAILED: something is missing, misplaced or went wrong.\n");
     return isRight ? 0 : 1;
 }

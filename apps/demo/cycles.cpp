@@ -1,0 +1,159 @@
+#include "cycles.h"
+
+#include "board.h"
+#include "drinkdescription.h"
+#include "rinsecycle.h"
+
+#include "declarativestatemachine/declarativestatemachine.h"
+#include "declarativestatemachine/descriptioncheck.h"
+#include "declarativestatemachine/dotwriter.h"
+#include "declarativestatemachine/scxmlwriter.h"
+#include "logging/log.h"
+#include "statemachine/eventgrouphandler.h"
+
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTimer>
+
+using namespace zeltools::declarativestatemachine;
+using namespace std::chrono_literals;
+
+namespace
+{
+
+// Returns when the signal has come, or it should long have.
+template <typename Sender, typename Signal>
+void waitFor(const Sender& sender, Signal signal)
+{
+    QEventLoop loop;
+    QObject::connect(&sender, signal, &loop, &QEventLoop::quit);
+    QTimer::singleShot(20s, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+bool hasHappened(const char* title, const QStringList& journal, const QStringList& expected,
+                 QTextStream& out)
+{
+    const QString comma = QStringLiteral(", ");
+    out << title << ": " << journal.join(comma) << '\n';
+    if (journal != expected)
+        out << "  but it should be: " << expected.join(comma) << '\n';
+    return journal == expected;
+}
+
+bool writeFile(const QString& name, const QString& content, QTextStream& out)
+{
+    QFile file(name);
+    const QByteArray bytes = content.toUtf8();
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+    out << (isWritten ? "Wrote " : "Cannot write ") << name << '\n';
+    return isWritten;
+}
+
+bool draw(const StateMachineDescription& machine, const QString& folder, QTextStream& out)
+{
+    const QString name = folder + QLatin1String("/drink-cycle");
+    const QString dotFile = name + QLatin1String(".dot");
+    QDir().mkpath(folder);
+    if (!writeFile(dotFile, toDot(machine), out) ||
+        !writeFile(name + QLatin1String(".scxml"), toScxml(machine), out))
+        return false;
+    const QString dot = QStandardPaths::findExecutable(QStringLiteral("dot"));
+    if (dot.isEmpty()) {
+        out << "With graphviz installed it would be drawn, too.\n";
+        return true;
+    }
+    const QString picture = name + QLatin1String(".svg");
+    const bool isDrawn = QProcess::execute(dot, {QStringLiteral("-Tsvg"), dotFile,
+                                                 QStringLiteral("-o"), picture}) == 0;
+    out << (isDrawn ? "Drew " : "Cannot draw ") << picture << '\n';
+    return isDrawn;
+}
+
+bool makeDrink(const QString& diagramFolder, QTextStream& out)
+{
+    Board board("wg-g"); // the first dose is too small, then nothing flows
+    QStringList journal;
+    const StateMachineDescription description = describeDrink(board, journal);
+    for (const QString& problem : findProblems(description))
+        journal.append(problem);
+    DeclarativeStateMachine machine(Log::Beverage);
+    machine.setDescription(description);
+    machine.start();
+    waitFor(machine, &DeclarativeStateMachine::runningChanged);
+    waitFor(machine, &DeclarativeStateMachine::runningChanged);
+    const QStringList expected =
+        QStringLiteral("Heating Grinding Grinding Brewing Venting Brewing Ready")
+            .split(QLatin1Char(' '));
+    const bool isMade = hasHappened("Drink", journal, expected, out);
+    return (diagramFolder.isEmpty() || draw(description, diagramFolder, out)) && isMade;
+}
+
+bool rinse(QTextStream& out)
+{
+    Board board("gg");
+    RinseCycle cycle(board, 2);
+    waitFor(cycle, &RinseCycle::finished);
+    QStringList expected;
+    for (int round = 0; round < 2; ++round) {
+        expected << QStringLiteral("Filling") << QStringLiteral("tankFull")
+                 << QStringLiteral("Draining") << QStringLiteral("tankEmpty (waited)");
+    }
+    return hasHappened("Rinse", cycle.journal(), expected << QStringLiteral("Done"), out);
+}
+
+tools::EventSteps commandSteps(const QString& command, Board& board, QStringList& journal)
+{
+    const auto connectAnswer = [&board](tools::EventGroupHandler* handler) {
+        // Kept by the connection itself, for as long as there is one.
+        auto connection = std::make_shared<QMetaObject::Connection>();
+        *connection = QObject::connect(
+            &board, &Board::answered, handler,
+            [handler, connection](const QVariant& answer) { handler->checkResult(answer); });
+        return connection;
+    };
+    const auto send = [&board, &journal, command] {
+        journal.append(command);
+        board.command();
+    };
+    const auto isAccepted = [&journal](const QVariant& answer) {
+        journal.append(answer.toBool() ? QStringLiteral("ok") : QStringLiteral("refused"));
+        return answer.toBool();
+    };
+    return {send, connectAnswer, isAccepted};
+}
+
+bool sendCommands(QTextStream& out)
+{
+    Board board("gwglg"); // one command is refused once, the answer to one comes after its timeout
+    QStringList journal;
+    tools::EventGroupHandler handler(2, 1s);
+    QObject::connect(&handler, &tools::EventGroupHandler::success,
+                     [&] { journal.append(QStringLiteral("success")); });
+    QObject::connect(&handler, &tools::EventGroupHandler::failure,
+                     [&] { journal.append(QStringLiteral("failure")); });
+    for (const char* command : {"wake", "heat", "open"})
+        handler.addEvent(commandSteps(QLatin1String(command), board, journal));
+    handler.start();
+    waitFor(handler, &tools::EventGroupHandler::success);
+    waitFor(board, &Board::answered); // the late one, which nobody waits for any more
+    return hasHappened(
+        "Commands", journal,
+        QStringLiteral("wake ok heat refused heat ok open open ok success").split(QLatin1Char(' ')),
+        out);
+}
+
+} // namespace
+
+bool runCycles(const QString& diagramFolder, QTextStream& out)
+{
+    const bool isDrinkMade = makeDrink(diagramFolder, out);
+    const bool isRinsed = rinse(out);
+    const bool areCommandsSent = sendCommands(out);
+    out.flush();
+    return isDrinkMade && isRinsed && areCommandsSent;
+}
