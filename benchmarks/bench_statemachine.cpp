@@ -1,0 +1,181 @@
+// What a transition costs, beside the framework below and the bare turn of the event loop.
+
+#include "declarativestatemachine/declarativestatemachine.h"
+#include "logging/log.h"
+#include "logging/logmanager.h"
+#include "path.h"
+#include "ratiotable.h"
+#include "statemachine/statemachine.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSignalTransition>
+#include <QState>
+#include <QStateMachine>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <unistd.h>
+
+using namespace zeltools::declarativestatemachine;
+
+namespace
+{
+
+/// Who emits the signal that drives the machines, and where they count.
+class Pump : public QObject
+{
+    Q_OBJECT
+
+public:
+    qint64 transitions = 0;
+
+Q_SIGNALS:
+    void turned();
+};
+
+class TwoStates : public StateMachine
+{
+    Q_OBJECT
+
+public:
+    explicit TwoStates(Pump& pump)
+        : m_pump(pump)
+    {
+        connect(&pump, &Pump::turned, this, qOverload<>(&StateMachine::handleSignal));
+        connect(this, &StateMachine::stateEnter, this, [this] { ++m_pump.transitions; });
+        setInitialState(0);
+    }
+
+protected:
+    void onSignal(const QObject*, const QMetaMethod&, bool) override
+    {
+        setState(1 - currentState());
+    }
+
+private:
+    Pump& m_pump;
+};
+
+struct BareMachine
+{
+    explicit BareMachine(Pump& pump)
+    {
+        for (QState* state : {&states[0], &states[1]}) {
+            auto* transition = new QSignalTransition(&pump, SIGNAL(turned()), state);
+            transition->setTargetState(state == &states[0] ? &states[1] : &states[0]);
+            QObject::connect(state, &QState::entered, [&pump] { ++pump.transitions; });
+        }
+        machine.setInitialState(&states[0]);
+        machine.start();
+    }
+    QStateMachine machine;
+    QState states[2]{QState(&machine), QState(&machine)};
+};
+
+struct DescribedMachine
+{
+    explicit DescribedMachine(Pump& pump)
+        : machine(Log::StateMachine)
+    {
+        const auto count = [&pump] { ++pump.transitions; };
+        const auto way = [&pump](const char* target) {
+            return std::vector{
+                TransitionDescription::on(&pump, SIGNAL(turned()), QLatin1String(target))};
+        };
+        machine.setDescription({{{QStringLiteral("A"), count, way("B")},
+                                 {QStringLiteral("B"), count, way("A")},
+                                 {QStringLiteral("Done")}}});
+        machine.start();
+    }
+    DeclarativeStateMachine machine;
+};
+
+// A signal, and a turn of the event loop, in which all is done that waits for it.
+void turn(Pump& pump)
+{
+    Q_EMIT pump.turned();
+    QCoreApplication::processEvents();
+}
+
+template <typename Machine>
+void transitions(benchmark::State& state)
+{
+    Pump pump;
+    Machine machine(pump);
+    QCoreApplication::processEvents();
+    pump.transitions = 0;
+    for (auto _ : state)
+        turn(pump);
+    if (pump.transitions != qint64(state.iterations()))
+        state.SkipWithError("a transition is missing");
+}
+
+qint64 resident_KiB()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll().split(' ').value(1).toLongLong() * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+// After the first ten thousand transitions a million more must not take memory.
+template <typename Machine>
+bool keepsItsSize(const char* name)
+{
+    Pump pump;
+    Machine machine(pump);
+    const auto run = [&pump](int count) {
+        for (int i = 0; i < count; ++i)
+            turn(pump);
+    };
+    run(10000);
+    const qint64 before = resident_KiB();
+    run(1000000);
+    const qint64 growth = resident_KiB() - before;
+    constexpr qint64 noise_KiB = 64;
+    std::printf("1,000,000 transitions of %s: resident memory grew by %lld KiB\n", name, growth);
+    return growth <= noise_KiB && pump.transitions >= 1000000;
+}
+
+void singleShots(benchmark::State& state)
+{
+    QObject context;
+    qint64 shots = 0;
+    for (auto _ : state) {
+        QTimer::singleShot(0, &context, [&shots] { ++shots; });
+        QCoreApplication::processEvents();
+    }
+    if (shots != qint64(state.iterations()))
+        state.SkipWithError("a shot is missing");
+}
+
+void addAll()
+{
+    const auto add = [](const char* name, void (*body)(benchmark::State&)) {
+        benchmark::RegisterBenchmark(name, body);
+    };
+    add("StateMachine: a transition/ZelTools", transitions<TwoStates>);
+    add("StateMachine: a transition/QStateMachine", transitions<BareMachine>);
+    add("StateMachine: a transition/a zero-delay single shot", singleShots);
+    add("DeclarativeStateMachine: a transition/ZelTools", transitions<DescribedMachine>);
+    add("DeclarativeStateMachine: a transition/QStateMachine", transitions<BareMachine>);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    const QTemporaryDir folder;
+    Path::instance()->init(folder.path() + QLatin1String("/opt/bin"), QStringLiteral("default"),
+                           QStringLiteral("default"));
+    LogManager::initialize();
+    addAll();
+    const int result = RatioTable::run(argc, argv);
+    std::printf("\n");
+    const bool areSteady = keepsItsSize<TwoStates>("StateMachine") &&
+                           keepsItsSize<DescribedMachine>("DeclarativeStateMachine");
+    return areSteady ? result : 1;
+}
+
+#include "bench_statemachine.moc"
