@@ -121,6 +121,8 @@ void DeclarativeStateMachine::setDescription(const StateMachineDescription& desc
     for (const StateDescription& state : description.states) {
         built.push_back(addState(state, description.isFinal(built.size())));
         states.insert(state.name, built.back());
+        if (built.size() == 1)
+            m_machine->setInitialState(built.front());
     }
     for (size_t i = 0; i < built.size(); ++i) {
         const StateDescription& state = description.states[i];
@@ -134,8 +136,6 @@ QAbstractState* DeclarativeStateMachine::addState(const StateDescription& descri
     QAbstractState* const state =
         isFinal ? static_cast<QAbstractState*>(new QFinalState(m_machine.get()))
                 : new QState(m_machine.get());
-    if (m_machine->initialState() == nullptr)
-        m_machine->setInitialState(state);
     const auto run = [this, state](auto signal, const std::function<void()>& action) {
         if (action)
             connect(state, signal, this, [this, action] { callOut(action); });

@@ -13,10 +13,10 @@
 /// A sequence as data: DeclarativeStateMachine runs it, toDot() and toScxml() draw it and
 /// findProblems() checks it.
 ///
+///     using Way = TransitionDescription;
 ///     const StateMachineDescription rinse{
-///         {{"Filling", [&] { valve.open(); }, {TransitionDescription::on(&tank, SIGNAL(full()),
-///         "Draining")}},
-///          {"Draining", [&] { valve.close(); }, {TransitionDescription::after(5s, "Done")}},
+///         {{"Filling", [&] { valve.open(); }, {Way::on(&tank, SIGNAL(full()), "Draining")}},
+///          {"Draining", [&] { valve.close(); }, {Way::after(5s, "Done")}},
 ///          {"Done"}}};
 namespace zeltools::declarativestatemachine
 {
