@@ -9,7 +9,6 @@
 #include "support.h"
 
 #include <QSignalTransition>
-#include <QState>
 #include <QStateMachine>
 #include <QtTest>
 

@@ -48,6 +48,11 @@ public:
         if (event == when && then)
             std::exchange(then, nullptr)();
     }
+    bool isAtWork() const
+    {
+        const EventGroupHandler* const alive = handler;
+        return alive != nullptr && (alive->isRunning() || timer->isActive());
+    }
     QString story() const { return events.join(' '); }
 
     QPointer<EventGroupHandler> handler;
@@ -131,10 +136,9 @@ private Q_SLOTS:
         group.handler->addEvent(group.steps("a"));
         group.handler->addEvent(group.steps("b"));
         group.handler->start();
-        QTRY_VERIFY(!group.handler || !group.handler->isRunning());
+        QTRY_VERIFY(!group.isAtWork());
         QCoreApplication::processEvents(); // the answers that nobody waits for
         QCOMPARE(group.story(), row[3]);
-        QVERIFY(!group.handler || !group.timer->isActive());
     }
 
     void anAnswerAfterTheEndIsForNobody()
@@ -148,8 +152,6 @@ private Q_SLOTS:
         QCOMPARE(group.story(), "a bad failure");
         group.handler->start();
         QTRY_COMPARE(group.story(), "a bad failure b good success");
-        group.handler->start();
-        QCOMPARE(group.events.takeLast(), "success");
     }
 
     // Each that fires cuts the other's connection, which gets no answer then.
