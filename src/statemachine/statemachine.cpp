@@ -150,9 +150,9 @@ void StateMachine::handleSignal(const SignalReception& reception)
         line(LogLevel::Debug)
             << "void StateMachine::handleSignal(const StateMachine::SignalReception&)"
             << ": Processing signal" << reception.signal.name();
-    // A copy, since the handler may change the state, which empties the lists of receptions.
-    const SignalReception received = reception;
-    m_receptions.insert(received.signal, received);
-    m_lastSignal = received.signal;
-    onSignal(received.sender, received.signal, received.receivedDuringTransition);
+    // A copy: the handler may change the state, which empties the lists that this may come from.
+    const QMetaMethod signal = reception.signal;
+    m_receptions.insert(signal, reception);
+    m_lastSignal = signal;
+    onSignal(reception.sender, signal, reception.receivedDuringTransition);
 }
