@@ -151,9 +151,6 @@ void singleShots(benchmark::State& state)
 
 void addAll()
 {
-    const auto add = [](const char* name, void (*body)(benchmark::State&)) {
-        benchmark::RegisterBenchmark(name, body);
-    };
     add("StateMachine: a transition/ZelTools", transitions<TwoStates>);
     add("StateMachine: a transition/QStateMachine", transitions<BareMachine>);
     add("StateMachine: a transition/a zero-delay single shot", singleShots);
