@@ -1,0 +1,46 @@
+#pragma once
+
+#include "simulationinterface/simulationprotocol.h"
+
+namespace zeltools::simulationinterface
+{
+
+/// An open channel to a simulator that carries messages of at most 65535 bytes, framed by
+/// SimulationProtocol. Derived classes carry the bytes.
+///
+/// Belongs to the thread that made it. It may be deleted inside its own signals; once its
+/// destructor has begun it emits none. What a simulator sent of an incomplete frame stays when it
+/// disconnects, and the bytes that come next, perhaps from another one, continue it.
+class ZELTOOLS_EXPORT SimulationInterface : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SimulationInterface(QObject* parent);
+    ~SimulationInterface() override;
+
+    /// Without a valid address the channel never opens.
+    virtual bool isAddressValid() const = 0;
+    virtual bool connected() const = 0;
+    /// Takes all bytes that have arrived.
+    virtual QByteArray incomingData() = 0;
+    /// Sends one frame; false when not all of it was accepted. Does not block.
+    virtual bool writeSerializedData(const QByteArray& frame) = 0;
+
+    /// Sends one message. It is lost while there is no connection, and when it is too long.
+    void write(const QByteArray& data);
+
+public Q_SLOTS:
+    /// Emits dataReceived() for each message that is complete with the bytes that have arrived.
+    void processIncomingData();
+
+Q_SIGNALS:
+    void dataReceived(const QByteArray& data);
+    /// connected() may have changed.
+    void connectedChanged();
+
+private:
+    SimulationProtocol m_protocol;
+};
+
+} // namespace zeltools::simulationinterface

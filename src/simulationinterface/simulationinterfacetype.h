@@ -1,0 +1,13 @@
+#pragma once
+
+namespace zeltools::simulationinterface
+{
+
+/// The kinds of channel to a simulator.
+enum SimulationInterfaceType : int {
+    Unknown = 0,   ///< the address names none of the kinds
+    TcpServer = 1, ///< "tcpserver": the machine listens
+    TcpClient = 2  ///< "tcpclient": the machine connects
+};
+
+} // namespace zeltools::simulationinterface

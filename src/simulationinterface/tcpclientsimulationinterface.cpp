@@ -1,0 +1,80 @@
+#include "simulationinterface/tcpclientsimulationinterface.h"
+
+#include "simulationinterface/tcpsocket_p.h"
+
+#include <chrono>
+
+namespace zeltools::simulationinterface
+{
+
+using namespace std::chrono_literals;
+
+TcpClientSimulationInterface::TcpClientSimulationInterface(
+    const SimulationInterfaceAddress& address, QObject* parent)
+    : SimulationInterface(parent)
+    , m_socket(shareSocket(new QTcpSocket))
+    , m_reconnectTimer(this)
+    , m_address(TcpSimulationInterfaceCommon::parseAddress(address.address))
+{
+    if (!m_address)
+        return;
+    m_reconnectTimer.setInterval(3000ms);
+    connectSignals();
+    tryToConnect();
+    m_reconnectTimer.start();
+}
+
+TcpClientSimulationInterface::~TcpClientSimulationInterface()
+{
+    closeSocket(*m_socket, this);
+}
+
+bool TcpClientSimulationInterface::isAddressValid() const
+{
+    return m_address.has_value();
+}
+
+bool TcpClientSimulationInterface::connected() const
+{
+    return m_socket->state() == QAbstractSocket::ConnectedState;
+}
+
+QByteArray TcpClientSimulationInterface::incomingData()
+{
+    return readAvailable(*m_socket);
+}
+
+bool TcpClientSimulationInterface::writeSerializedData(const QByteArray& frame)
+{
+    return connected() && writeFrame(*m_socket, frame, m_isStalled);
+}
+
+void TcpClientSimulationInterface::connectSignals()
+{
+    connect(&m_reconnectTimer, &QTimer::timeout, this, &TcpClientSimulationInterface::tryToConnect);
+    connect(m_socket.get(), &QTcpSocket::connected, this, [this] {
+        const SharedSocket kept = m_socket;
+        m_reconnectTimer.stop();
+        Q_EMIT connectedChanged();
+    });
+    connect(
+        m_socket.get(), &QTcpSocket::disconnected, this,
+        [this] {
+            m_reconnectTimer.start();
+            Q_EMIT connectedChanged();
+        },
+        Qt::QueuedConnection);
+    connect(m_socket.get(), &QTcpSocket::readyRead, this, [this] {
+        const SharedSocket kept = m_socket;
+        processIncomingData();
+    });
+}
+
+void TcpClientSimulationInterface::tryToConnect()
+{
+    // The socket would refuse a second attempt while one is pending, with a line in the log.
+    if (m_socket->state() == QAbstractSocket::UnconnectedState)
+        m_socket->connectToHost(m_address->first, m_address->second);
+}
+
+} // namespace zeltools::simulationinterface

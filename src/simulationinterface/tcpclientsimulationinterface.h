@@ -1,0 +1,43 @@
+#pragma once
+
+#include "simulationinterface/simulationinterface.h"
+#include "simulationinterface/simulationinterfaceaddress.h"
+#include "simulationinterface/tcpsimulationinterfacecommon.h"
+
+#include <QTimer>
+
+#include <memory>
+
+class QTcpSocket;
+
+namespace zeltools::simulationinterface
+{
+
+/// Connects to a simulator that listens. Tries at once and every three seconds until it is
+/// connected, and again after each disconnection; attempts that fail are not logged.
+class ZELTOOLS_EXPORT TcpClientSimulationInterface : public SimulationInterface
+{
+    Q_OBJECT
+
+public:
+    /// Does nothing for an address that TcpSimulationInterfaceCommon cannot read.
+    TcpClientSimulationInterface(const SimulationInterfaceAddress& address, QObject* parent);
+    ~TcpClientSimulationInterface() override;
+
+    bool isAddressValid() const override;
+    bool connected() const override;
+    QByteArray incomingData() override;
+    /// False while not connected, and while the simulator leaves 64 MiB unread: the frame is lost.
+    bool writeSerializedData(const QByteArray& frame) override;
+
+private:
+    void connectSignals();
+    void tryToConnect();
+
+    std::shared_ptr<QTcpSocket> m_socket;
+    QTimer m_reconnectTimer;
+    std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
+    bool m_isStalled = false;
+};
+
+} // namespace zeltools::simulationinterface

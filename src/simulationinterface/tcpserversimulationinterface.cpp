@@ -1,0 +1,93 @@
+#include "simulationinterface/tcpserversimulationinterface.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "simulationinterface/tcpsocket_p.h"
+
+#include <QTimer>
+
+#include <chrono>
+
+namespace zeltools::simulationinterface
+{
+
+using namespace std::chrono_literals;
+
+TcpServerSimulationInterface::TcpServerSimulationInterface(
+    const SimulationInterfaceAddress& address, QObject* parent)
+    : SimulationInterface(parent)
+    , m_server(this)
+    , m_address(TcpSimulationInterfaceCommon::parseAddress(address.address))
+{
+    if (!m_address)
+        return;
+    const auto& [host, port] = *m_address;
+    if (!m_server.listen(host, port)) {
+        LogFormatter(LogLevel::Warning).log(Log::Simulation).noquote()
+            << "zeltools::simulationinterface::TcpServerSimulationInterface::"
+               "TcpServerSimulationInterface(const "
+               "zeltools::simulationinterface::SimulationInterfaceAddress&, QObject*)"
+            << QStringLiteral("Failed listening on %1:%2").arg(host.toString()).arg(port);
+        return;
+    }
+    connect(&m_server, &QTcpServer::newConnection, this,
+            &TcpServerSimulationInterface::acceptConnection);
+    // The server pauses itself for good, even when the process lacked descriptors for a moment
+    // only.
+    connect(&m_server, &QTcpServer::acceptError, this,
+            [this] { QTimer::singleShot(3000ms, &m_server, &QTcpServer::resumeAccepting); });
+}
+
+TcpServerSimulationInterface::~TcpServerSimulationInterface()
+{
+    if (m_client)
+        closeSocket(*m_client, this);
+}
+
+bool TcpServerSimulationInterface::isAddressValid() const
+{
+    return m_address.has_value();
+}
+
+bool TcpServerSimulationInterface::connected() const
+{
+    return m_client != nullptr;
+}
+
+QByteArray TcpServerSimulationInterface::incomingData()
+{
+    return m_client ? readAvailable(*m_client) : QByteArray();
+}
+
+bool TcpServerSimulationInterface::writeSerializedData(const QByteArray& frame)
+{
+    return m_client && writeFrame(*m_client, frame, m_isStalled);
+}
+
+void TcpServerSimulationInterface::acceptConnection()
+{
+    QTcpSocket* const socket = m_server.nextPendingConnection();
+    if (m_client) {
+        socket->close();
+        socket->deleteLater();
+        return;
+    }
+    attach(socket);
+    Q_EMIT connectedChanged();
+}
+
+void TcpServerSimulationInterface::attach(QTcpSocket* socket)
+{
+    socket->setParent(nullptr); // it may outlive the server
+    m_client = shareSocket(socket);
+    connect(socket, &QTcpSocket::readyRead, this, [this] {
+        const SharedSocket kept = m_client;
+        processIncomingData();
+    });
+    connect(socket, &QTcpSocket::disconnected, this, [this] {
+        m_client.reset();
+        Q_EMIT connectedChanged();
+    });
+}
+
+} // namespace zeltools::simulationinterface

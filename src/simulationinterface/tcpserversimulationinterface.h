@@ -1,0 +1,42 @@
+#pragma once
+
+#include "simulationinterface/simulationinterface.h"
+#include "simulationinterface/simulationinterfaceaddress.h"
+#include "simulationinterface/tcpsimulationinterfacecommon.h"
+
+#include <QTcpServer>
+
+#include <memory>
+
+namespace zeltools::simulationinterface
+{
+
+/// Listens for a simulator and serves one at a time: while one is attached, others are closed at
+/// once.
+class ZELTOOLS_EXPORT TcpServerSimulationInterface : public SimulationInterface
+{
+    Q_OBJECT
+
+public:
+    /// Does nothing for an address that TcpSimulationInterfaceCommon cannot read. Where it cannot
+    /// listen, which gives a Warning, it never connects: there is no second attempt.
+    TcpServerSimulationInterface(const SimulationInterfaceAddress& address, QObject* parent);
+    ~TcpServerSimulationInterface() override;
+
+    bool isAddressValid() const override;
+    bool connected() const override;
+    QByteArray incomingData() override;
+    /// False while no simulator is attached, and while it leaves 64 MiB unread: the frame is lost.
+    bool writeSerializedData(const QByteArray& frame) override;
+
+private:
+    void acceptConnection();
+    void attach(QTcpSocket* socket);
+
+    QTcpServer m_server;
+    std::shared_ptr<QTcpSocket> m_client; // null while no simulator is attached
+    std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
+    bool m_isStalled = false;
+};
+
+} // namespace zeltools::simulationinterface
