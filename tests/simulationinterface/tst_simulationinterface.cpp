@@ -1,0 +1,260 @@
+#include "simulationinterface/simulationmessage.h"
+#include "simulationinterface/tcpclientsimulationinterface.h"
+#include "simulationinterface/tcpserversimulationinterface.h"
+
+#include "support.h"
+
+#include <QtTest>
+
+#include <memory>
+
+#include <sys/socket.h>
+
+using namespace zeltools::simulationinterface;
+
+namespace
+{
+
+using Link = std::unique_ptr<SimulationInterface>;
+using Server = TcpServerSimulationInterface;
+using Client = TcpClientSimulationInterface;
+
+template <typename Endpoint>
+Link make(const QString& port = "0")
+{
+    const SimulationInterfaceAddress address("tcpclient/127.0.0.1/" + port);
+    return std::make_unique<Endpoint>(address, nullptr);
+}
+
+QString portOf(const Link& server)
+{
+    return QString::number(server->findChild<QTcpServer*>()->serverPort());
+}
+
+// A simulator that is not ours, and need not be nice.
+struct Peer : QTcpSocket
+{
+    explicit Peer(const Link& server) { connectToHost("127.0.0.1", portOf(server).toUShort()); }
+};
+
+} // namespace
+
+class TestSimulationInterface : public QObject
+{
+    Q_OBJECT
+
+    QStringList m_events; // of the recorded link, long messages by their size
+
+    void record(const Link& link)
+    {
+        m_events.clear();
+        connect(link.get(), &SimulationInterface::connectedChanged,
+                [this, link = link.get()] { m_events += link->connected() ? "up" : "down"; });
+        connect(link.get(), &SimulationInterface::dataReceived, [this](const QByteArray& data) {
+            m_events += data.size() > 99 ? QString::number(data.size()) : QString(data);
+        });
+    }
+
+private Q_SLOTS:
+    void parsesAddresses_data()
+    {
+        QTest::addColumn<QString>(
+            "result"); // type|address|what a TCP endpoint reads or complains of
+        const auto row = [](const char* raw, const QString& text) { QTest::newRow(raw) << text; };
+        row("tcpclient", "0||Missing fields in raw address \"tcpclient\" , expected format: "
+                         "\"type/type_dependent_address, known types: tcpclient,tcpserver\"");
+        row("/::1/5", "0||Invalid type in address");
+        row("TcpServer/0.0.0.0/8133", "1|0.0.0.0/8133|0.0.0.0:8133");
+        row("tcpCLIENT/::1/70000", "2|::1/70000|::1:4464");
+        row("tcpclient/", "2||address \"\" is invalid, expected format: "
+                          "\"IP/port, example 127.0.0.1/8133\"");
+        row("tcpclient/::1/8/x", "2|::1/8/x|address \"::1/8/x\" is invalid");
+        row("tcpclient/pc/1", "2|pc/1|host address is invalid, failed parsing IP");
+        row("tcpclient/::1/a", "2|::1/a|port is invalid, failed parsing port");
+    }
+    void parsesAddresses()
+    {
+        QFETCH(QString, result);
+        support::LineRecorder recorder;
+        const SimulationInterfaceAddress address(QTest::currentDataTag());
+        const auto tcp = TcpSimulationInterfaceCommon::parseAddress(address.address);
+        const QString line = recorder.takeMessages().value(0);
+        const QString parsed = tcp ? tcp->first.toString() + QString(":%1").arg(tcp->second) : line;
+        const QString all = QString("%1|%2|%3").arg(address.type).arg(address.address, parsed);
+        QCOMPARE(all.left(result.size()), result);
+    }
+
+    void deserializes_data()
+    {
+        QTest::addColumn<QString>("steps"); // "chunk>message,message" and "!" for a warning
+        const auto row = [](const char* name, const char* text) { QTest::newRow(name) << text; };
+        row("one and a half, and the other half", "51000141510002>41 414251>4142 000143>43");
+        row("an empty one comes out with the next byte", "51> 0000510000>- > 51>- 0001> 41>41");
+        row("a wrong start drops the good frame behind it", "51000142520000510001>42! 51000143>43");
+        row("a wrong start shows with the fourth byte", "00ffff> 00>! 51000143>43");
+    }
+    void deserializes()
+    {
+        QFETCH(QString, steps);
+        support::LineRecorder recorder;
+        SimulationProtocol protocol;
+        QStringList done;
+        for (const QString& step : steps.split(' ')) {
+            const auto chunk = step.section('>', 0, 0).toLatin1();
+            QStringList messages;
+            for (const QByteArray& message : protocol.deserialize(QByteArray::fromHex(chunk)))
+                messages += message.isEmpty() ? "-" : QString(message.toHex());
+            done += chunk + '>' + messages.join(',') + QString(recorder.take().size(), '!');
+        }
+        QCOMPARE(done.join(' '), steps);
+    }
+
+    void keepsItsLimits()
+    {
+        const auto longest = SimulationProtocol::serializeOpt(QByteArray(65535, 'x'));
+        QVERIFY(!SimulationProtocol::serializeOpt(QByteArray(65536, 'x')));
+        SimulationProtocol protocol;
+        // All but the last byte of a frame is kept; then just as much comes as is allowed, or more.
+        QVERIFY(protocol.deserialize(longest->chopped(1)).isEmpty());
+        QCOMPARE(protocol.deserialize("x" + longest->chopped(1)).size(), 1);
+        QVERIFY(protocol.deserialize("x" + *longest).isEmpty());
+        QCOMPARE(protocol.deserialize(*longest).size(), 1);
+    }
+
+    void decodesMessageFrames()
+    {
+        int consumed = 0;
+        const auto decode = [&](const QByteArray& hex) {
+            const QByteArray data = QByteArray::fromHex(hex);
+            return SimulationMessage::fromIncomingDataOpt(data, consumed).value_or("none");
+        };
+        QCOMPARE(decode("5100000000"), "none");
+        QVERIFY(decode(SimulationMessage::encapsulateData("AB")->toHex()) == "AB" && consumed == 7);
+        QVERIFY(decode("518000000041").isEmpty() && consumed == -2147483643);
+        QCOMPARE(decode("517fffffff41"), "none");
+    }
+
+    void talksToTheExample()
+    {
+        for (const bool isServer : {true, false}) {
+            Link link = make<Server>();
+            const auto address =
+                isServer ? "tcpclient/127.0.0.1/" + portOf(link) : QString("tcpserver/127.0.0.1/0");
+            QProcess simulator;
+            const QString longest(65535, 'x');
+            simulator.start("python3", {SIMULATOR_PATH, address, "", longest, "end"});
+            if (!isServer) {
+                QTRY_VERIFY(simulator.canReadLine());
+                link = make<Client>(simulator.readLine().trimmed().split(' ').last());
+            }
+            record(link);
+            QTRY_COMPARE(m_events, (QStringList{"up", "", "65535", "end"}));
+            for (const QString& text : {QString(), longest, longest + 'x', QString("end")})
+                link->write(text.toLatin1());
+            link.reset();
+            QVERIFY(simulator.waitForFinished());
+            QVERIFY(simulator.readAll() == '\n' + longest + "\nend\n");
+        }
+    }
+
+    void servesOneAtATime()
+    {
+        const Link server = make<Server>();
+        record(server);
+        auto* const listener = server->findChild<QTcpServer*>();
+        listener->pauseAccepting(); // as it does when there are no descriptors
+        Q_EMIT listener->acceptError(QTcpSocket::SocketResourceError);
+        Peer first(server);
+        QTRY_VERIFY(server->connected());
+        for (int i = 0; i < 2000; ++i) {
+            Peer other(server);
+            QVERIFY(other.waitForConnected());
+            QTRY_COMPARE(other.state(), QTcpSocket::UnconnectedState);
+        }
+        QTRY_VERIFY(server->findChildren<QTcpSocket*>().isEmpty());
+        first.write(QByteArray("Q\0\1aQ\0\6ha", 9));
+        QTRY_COMPARE(m_events, (QStringList{"up", "a"}));
+        const linger none{1, 0};
+        ::setsockopt(int(first.socketDescriptor()), SOL_SOCKET, SO_LINGER, &none, sizeof none);
+        first.abort(); // a reset
+        QTRY_VERIFY(!server->connected());
+        Peer second(server);
+        second.write("lves");
+        QTRY_COMPARE(m_events, (QStringList{"up", "a", "down", "up", "halves"}));
+    }
+
+    void reconnects()
+    {
+        Link server = make<Server>();
+        const QString port = portOf(server);
+        const Link client = make<Client>(port);
+        record(client);
+        QTRY_VERIFY(client->connected());
+        server->write("written, then gone");
+        server.reset();
+        QTRY_COMPARE(m_events, (QStringList{"up", "written, then gone", "down"}));
+        auto* const timer = client->findChild<QTimer*>();
+        QCOMPARE(timer->interval(), 3000);
+        timer->start(1);
+        QTest::qWait(20); // attempts fail
+        server = make<Server>(port);
+        QTRY_VERIFY(client->connected() && server->connected() && !timer->isActive());
+        QVERIFY(make<Server>(port)->isAddressValid()); // though it cannot listen
+        QVERIFY(!make<Server>("x")->isAddressValid() && !make<Client>("x")->isAddressValid());
+    }
+
+    void mayBeDeletedInItsSignals()
+    {
+        for (int variant = 0; variant < 12; ++variant) {
+            Link link = make<Server>();
+            Link other = make<Client>(portOf(link));
+            if (variant % 2 == 1)
+                link.swap(other);
+            const int last = QVector<int>{1, 2, 4}[variant / 4]; // up, first message, or down
+            connect(other.get(), &SimulationInterface::connectedChanged,
+                    [&] { other->write("a"), other->write("b"); });
+            int count = 0;
+            bool isLate = false;
+            const auto onSignal = [&] {
+                isLate |= !link; // which is null as soon as the deletion begins
+                if (++count != last)
+                    return;
+                QEventLoop loop;
+                QTimer::singleShot(1, &loop, [&] { link.reset(); });
+                QTimer::singleShot(5, &loop, &QEventLoop::quit);
+                variant / 2 % 2 == 1 ? void(loop.exec()) : link.reset();
+            };
+            connect(link.get(), &SimulationInterface::connectedChanged, onSignal);
+            connect(link.get(), &SimulationInterface::dataReceived, onSignal);
+            QTRY_VERIFY(count >= std::min(last, 3));
+            other.reset();
+            QTRY_VERIFY(!link);
+            QTest::qWait(5);
+            QVERIFY(!isLate);
+        }
+    }
+
+    void boundsWhatIsNotRead()
+    {
+        const Link server = make<Server>();
+        record(server);
+        const QByteArray longest = *SimulationProtocol::serializeOpt(QByteArray(65535, 'x'));
+        Peer peer(server);
+        peer.setReadBufferSize(1);
+        QTRY_VERIFY(server->connected());
+        qint64 accepted_B = 0;
+        for (int i = 0; i < 3200; ++i) {
+            accepted_B += server->writeSerializedData(longest) ? longest.size() : 0;
+            peer.write(longest);
+            QCoreApplication::processEvents();
+        }
+        QVERIFY(accepted_B >> 20 < 100); // what the system holds included
+        peer.setReadBufferSize(0);
+        QTRY_COMPARE(peer.bytesAvailable(), accepted_B);
+        QVERIFY(server->writeSerializedData("Q"));
+        QTRY_COMPARE(m_events.count("65535"), 3200);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSimulationInterface)
+#include "tst_simulationinterface.moc"
