@@ -1,0 +1,57 @@
+// Holds the parsers of simulation addresses against the plain way to read them: all fields parted,
+// looked at, and joined again.
+
+#include "logging/lognode.h"
+#include "simulationinterface/simulationinterfaceaddress.h"
+#include "simulationinterface/tcpsimulationinterfacecommon.h"
+
+#include <QStringList>
+
+#include <cstdint>
+#include <cstdlib>
+
+using namespace zeltools::simulationinterface;
+
+namespace
+{
+
+void require(bool condition)
+{
+    if (!condition)
+        abort();
+}
+
+void checkTcp(const QString& address)
+{
+    const auto parsed = TcpSimulationInterfaceCommon::parseAddress(address);
+    const QStringList fields = address.split('/');
+    bool isValid = fields.size() == 2 && !QHostAddress(fields[0]).isNull();
+    const int port = isValid ? fields[1].toInt(&isValid) : 0;
+    require(parsed.has_value() == isValid);
+    if (parsed) {
+        require(parsed->first == QHostAddress(fields[0]));
+        require(parsed->second == (port & 0xffff));
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    LogNode::instance(); // which is quiet as long as nobody listens
+    const QString raw =
+        QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    const SimulationInterfaceAddress address(raw);
+    QStringList fields = raw.split('/');
+    const QString key = fields.takeFirst().toLower();
+    SimulationInterfaceType type = Unknown;
+    if (!fields.isEmpty() && key == "tcpserver")
+        type = TcpServer;
+    if (!fields.isEmpty() && key == "tcpclient")
+        type = TcpClient;
+    require(address.rawAddress == raw && address.type == type);
+    require(address.address == (type == Unknown ? QString() : fields.join('/')));
+    checkTcp(address.address);
+    checkTcp(raw);
+    return 0;
+}
