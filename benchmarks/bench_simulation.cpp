@@ -1,0 +1,228 @@
+// What the simulation links cost: cutting a stream into messages, and frames over loopback.
+
+#include "ratiotable.h"
+#include "simulationinterface/tcpclientsimulationinterface.h"
+#include "simulationinterface/tcpserversimulationinterface.h"
+
+#include <QCoreApplication>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+using namespace zeltools::simulationinterface;
+
+namespace
+{
+
+template <typename Body>
+benchmark::internal::Benchmark* add(const char* name, Body&& body)
+{
+    return benchmark::RegisterBenchmark(name, std::forward<Body>(body));
+}
+
+QByteArray streamOf(int frames, int frameSize_B)
+{
+    return SimulationProtocol::serializeOpt(QByteArray(frameSize_B - 3, 'x'))->repeated(frames);
+}
+
+// The plain way: all goes into one buffer, and each frame is taken from its front.
+class RemovingProtocol
+{
+public:
+    QVector<QByteArray> deserialize(const QByteArray& data)
+    {
+        QVector<QByteArray> messages;
+        m_buffer += data;
+        while (m_buffer.size() > 3) {
+            const int length = qFromBigEndian<quint16>(m_buffer.constData() + 1);
+            if (m_buffer.size() < length + 3)
+                break;
+            messages.append(m_buffer.mid(3, length));
+            m_buffer.remove(0, length + 3);
+        }
+        return messages;
+    }
+
+private:
+    QByteArray m_buffer;
+};
+
+template <typename Protocol>
+void deserialize(benchmark::State& state, int frames, int frameSize_B, int chunkSize_B)
+{
+    const QByteArray stream = streamOf(frames, frameSize_B);
+    Protocol protocol;
+    int received = 0;
+    for (auto _ : state) {
+        for (int begin = 0; begin < stream.size(); begin += chunkSize_B) {
+            const int size_B = std::min(chunkSize_B, stream.size() - begin);
+            const auto chunk = QByteArray::fromRawData(stream.constData() + begin, size_B);
+            received += protocol.deserialize(chunk).size();
+        }
+    }
+    if (received != frames * static_cast<int>(state.iterations()))
+        state.SkipWithError("frames are missing");
+}
+
+void copyPayloads(benchmark::State& state, int frames, int frameSize_B)
+{
+    const QByteArray stream = streamOf(frames, frameSize_B);
+    std::vector<char> payload(size_t(frameSize_B - 3));
+    for (auto _ : state) {
+        for (int i = 0; i < frames; ++i) {
+            std::memcpy(payload.data(), stream.constData() + i * frameSize_B + 3, payload.size());
+            benchmark::DoNotOptimize(payload.data());
+            benchmark::ClobberMemory();
+        }
+    }
+}
+
+constexpr int payload_B = 1024;
+constexpr int frame_B = payload_B + 3;
+
+void runLoopUntil(const std::function<bool()>& isDone)
+{
+    while (!isDone())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+// Two ends of one connection. What the server gets comes back when it echoes.
+class Endpoints
+{
+public:
+    explicit Endpoints(bool isEchoing)
+    {
+        const auto port = m_server.findChild<QTcpServer*>()->serverPort();
+        m_client.emplace(
+            SimulationInterfaceAddress(QStringLiteral("tcpclient/127.0.0.1/%1").arg(port)),
+            nullptr);
+        runLoopUntil([&] { return m_client->connected() && m_server.connected(); });
+        const auto count = [&](const QByteArray& data) { received_B += data.size() + 3; };
+        if (isEchoing) {
+            QObject::connect(&m_server, &SimulationInterface::dataReceived, &m_server,
+                             &SimulationInterface::write);
+            QObject::connect(&*m_client, &SimulationInterface::dataReceived, count);
+        } else {
+            QObject::connect(&m_server, &SimulationInterface::dataReceived, count);
+        }
+    }
+
+    void send() { m_client->write(m_message); }
+
+    qint64 received_B = 0;
+
+private:
+    const QByteArray m_message = QByteArray(payload_B, 'x');
+    TcpServerSimulationInterface m_server{
+        SimulationInterfaceAddress(QStringLiteral("tcpserver/127.0.0.1/0")), nullptr};
+    std::optional<TcpClientSimulationInterface> m_client;
+};
+
+class BareSockets
+{
+public:
+    explicit BareSockets(bool isEchoing)
+    {
+        QTcpServer server;
+        server.listen(QHostAddress::LocalHost);
+        m_near.connectToHost(QHostAddress::LocalHost, server.serverPort());
+        runLoopUntil([&] {
+            return m_near.state() == QTcpSocket::ConnectedState && server.hasPendingConnections();
+        });
+        m_far.reset(server.nextPendingConnection());
+        m_far->setParent(nullptr);
+        const auto count = [&](QTcpSocket& end) { received_B += end.readAll().size(); };
+        QObject::connect(&m_near, &QTcpSocket::readyRead, [this, count] { count(m_near); });
+        QObject::connect(m_far.get(), &QTcpSocket::readyRead, [this, count, isEchoing] {
+            isEchoing ? write(*m_far, m_far->readAll()) : count(*m_far);
+        });
+    }
+
+    void send() { write(m_near, m_frame); }
+
+    qint64 received_B = 0;
+
+private:
+    static void write(QTcpSocket& end, const QByteArray& bytes)
+    {
+        end.write(bytes.constData(), bytes.size());
+    }
+
+    const QByteArray m_frame = streamOf(1, frame_B);
+    QTcpSocket m_near;
+    std::unique_ptr<QTcpSocket> m_far;
+};
+
+template <typename Ends>
+void sendThereAndBack(benchmark::State& state)
+{
+    Ends ends(true);
+    qint64 expected_B = 0;
+    for (auto _ : state) {
+        ends.send();
+        expected_B += frame_B;
+        runLoopUntil([&] { return ends.received_B == expected_B; });
+    }
+}
+
+template <typename Ends>
+void sendAtOnce(benchmark::State& state, int frames)
+{
+    Ends ends(false);
+    qint64 expected_B = 0;
+    for (auto _ : state) {
+        for (int i = 0; i < frames; ++i)
+            ends.send();
+        expected_B += qint64(frames) * frame_B;
+        runLoopUntil([&] { return ends.received_B == expected_B; });
+    }
+}
+
+void addAll()
+{
+    add("64 frames of 64 KiB, 64 KiB at a time/ZelTools",
+        [](auto& s) { deserialize<SimulationProtocol>(s, 64, 65536, 65536); });
+    add("64 frames of 64 KiB, 64 KiB at a time/memcpy",
+        [](auto& s) { copyPayloads(s, 64, 65536); });
+    add("64 frames of 64 KiB, 64 KiB at a time/ZelTools, cut at 50000 bytes",
+        [](auto& s) { deserialize<SimulationProtocol>(s, 64, 65536, 50000); });
+    add("64 frames of 64 KiB, 64 KiB at a time/removing each from a QByteArray",
+        [](auto& s) { deserialize<RemovingProtocol>(s, 64, 65536, 65536); });
+
+    add("65536 frames of 16 bytes, 64 KiB at a time/ZelTools",
+        [](auto& s) { deserialize<SimulationProtocol>(s, 65536, 16, 65536); });
+    add("65536 frames of 16 bytes, 64 KiB at a time/memcpy",
+        [](auto& s) { copyPayloads(s, 65536, 16); });
+    add("65536 frames of 16 bytes, 64 KiB at a time/removing each from a QByteArray",
+        [](auto& s) { deserialize<RemovingProtocol>(s, 65536, 16, 65536); });
+
+    add("256 KiB, a byte at a time/ZelTools, frames of 16 bytes",
+        [](auto& s) { deserialize<SimulationProtocol>(s, 16384, 16, 1); });
+    add("256 KiB, a byte at a time/ZelTools, frames of 64 KiB",
+        [](auto& s) { deserialize<SimulationProtocol>(s, 4, 65536, 1); });
+    add("256 KiB, a byte at a time/ZelTools, four times the bytes",
+        [](auto& s) { deserialize<SimulationProtocol>(s, 65536, 16, 1); });
+
+    add("1 KiB over loopback, there and back/ZelTools", sendThereAndBack<Endpoints>);
+    add("1 KiB over loopback, there and back/two QTcpSockets", sendThereAndBack<BareSockets>);
+    add("1000 frames of 1 KiB at once/ZelTools", [](auto& s) { sendAtOnce<Endpoints>(s, 1000); });
+    add("1000 frames of 1 KiB at once/two QTcpSockets",
+        [](auto& s) { sendAtOnce<BareSockets>(s, 1000); });
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    addAll();
+    return RatioTable::run(argc, argv);
+}
