@@ -312,8 +312,8 @@ QString SimpleCrypt::getMetadataFromFile(const QString& path)
         warning() << "metadataSize is :" << size;
         return QString();
     }
-    // read() allocates at once, and what is not read fails the check of the hash.
-    const qint64 count = size <= cryptlimits::largestMetadata_B ? qMin(size, file.size()) : 0;
+    // read() allocates all at once; less than the metadata fails the check of the hash.
+    const qint64 count = qMin(qMin(size, file.size()), cryptlimits::largestMetadata_B);
     return getMetadata(start + file.read(count));
 }
 
