@@ -1,0 +1,130 @@
+#include "system/datetimemanager.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "platform.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <time.h>
+
+namespace zeltools::system
+{
+
+namespace
+{
+
+constexpr int s_minute_s = 60;
+
+QString setSystemClock(const QDateTime& dateTime)
+{
+    if (!dateTime.isValid())
+        return QStringLiteral("no valid date and time");
+    const qint64 time_ms = dateTime.toMSecsSinceEpoch();
+    constexpr int ms_ns = 1000000;
+    const timespec time{static_cast<time_t>(time_ms / 1000),
+                        static_cast<long>(time_ms % 1000 * ms_ns)};
+    if (::clock_settime(CLOCK_REALTIME, &time) == 0)
+        return QString();
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+} // namespace
+
+DateTimeManager::DateTimeManager(QObject* parent)
+    : DateTimeManager(platform::isBoard ? setSystemClock : nullptr, parent)
+{
+}
+
+DateTimeManager::DateTimeManager(ClockSetter setClock, QObject* parent)
+    : QObject(parent)
+    , m_setClock(setClock)
+{
+    qRegisterMetaType<std::chrono::milliseconds>("std::chrono::milliseconds");
+    // A coarser timer may fire before the full minute, and the clock would show the old one on.
+    m_minuteTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timeZoneHelper, &TimeZoneHelper::currentTimeZoneChanged, this,
+            &DateTimeManager::dateTimeChanged);
+    connect(&m_minuteTimer, &QTimer::timeout, this, [this] {
+        restartMinuteTimer();
+        Q_EMIT dateTimeChanged();
+    });
+    // Later, when currentDateTime() is that of the derived class.
+    QTimer::singleShot(0, this, &DateTimeManager::restartMinuteTimer);
+}
+
+DateTimeManager::~DateTimeManager() = default;
+
+QDateTime DateTimeManager::currentDateTime() const
+{
+    return QDateTime::currentDateTime();
+}
+
+void DateTimeManager::restartMinuteTimer()
+{
+    const int second = currentDateTime().time().second();
+    m_minuteTimer.start(std::chrono::seconds(s_minute_s - second % s_minute_s));
+}
+
+void DateTimeManager::setLocalDateTime(int year, int month, int day, int hour, int minute,
+                                       int second, bool syncRtc)
+{
+    setDateTime(QDateTime(QDate(year, month, day), QTime(hour, minute, second)), syncRtc);
+}
+
+void DateTimeManager::setDateTime(const QDateTime& dateTime, bool syncRtc)
+{
+    LogFormatter(LogLevel::Info).log(Log::Machine).noquote()
+        << "setDateTime, dateTime:" << dateTime.toString() << ", syncRtc:" << syncRtc;
+    const std::chrono::milliseconds newMinusOld(dateTime.toMSecsSinceEpoch() -
+                                                QDateTime::currentMSecsSinceEpoch());
+    if (m_setClock == nullptr) {
+        LogFormatter(LogLevel::Info).log(Log::Machine)
+            << (platform::isBoard ? "(doing nothing for a simulated clock)"
+                                  : "(doing nothing on desktop)");
+    } else {
+        const QString failure = m_setClock(dateTime);
+        if (!failure.isEmpty())
+            LogFormatter(LogLevel::Error).log(Log::Machine).noquote()
+                << "void zeltools::system::DateTimeManager::setDateTime(const QDateTime&, bool)"
+                << "Failed to set the clock:" << failure;
+    }
+    restartMinuteTimer();
+    Q_EMIT dateTimeSet(newMinusOld);
+    Q_EMIT dateTimeChanged();
+    if (syncRtc)
+        Q_EMIT writeDateTimeToRtc(dateTime.toUTC());
+}
+
+int DateTimeManager::currentLocalYear() const
+{
+    return QDate::currentDate().year();
+}
+
+int DateTimeManager::currentLocalMonth() const
+{
+    return QDate::currentDate().month();
+}
+
+int DateTimeManager::currentLocalDay() const
+{
+    return QDate::currentDate().day();
+}
+
+int DateTimeManager::currentLocalHour() const
+{
+    return QTime::currentTime().hour();
+}
+
+int DateTimeManager::currentLocalMinute() const
+{
+    return QTime::currentTime().minute();
+}
+
+int DateTimeManager::currentLocalSecond() const
+{
+    return QTime::currentTime().second();
+}
+
+} // namespace zeltools::system

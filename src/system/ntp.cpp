@@ -1,0 +1,153 @@
+#include "system/ntp.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "system.h"
+#include "system/packagesmanager.h"
+
+#include <QFile>
+#include <QtEndian>
+
+#include <chrono>
+
+namespace zeltools::system::service
+{
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr quint16 s_port = 123;
+constexpr int s_packetSize_B = 48;
+// Leap indicator 3 (the clock is not synchronised), version 4, mode 3 (client).
+constexpr char s_clientHeader = '\xE3';
+constexpr int s_transmitSeconds_B = 40; // offset in the packet
+constexpr qint64 s_from1900To1970_s = 2208988800;
+
+constexpr auto s_pollInterval = 1h;
+constexpr auto s_retryInterval = 30s;
+constexpr int s_mostFailures = 5; // with which retrying ends until the next poll
+
+QString stateFile()
+{
+    return QStringLiteral("/usr/share/zel/ntp");
+}
+
+} // namespace
+
+Ntp::Ntp(const QHostAddress& server)
+    : Service(Service::Ntp)
+    , m_server(server)
+{
+    load();
+}
+
+Ntp::~Ntp() = default;
+
+bool Ntp::enabled() const
+{
+    const PackagesManager& packages = PackagesManager::instance();
+    return packages.ntpAvailable() ? packages.ntpEnabled() : m_isFallbackEnabled;
+}
+
+void Ntp::enable(bool on)
+{
+    if (PackagesManager::instance().ntpAvailable()) {
+        followPackage();
+        PackagesManager::instance().setNtpEnabled(on);
+        return;
+    }
+    if (on == m_isFallbackEnabled)
+        return;
+    on ? enableFallback() : disableFallback();
+    Q_EMIT enableChanged();
+}
+
+void Ntp::refresh()
+{
+    if (enabled())
+        sendRequest();
+}
+
+void Ntp::load()
+{
+    PackagesManager& packages = PackagesManager::instance();
+    if (packages.ntpAvailable()) {
+        followPackage();
+        packages.setNtpEnabled(packages.ntpEnabled());
+        return;
+    }
+    QFile file(stateFile());
+    if (file.open(QIODevice::ReadOnly))
+        enable(file.readLine() == "1"); // save() writes no line feed: one that has one is not ours
+}
+
+void Ntp::save() const
+{
+    QFile file(stateFile());
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return;
+    file.write(m_isFallbackEnabled ? "1" : "0");
+    System::syncFile(file);
+}
+
+void Ntp::followPackage()
+{
+    connect(&PackagesManager::instance(), &PackagesManager::ntpEnabledChanged, this,
+            &Service::enableChanged, Qt::UniqueConnection);
+}
+
+void Ntp::enableFallback()
+{
+    m_failedTransmissions = 0;
+    if (!m_socket.bind()) {
+        LogFormatter(LogLevel::Warning).log(Log::Network)
+            << "void zeltools::system::service::Ntp::enableFallback()"
+            << ": can't bind socket";
+    }
+    connect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
+    connect(&m_socket, &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
+    m_pollTimer.start(s_pollInterval);
+    m_isFallbackEnabled = true;
+    save();
+    sendRequest();
+}
+
+void Ntp::disableFallback()
+{
+    disconnect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
+    disconnect(&m_socket, &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
+    m_pollTimer.stop();
+    m_retries = std::make_unique<QObject>(); // those that are due no longer are
+    m_socket.close();
+    m_isFallbackEnabled = false;
+    save();
+}
+
+void Ntp::sendRequest()
+{
+    QByteArray request(s_packetSize_B, '\0');
+    request[0] = s_clientHeader;
+    if (m_socket.writeDatagram(request, m_server, s_port) >= s_packetSize_B)
+        return;
+    LogFormatter(LogLevel::Error).log(Log::Network)
+        << "void zeltools::system::service::Ntp::sendRequest()"
+        << ": NTP request transmission failed";
+    if (++m_failedTransmissions < s_mostFailures)
+        QTimer::singleShot(s_retryInterval, Qt::CoarseTimer, m_retries.get(),
+                           [this] { sendRequest(); });
+}
+
+void Ntp::receiveResponse()
+{
+    m_failedTransmissions = 0;
+    char response[s_packetSize_B + 1]; // a longer answer is not cut to one of the right size
+    if (m_socket.readDatagram(response, sizeof response) != s_packetSize_B)
+        return;
+    const auto since1900_s = qFromBigEndian<quint32>(response + s_transmitSeconds_B);
+    Q_EMIT currentTime(
+        QDateTime::fromSecsSinceEpoch(qint64(since1900_s) - s_from1900To1970_s, Qt::UTC));
+}
+
+} // namespace zeltools::system::service

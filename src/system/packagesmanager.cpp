@@ -1,0 +1,174 @@
+#include "system/packagesmanager.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "platform.h"
+#include "windowstools.h"
+
+#include <QFile>
+#include <QProcess>
+
+namespace zeltools::system
+{
+
+namespace
+{
+
+using Data = PackagesManager::PackageInspectionData;
+
+// systemd itself gives up after 25 s on a service that does not answer.
+constexpr std::chrono::seconds s_statusTimeLimit{30};
+
+const Data& inspectionData(PackagesManager::Package package)
+{
+    static const std::array<Data, 3> table{
+        {{QStringLiteral("ntp"),
+          {},
+          {{QStringLiteral("/etc/ntp.conf"),
+            QRegularExpression(QStringLiteral(R"(^\s*server\s+\d[.]pool[.]ntp[.]org)"),
+                               QRegularExpression::MultilineOption)}},
+          QStringLiteral("/etc/init.d/ntpd"),
+          QStringLiteral("ntpd")},
+         {QStringLiteral("tzdata"), {QStringLiteral("/etc/localtime")}, {}, {}, {}},
+         {QStringLiteral("systemd-timesyncd"),
+          {QStringLiteral("/etc/systemd/timesyncd.conf")},
+          {},
+          {},
+          {}}}};
+    return table[package];
+}
+
+LogFormatter logLine(LogLevel::Level level)
+{
+    return LogFormatter(level).log(Log::SystemPackagesManager);
+}
+
+bool exists(const QString& path)
+{
+    if (QFile::exists(path))
+        return true;
+    logLine(LogLevel::Info) << "static bool zeltools::system::PackagesManager::packageAvailable("
+                               "const PackageInspectionData&)"
+                            << "File" << path << "does not exist";
+    return false;
+}
+
+bool matches(const QString& path, const QRegularExpression& pattern)
+{
+    if (!exists(path))
+        return false;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        logLine(LogLevel::Warning).noquote()
+            << QString(QLatin1String("Could not open configuration file: ") + path);
+        return false;
+    }
+    if (pattern.match(QString::fromUtf8(file.readAll())).hasMatch())
+        return true;
+    logLine(LogLevel::Info) << "Configuration file" << path << "did not match requirements";
+    return false;
+}
+
+} // namespace
+
+std::array<std::optional<bool>, 3> PackagesManager::s_availability;
+
+PackagesManager& PackagesManager::instance()
+{
+    static auto* const manager = new PackagesManager;
+    return *manager;
+}
+
+PackagesManager::PackagesManager()
+    : m_isBoard(platform::isBoard)
+{
+    qRegisterMetaType<Package>();
+}
+
+PackagesManager::~PackagesManager() = default;
+
+bool PackagesManager::packageAvailable(Package package)
+{
+    std::optional<bool>& available = s_availability[package];
+    if (!available) {
+        const Data& data = inspectionData(package);
+        available = packageAvailable(data);
+        logLine(LogLevel::Info) << data.packageName << "availability checked:" << *available;
+    }
+    return *available;
+}
+
+bool PackagesManager::packageAvailable(const PackageInspectionData& data)
+{
+    if (data.initScript && !exists(*data.initScript))
+        return false;
+    for (const QString& path : data.files) {
+        if (!exists(path))
+            return false;
+    }
+    const auto& configurations = data.configurationFiles;
+    for (auto file = configurations.cbegin(); file != configurations.cend(); ++file) {
+        if (!matches(file.key(), file.value()))
+            return false;
+    }
+    return true;
+}
+
+std::optional<PackagesManager::Package> PackagesManager::ntpPackage() const
+{
+    for (const Package package : {Ntp, TimeSync}) {
+        if (packageAvailable(package))
+            return package;
+    }
+    return std::nullopt;
+}
+
+bool PackagesManager::ntpEnabled() const
+{
+    const std::optional<Package> package = ntpPackage();
+    if (package == Ntp)
+        return QFile::exists(QStringLiteral("/etc/rc2.d/S20ntpd"));
+    return package == TimeSync && isTimeSyncActive(s_statusTimeLimit);
+}
+
+bool PackagesManager::isTimeSyncActive(std::chrono::milliseconds timeLimit)
+{
+    QProcess process;
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(QStringLiteral("timedatectl"), {QStringLiteral("status")}, QIODevice::ReadOnly);
+    if (!process.waitForFinished(static_cast<int>(timeLimit.count()))) {
+        logLine(LogLevel::Error) << "bool zeltools::system::PackagesManager::ntpEnabled() const"
+                                 << "Failed to run timedatectl:" << process.errorString();
+        process.kill();
+        process.waitForFinished();
+        return false;
+    }
+    return process.readAllStandardOutput().contains("NTP service: active");
+}
+
+void PackagesManager::setNtpEnabled(bool on)
+{
+    const std::optional<Package> package = ntpPackage();
+    if (package == Ntp) {
+        const Data& data = inspectionData(Ntp);
+        run(QStringLiteral("update-rc.d -f %1 %2")
+                .arg(*data.serviceName, QLatin1String(on ? "defaults" : "remove")));
+        run(QStringLiteral("%1 %2").arg(*data.initScript, QLatin1String(on ? "start" : "stop")));
+    } else if (package == TimeSync) {
+        run(QStringLiteral("timedatectl set-ntp %1").arg(QLatin1String(on ? "true" : "false")));
+    }
+    Q_EMIT ntpEnabledChanged();
+}
+
+void PackagesManager::run(const QString& command) const
+{
+    if (!m_isBoard) {
+        logLine(LogLevel::Info) << "Would run" << command << "(doing nothing on desktop)";
+        return;
+    }
+    int exitCode = 0;
+    if (!WindowsTools::runCommand(command, QString(), &exitCode))
+        logLine(LogLevel::Warning) << command << "ended with exit code" << exitCode;
+}
+
+} // namespace zeltools::system

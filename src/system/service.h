@@ -1,0 +1,39 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QObject>
+
+namespace zeltools::system
+{
+
+/// Something that the application can switch on and off, and that ServiceManager finds by its
+/// identifier.
+class ZELTOOLS_EXPORT Service : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum Id { Ntp = 0 };
+    Q_ENUM(Id)
+
+    explicit Service(Id id, QObject* parent = nullptr);
+    ~Service() override;
+
+    Id id() const { return m_id; }
+
+    /// Whether the machine can have the service at all.
+    virtual bool available() const = 0;
+    virtual void enable(bool on) = 0;
+    virtual bool enabled() const = 0;
+    /// Makes an enabled service do its work now instead of when it is next due.
+    virtual void refresh() = 0;
+
+Q_SIGNALS:
+    void enableChanged();
+
+private:
+    const Id m_id;
+};
+
+} // namespace zeltools::system
