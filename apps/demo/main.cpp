@@ -4,6 +4,7 @@
 #include "cycles.h"
 #include "drinkcycle.h"
 #include "linetally.h"
+#include "simulation.h"
 #include "switches.h"
 
 #include "logging/log.h"
@@ -89,6 +90,11 @@ int main(int argc, char** argv)
         QStringLiteral("Leave pictures of the drink's state machine in <DIR>."),
         QStringLiteral("DIR"));
     parser.addOption(diagram);
+    const QCommandLineOption clock(
+        QStringLiteral("clock"),
+        QStringLiteral("Have the clock set by `zelctl clock` over the link <ADDRESS>."),
+        QStringLiteral("ADDRESS"));
+    parser.addOption(clock);
     parser.process(application);
 
     QTextStream out(stdout);
@@ -103,6 +109,9 @@ int main(int argc, char** argv)
     startLogging(folder);
     linkSwitches();
     const bool haveCyclesRun = runCycles(parser.value(diagram), out);
+    bool isSimulated = askBoiler(out);
+    if (parser.isSet(clock))
+        isSimulated = followClock(parser.value(clock), out) && isSimulated;
     LineTally tally;
     const bool hasRotated = makeDrinksUntilRotation(tally);
     LogManager::instance()->syncLogs();
@@ -112,7 +121,8 @@ int main(int argc, char** argv)
     LogManager::instance()->finalizeLogFiles();
 
     out << '\n' << tally.table() << '\n';
-    const bool isRight = hasRotated && tally.isComplete() && isSaved && haveCyclesRun;
+    const bool isRight =
+        hasRotated && tally.isComplete() && isSaved && haveCyclesRun && isSimulated;
     out << (isRight ? "Every line is where it belongs.\n"
                     : "FAILED: something is missing, misplaced or went wrong.\n");
     return isRight ? 0 : 1;

@@ -1,3 +1,4 @@
+#include "clockcommand.h"
 #include "command.h"
 #include "cryptcommand.h"
 #include "envcommand.h"
@@ -10,6 +11,7 @@ namespace
 
 constexpr Command s_commands[]{
     {"crypt", "Encrypts and decrypts files, shows what their header says.", runCrypt},
+    {"clock", "Drives the simulated clock of a machine.", runClock},
     {"env", "Shows and edits the environment file of a machine.", runEnv},
     {"events", "Shows the event history of a machine in pages.", runEvents},
 };

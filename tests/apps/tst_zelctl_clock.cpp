@@ -1,0 +1,73 @@
+#include "system/simulateddatetimemanager.h"
+
+#include <QtTest>
+
+using namespace zeltools::system;
+
+/// The test is the machine, and the program its simulator.
+class TestZelctlClock : public QObject
+{
+    Q_OBJECT
+
+    // What the command prints and its exit status; "@" stands for an address that is free.
+    QString run(const QString& command)
+    {
+        QProcess shell;
+        shell.setProcessChannelMode(QProcess::MergedChannels);
+        shell.start("/bin/sh", {"-c", QString(command).replace('@', m_place) + "; echo $?",
+                                ZELCTL_PATH, DEMO_PATH});
+        const auto isOver = [&] { return shell.state() == QProcess::NotRunning; };
+        return QTest::qWaitFor(isOver, 30000) ? QString(shell.readAll()) : "hangs";
+    }
+    void follow(QProcess& simulator, const QString& type) const
+    {
+        simulator.start(ZELCTL_PATH,
+                        {"clock", type + m_place, "--follow", "--set", "2024/03/01 08:30:00"});
+    }
+
+    const QString m_place = QString("/127.0.0.1/%1").arg(20000 + qApp->applicationPid() % 10000);
+
+private Q_SLOTS:
+    void refuses()
+    {
+        QCOMPARE(run("$0 clock tcpclient@ --timeout 1; $0 clock tcpserver/192.0.2.1/81"),
+                 "zelctl: no machine has connected in 1 s\n"
+                 "zelctl: cannot listen on tcpserver/192.0.2.1/81\n1\n");
+        QVERIFY(run("$0 clock tcpclient@ --set '2024/02/30 08:30:00'").endsWith("\n2\n"));
+    }
+
+    void setsAndFollows()
+    {
+        SimulatedDateTimeManager machine("tcpserver" + m_place);
+        QCOMPARE(run("$0 clock tcpclient@ --set '2030/03/01 08:30:00'"), "0\n");
+        QCOMPARE(machine.currentDateTime().date(), QDate(2030, 3, 1));
+        QProcess simulator;
+        follow(simulator, "tcpclient");
+        QTRY_COMPARE(machine.currentDateTime().date(), QDate(2024, 3, 1));
+        QCOMPARE(run("$0 clock tcpclient@ --set '2028/03/01 08:30:00'"),
+                 "zelctl: the machine has closed the link, it may have another simulator\n1\n");
+        machine.setDateTime(QDateTime({2026, 1, 2}, {3, 4, 5}, Qt::UTC), true);
+        QTRY_COMPARE(simulator.bytesAvailable(), 20);
+        QCOMPARE(simulator.readAll(), "2026/01/02 03:04:05\n");
+        simulator.close();
+    }
+
+    void drivesTheDemo()
+    {
+        const QString refusal = run("$1 --clock udp@");
+        QVERIFY(refusal.contains("Failed creating simulation interface, address udp" + m_place) &&
+                refusal.endsWith("\n1\n"));
+        QProcess simulator;
+        follow(simulator, "tcpserver");
+        const QString found = run("$1 --clock tcpclient@ 2>/dev/null");
+        QVERIFY2(found.contains("The simulated boiler has 92.5 degrees.\n") &&
+                     found.contains("It shows 2024-03-01T08:30:0") && found.endsWith("\n0\n"),
+                 qPrintable(found));
+        QTRY_COMPARE(simulator.bytesAvailable(), 20);
+        QVERIFY(simulator.readAll().startsWith("2024/03/0"));
+        simulator.close();
+    }
+};
+
+QTEST_GUILESS_MAIN(TestZelctlClock)
+#include "tst_zelctl_clock.moc"
