@@ -20,7 +20,7 @@ namespace
 using namespace std::chrono_literals;
 
 // A machine that another simulator is attached to closes the link, and gives no other sign.
-constexpr auto s_refusalTime = 300ms;
+constexpr auto s_refusalTime = 1s;
 
 struct Request
 {
