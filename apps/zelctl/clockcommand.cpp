@@ -40,7 +40,11 @@ void addOptions(QCommandLineParser& parser)
         "  zelctl clock tcpclient/127.0.0.1/8133 --set \"2024/03/01 08:30:00\"");
     parser.addPositionalArgument("ADDRESS", "tcpserver/IP/PORT or tcpclient/IP/PORT.");
     parser.addOptions({
-        {"set", "Sets the clock to <TIME>, yyyy/MM/dd hh:mm:ss in the machine's zone.", "TIME"},
+        {"set",
+         "Sets the clock to <TIME>, yyyy/MM/dd hh:mm:ss in the machine's zone. It is done "
+         "when the time has been sent and the machine has not closed the link within a "
+         "second; it does not confirm it.",
+         "TIME"},
         {"follow", "Prints all that the machine asks for, until interrupted. A clock that was set "
                    "runs on: a machine that connects again gets the time that it then shows."},
         {"timeout", "Gives up after <SECONDS>, without --follow; 10 unless given.", "SECONDS",
@@ -58,7 +62,11 @@ QString readRequest(const QCommandLineParser& parser, Request& request)
     request.isFollowing = parser.isSet("follow");
     if (parser.isSet("set")) {
         const QString text = parser.value("set"), form = SimulatedDateTimeManager::dateTimeFormat();
-        request.dateTime = QDateTime::fromString(text, form);
+        // What a clock on the wall shows: UTC has no hour that a change to summer time leaves out.
+        request.dateTime = QDateTime(
+            QDate::fromString(text.section(' ', 0, 0), SimulatedDateTimeManager::dateFormat()),
+            QTime::fromString(text.section(' ', 1), SimulatedDateTimeManager::timeFormat()),
+            Qt::UTC);
         if (!request.dateTime.isValid())
             return QStringLiteral("\"%1\" is not a date and time of the form %2").arg(text, form);
     }

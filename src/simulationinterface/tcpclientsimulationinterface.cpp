@@ -2,6 +2,8 @@
 
 #include "simulationinterface/tcpsocket_p.h"
 
+#include <QPointer>
+
 #include <chrono>
 
 namespace zeltools::simulationinterface
@@ -66,7 +68,10 @@ void TcpClientSimulationInterface::connectSignals()
         Qt::QueuedConnection);
     connect(m_socket.get(), &QTcpSocket::readyRead, this, [this] {
         const SharedSocket kept = m_socket;
-        processIncomingData();
+        const QPointer<TcpClientSimulationInterface> self(this);
+        do {
+            processIncomingData(); // what comes while a listener runs an event loop is not told
+        } while (self && kept->bytesAvailable() > 0);
     });
 }
 

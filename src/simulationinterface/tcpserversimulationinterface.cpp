@@ -4,6 +4,7 @@
 #include "logging/logformatter.h"
 #include "simulationinterface/tcpsocket_p.h"
 
+#include <QPointer>
 #include <QTimer>
 
 #include <chrono>
@@ -82,7 +83,10 @@ void TcpServerSimulationInterface::attach(QTcpSocket* socket)
     m_client = shareSocket(socket);
     connect(socket, &QTcpSocket::readyRead, this, [this] {
         const SharedSocket kept = m_client;
-        processIncomingData();
+        const QPointer<TcpServerSimulationInterface> self(this);
+        do {
+            processIncomingData(); // what comes while a listener runs an event loop is not told
+        } while (self && m_client == kept && kept->bytesAvailable() > 0);
     });
     connect(socket, &QTcpSocket::disconnected, this, [this] {
         m_client.reset();

@@ -39,11 +39,15 @@ QString stateFile()
 Ntp::Ntp(const QHostAddress& server)
     : Service(Service::Ntp)
     , m_server(server)
+    , m_socket(new QUdpSocket)
 {
     load();
 }
 
-Ntp::~Ntp() = default;
+Ntp::~Ntp()
+{
+    m_socket->disconnect(this);
+}
 
 bool Ntp::enabled() const
 {
@@ -75,7 +79,9 @@ void Ntp::load()
     PackagesManager& packages = PackagesManager::instance();
     if (packages.ntpAvailable()) {
         followPackage();
-        packages.setNtpEnabled(packages.ntpEnabled());
+        // A system that is slow to answer, at start above all, must not lose its network time.
+        if (const std::optional<bool> isEnabled = packages.ntpState())
+            packages.setNtpEnabled(*isEnabled);
         return;
     }
     QFile file(stateFile());
@@ -101,13 +107,13 @@ void Ntp::followPackage()
 void Ntp::enableFallback()
 {
     m_failedTransmissions = 0;
-    if (!m_socket.bind()) {
+    if (!m_socket->bind()) {
         LogFormatter(LogLevel::Warning).log(Log::Network)
             << "void zeltools::system::service::Ntp::enableFallback()"
             << ": can't bind socket";
     }
     connect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
-    connect(&m_socket, &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
+    connect(m_socket.data(), &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
     m_pollTimer.start(s_pollInterval);
     m_isFallbackEnabled = true;
     save();
@@ -117,10 +123,10 @@ void Ntp::enableFallback()
 void Ntp::disableFallback()
 {
     disconnect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
-    disconnect(&m_socket, &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
+    disconnect(m_socket.data(), &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
     m_pollTimer.stop();
     m_retries = std::make_unique<QObject>(); // those that are due no longer are
-    m_socket.close();
+    m_socket->close();
     m_isFallbackEnabled = false;
     save();
 }
@@ -129,7 +135,7 @@ void Ntp::sendRequest()
 {
     QByteArray request(s_packetSize_B, '\0');
     request[0] = s_clientHeader;
-    if (m_socket.writeDatagram(request, m_server, s_port) >= s_packetSize_B)
+    if (m_socket->writeDatagram(request, m_server, s_port) >= s_packetSize_B)
         return;
     LogFormatter(LogLevel::Error).log(Log::Network)
         << "void zeltools::system::service::Ntp::sendRequest()"
@@ -143,7 +149,7 @@ void Ntp::receiveResponse()
 {
     m_failedTransmissions = 0;
     char response[s_packetSize_B + 1]; // a longer answer is not cut to one of the right size
-    if (m_socket.readDatagram(response, sizeof response) != s_packetSize_B)
+    if (m_socket->readDatagram(response, sizeof response) != s_packetSize_B)
         return;
     const auto since1900_s = qFromBigEndian<quint32>(response + s_transmitSeconds_B);
     Q_EMIT currentTime(

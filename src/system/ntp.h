@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QHostAddress>
+#include <QScopedPointer>
 #include <QTimer>
 #include <QUdpSocket>
 
@@ -20,7 +21,8 @@ namespace zeltools::system::service
 /// that file cannot be written, a machine without the folder say, it is off at the next start.
 ///
 /// The answer is as good as the network: it is not authenticated and the time on the way is not
-/// made up for. Failures are logged under Log::Network. Belongs to one thread with an event loop.
+/// made up for. Failures are logged under Log::Network. Belongs to one thread with an event loop;
+/// may be deleted in its signals.
 class ZELTOOLS_EXPORT Ntp final : public Service
 {
     Q_OBJECT
@@ -53,7 +55,8 @@ private:
 
     QHostAddress m_server;
     QTimer m_pollTimer;
-    QUdpSocket m_socket;
+    // Goes on after its signal, in which a listener may delete the service.
+    QScopedPointer<QUdpSocket, QScopedPointerDeleteLater> m_socket;
     bool m_isFallbackEnabled = false;
     int m_failedTransmissions = 0;
     std::unique_ptr<QObject> m_retries = std::make_unique<QObject>(); // their context

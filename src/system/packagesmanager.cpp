@@ -5,6 +5,7 @@
 #include "platform.h"
 #include "windowstools.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 
@@ -123,27 +124,36 @@ std::optional<PackagesManager::Package> PackagesManager::ntpPackage() const
     return std::nullopt;
 }
 
-bool PackagesManager::ntpEnabled() const
+std::optional<bool> PackagesManager::ntpState() const
 {
     const std::optional<Package> package = ntpPackage();
     if (package == Ntp)
         return QFile::exists(QStringLiteral("/etc/rc2.d/S20ntpd"));
-    return package == TimeSync && isTimeSyncActive(s_statusTimeLimit);
+    return package == TimeSync ? timeSyncState(s_statusTimeLimit) : false;
 }
 
-bool PackagesManager::isTimeSyncActive(std::chrono::milliseconds timeLimit)
+std::optional<bool> PackagesManager::timeSyncState(std::chrono::milliseconds timeLimit)
 {
+    constexpr int mostOutput_B = 65536; // a hundred times what it prints
+    const QDeadlineTimer deadline(timeLimit);
+    const auto rest_ms = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
     QProcess process;
     process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
     process.start(QStringLiteral("timedatectl"), {QStringLiteral("status")}, QIODevice::ReadOnly);
-    if (!process.waitForFinished(static_cast<int>(timeLimit.count()))) {
-        logLine(LogLevel::Error) << "bool zeltools::system::PackagesManager::ntpEnabled() const"
-                                 << "Failed to run timedatectl:" << process.errorString();
-        process.kill();
-        process.waitForFinished();
-        return false;
-    }
-    return process.readAllStandardOutput().contains("NTP service: active");
+    QByteArray output;
+    while (output.size() <= mostOutput_B && process.waitForReadyRead(rest_ms()))
+        output += process.readAllStandardOutput();
+    const bool hasEnded =
+        output.size() <= mostOutput_B &&
+        (process.state() == QProcess::NotRunning || process.waitForFinished(rest_ms()));
+    if (hasEnded && process.error() != QProcess::FailedToStart)
+        return output.contains("NTP service: active");
+    logLine(LogLevel::Error) << "bool zeltools::system::PackagesManager::ntpEnabled() const"
+                             << "Failed to run timedatectl:" << process.errorString();
+    process.kill();
+    process.waitForFinished();
+    return std::nullopt;
 }
 
 void PackagesManager::setNtpEnabled(bool on)

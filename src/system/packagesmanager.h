@@ -56,7 +56,9 @@ public:
 
     /// Whether that package is switched on. Blocks while `timedatectl` is asked about `TimeSync`,
     /// 30 s at the longest; one that cannot answer is an Error line and counts as off.
-    bool ntpEnabled() const;
+    bool ntpEnabled() const { return ntpState().value_or(false); }
+    /// The same; nothing when `timedatectl` could not be run or has not come to an end.
+    std::optional<bool> ntpState() const;
     /// Switches that package; without one, only emits the signal. Blocks while the commands run
     /// (see WindowsTools), none of which keeps the next one from running: a failure is a Warning.
     ///
@@ -73,7 +75,7 @@ private:
     PackagesManager();
     ~PackagesManager() override;
 
-    static bool isTimeSyncActive(std::chrono::milliseconds timeLimit);
+    static std::optional<bool> timeSyncState(std::chrono::milliseconds timeLimit);
     void run(const QString& command) const;
 
     static std::array<std::optional<bool>, 3> s_availability;

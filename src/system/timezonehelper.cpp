@@ -40,7 +40,7 @@ Zone zoneOf(const QString& timeZone)
 // The name goes into a shell command and into a path, which must not lead out of the database.
 bool isZone(const QString& timeZone, const QString& path)
 {
-    static const QRegularExpression form(QStringLiteral(R"(\A[\w+/-]+\z)"));
+    static const QRegularExpression form(QStringLiteral(R"(\A[\w+-]+(/[\w+-]+)*\z)"));
     return form.match(timeZone).hasMatch() && System::fileExists(path);
 }
 

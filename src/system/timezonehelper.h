@@ -46,7 +46,8 @@ public:
     /// As the system has it. TZ in the environment of this process comes first, and then
     /// setCurrentTimeZone() has no effect in it.
     Q_INVOKABLE QString currentTimeZone() const;
-    /// Switches the zone of the system and emits the signal; for the current one it does nothing.
+    /// Switches the zone of the system, on the desktop too, and emits the signal; for the current
+    /// one it does nothing.
     /// A machine without time zones and a zone without a file are refused with an Error line.
     ///
     /// Blocks while commands run (see WindowsTools). Their failure is not noticed here; the Info

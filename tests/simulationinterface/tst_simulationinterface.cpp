@@ -234,6 +234,30 @@ private Q_SLOTS:
         }
     }
 
+    void readsOnAfterAListenersEventLoop()
+    {
+        const QByteArray longest(65535, 'x');
+        for (const bool isServer : {true, false}) {
+            const Link server = make<Server>();
+            const Link client = make<Client>(portOf(server));
+            const Link& link = isServer ? server : client;
+            const Link& other = isServer ? client : server;
+            QTRY_VERIFY(server->connected() && client->connected());
+            record(link);
+            QEventLoop loop;
+            connect(link.get(), &SimulationInterface::dataReceived, &loop, [&](const auto& data) {
+                if (data != "first")
+                    return;
+                for (int i = 0; i < 10; ++i)
+                    other->write(longest);
+                QTimer::singleShot(100, &loop, &QEventLoop::quit);
+                loop.exec();
+            });
+            other->write("first");
+            QTRY_COMPARE(m_events.count("65535"), 10);
+        }
+    }
+
     void boundsWhatIsNotRead()
     {
         const Link server = make<Server>();

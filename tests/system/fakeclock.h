@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <cerrno>
+
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -13,6 +15,7 @@ namespace fakeclock
 
 inline std::chrono::seconds s_ahead{0};
 inline qint64 s_set_ms = 0; // what the clock was last set to
+inline bool s_isRefusing = false;
 
 inline void advance(std::chrono::seconds time)
 {
@@ -33,6 +36,10 @@ extern "C" Q_DECL_EXPORT int clock_gettime(clockid_t clock, timespec* time) noex
 
 extern "C" Q_DECL_EXPORT int clock_settime(clockid_t, const timespec* time) noexcept
 {
+    if (fakeclock::s_isRefusing) {
+        errno = EPERM;
+        return -1;
+    }
     fakeclock::s_set_ms = time->tv_sec * 1000 + time->tv_nsec / 1000000;
     return 0;
 }

@@ -92,10 +92,12 @@ private Q_SLOTS:
     void doesNotWaitForeverForTimedatectl()
     {
         shell("script bin/timedatectl 'echo NTP service: active; exec sleep 300'");
-        QVERIFY(!PackagesManager::isTimeSyncActive(500ms));
+        QVERIFY(!PackagesManager::timeSyncState(500ms));
+        shell("script bin/timedatectl 'exec yes NTP service: active'");
+        QVERIFY(!PackagesManager::timeSyncState(10min));
         const support::EnvironmentGuard path("PATH", ""); // now there is none
-        QVERIFY(!PackagesManager::isTimeSyncActive(10min));
-        QCOMPARE(m_recorder.takeMessages().filter("Failed to run timedatectl:").size(), 2);
+        QVERIFY(!PackagesManager::timeSyncState(10min));
+        QCOMPARE(m_recorder.takeMessages().filter("Failed to run timedatectl:").size(), 3);
     }
 
     void remembersWhetherTheClientIsOn()
@@ -151,7 +153,9 @@ private Q_SLOTS:
             advance(time);
             return m_recorder.takeMessages().filter("NTP request transmission failed").size();
         };
+        const QSignalSpy changes(&services, &ServiceManager::serviceStatusChanged);
         services.enable(Service::Ntp, true);
+        QCOMPARE(changes.size(), 1);
         QCOMPARE(failures(27s), 1);
         for (const int expected : {1, 1, 1, 1, 0, 0}) {
             QCOMPARE(failures(4s), expected);
@@ -161,6 +165,19 @@ private Q_SLOTS:
         for (const bool on : {false, true, false}) // it does not retry then
             services.enable(Service::Ntp, on);
         QCOMPARE(failures(5min), 1);
+    }
+
+    void mayBeDeletedByItsListener()
+    {
+        QUdpSocket peer;
+        QVERIFY(peer.bind(QHostAddress::LocalHost, 123));
+        QPointer<Ntp> ntp = new Ntp(QHostAddress::LocalHost);
+        connect(ntp, &Ntp::currentTime, [&] { delete ntp; });
+        ntp->enable(true);
+        QTRY_VERIFY(peer.hasPendingDatagrams());
+        peer.writeDatagram(peer.receiveDatagram().makeReply(QByteArray(48, 1)));
+        QTRY_VERIFY(!ntp);
+        advance(0s);
     }
 
     void hearsARealServer()
