@@ -94,12 +94,13 @@ DeclarativeStateMachine::DeclarativeStateMachine(const LogModule& module, QObjec
     m_restartTimer.setSingleShot(true);
     m_restartTimer.setInterval(restartDelay_ms);
     connect(&m_restartTimer, &QTimer::timeout, this, [this] {
-        if (isRunning()) // the stop still waits, for an action that runs an event loop of its own
+        if (!isRunning())
+            m_machine->start();
+        else if (m_isStopAwaited) // by an action that runs an event loop of its own
             m_restartTimer.start();
-        else
-            start();
     });
     connect(m_machine.get(), &QStateMachine::runningChanged, this, [this] {
+        m_isStopAwaited = m_isStopAwaited && isRunning();
         LogFormatter(LogLevel::Info).log(m_module)
             << "State machine" << (isRunning() ? "Started" : "Stopped");
         callOut([this] { Q_EMIT runningChanged(); });
@@ -189,13 +190,12 @@ DeclarativeStateMachine::makeTransition(const TransitionDescription& description
 
 void DeclarativeStateMachine::start()
 {
-    if (!isRunning())
-        m_restartTimer.stop();
     m_machine->start();
 }
 
 void DeclarativeStateMachine::restart()
 {
+    m_isStopAwaited = isRunning();
     m_machine->stop();
     m_restartTimer.start();
 }

@@ -21,6 +21,9 @@ namespace zeltools::declarativestatemachine
 /// the machine's module (" ^ Transition from Filling to Draining triggered, signal Tank::full"),
 /// start and stop at Info.
 ///
+/// A signal for which the active state has no way is dropped, other than by StateMachine. States
+/// that lead to one another directly in a circle keep the event loop from running.
+///
 /// Belongs to one thread. The machine may be destroyed in its signals and in the actions and guards
 /// of its states.
 class ZELTOOLS_EXPORT DeclarativeStateMachine : public QObject
@@ -31,6 +34,7 @@ class ZELTOOLS_EXPORT DeclarativeStateMachine : public QObject
 public:
     /// The module must outlive the machine.
     explicit DeclarativeStateMachine(const LogModule& module, QObject* parent = nullptr);
+    DeclarativeStateMachine(const LogModule&&, QObject* parent = nullptr) = delete;
     ~DeclarativeStateMachine() override;
 
     /// Builds the states; once, before start(). Each fault is a release assertion and leaves out
@@ -41,7 +45,7 @@ public:
 
     /// Enters the initial state when the event loop runs.
     void start();
-    /// Stops, and starts anew 100 ms later, once however often it is called meanwhile.
+    /// Stops, and starts anew 100 ms after the last call, once however often it is called.
     void restart();
     bool isRunning() const;
 
@@ -61,6 +65,7 @@ private:
     const LogModule& m_module;
     std::unique_ptr<QStateMachine> m_machine;
     QTimer m_restartTimer{this};
+    bool m_isStopAwaited = false;
     int m_callsOut = 0; // running calls of the machine into the host
 };
 

@@ -43,7 +43,8 @@ QStringList problemsOf(size_t index, const StateMachineDescription& description)
         if (!fault.isEmpty())
             problems.append(fault);
         hasWayOn = hasWayOn || (fault.isEmpty() && transition.targetState != state.name);
-        timeouts += transition.type == TransitionDescription::Timeout ? 1 : 0;
+        const bool isBuilt = fault.isEmpty();
+        timeouts += isBuilt && transition.type == TransitionDescription::Timeout ? 1 : 0;
     }
     if (!hasWayOn)
         problems.append(QStringLiteral("has no way on"));

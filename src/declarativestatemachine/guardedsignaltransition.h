@@ -10,7 +10,8 @@ namespace zeltools::declarativestatemachine
 {
 
 /// Leaves its state when an object emits a signal and the guard returns true at that moment. An
-/// empty guard lets every signal through. An object that is destroyed emits no more.
+/// empty guard lets every signal through. What an object has emitted and the machine has not yet
+/// taken up is lost when the object is destroyed.
 class ZELTOOLS_EXPORT GuardedSignalTransition : public QSignalTransition
 {
     Q_OBJECT

@@ -35,6 +35,9 @@ struct EventSteps
 /// then the group has failed. When the queue runs empty the group has succeeded. Every started
 /// group ends in one signal, and the handler can then be filled and started again.
 ///
+/// A device that answers inside its trigger nests the calls: a thousand such requests in a row are
+/// fine, twenty thousand are more than a stack holds.
+///
 /// Events may be added while the group runs. Belongs to one thread. The handler may be destroyed in
 /// its signals and in the callables of its events.
 ///
@@ -47,9 +50,18 @@ class ZELTOOLS_EXPORT EventGroupHandler : public QObject
 public:
     struct Event : EventSteps
     {
+        Event() = default;
+        Event(const EventSteps& steps, unsigned int eventAttempts,
+              const std::chrono::seconds& eventTimeout)
+            : EventSteps(steps)
+            , attempts(eventAttempts)
+            , timeout(eventTimeout)
+        {
+        }
+
         /// How many times the request may be fired; with 0 it is repeated without end.
-        unsigned int attempts;
-        std::chrono::seconds timeout;
+        unsigned int attempts = 1;
+        std::chrono::seconds timeout{0};
     };
 
     /// The attempts and the timeout of events that are added without their own.

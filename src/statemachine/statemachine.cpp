@@ -20,6 +20,13 @@ bool isDebugged()
     return LogNode::isHeard(LogLevel::Debug, Log::StateMachine);
 }
 
+// In its last signal an object has already let go of the pointers that would be told of its end.
+bool isDestruction(const QMetaMethod& signal)
+{
+    return signal.enclosingMetaObject() == &QObject::staticMetaObject &&
+           signal.name() == "destroyed";
+}
+
 } // namespace
 
 bool operator<(const QMetaMethod& left, const QMetaMethod& right)
@@ -127,8 +134,8 @@ void StateMachine::handleSignal()
                               << ": Method called with no sender";
         return;
     }
-    const SignalReception reception{from, from->metaObject()->method(senderSignalIndex()),
-                                    m_inTransition};
+    const QMetaMethod signal = from->metaObject()->method(senderSignalIndex());
+    const SignalReception reception{isDestruction(signal) ? nullptr : from, signal, m_inTransition};
     if (isDebugged())
         line(LogLevel::Debug) << "void StateMachine::handleSignal()"
                               << ": Received signal" << reception.signal.name();

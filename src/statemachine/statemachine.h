@@ -19,8 +19,9 @@ ZELTOOLS_EXPORT bool operator<(const QMetaMethod& left, const QMetaMethod& right
 ///
 /// A change of state takes a turn of the event loop: setState() leaves the state at once, the next
 /// one is entered when the event loop runs. A signal that comes in between is neither lost nor
-/// handled in the old state: it waits for the next one. All of it is logged under
-/// `Log::StateMachine`.
+/// handled in the old state: it waits for the next one. (One that is queued, as from another
+/// thread, and whose sender is destroyed before it arrives is an Error line.) All of it is logged
+/// under `Log::StateMachine`.
 ///
 /// Everything belongs to one thread; signals of other threads come through queued connections. The
 /// machine may be destroyed in any of its own signals and handlers.
@@ -46,7 +47,7 @@ public:
     };
 
     explicit StateMachine(QObject* parent = nullptr);
-    explicit StateMachine(int initialState, QObject* parent = nullptr);
+    StateMachine(int initialState, QObject* parent);
     ~StateMachine() override;
 
     /// The name of a state in the log: "Transition", "InvalidState" or "Undefined (7)"; subclasses
@@ -83,7 +84,8 @@ Q_SIGNALS:
     void stateEnter();
 
 protected:
-    /// Called for each signal that is handled; `sender` is null when it has been destroyed since.
+    /// Called for each signal that is handled; `sender` is null when it has been destroyed since,
+    /// and in its signal destroyed().
     virtual void onSignal(const QObject* sender, const QMetaMethod& signal,
                           bool receivedDuringTransition);
 

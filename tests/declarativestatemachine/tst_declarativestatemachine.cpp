@@ -152,6 +152,21 @@ private Q_SLOTS:
                  QStringList({"B", "State machine Stopped", "A", "State machine Started"}));
     }
 
+    void losesNoStart()
+    {
+        Story story;
+        story.run({story.state("A", {Way::after(1h, "Late")}), story.state("Late")});
+        story.machine->restart();
+        story.machine->start();
+        QTest::qWait(250);
+        QVERIFY(story.machine->isRunning());
+        story.machine->restart();
+        QTRY_VERIFY(!story.machine->isRunning());
+        story.machine->start();
+        QTest::qWait(250);
+        QVERIFY(story.machine->isRunning());
+    }
+
     void mayBeDestroyedAnywhere()
     {
         for (const char* when : {"A", "out of A", "guard", "B", "running"}) {

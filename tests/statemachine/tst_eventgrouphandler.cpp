@@ -163,7 +163,8 @@ private Q_SLOTS:
         first.handler->addEvent({{first.steps("b")}, 2, std::chrono::seconds::max()});
         first.handler->start();
         QCOMPARE(first.timer->interval(), 2147483000); // that of b
-        second.handler->addEvent(second.steps("a"));
+        const tools::EventSteps steps = second.steps("a");
+        second.handler->addEvent({steps.trigger, steps.connect, steps.check});
         second.handler->start();
         Q_EMIT first.answered(true);
         QCOMPARE(first.story(), "a good b");

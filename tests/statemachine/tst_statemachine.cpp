@@ -109,6 +109,25 @@ private Q_SLOTS:
         QTRY_COMPARE(machine.events.last(), "notify() in Busy");
     }
 
+    void hearsThatASenderIsDestroyed()
+    {
+        for (const bool isPending : {true, false}) {
+            auto emitter = std::make_unique<SignalEmitter>();
+            Machine machine(emitter.get());
+            connect(emitter.get(), SIGNAL(destroyed()), &machine, SLOT(handleSignal()));
+            machine.setInitialState(1);
+            QTRY_COMPARE(machine.currentState(), 1);
+            Q_EMIT emitter->notify();
+            if (isPending)
+                machine.setStateAgain();
+            emitter.reset();
+            QTRY_COMPARE(machine.events.last(), isPending
+                                                    ? "late destroyed(QObject*) queued in Busy"
+                                                    : "late destroyed(QObject*) in Busy");
+            QVERIFY(machine.m_receptions.last().sender.isNull());
+        }
+    }
+
     void mayBeDestroyedAnywhere()
     {
         for (const char* when : {"exit", "enter", "notify() queued in", "notify() in"}) {
