@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 #include <fcntl.h>
@@ -72,6 +73,27 @@ bool lock(int descriptor)
     return true;
 }
 
+constexpr int endingSignals[]{SIGHUP, SIGINT, SIGTERM};
+
+/// Puts off the signals that end a run.
+class SignalHold
+{
+public:
+    SignalHold()
+    {
+        sigset_t held;
+        sigemptyset(&held);
+        for (const int number : endingSignals)
+            sigaddset(&held, number);
+        pthread_sigmask(SIG_BLOCK, &held, &m_before);
+    }
+    ~SignalHold() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    Q_DISABLE_COPY(SignalHold)
+
+private:
+    sigset_t m_before;
+};
+
 /// Removes a file of a folder when a signal ends the process while the object lives.
 class SignalCleaner
 {
@@ -89,7 +111,7 @@ private:
     // Signals that are ignored stay so.
     static void change(void (*from)(int), void (*to)(int))
     {
-        for (const int number : s_signals) {
+        for (const int number : endingSignals) {
             const auto handler = signal(number, to);
             if (handler != from)
                 signal(number, handler);
@@ -102,7 +124,6 @@ private:
         raise(number);
     }
 
-    static constexpr int s_signals[]{SIGHUP, SIGINT, SIGTERM};
     static inline int s_folder = -1;
     static inline char s_name[NAME_MAX + 1];
 };
@@ -186,11 +207,13 @@ bool ReplaceFile::replace(const Writer& write)
         m_error.isEmpty() && fstatat(m_folder, m_name.constData(), &old, AT_SYMLINK_NOFOLLOW) == 0;
     if (!m_error.isEmpty() || !check(exists || errno == ENOENT, "read", m_name))
         return false;
+    std::optional<SignalHold> hold(std::in_place); // no file is there that nobody would remove
     // Nobody may read it before it has the mode of the old file.
     Descriptor file(createTemporary(exists));
     if (file < 0)
         return false;
     const SignalCleaner cleaner(m_folder, m_temporaryName);
+    hold.reset();
     if (writeTemporary(file, exists ? &old : nullptr, write) &&
         check(renameat(m_folder, m_temporaryName.constData(), m_folder, m_name.constData()) == 0,
               "replace", m_name))
