@@ -131,13 +131,12 @@ class BareSockets
 public:
     explicit BareSockets(bool isEchoing)
     {
-        QTcpServer server;
-        server.listen(QHostAddress::LocalHost);
-        m_near.connectToHost(QHostAddress::LocalHost, server.serverPort());
+        m_server.listen(QHostAddress::LocalHost);
+        m_near.connectToHost(QHostAddress::LocalHost, m_server.serverPort());
         runLoopUntil([&] {
-            return m_near.state() == QTcpSocket::ConnectedState && server.hasPendingConnections();
+            return m_near.state() == QTcpSocket::ConnectedState && m_server.hasPendingConnections();
         });
-        m_far.reset(server.nextPendingConnection());
+        m_far.reset(m_server.nextPendingConnection());
         m_far->setParent(nullptr);
         const auto count = [&](QTcpSocket& end) { received_B += end.readAll().size(); };
         QObject::connect(&m_near, &QTcpSocket::readyRead, [this, count] { count(m_near); });
@@ -157,6 +156,7 @@ private:
     }
 
     const QByteArray m_frame = streamOf(1, frame_B);
+    QTcpServer m_server; // goes on listening, as the other pair's does
     QTcpSocket m_near;
     std::unique_ptr<QTcpSocket> m_far;
 };

@@ -1,6 +1,10 @@
 #include "simulationinterface/simulationinterface.h"
 
+#include "simulationinterface/simulationframe_p.h"
+
 #include <QPointer>
+
+#include <utility>
 
 namespace zeltools::simulationinterface
 {
@@ -14,19 +18,21 @@ SimulationInterface::~SimulationInterface() = default;
 
 void SimulationInterface::write(const QByteArray& data)
 {
-    if (const std::optional<QByteArray> frame = SimulationProtocol::serializeOpt(data))
-        writeSerializedData(*frame);
+    // Its memory serves the next message. Not a member: the endpoint may be deleted meanwhile.
+    static thread_local QByteArray spare;
+    QByteArray frame = std::exchange(spare, {});
+    if (SimulationProtocol::serialize(data, frame))
+        writeSerializedData(frame);
+    spare.swap(frame);
 }
 
 void SimulationInterface::processIncomingData()
 {
-    const QVector<QByteArray> messages = m_protocol.deserialize(incomingData());
-    const QPointer<SimulationInterface> self(this);
-    for (const QByteArray& message : messages) {
+    const QByteArray bytes = incomingData();
+    CompleteFrames frames = m_protocol.takeFrames(bytes);
+    const QPointer<SimulationInterface> self(this); // a listener may delete it
+    for (QByteArray message; self && frames.takeMessage(message);)
         Q_EMIT dataReceived(message);
-        if (!self)
-            return; // a listener deleted it
-    }
 }
 
 } // namespace zeltools::simulationinterface

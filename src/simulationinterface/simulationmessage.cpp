@@ -11,7 +11,9 @@ namespace zeltools::simulationinterface
 
 std::optional<QByteArray> SimulationMessage::encapsulateData(const QByteArray& data)
 {
-    return frame<qint32>(data);
+    QByteArray frame;
+    writeFrame<qint32>(data, frame);
+    return frame;
 }
 
 std::optional<QByteArray> SimulationMessage::fromIncomingDataOpt(const QByteArray& data,

@@ -18,27 +18,45 @@ SimulationProtocol::~SimulationProtocol() = default;
 
 std::optional<QByteArray> SimulationProtocol::serializeOpt(const QByteArray& data)
 {
+    QByteArray frame;
+    return serialize(data, frame) ? std::make_optional(frame) : std::nullopt;
+}
+
+bool SimulationProtocol::serialize(const QByteArray& data, QByteArray& frame)
+{
     if (data.size() > maximumPayload_B) {
         LogFormatter(LogLevel::Warning).log(Log::Simulation)
             << "static optional<QByteArray> "
                "zeltools::simulationinterface::SimulationProtocol::serializeOpt(const QByteArray&)"
             << "too long data";
-        return std::nullopt;
+        return false;
     }
-    return frame<quint16>(data);
+    writeFrame<quint16>(data, frame);
+    return true;
 }
 
 QVector<QByteArray> SimulationProtocol::deserialize(const QByteArray& data)
 {
     QVector<QByteArray> messages;
+    CompleteFrames frames = takeFrames(data);
+    for (QByteArray message; frames.takeMessage(message); message.clear())
+        messages.append(message);
+    return messages;
+}
+
+CompleteFrames SimulationProtocol::takeFrames(const QByteArray& data)
+{
+    CompleteFrames frames;
     if (qint64(m_received_B) + m_payload.size() + data.size() > maximumBuffered_B) {
         LogFormatter(LogLevel::Warning).log(Log::Simulation)
             << "Maximum message size exceeded, clearing rx buffer";
         clear();
-        return messages;
+        return frames;
     }
     const char* next = data.constData();
     const char* const end = next + data.size();
+    bool isBegun = m_received_B > 0;
+    frames.next = frames.end = next;
     while (completeHeader(next, end)) {
         if (static_cast<char>(m_header >> 16) != startOfFrame) {
             LogFormatter(LogLevel::Warning).log(Log::Simulation)
@@ -56,19 +74,26 @@ QVector<QByteArray> SimulationProtocol::deserialize(const QByteArray& data)
             m_payload.append(next, available);
             break;
         }
-        if (m_payload.isEmpty())
-            messages.append(QByteArray(next, missing));
-        else
-            messages.append(std::exchange(m_payload, {}).append(next, missing));
+        if (isBegun)
+            frames.begun = std::exchange(m_payload, {}).append(next, missing);
         next += missing;
+        frames.end = next;
+        if (std::exchange(isBegun, false))
+            frames.next = next;
         m_received_B = 0;
     }
-    return messages;
+    return frames;
 }
 
 // Whether there is the header and at least one byte more.
 bool SimulationProtocol::completeHeader(const char*& next, const char* end)
 {
+    if (m_received_B == 0 && end - next > headerSize_B) { // as nearly always
+        m_header = qFromBigEndian<quint32>(next) >> 8;
+        m_received_B = headerSize_B;
+        next += headerSize_B;
+        return true;
+    }
     for (; m_received_B < headerSize_B && next != end; ++m_received_B)
         m_header = m_header << 8 | static_cast<quint8>(*next++);
     return m_received_B == headerSize_B && (next != end || !m_payload.isEmpty());

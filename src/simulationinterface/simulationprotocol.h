@@ -11,6 +11,8 @@
 namespace zeltools::simulationinterface
 {
 
+class CompleteFrames;
+
 /// Cuts the stream of a simulation channel into messages and wraps messages into frames: the byte
 /// 0x51, the length of the payload in two bytes, the higher one first, and the payload. There is no
 /// checksum and no end marker. One object for each channel, used by one thread.
@@ -50,6 +52,10 @@ Q_SIGNALS:
 private:
     static constexpr int headerSize_B = 3;
 
+    friend class SimulationInterface;
+
+    static bool serialize(const QByteArray& data, QByteArray& frame);
+    CompleteFrames takeFrames(const QByteArray& data);
     bool completeHeader(const char*& next, const char* end);
     void clear();
 

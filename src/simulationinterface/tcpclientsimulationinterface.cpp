@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 TcpClientSimulationInterface::TcpClientSimulationInterface(
     const SimulationInterfaceAddress& address, QObject* parent)
     : SimulationInterface(parent)
-    , m_socket(shareSocket(new QTcpSocket))
+    , m_socket(TcpSocket::share(new QTcpSocket))
     , m_reconnectTimer(this)
     , m_address(TcpSimulationInterfaceCommon::parseAddress(address.address))
 {
@@ -28,7 +28,7 @@ TcpClientSimulationInterface::TcpClientSimulationInterface(
 
 TcpClientSimulationInterface::~TcpClientSimulationInterface()
 {
-    closeSocket(*m_socket, this);
+    m_socket->close(this);
 }
 
 bool TcpClientSimulationInterface::isAddressValid() const
@@ -38,48 +38,48 @@ bool TcpClientSimulationInterface::isAddressValid() const
 
 bool TcpClientSimulationInterface::connected() const
 {
-    return m_socket->state() == QAbstractSocket::ConnectedState;
+    return (*m_socket)->state() == QAbstractSocket::ConnectedState;
 }
 
 QByteArray TcpClientSimulationInterface::incomingData()
 {
-    return readAvailable(*m_socket);
+    return m_socket->readAvailable();
 }
 
 bool TcpClientSimulationInterface::writeSerializedData(const QByteArray& frame)
 {
-    return connected() && writeFrame(*m_socket, frame, m_isStalled);
+    return connected() && m_socket->write(frame);
 }
 
 void TcpClientSimulationInterface::connectSignals()
 {
     connect(&m_reconnectTimer, &QTimer::timeout, this, &TcpClientSimulationInterface::tryToConnect);
-    connect(m_socket.get(), &QTcpSocket::connected, this, [this] {
-        const SharedSocket kept = m_socket;
+    connect(m_socket->get(), &QTcpSocket::connected, this, [this] {
+        const std::shared_ptr<TcpSocket> kept = m_socket;
         m_reconnectTimer.stop();
         Q_EMIT connectedChanged();
     });
     connect(
-        m_socket.get(), &QTcpSocket::disconnected, this,
+        m_socket->get(), &QTcpSocket::disconnected, this,
         [this] {
             m_reconnectTimer.start();
             Q_EMIT connectedChanged();
         },
         Qt::QueuedConnection);
-    connect(m_socket.get(), &QTcpSocket::readyRead, this, [this] {
-        const SharedSocket kept = m_socket;
+    connect(m_socket->get(), &QTcpSocket::readyRead, this, [this] {
+        const std::shared_ptr<TcpSocket> kept = m_socket;
         const QPointer<TcpClientSimulationInterface> self(this);
         do {
             processIncomingData(); // what comes while a listener runs an event loop is not told
-        } while (self && kept->bytesAvailable() > 0);
+        } while (self && (*kept)->bytesAvailable() > 0);
     });
 }
 
 void TcpClientSimulationInterface::tryToConnect()
 {
     // The socket would refuse a second attempt while one is pending, with a line in the log.
-    if (m_socket->state() == QAbstractSocket::UnconnectedState)
-        m_socket->connectToHost(m_address->first, m_address->second);
+    if ((*m_socket)->state() == QAbstractSocket::UnconnectedState)
+        (*m_socket)->connectToHost(m_address->first, m_address->second);
 }
 
 } // namespace zeltools::simulationinterface

@@ -8,10 +8,10 @@
 
 #include <memory>
 
-class QTcpSocket;
-
 namespace zeltools::simulationinterface
 {
+
+class TcpSocket;
 
 /// Connects to a simulator that listens. Tries at once and every three seconds until it is
 /// connected, and again after each disconnection; attempts that fail are not logged.
@@ -34,10 +34,9 @@ private:
     void connectSignals();
     void tryToConnect();
 
-    std::shared_ptr<QTcpSocket> m_socket;
+    std::shared_ptr<TcpSocket> m_socket;
     QTimer m_reconnectTimer;
     std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
-    bool m_isStalled = false;
 };
 
 } // namespace zeltools::simulationinterface

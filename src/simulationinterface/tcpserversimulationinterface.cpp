@@ -42,7 +42,7 @@ TcpServerSimulationInterface::TcpServerSimulationInterface(
 TcpServerSimulationInterface::~TcpServerSimulationInterface()
 {
     if (m_client)
-        closeSocket(*m_client, this);
+        m_client->close(this);
 }
 
 bool TcpServerSimulationInterface::isAddressValid() const
@@ -57,12 +57,12 @@ bool TcpServerSimulationInterface::connected() const
 
 QByteArray TcpServerSimulationInterface::incomingData()
 {
-    return m_client ? readAvailable(*m_client) : QByteArray();
+    return m_client ? m_client->readAvailable() : QByteArray();
 }
 
 bool TcpServerSimulationInterface::writeSerializedData(const QByteArray& frame)
 {
-    return m_client && writeFrame(*m_client, frame, m_isStalled);
+    return m_client && m_client->write(frame);
 }
 
 void TcpServerSimulationInterface::acceptConnection()
@@ -79,14 +79,13 @@ void TcpServerSimulationInterface::acceptConnection()
 
 void TcpServerSimulationInterface::attach(QTcpSocket* socket)
 {
-    socket->setParent(nullptr); // it may outlive the server
-    m_client = shareSocket(socket);
+    m_client = TcpSocket::share(socket); // not the server's: it may outlive it
     connect(socket, &QTcpSocket::readyRead, this, [this] {
-        const SharedSocket kept = m_client;
+        const std::shared_ptr<TcpSocket> kept = m_client;
         const QPointer<TcpServerSimulationInterface> self(this);
         do {
             processIncomingData(); // what comes while a listener runs an event loop is not told
-        } while (self && m_client == kept && kept->bytesAvailable() > 0);
+        } while (self && m_client == kept && (*kept)->bytesAvailable() > 0);
     });
     connect(socket, &QTcpSocket::disconnected, this, [this] {
         m_client.reset();

@@ -11,6 +11,8 @@
 namespace zeltools::simulationinterface
 {
 
+class TcpSocket;
+
 /// Listens for a simulator and serves one at a time: while one is attached, others are closed at
 /// once.
 class ZELTOOLS_EXPORT TcpServerSimulationInterface : public SimulationInterface
@@ -34,9 +36,8 @@ private:
     void attach(QTcpSocket* socket);
 
     QTcpServer m_server;
-    std::shared_ptr<QTcpSocket> m_client; // null while no simulator is attached
+    std::shared_ptr<TcpSocket> m_client; // null while no simulator is attached
     std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
-    bool m_isStalled = false;
 };
 
 } // namespace zeltools::simulationinterface

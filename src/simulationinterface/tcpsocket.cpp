@@ -1,7 +1,11 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "simulationinterface/simulationframe_p.h"
 #include "simulationinterface/simulationprotocol.h"
 #include "simulationinterface/tcpsocket_p.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace zeltools::simulationinterface
 {
@@ -10,6 +14,7 @@ namespace
 {
 
 constexpr int maximumUnread_B = 64 * 1024;
+constexpr int batch_B = 64 * 1024;
 constexpr qint64 maximumUnsent_B = qint64(64) * 1024 * 1024;
 
 // All but the last byte of the longest frame may be kept when a socket's buffer is taken: no stream
@@ -19,38 +24,66 @@ static_assert(3 + SimulationProtocol::maximumPayload_B - 1 + maximumUnread_B <=
 
 } // namespace
 
-SharedSocket shareSocket(QTcpSocket* socket)
+std::shared_ptr<TcpSocket> TcpSocket::share(QTcpSocket* socket)
 {
+    return {new TcpSocket(socket), [](TcpSocket* unused) { unused->deleteLater(); }};
+}
+
+TcpSocket::TcpSocket(QTcpSocket* socket)
+    : m_socket(socket)
+{
+    socket->setParent(this);
     socket->setReadBufferSize(maximumUnread_B);
-    return {socket, [](QTcpSocket* unused) { unused->deleteLater(); }};
+    // A message must not wait until the peer has acknowledged the one before.
+    const auto sendAtOnce = [socket] {
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    };
+    sendAtOnce();
+    connect(socket, &QTcpSocket::connected, this, sendAtOnce);
+    connect(socket, &QTcpSocket::bytesWritten, this, &TcpSocket::handOver);
+    connect(socket, &QTcpSocket::disconnected, this, [this] { m_unsent.clear(); });
 }
 
-void closeSocket(QTcpSocket& socket, const QObject* listener)
+QByteArray TcpSocket::readAvailable()
 {
-    socket.disconnect(listener);
-    socket.flush();
-    socket.abort();
+    char* const bytes = renew(m_received, static_cast<int>(m_socket->bytesAvailable()));
+    if (!m_received.isEmpty())
+        m_received.resize(static_cast<int>(m_socket->read(bytes, m_received.size())));
+    return m_received;
 }
 
-QByteArray readAvailable(QTcpSocket& socket)
+bool TcpSocket::write(const QByteArray& frame)
 {
-    QByteArray bytes(static_cast<int>(socket.bytesAvailable()), Qt::Uninitialized);
-    if (!bytes.isEmpty())
-        bytes.truncate(static_cast<int>(socket.read(bytes.data(), bytes.size())));
-    return bytes;
-}
-
-bool writeFrame(QTcpSocket& socket, const QByteArray& frame, bool& isStalled)
-{
-    const bool wasStalled = isStalled;
-    isStalled = socket.bytesToWrite() + frame.size() > maximumUnsent_B;
-    if (!isStalled)
-        return socket.write(frame.constData(), frame.size()) == frame.size();
-    if (!wasStalled) {
-        LogFormatter(LogLevel::Warning).log(Log::Simulation)
-            << "The simulator does not read, dropping data";
+    const bool wasStalled = m_isStalled;
+    const qint64 unsent_B = m_socket->bytesToWrite() + m_unsent.size();
+    m_isStalled = unsent_B + frame.size() > maximumUnsent_B;
+    if (m_isStalled) {
+        if (!wasStalled) {
+            LogFormatter(LogLevel::Warning).log(Log::Simulation)
+                << "The simulator does not read, dropping data";
+        }
+        return false;
     }
-    return false;
+    if (unsent_B == 0)
+        return m_socket->write(frame) == frame.size();
+    m_unsent.reserve(std::max(m_unsent.size() + frame.size(), batch_B));
+    m_unsent.append(frame.constData(), frame.size());
+    if (m_unsent.size() + frame.size() > batch_B)
+        handOver();
+    return true;
+}
+
+void TcpSocket::close(const QObject* listener)
+{
+    m_socket->disconnect(listener);
+    m_socket->flush(); // which tells of each write, and is given the rest then
+    m_socket->abort();
+}
+
+void TcpSocket::handOver()
+{
+    if (!m_unsent.isEmpty())
+        m_socket->write(std::exchange(m_unsent, {})); // which keeps the array instead of a copy
 }
 
 } // namespace zeltools::simulationinterface

@@ -8,24 +8,40 @@
 namespace zeltools::simulationinterface
 {
 
-/// The socket of an endpoint. The last copy leaves the deletion to the event loop, since a socket
-/// goes on after each of its signals, though a listener may have deleted the endpoint. A listener
-/// may also run an event loop in which that happens: whoever hands a signal on keeps a copy until
-/// he returns.
-using SharedSocket = std::shared_ptr<QTcpSocket>;
+/// The socket of an endpoint, with bounds on what it keeps in both directions, so that a flood
+/// waits with the sender.
+///
+/// Frames that find others waiting are gathered, so that the socket is called once for 64 KiB of
+/// them.
+class TcpSocket : public QObject
+{
+public:
+    /// Takes the socket over. The last copy leaves the deletion to the event loop, since a socket
+    /// goes on after each of its signals, though a listener may have deleted the endpoint. A
+    /// listener may also run an event loop in which that happens: whoever hands a signal on keeps a
+    /// copy until he returns.
+    static std::shared_ptr<TcpSocket> share(QTcpSocket* socket);
 
-/// Takes the socket over and bounds what it buffers, so that a flood waits with the sender.
-SharedSocket shareSocket(QTcpSocket* socket);
+    QTcpSocket* operator->() const { return m_socket; }
+    QTcpSocket* get() const { return m_socket; }
 
-/// Closes the socket of an endpoint that is being destroyed, which must hear of it no more. What
-/// was written and fits into the system's buffer still reaches the peer.
-void closeSocket(QTcpSocket& socket, const QObject* listener);
+    /// All bytes that can be read.
+    QByteArray readAvailable();
+    /// Takes the frame as a whole or not at all. When the peer leaves more than 64 MiB unread,
+    /// frames are lost, with a Warning for the first of them.
+    bool write(const QByteArray& frame);
+    /// For an endpoint that is being destroyed, and must hear of it no more. What was written and
+    /// fits into the system's buffer still reaches the peer.
+    void close(const QObject* listener);
 
-/// All bytes that can be read, without the detours of readAll().
-QByteArray readAvailable(QTcpSocket& socket);
+private:
+    explicit TcpSocket(QTcpSocket* socket);
+    void handOver();
 
-/// Writes the frame as a whole or not at all. When the peer leaves more than 64 MiB unread, frames
-/// are lost, with a Warning for the first of them: `isStalled` remembers that.
-bool writeFrame(QTcpSocket& socket, const QByteArray& frame, bool& isStalled);
+    QTcpSocket* m_socket;
+    QByteArray m_received;
+    QByteArray m_unsent; // behind what the socket has
+    bool m_isStalled = false;
+};
 
 } // namespace zeltools::simulationinterface
