@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-# What becomes of the environment file when the machine fails while `zelctl env` writes it:
-# powercut.py EXPERIMENT ZELCTL [--short]. Exit status 0: it is the old or the new one, every time;
+# What becomes of the environment file when the machine fails while it is written by `zelctl env`:
+# powercut.py EXPERIMENT PROGRAM [--short] [--board]. Exit status 0: it is the old or the new one, every time;
 # 77: cannot run here; any other: it is not.
 
 import fcntl
@@ -34,13 +34,31 @@ def edit(file, value):
     require(set(os.listdir(file.parent)) <= {file.name, "lost+found", "neighbour"}, "a leftover")
 
 
-# SIGKILL at each system call of an edit that touches files: of a new file, of one that is there,
-# and of one beside the leftover of an earlier kill.
-def edit_killed(root):
+def need_strace():
     if not shutil.which("strace"):
         print("skipped: needs strace")
         sys.exit(77)
     os.environ["ASAN_OPTIONS"] = "detect_leaks=0"  # which strace makes impossible
+
+
+# What the board's application saves is forced to storage before it says so; a desktop is spared
+# that, and neither has its clock set.
+def save_synced(root):
+    need_strace()
+    log, environment = root / "calls", root / "environment"
+    environment.write_text("SHOW_STATISTICS=1\n")
+    strace = ["strace", "-f", "-qq", "-y", "-o", log]
+    calls = "trace=fsync,fdatasync,sync,clock_settime,settimeofday"
+    subprocess.run([*strace, "-e", calls, PROGRAM, "--environment", environment], check=True,
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    found = re.findall(r"(?m)^\d+ +(\w+)\((?:\d+<.*/(\w+)>)?", log.read_text())
+    require(found == [("fsync", "environment")] * ("--board" in OPTIONS), found)
+
+
+# SIGKILL at each system call of an edit that touches files: of a new file, of one that is there,
+# and of one beside the leftover of an earlier kill.
+def edit_killed(root):
+    need_strace()
     folder, log, outcomes = root / "folder", root / "calls", set()
     file = folder / "env"
     strace = ["strace", "-f", "-qq", "-o", log, "-e", "trace=%file,%desc"]
