@@ -1,6 +1,10 @@
 // Debian's Qt is built without the thread sanitizer, which therefore does not know that a QMutex
-// orders the threads that take it. These definitions come before Qt's own in every test program,
-// call them, and tell the sanitizer.
+// orders the threads that take it, nor that a thread of a pool begins after its work was handed
+// over. These definitions come before Qt's own in every test program, call them, and tell the
+// sanitizer.
+
+#include <functional>
+#include <utility>
 
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
@@ -38,4 +42,19 @@ extern "C" __attribute__((visibility("default"))) void _ZN6QMutex6unlockEv(void*
     static const auto unlock = real<void(void*)>("_ZN6QMutex6unlockEv");
     __tsan_release(mutex);
     unlock(mutex);
+}
+
+using Work = std::function<void()>;
+// An argument of a class with a destructor is passed as its address.
+extern "C" __attribute__((visibility("default"))) void
+_ZN11QThreadPool5startESt8functionIFvvEEi(void* pool, Work* work, int priority)
+{
+    static const auto start =
+        real<void(void*, Work*, int)>("_ZN11QThreadPool5startESt8functionIFvvEEi");
+    __tsan_release(pool);
+    Work told = [pool, inner = std::move(*work)] {
+        __tsan_acquire(pool);
+        inner();
+    };
+    start(pool, &told, priority);
 }

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "datamodel/rowchanges_p.h"
+#include "folderlistmodel.h"
+
+#include <QRegularExpression>
+
+#include <atomic>
+
+namespace tools::datamodel
+{
+
+struct FolderQuery
+{
+    QString folder;
+    QStringList nameFilters;
+    bool showFolders = true;
+    bool showFiles = true;
+    FolderListModel::SortField sortField = FolderListModel::SortByName;
+    bool sortReversed = false;
+};
+
+/// Reads a folder once, in any thread, and works out what that changes in the rows of before.
+class FolderListing : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Small enough for the watches that a machine has (8192 for all programs on older kernels).
+    static constexpr int mostFilesToFollow = 256;
+
+    FolderListing(int serial, FolderQuery query, FolderRows before);
+
+    void run();
+    /// From any thread: run() ends soon, with nothing said.
+    void cancel() { m_isCanceled = true; }
+
+    const FolderQuery& query() const { return m_query; }
+    // The rest after finished():
+    bool isReadable() const { return m_error == 0; }
+    int error() const { return m_error; } ///< errno
+    int unspeakableNames() const { return m_unspeakableNames; }
+    int duration_ms() const { return m_duration_ms; }
+    const FolderRows& rows() const { return m_rows; }
+    const RowChanges& changes() const { return m_changes; }
+    /// The files whose content can be followed: all that can, or none when they are too many.
+    const QStringList& filesToFollow() const { return m_filesToFollow; }
+
+Q_SIGNALS:
+    void finished(int serial);
+
+private:
+    void read();
+    void addEntry(int folder, const char* name, unsigned char type);
+    bool matches(const QString& name) const;
+    void chooseFilesToFollow();
+    bool isBefore(const FolderEntry& left, const FolderEntry& right) const;
+
+    const int m_serial;
+    const FolderQuery m_query;
+    const FolderRows m_before;
+    std::atomic<bool> m_isCanceled{false};
+    QVector<QRegularExpression> m_filters;
+    int m_error = 0;
+    int m_unspeakableNames = 0;
+    int m_duration_ms = 0;
+    FolderRows m_rows;
+    RowChanges m_changes;
+    QStringList m_filesToFollow;
+};
+
+} // namespace tools::datamodel

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QExplicitlySharedDataPointer>
+#include <QSharedData>
+#include <QString>
+#include <QVector>
+
+#include <algorithm>
+
+namespace tools::datamodel
+{
+
+/// A file or folder, as it was when it was read. Shared between threads, never changed.
+struct FolderEntry : QSharedData
+{
+    FolderEntry(const QString& entryName, bool isAFolder, qint64 sizeInBytes, qint64 time_ms)
+        : name(entryName)
+        , isFolder(isAFolder)
+        , size_B(sizeInBytes)
+        , modified_ms(time_ms)
+    {
+    }
+
+    const QString name;
+    const bool isFolder;
+    const qint64 size_B;
+    const qint64 modified_ms; // since 1970, in UTC
+
+    QStringRef baseName() const { return name.leftRef(dot()); }
+    QStringRef suffix() const { return name.midRef(dot() + 1); }
+
+private:
+    int dot() const
+    {
+        const int last = isFolder ? -1 : name.lastIndexOf(QLatin1Char('.'));
+        return last < 0 ? name.size() : last;
+    }
+};
+
+using FolderRows = QVector<QExplicitlySharedDataPointer<const FolderEntry>>;
+
+inline QString pathPrefix(const QString& folder)
+{
+    return folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/');
+}
+
+/// The way from some rows to others, in the order of the members: each step counts on those before.
+struct RowChanges
+{
+    struct Range
+    {
+        int first;
+        int count;
+    };
+    struct Move
+    {
+        int first;
+        int count;
+        int before; ///< the row in front of which they come, counted before they move
+    };
+    struct Change
+    {
+        int first;
+        int count;
+        QVector<int> roles;
+    };
+
+    QVector<Range> removed;  ///< from the back
+    QVector<Move> moved;     ///< the fewest rows, at most `mostMoves` times
+    QVector<int> order;      ///< in place of more: where each of the remaining rows goes
+    QVector<Range> inserted; ///< from the front
+    QVector<Change> changed;
+
+    static constexpr int mostMoves = 64;
+};
+
+/// Takes n log n steps for n rows; those of one name are the same one.
+RowChanges findRowChanges(const FolderRows& from, const FolderRows& to);
+
+template <typename T>
+void rotateRows(QVector<T>& rows, const RowChanges::Move& move)
+{
+    const auto first = rows.begin() + move.first, end = first + move.count;
+    const auto before = rows.begin() + move.before;
+    if (move.before < move.first)
+        std::rotate(before, first, end);
+    else
+        std::rotate(first, end, before);
+}
+
+} // namespace tools::datamodel

@@ -1,0 +1,270 @@
+#include "folderlistmodel.h"
+#include "support.h"
+
+#include <QAbstractItemModelTester>
+#include <QtTest>
+
+#include <memory>
+#include <random>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace tools::datamodel;
+using Tester = QAbstractItemModelTester;
+
+namespace
+{
+
+/// A folder and a model of it, with what a view makes of the model's signals alone.
+class Fixture : public QObject
+{
+public:
+    Fixture()
+    {
+        connect(&model, &FolderListModel::rowsInserted, [this](auto&, int first, int last) {
+            for (int row = first; row <= last; ++row)
+                view.insert(row, text(row));
+            note("insert", first, last);
+        });
+        connect(&model, &FolderListModel::rowsRemoved, [this](auto&, int first, int last) {
+            view.erase(view.begin() + first, view.begin() + last + 1);
+            note("remove", first, last);
+        });
+        connect(&model, &FolderListModel::rowsMoved,
+                [this](auto&, int first, int last, auto&, int before) {
+                    const auto at = view.begin();
+                    before > last ? std::rotate(at + first, at + last + 1, at + before)
+                                  : std::rotate(at + before, at + first, at + last + 1);
+                    note("move", first, last);
+                });
+        connect(&model, &FolderListModel::dataChanged,
+                [this](const QModelIndex& first, const QModelIndex& last, const auto& roles) {
+                    read(first.row(), last.row());
+                    if (roles.contains(FolderListModel::SizeRole)) // or only the time
+                        note("size", first.row(), last.row());
+                });
+        connect(&model, &FolderListModel::layoutChanged, [this] {
+            read(0, view.size() - 1);
+            journal += "layout";
+        });
+        connect(&model, &FolderListModel::modelReset, [this] { view.clear(); });
+        model.setFolder(dir.path());
+    }
+
+    QString path(const QString& name) const { return dir.filePath(name); }
+    void write(const QString& name, int size = 0) const
+    {
+        support::writeFile(path(name), QByteArray(size, 'x'));
+    }
+    void run(const QString& command) const
+    {
+        QCOMPARE(QProcess::execute("sh", {"-c", "cd $0 && " + command, dir.path()}), 0);
+    }
+    QVariant data(int row, int role) const { return model.index(row).data(role); }
+    QString text(int row) const
+    {
+        return text(QVariantList{data(row, Qt::DisplayRole), data(row, FolderListModel::SizeRole),
+                                 data(row, FolderListModel::IsFolderRole),
+                                 data(row, FolderListModel::ModifiedRole)});
+    }
+    QString names() { return QStringList(view).replaceInStrings(QRegExp(" .*"), "").join(' '); }
+    // The view as Qt has it.
+    QStringList expected() const
+    {
+        QStringList texts;
+        const auto kinds = (model.showFolders() ? QDir::AllDirs : QDir::NoDot) |
+                           (model.showFiles() ? QDir::Files : QDir::NoDot);
+        const auto order = model.sortReversed() ? QDir::Reversed : QDir::Name;
+        const auto infos = QDir(dir.path())
+                               .entryInfoList(model.nameFilters(), kinds | QDir::NoDotAndDotDot,
+                                              QDir::DirsFirst | QDir::IgnoreCase | order);
+        for (const auto& info : infos)
+            texts += text(QVariantList{info.fileName(), info.isDir() ? 0 : info.size(),
+                                       info.isDir(), info.lastModified()});
+        return texts;
+    }
+
+    const QTemporaryDir dir;
+    FolderListModel model;
+    const Tester tester{&model, Tester::FailureReportingMode::QtTest};
+    QStringList view, journal;
+
+private:
+    static QString text(const QVariant& row) { return row.toStringList().join(' '); }
+    void read(int first, int last)
+    {
+        for (int row = first; row <= last; ++row)
+            view[row] = text(row);
+    }
+    void note(const char* what, int first, int last)
+    {
+        journal += QString("%1 %2-%3").arg(what).arg(first).arg(last);
+    }
+};
+
+} // namespace
+
+class TestFolderListModel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void staysLikeTheFolder()
+    {
+        Fixture f;
+        std::mt19937 random(7);
+        const auto any = [&random](int count) { return int(random() % uint(count)); };
+        for (int round = 0; round < 25; ++round) {
+            QVector<QPair<QPersistentModelIndex, QString>> held;
+            for (int row = 0; row < f.model.count(); ++row)
+                held.append({f.model.index(row), f.data(row, Qt::DisplayRole).toString()});
+            for (int change = any(100); change > 0; --change) {
+                const QString name = QString("%1.%2").arg(any(300), 3).arg("tLx"[any(3)]);
+                if (any(4) == 0)
+                    QFile::remove(f.path(name)) || QDir(f.path(name)).removeRecursively();
+                else if (any(6) == 0)
+                    QDir().mkpath(f.path(name));
+                else if (any(3) == 0)
+                    QFile::rename(f.path(name), f.path(name + "r"));
+                else if (!QFileInfo(f.path(name)).isDir())
+                    f.write(name, any(50));
+            }
+            f.model.setShowFolders(any(4) != 0);
+            f.model.setShowFiles(any(4) != 0);
+            f.model.setSortReversed(any(4) == 0);
+            f.model.setNameFilters(any(4) == 0 ? QStringList{"*.T", "1??.l"} : QStringList());
+            f.model.refresh(); // there are more files than are followed
+            QTRY_COMPARE(f.view, f.expected());
+            for (const auto& [index, name] : qAsConst(held))
+                QVERIFY(!index.isValid() || index.data() == name);
+        }
+        QVERIFY(f.journal.contains("layout") && !f.journal.filter("move").isEmpty());
+    }
+
+    void tellsTheFewestChanges()
+    {
+        Fixture f;
+        connect(&f.model, &FolderListModel::rowsInserted, [&] {
+            f.model.refresh(); // between two changes of rows
+            QTest::qWait(20);
+        });
+        const QVector<QPair<std::function<void()>, QString>> rows{
+            {[&] {
+                 f.write("b.2"), f.write("c.1"), f.write("d.5"), f.write("e.4"), f.write("f.3");
+             },
+             "insert 0-4"},
+            {[&] { f.write("a.6"), f.write("e2"), f.write("e3"); }, "insert 0-0 insert 5-6"},
+            {[&] { f.write("b.2", 4), f.write("c.1", 9), f.write("e2", 1); }, "size 1-2 size 5-5"},
+            {[&] { f.model.setSortField(FolderListModel::SortBySize); }, "move 5-5 move 1-2"},
+            {[&] { f.model.setSortField(FolderListModel::SortByName); }, "move 6-7 move 7-7"},
+            {[&] { f.run("rm e2 e3 && mv a.6 g.6"); }, "remove 5-6 remove 0-0 insert 5-5"},
+            {[&] { f.model.setSortField(FolderListModel::SortBySuffix); },
+             "move 0-0 move 3-3 move 2-2"}};
+        for (const auto& [change, expected] : rows) {
+            QThreadPool::globalInstance()->waitForDone(); // or half of the change might be read
+            f.journal.clear();
+            change();
+            QTRY_COMPARE(f.journal.join(' '), expected);
+        }
+        QCOMPARE(f.names(), "c.1 b.2 f.3 e.4 d.5 g.6");
+    }
+
+    void showsOddEntries()
+    {
+        Fixture f;
+        f.write("two.dots.txt", 3);
+        f.run("mkdir deep.er && mkfifo pipe && touch .hidden $(printf 'bad\\377\\376') && "
+              "ln -s . here && ln -s nowhere broken && ln -s loop loop && ln -s two.dots.txt file");
+        support::LineRecorder lines;
+        QTRY_COMPARE(f.names(), "deep.er here broken file loop pipe two.dots.txt");
+        QCOMPARE(lines.take().size(), 1); // of the one that is left out
+        QCOMPARE(f.data(6, FolderListModel::PathRole), f.path("two.dots.txt"));
+        QCOMPARE(f.data(6, FolderListModel::BaseNameRole), "two.dots");
+        QVERIFY(f.data(6, FolderListModel::SuffixRole) == "txt" &&
+                f.text(0).startsWith("deep.er 0 true"));
+    }
+
+    // A log file that is rotated: another one has its name while somebody still reads it.
+    void followsFilesAndReadsFloodsAtOnce()
+    {
+        Fixture f;
+        f.write("log");
+        // Before it is followed.
+        connect(&f.model, &FolderListModel::rowsInserted, [&] { f.write("log", 3); });
+        QTRY_COMPARE(f.data(0, FolderListModel::SizeRole), 3);
+        QFile old(f.path("log"));
+        QVERIFY(old.open(QIODevice::ReadOnly));
+        f.write(".new", 5);
+        f.run("mv .new log");
+        QTRY_COMPARE(f.view, f.expected());
+        QElapsedTimer timer;
+        timer.start();
+        for (int size = 1; size <= 300; ++size) {
+            f.write("log", size);
+            QCoreApplication::processEvents();
+        }
+        QTRY_COMPARE(f.view, f.expected());
+        QVERIFY2(f.journal.size() <= timer.elapsed() / 100 + 4, qPrintable(f.journal.join(' ')));
+    }
+
+    void waitsForTheFolder()
+    {
+        Fixture f;
+        const QString folder = f.path("a/b/c");
+        support::LineRecorder lines;
+        f.model.setFolder(QUrl::fromLocalFile(folder).toString() + "/");
+        QCOMPARE(f.model.folder(), folder);
+        for (int round = 0; round < 3; ++round) {
+            QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
+            QCOMPARE(lines.take().size(), 1);
+            QVERIFY(f.view.isEmpty() && QDir().mkpath(folder));
+            f.write("a/b/c/file");
+            QTRY_COMPARE(f.names(), "file");
+            QCOMPARE(f.model.status(), FolderListModel::Ready);
+            QDir(f.path("a")).removeRecursively();
+        }
+        QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
+        f.model.setFolder("");
+        QCOMPARE(f.model.status(), FolderListModel::NoFolder);
+
+        if (::geteuid() != 0)
+            return; // only root can become somebody who may not read
+        QVERIFY(QDir().mkpath(folder) && ::chmod(QFile::encodeName(f.dir.path()), 0755) == 0);
+        QVERIFY(::chmod(QFile::encodeName(folder), 0) == 0 && ::seteuid(65534) == 0);
+        f.model.setFolder(folder);
+        QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
+        QVERIFY(::seteuid(0) == 0 && ::chmod(QFile::encodeName(folder), 0755) == 0);
+        QTRY_COMPARE(f.model.status(), FolderListModel::Ready);
+    }
+
+    void dropsWhatComesLate()
+    {
+        Fixture large, f;
+        for (int i = 0; i < 3000; ++i)
+            large.write(QString::number(i));
+        f.write("only");
+        QTRY_COMPARE(f.names(), "only");
+        for (int delay = 0; delay < 20; ++delay) {
+            f.model.setFolder(large.dir.path());
+            QCOMPARE(f.view, QStringList());
+            QTest::qWait(delay); // to any point of the listing
+            f.model.setFolder(f.dir.path());
+            QTRY_COMPARE(f.names(), "only");
+
+            FolderListModel dying;
+            dying.setFolder(large.dir.path());
+            QTest::qWait(delay);
+        }
+        // Set in the middle of changes, and events handled there.
+        connect(&f.model, &FolderListModel::rowsInserted, [&] {
+            f.model.setFolder(f.dir.path());
+            QTest::qWait(10);
+        });
+        f.model.setFolder(large.dir.path());
+        QTRY_COMPARE(f.names(), "only");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFolderListModel)
+#include "tst_folderlistmodel.moc"
