@@ -4,6 +4,8 @@
 #include "cycles.h"
 #include "drinkcycle.h"
 #include "linetally.h"
+#include "logfolder.h"
+#include "settings.h"
 #include "simulation.h"
 #include "switches.h"
 
@@ -113,16 +115,18 @@ int main(int argc, char** argv)
     if (parser.isSet(clock))
         isSimulated = followClock(parser.value(clock), out) && isSimulated;
     LineTally tally;
+    LogFolder logFolder;
     const bool hasRotated = makeDrinksUntilRotation(tally);
     LogManager::instance()->syncLogs();
     printHistory(out);
-    const bool isSaved = changeAndSaveSwitches(out);
+    const bool areFilesShown = logFolder.show(out);
+    const bool isSaved = changeSettings(out) && changeAndSaveSwitches(out);
     tally.readFiles(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
     LogManager::instance()->finalizeLogFiles();
 
     out << '\n' << tally.table() << '\n';
-    const bool isRight =
-        hasRotated && tally.isComplete() && isSaved && haveCyclesRun && isSimulated;
+    const bool isRight = hasRotated && tally.isComplete() && areFilesShown && isSaved &&
+                         haveCyclesRun && isSimulated;
     out << (isRight ? "Every line is where it belongs.\n"
                     : "FAILED: something is missing, misplaced or went wrong.\n");
     return isRight ? 0 : 1;
