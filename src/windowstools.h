@@ -8,7 +8,8 @@
 #include <chrono>
 #include <functional>
 
-/// Runs command lines and waits for them, and changes the environment of this process.
+/// Runs command lines and waits for them, changes the environment of this process, and tells where
+/// it is when it crashes.
 ///
 /// A command line goes to "/bin/sh -c", so redirections and pipes work; never put text from outside
 /// into one. Standard input is empty. What the command prints on both outputs goes to the log line
@@ -51,6 +52,34 @@ public:
     static bool setEnv(const QString& name, const QString& value);
     /// Removes the variable, if it is there. Otherwise as setEnv().
     static bool unsetEnv(const QString& name);
+
+    /// The calls that led here, the caller of this method first, as in
+    ///
+    ///     "DrinkCycle::brew(int)+0x1c (demo+0x4f21)"
+    ///
+    /// A function that its program or library does not export has "?" for a name; `addr2line -Cfe`
+    /// finds it by the second part. A program exports its own functions with the linker's
+    /// "-rdynamic" (ENABLE_EXPORTS in CMake). At most 64 calls; what the compiler has merged into
+    /// its caller is not there.
+    static QStringList callStack();
+    /// Logs them at Info under Log::Global, a line each.
+    static void printCallStack();
+
+    /// From now on a crash (SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT) prints its signal and the
+    /// calls that led to it to standard error, then ends the process as it would have without: the
+    /// exit status and the core dump stay. Not to the log files, which need locks and memory that
+    /// the crash may have left in any state; for the same reason names are not demangled (c++filt
+    /// does that).
+    ///
+    /// Call it from the main thread, which alone can also tell of a stack overflow. A handler that
+    /// was there before is replaced.
+    static void installSignalHandlers();
+
+    /// Would have the hardware restart a machine on which feedWatchdog() is not called for so long.
+    /// There is no such hardware here: it does nothing but log that, and returns false.
+    static bool startWatchdog(std::chrono::seconds timeLimit);
+    /// Does nothing.
+    static void feedWatchdog();
 
 private:
     friend class TestWindowsTools;

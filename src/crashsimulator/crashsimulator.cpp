@@ -1,0 +1,65 @@
+#include "crashsimulator/crashsimulator.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "monitoredthreads/monitoredqthread.h"
+
+#include <QCoreApplication>
+
+using monitored_threads::AutoTick;
+using monitored_threads::MonitoredQThread;
+
+namespace crash_simulator
+{
+
+CrashSimulator::CrashSimulator(QObject* parent)
+    : QObject(parent)
+{
+}
+
+CrashSimulator::~CrashSimulator() = default;
+
+void CrashSimulator::simulateStallSecondaryThread()
+{
+    auto* const thread =
+        new MonitoredQThread(QStringLiteral("Secondary thread test"), AutoTick::On);
+    connect(
+        thread, &QThread::started, this,
+        [this] {
+            LogFormatter(LogLevel::Info).log(Log::Global)
+                << "Sleeping forever in secondary thread !";
+            stall();
+        },
+        Qt::DirectConnection);
+    thread->start(QThread::InheritPriority);
+}
+
+void CrashSimulator::simulateStallMainThread()
+{
+    if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
+        LogFormatter(LogLevel::Error).log(Log::Global)
+            << "void crash_simulator::CrashSimulator::simulateStallMainThread()"
+            << "Not in main thread, aborting";
+        return;
+    }
+    LogFormatter(LogLevel::Info).log(Log::Global) << "Sleeping forever in main thread !";
+    stall();
+}
+
+// The sanitizer of undefined behaviour would end the process in its own way.
+__attribute__((no_sanitize("undefined"))) void CrashSimulator::simulateApplicationCrash()
+{
+    // Not known to the compiler, which would be free to leave the read out.
+    const volatile qint32* volatile ptr = nullptr;
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): that is what it is for
+    LogFormatter(LogLevel::Info).log(Log::Global) << "*ptr: " << qint32(*ptr);
+}
+
+void CrashSimulator::stall()
+{
+    constexpr unsigned long nap_s = 1000;
+    for (;;)
+        QThread::sleep(nap_s);
+}
+
+} // namespace crash_simulator

@@ -1,0 +1,199 @@
+#include "dmesg/dmesg.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "logging/zelassert.h"
+#include "path.h"
+#include "platform.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdlib>
+
+namespace dmesg
+{
+
+namespace
+{
+
+// Empty lines count nothing for the limit, but each takes a pointer.
+constexpr qint64 s_fewestLinesKept = qint64(1024) * 1024;
+
+void releaseAssert(bool isTrue, const char* condition, const char* message, int line)
+{
+    if (isTrue)
+        return;
+    printReleaseAssertMsg(condition, message, __FILE__, line);
+    // No destructors: that of the capture would wait for the thread that may have failed.
+    std::_Exit(1);
+}
+
+} // namespace
+
+Dmesg* Dmesg::instance()
+{
+    static Dmesg dmesg;
+    return &dmesg;
+}
+
+Dmesg::Dmesg()
+{
+    connect(&m_process, &DmesgProcess::newLines, this, &Dmesg::onProcessNewLines,
+            Qt::DirectConnection);
+    initLogFile();
+    setCommand({QStringLiteral("script"),
+                {QStringLiteral("--quiet"), QStringLiteral("--command"),
+                 QStringLiteral("dmesg --follow --ctime"), QStringLiteral("/dev/null")}});
+}
+
+Dmesg::~Dmesg()
+{
+    if (m_process.isRunning())
+        m_process.stop();
+}
+
+void Dmesg::start()
+{
+    if constexpr (platform::isBoard)
+        m_process.start();
+}
+
+void Dmesg::setConfig(const Config& config)
+{
+    releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
+                  "Can't set config while running", __LINE__);
+    const QMutexLocker locker(&m_mutex);
+    m_logFile.reset();
+    m_config = config;
+    initLogFile();
+}
+
+void Dmesg::setCommand(const System::Command& command)
+{
+    releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
+                  "Can't set command while running", __LINE__);
+    m_process.setCommand(command);
+}
+
+RotatingLogFileConfiguration Dmesg::makeLogFileConfig(float maximumSizeMiB, int secondaryFilesCount,
+                                                      bool compressed)
+{
+    return {maximumSizeMiB, secondaryFilesCount, compressed};
+}
+
+QStringList Dmesg::lines()
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_lines;
+}
+
+QString Dmesg::linesToString(int maxLines, Order order)
+{
+    const QMutexLocker locker(&m_mutex);
+    const int count = maxLines == 0 ? m_lines.count() : qBound(0, maxLines, m_lines.count());
+    const int first = m_lines.count() - count;
+    int size = count;
+    for (int i = first; i < first + count; ++i)
+        size += m_lines.at(i).size();
+    QString text;
+    text.reserve(size);
+    for (int i = 0; i < count; ++i) {
+        if (i > 0)
+            text += QLatin1Char('\n');
+        text += m_lines.at(order == OlderFirst ? first + i : first + count - 1 - i);
+    }
+    return text;
+}
+
+QString Dmesg::logFileName(int index) const
+{
+    const QMutexLocker locker(&m_mutex);
+    releaseAssert(m_logFile != nullptr, "m_logFile",
+                  "Can't query logFileName if logging is not enabled", __LINE__);
+    return m_logFile->filename(index);
+}
+
+void Dmesg::syncLogFile()
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_logFile)
+        m_logFile->sync();
+}
+
+bool Dmesg::isKmsgWrittable()
+{
+    return QFileInfo(QStringLiteral("/dev/kmsg")).isWritable();
+}
+
+bool Dmesg::isDmesgRestricted()
+{
+    QFile file(QStringLiteral("/proc/sys/kernel/dmesg_restrict"));
+    return file.open(QIODevice::ReadOnly) && file.read(1) == "1";
+}
+
+void Dmesg::onProcessNewLines(const QStringList& lines)
+{
+    const QMutexLocker locker(&m_mutex);
+    for (const QString& line : lines) {
+        appendLine(line);
+        logLine(line);
+    }
+    if (m_config.logToFile && m_logFile)
+        m_logFile->sync();
+}
+
+void Dmesg::initLogFile()
+{
+    if (m_logFile) {
+        LogFormatter(LogLevel::Error).log(Log::Global) << "void dmesg::Dmesg::initLogFile()"
+                                                       << "log file is already initialized";
+        return;
+    }
+    if (!m_config.logToFile)
+        return;
+    m_logFile = std::make_unique<RotatingLogFile>(m_config.logFile);
+    m_logFile->setPrimaryFilename(Path::instance()->debugLogsDir + QLatin1String("dmesg.log"));
+    if (m_logFile->file.open(QIODevice::Append))
+        m_logFile->endHalfLine();
+    else
+        LogFormatter(LogLevel::Error).log(Log::Global) << "Failed opening log file";
+}
+
+void Dmesg::appendLine(const QString& line)
+{
+    const qint64 length = line.size();
+    if (length > m_config.maxRamSize_B) {
+        LogFormatter(LogLevel::Warning).log(Log::Global)
+            << "Line length is bigger than max ram size, dropping it";
+        Q_EMIT tooLongLine();
+        return;
+    }
+    const qint64 mostLines = qMax(m_config.maxRamSize_B, s_fewestLinesKept);
+    while (m_dataSize_B + length > m_config.maxRamSize_B || m_lines.count() >= mostLines)
+        removeOldestLine();
+    m_dataSize_B += length;
+    m_lines.append(line);
+    Q_EMIT changed();
+    Q_EMIT newLine(line);
+}
+
+void Dmesg::removeOldestLine()
+{
+    // Always true, and kept.
+    releaseAssert(m_lines.count() >= 0, "m_lines.count() >= 0",
+                  "Trying to remove a line while lines are empty", __LINE__);
+    const qint64 lineLength = m_lines.constFirst().size();
+    releaseAssert(lineLength <= m_dataSize_B, "lineLength <= m_dataSize_B",
+                  "m_dataSize_B is smaller than first line length", __LINE__);
+    m_lines.removeFirst();
+    m_dataSize_B -= lineLength;
+}
+
+void Dmesg::logLine(const QString& line)
+{
+    if (m_config.logToFile && m_logFile)
+        m_logFile->write(line.toLocal8Bit() + '\n');
+}
+
+} // namespace dmesg

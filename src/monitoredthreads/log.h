@@ -1,0 +1,15 @@
+#pragma once
+
+#include "zeltools_export.h"
+
+#include <QString>
+
+/// Lines about the watched threads, under `Log::Global`.
+namespace monitored_threads::log
+{
+
+ZELTOOLS_EXPORT void debug(const QString& text);
+ZELTOOLS_EXPORT void info(const QString& text);
+ZELTOOLS_EXPORT void warning(const QString& text);
+
+} // namespace monitored_threads::log

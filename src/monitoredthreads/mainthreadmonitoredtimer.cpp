@@ -1,0 +1,9 @@
+#include "monitoredthreads/mainthreadmonitoredtimer.h"
+
+namespace monitored_threads
+{
+
+MainThreadMonitoredTimer::MainThreadMonitoredTimer() = default;
+MainThreadMonitoredTimer::~MainThreadMonitoredTimer() = default;
+
+} // namespace monitored_threads

@@ -1,0 +1,133 @@
+// What WindowsTools tells about a process that crashes.
+#include "windowstools.h"
+
+#include "logging/log.h"
+#include "logging/logformatter.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <memory>
+
+#include <cxxabi.h>
+#include <dlfcn.h>
+#include <execinfo.h>
+#include <signal.h>
+#include <string.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int s_mostCalls = 64;
+
+struct FatalSignal
+{
+    int number;
+    const char* message;
+};
+
+constexpr FatalSignal s_fatalSignals[]{{SIGSEGV, "\nFatal signal: SIGSEGV\n"},
+                                       {SIGBUS, "\nFatal signal: SIGBUS\n"},
+                                       {SIGFPE, "\nFatal signal: SIGFPE\n"},
+                                       {SIGILL, "\nFatal signal: SIGILL\n"},
+                                       {SIGABRT, "\nFatal signal: SIGABRT\n"}};
+
+QString demangled(const char* symbol)
+{
+    int status = 0;
+    const std::unique_ptr<char, decltype(&std::free)> name(
+        abi::__cxa_demangle(symbol, nullptr, nullptr, &status), &std::free);
+    return QString::fromLocal8Bit(name ? name.get() : symbol);
+}
+
+QString withOffset(const QString& name, quintptr offset)
+{
+    return name + QLatin1String("+0x") + QString::number(offset, 16);
+}
+
+QString describeCall(const void* returnAddress)
+{
+    // Of the call itself: behind one that never returns another function may begin.
+    const quintptr call = reinterpret_cast<quintptr>(returnAddress) - 1;
+    Dl_info info;
+    if (::dladdr(reinterpret_cast<void*>(call), &info) == 0)
+        return withOffset(QStringLiteral("?"), call);
+    const QString path = QString::fromLocal8Bit(info.dli_fname);
+    const QString place = withOffset(path.mid(path.lastIndexOf(QLatin1Char('/')) + 1),
+                                     call - reinterpret_cast<quintptr>(info.dli_fbase));
+    const QString name = info.dli_sname == nullptr
+                             ? QStringLiteral("?")
+                             : withOffset(demangled(info.dli_sname),
+                                          call - reinterpret_cast<quintptr>(info.dli_saddr));
+    return name + QLatin1String(" (") + place + QLatin1Char(')');
+}
+
+// Leaves out the calls below that address, which are our own.
+QStringList describeCallsFrom(const void* returnAddress)
+{
+    void* calls[s_mostCalls];
+    void** const end = calls + ::backtrace(calls, s_mostCalls);
+    QStringList described;
+    std::transform(std::find(calls, end, returnAddress), end, std::back_inserter(described),
+                   describeCall);
+    return described;
+}
+
+// Calls nothing that takes memory or a lock: write(2), and backtrace() with backtrace_symbols_fd(),
+// of which glibc says so once its unwinder is loaded.
+void onFatalSignal(int number)
+{
+    const auto* const fatal =
+        std::find_if(std::begin(s_fatalSignals), std::end(s_fatalSignals),
+                     [number](const FatalSignal& each) { return each.number == number; });
+    const ssize_t written = ::write(STDERR_FILENO, fatal->message, ::strlen(fatal->message));
+    void* calls[s_mostCalls];
+    if (written > 0)
+        ::backtrace_symbols_fd(calls, ::backtrace(calls, s_mostCalls), STDERR_FILENO);
+    // The default action is back already, and is taken when this function returns.
+    ::raise(number);
+}
+
+} // namespace
+
+QStringList WindowsTools::callStack()
+{
+    return describeCallsFrom(__builtin_return_address(0));
+}
+
+void WindowsTools::printCallStack()
+{
+    const QStringList calls = describeCallsFrom(__builtin_return_address(0));
+    for (int i = 0; i < calls.size(); ++i)
+        LogFormatter(LogLevel::Info).log(Log::Global).noquote().nospace()
+            << "#" << i << " " << calls[i];
+}
+
+void WindowsTools::installSignalHandlers()
+{
+    void* call;
+    ::backtrace(&call, 1); // loads the unwinder, which takes memory
+
+    static char stack[1024 * 1024]; // for an overflow of the usual one
+    stack_t alternative{};
+    alternative.ss_sp = stack;
+    alternative.ss_size = sizeof stack;
+    ::sigaltstack(&alternative, nullptr);
+
+    struct sigaction action = {};
+    action.sa_handler = onFatalSignal;
+    action.sa_flags = SA_ONSTACK | static_cast<int>(SA_RESETHAND);
+    for (const FatalSignal& fatal : s_fatalSignals)
+        ::sigaction(fatal.number, &action, nullptr);
+}
+
+bool WindowsTools::startWatchdog(std::chrono::seconds timeLimit)
+{
+    LogFormatter(LogLevel::Info).log(Log::Global).noquote()
+        << QStringLiteral("There is no watchdog to be started with a limit of %1 s")
+               .arg(timeLimit.count());
+    return false;
+}
+
+void WindowsTools::feedWatchdog() {}
