@@ -2,6 +2,7 @@
 // rotates, and shows what reached which file. Exit status 0 only when all of it is right.
 
 #include "cycles.h"
+#include "diagnosis.h"
 #include "drinkcycle.h"
 #include "linetally.h"
 #include "logfolder.h"
@@ -13,6 +14,7 @@
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
 #include "path.h"
+#include "windowstools.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -110,10 +112,12 @@ int main(int argc, char** argv)
     loadSwitches(parser.value(environment), out);
     startLogging(folder);
     linkSwitches();
+    WindowsTools::installSignalHandlers();
     const bool haveCyclesRun = runCycles(parser.value(diagram), out);
     bool isSimulated = askBoiler(out);
     if (parser.isSet(clock))
         isSimulated = followClock(parser.value(clock), out) && isSimulated;
+    const bool isDiagnosed = showKernelLog(out) && showCallStack(out);
     LineTally tally;
     LogFolder logFolder;
     const bool hasRotated = makeDrinksUntilRotation(tally);
@@ -126,7 +130,7 @@ int main(int argc, char** argv)
 
     out << '\n' << tally.table() << '\n';
     const bool isRight = hasRotated && tally.isComplete() && areFilesShown && isSaved &&
-                         haveCyclesRun && isSimulated;
+                         haveCyclesRun && isSimulated && isDiagnosed;
     out << (isRight ? "Every line is where it belongs.\n"
                     : "FAILED: something is missing, misplaced or went wrong.\n");
     return isRight ? 0 : 1;
