@@ -1,0 +1,21 @@
+#pragma once
+
+#include "versionnumber.h"
+
+/// The version of an application: major, minor and fix. An assignment may leave it with another
+/// number of identifiers; it is then not valid, and its three numbers are 0.
+class ZELTOOLS_EXPORT VersionApp : public VersionNumber
+{
+public:
+    VersionApp(int major, int minor, int fix);
+
+    using VersionNumber::operator=;
+
+    /// Whether there are three identifiers. Gives a Qt warning when not, also on behalf of the
+    /// numbers below.
+    bool isValidVersionApp() const;
+
+    int majorVersionApp() const;
+    int minorVersionApp() const;
+    int fixVersionApp() const;
+};
