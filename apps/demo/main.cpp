@@ -10,6 +10,7 @@
 #include "simulation.h"
 #include "switches.h"
 
+#include "libraryversion.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
@@ -109,6 +110,7 @@ int main(int argc, char** argv)
         return 1;
     }
 
+    out << "ZelTools " << zeltools::libraryVersion().toString() << '\n';
     loadSwitches(parser.value(environment), out);
     startLogging(folder);
     linkSwitches();

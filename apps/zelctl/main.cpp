@@ -3,6 +3,8 @@
 #include "cryptcommand.h"
 #include "envcommand.h"
 #include "eventscommand.h"
+#include "hexcommand.h"
+#include "versioncommand.h"
 
 #include <QCoreApplication>
 
@@ -14,6 +16,8 @@ constexpr Command s_commands[]{
     {"clock", "Drives the simulated clock of a machine.", runClock},
     {"env", "Shows and edits the environment file of a machine.", runEnv},
     {"events", "Shows the event history of a machine in pages.", runEvents},
+    {"hex", "Brings hexadecimal text into one form, or into bytes and back.", runHex},
+    {"version", "Compares two versions, tells that of the library.", runVersion},
 };
 
 QString help()

@@ -1,0 +1,102 @@
+#include "hexcommand.h"
+
+#include "binarydataformatter.h"
+#include "replacefile.h"
+#include "wrongbytedataexception.h"
+
+#include <new>
+
+#include <unistd.h>
+
+namespace
+{
+
+constexpr qint64 s_largestInput_B = qint64(64) * 1024 * 1024;
+
+void addOptions(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(
+        "Prints hexadecimal text in one form, or the bytes that it means, or the text for bytes.\n"
+        "The text may have letters of either case, \"-\", \":\" and 0x anywhere; white space is\n"
+        "allowed at its ends. Examples:\n\n"
+        "  zelctl hex 0xde:ad-BEEF --prefix 0x       0xDE-AD-BE-EF\n"
+        "  zelctl hex --from-bytes - < frame.bin     the bytes of a file\n"
+        "  zelctl hex --to-bytes 48:49               HI, without a line feed");
+    parser.addPositionalArgument(
+        "TEXT", "The text. \"-\" is the standard input: each line is a text of its own, blank ones "
+                "stay blank.");
+    parser.addOptions({
+        {"prefix", "Begins each text with <PREFIX>, as it is.", "PREFIX"},
+        {"separator", "Parts the bytes by <SEPARATOR>, in upper case; \"-\" unless given.",
+         "SEPARATOR", "-"},
+        {"from-bytes", "Takes TEXT, or the standard input as a whole, for the bytes themselves."},
+        {"to-bytes", "Prints the bytes of all texts, one after the other."},
+    });
+}
+
+/// What the library found, without the name of its exception, and not as long as the text may be.
+QString reasonOf(const WrongByteDataException& exception)
+{
+    constexpr int enough = 200;
+    const QString text = QString::fromLocal8Bit(exception.what());
+    const int start = text.indexOf('"') + 1;
+    const QString details = text.mid(start, text.size() - start - 1);
+    return details.size() > enough ? details.left(enough) + "..." : details;
+}
+
+ExitStatus convert(const QCommandLineParser& parser, const QByteArray& input, bool isLines)
+{
+    const QString prefix = parser.value("prefix"), separator = parser.value("separator");
+    if (parser.isSet("from-bytes"))
+        return print(BinaryDataFormatter(input).format(prefix, separator) + '\n');
+
+    const QByteArrayList lines = input.split('\n');
+    QByteArray bytes;
+    QString text;
+    for (int i = 0; i < lines.size(); ++i) {
+        const QByteArray line = lines[i].trimmed();
+        if (line.isEmpty() && i == lines.size() - 1 && isLines)
+            break;
+        try {
+            const BinaryDataFormatter formatter(QString::fromUtf8(line));
+            if (parser.isSet("to-bytes"))
+                bytes += formatter.data();
+            else
+                text += (line.isEmpty() ? "" : formatter.format(prefix, separator)) + '\n';
+        } catch (const WrongByteDataException& exception) {
+            const QString place = isLines ? QStringLiteral("line %1: ").arg(i + 1) : QString();
+            return fail(Failed, place + reasonOf(exception));
+        }
+    }
+    return parser.isSet("to-bytes") ? writeOutput(bytes) : print(text);
+}
+
+} // namespace
+
+ExitStatus runHex(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    addOptions(parser);
+    if (const std::optional<ExitStatus> status = parse(parser, arguments))
+        return *status;
+    const QStringList texts = parser.positionalArguments();
+    if (texts.size() != 1)
+        return fail(WrongUsage, "hex needs one text, see \"zelctl hex --help\"");
+    const bool isToBytes = parser.isSet("to-bytes");
+    if (isToBytes &&
+        (parser.isSet("from-bytes") || parser.isSet("prefix") || parser.isSet("separator")))
+        return fail(WrongUsage, "--to-bytes goes with no other option");
+    if (isToBytes && isatty(STDOUT_FILENO) != 0)
+        return fail(WrongUsage, "bytes could command the terminal, send them to a file");
+
+    const bool isLines = texts.first() == "-";
+    const FileContent content = isLines ? readStandardInput(s_largestInput_B)
+                                        : FileContent{texts.first().toUtf8(), {}, true};
+    if (!content.error.isEmpty())
+        return fail(Failed, content.error);
+    try {
+        return convert(parser, content.bytes, isLines);
+    } catch (const std::bad_alloc&) {
+        return fail(Failed, "the text for so many bytes does not fit into the memory");
+    }
+}
