@@ -262,10 +262,10 @@ void FolderListModel::apply(const FolderListing& listing)
         Q_EMIT dataChanged(index(first), index(first + count - 1), roles);
     }
     m_isApplying = false;
+    if (listing.query().folder != m_query->folder)
+        clearRows(); // before others may begin to list into them
     if (m_rows.size() != oldCount)
         Q_EMIT countChanged();
-    if (listing.query().folder != m_query->folder)
-        clearRows();
 }
 
 void FolderListModel::applyMoves(const RowChanges& changes)

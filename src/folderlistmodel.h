@@ -77,7 +77,8 @@ public:
     QString folder() const;
     void setFolder(const QString& folder);
     /// Patterns ("*.log", "m[0-9].txt") for the names of files, one of which must match, in any
-    /// case of letters; none lets all through. Folders are not filtered.
+    /// case of letters; none lets all through, one that is not valid ("[a") nothing. Folders are
+    /// not filtered.
     QStringList nameFilters() const;
     void setNameFilters(const QStringList& filters);
     bool showFolders() const;

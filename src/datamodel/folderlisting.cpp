@@ -21,7 +21,7 @@ namespace
 
 bool isAscii(const char* text)
 {
-    while (*text > 0)
+    while (*text != 0 && (*text & 0x80) == 0) // a char has no sign on ARM
         ++text;
     return *text == 0;
 }
@@ -69,9 +69,7 @@ void FolderListing::run()
 {
     QElapsedTimer timer;
     timer.start();
-    for (const QString& filter : m_query.nameFilters)
-        m_filters.append(QRegularExpression(QRegularExpression::wildcardToRegularExpression(filter),
-                                            QRegularExpression::CaseInsensitiveOption));
+    compileFilters();
     read();
     if (m_error != 0)
         m_rows.clear();
@@ -83,6 +81,17 @@ void FolderListing::run()
     chooseFilesToFollow();
     m_duration_ms = static_cast<int>(timer.elapsed());
     Q_EMIT finished(m_serial);
+}
+
+// Qt would warn of a pattern that is not valid at each name.
+void FolderListing::compileFilters()
+{
+    for (const QString& filter : m_query.nameFilters) {
+        const QRegularExpression pattern(QRegularExpression::wildcardToRegularExpression(filter),
+                                         QRegularExpression::CaseInsensitiveOption);
+        if (pattern.isValid())
+            m_filters.append(pattern);
+    }
 }
 
 // What Qt has for this asks the system several times for each file, in a folder of 10,000 half of
@@ -126,6 +135,9 @@ void FolderListing::addEntry(int folder, const char* name, unsigned char type)
     const bool isFolder = S_ISDIR(state.st_mode);
     if (!(isFolder ? m_query.showFolders : isWantedFile))
         return;
+    if (m_names.contains(text))
+        return; // a file that is replaced while we read may come twice, and rows go by names
+    m_names.insert(text);
     const bool hasSize = S_ISREG(state.st_mode);
     m_rows.append(FolderRows::value_type(
         new FolderEntry(text, isFolder, hasSize ? state.st_size : 0,
@@ -134,7 +146,7 @@ void FolderListing::addEntry(int folder, const char* name, unsigned char type)
 
 bool FolderListing::matches(const QString& name) const
 {
-    return m_filters.isEmpty() ||
+    return m_query.nameFilters.isEmpty() ||
            std::any_of(m_filters.cbegin(), m_filters.cend(),
                        [&name](const auto& filter) { return filter.match(name).hasMatch(); });
 }

@@ -4,6 +4,7 @@
 #include "folderlistmodel.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 #include <atomic>
 
@@ -50,6 +51,7 @@ Q_SIGNALS:
     void finished(int serial);
 
 private:
+    void compileFilters();
     void read();
     void addEntry(int folder, const char* name, unsigned char type);
     bool matches(const QString& name) const;
@@ -64,6 +66,7 @@ private:
     int m_error = 0;
     int m_unspeakableNames = 0;
     int m_duration_ms = 0;
+    QSet<QString> m_names; // of the rows
     FolderRows m_rows;
     RowChanges m_changes;
     QStringList m_filesToFollow;

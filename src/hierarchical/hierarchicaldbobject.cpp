@@ -85,8 +85,10 @@ bool HierarchicalDbObject::insertChild(int index, HierarchicalDbObject* child)
         return false;
     }
     HierarchicalDbObject* const oldParent = child->m_parent;
-    if (oldParent == this)
-        return moveChild(m_children.indexOf(child), qMin(index, m_children.size() - 1));
+    if (oldParent == this) {
+        const int from = m_children.indexOf(child);
+        return moveChild(from, index > from ? index - 1 : index);
+    }
 
     Flips flips;
     if (oldParent != nullptr)
