@@ -5,6 +5,7 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QThreadPool>
@@ -17,6 +18,22 @@ namespace
 {
 
 constexpr int s_shortestPause_ms = 100; // what happens in that time is read at once
+constexpr int s_mostReaders = 16;       // more than there are disks that hang
+constexpr int s_longestEnd_ms = 1000;
+
+// For what hangs: the threads of the application are left to others, and it waits for them when it
+// ends, as a pool does that is deleted.
+QThreadPool& readers()
+{
+    static QThreadPool* const pool = [] {
+        auto* const threads = new QThreadPool;
+        threads->setMaxThreadCount(s_mostReaders);
+        // What does not hang ends before the static objects that it uses.
+        qAddPostRoutine([] { readers().waitForDone(s_longestEnd_ms); });
+        return threads;
+    }();
+    return *pool;
+}
 
 QString absolutePath(const QString& folder)
 {
@@ -124,7 +141,8 @@ void FolderListModel::change(Value& member, const Value& value, Signal signal)
     if (member == value)
         return;
     member = value;
-    m_isQueryNew = true;
+    if (m_listing)
+        m_listing->cancel(); // the next one begins when it has ended: one thread is enough to hang
     schedule(0);
     Q_EMIT(this->*signal)();
 }
@@ -184,18 +202,15 @@ void FolderListModel::list()
 {
     if (m_query->folder.isEmpty())
         return;
-    if (m_isApplying || (m_listing && !m_isQueryNew)) {
+    if (m_isApplying || m_listing) {
         m_isStale = true;
         return;
     }
-    if (m_listing)
-        m_listing->cancel();
-    m_isQueryNew = false;
     m_isStale = false;
     m_listing = std::make_shared<FolderListing>(++m_serial, *m_query, m_rows);
     connect(m_listing.get(), &FolderListing::finished, this, &FolderListModel::finish,
             Qt::QueuedConnection);
-    QThreadPool::globalInstance()->start([listing = m_listing] { listing->run(); });
+    readers().start([listing = m_listing] { listing->run(); });
 }
 
 void FolderListModel::finish(int serial)
@@ -203,6 +218,10 @@ void FolderListModel::finish(int serial)
     if (serial != m_serial)
         return;
     const std::shared_ptr<FolderListing> listing = std::move(m_listing);
+    if (listing->isCanceled()) {
+        list();
+        return;
+    }
     m_pause_ms =
         qMax(s_shortestPause_ms, 4 * listing->duration_ms()); // a fifth of the time at most
     apply(*listing);
@@ -211,7 +230,7 @@ void FolderListModel::finish(int serial)
     if (serial != m_serial)
         return; // another folder was set meanwhile
     logProblems(*listing);
-    if (m_watch->follow(m_query->folder, listing->isReadable(), listing->filesToFollow()))
+    if (m_watch->follow(*listing))
         schedule(m_pause_ms);
     setStatus(listing->isReadable() ? Ready : Unreadable);
 }

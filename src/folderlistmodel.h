@@ -21,8 +21,8 @@ class FolderWatch;
 
 /// The files and folders of one folder, for QML, kept up to date.
 ///
-/// The folder is read by a thread of QThreadPool::globalInstance(), so that neither a large folder
-/// nor a disk that does not answer holds up the caller; the rows follow in the event loop. Changes
+/// The folder is read by another thread, so that neither a large folder nor a disk that does not
+/// answer holds up the caller or the end of the program; the rows follow in the event loop. Changes
 /// on disk, and of the properties below `folder`, become the fewest inserted, removed, moved and
 /// changed rows, so that a view keeps its place. See docs/models.md for what is followed.
 ///
@@ -135,8 +135,7 @@ private:
     QTimer m_timer{this};
     int m_pause_ms = 0; // between two listings
     int m_unspeakableNames = 0;
-    bool m_isQueryNew = false; // since the listing began
-    bool m_isStale = false;    // was asked for while it could not begin
+    bool m_isStale = false;    // a listing was asked for while none could begin
     bool m_isApplying = false; // rows are being changed
 };
 

@@ -67,6 +67,12 @@ FolderListing::FolderListing(int serial, FolderQuery query, FolderRows before)
 
 void FolderListing::run()
 {
+    list();
+    Q_EMIT finished(m_serial);
+}
+
+void FolderListing::list()
+{
     QElapsedTimer timer;
     timer.start();
     compileFilters();
@@ -80,7 +86,6 @@ void FolderListing::run()
     m_changes = findRowChanges(m_before, m_rows);
     chooseFilesToFollow();
     m_duration_ms = static_cast<int>(timer.elapsed());
-    Q_EMIT finished(m_serial);
 }
 
 // Qt would warn of a pattern that is not valid at each name.
@@ -104,6 +109,9 @@ void FolderListing::read()
         m_error = errno;
         return;
     }
+    struct stat state = {};
+    if (fstat(dirfd(folder.get()), &state) == 0)
+        m_folderId = {state.st_dev, state.st_ino};
     const auto next = [&folder] {
         errno = 0;
         return readdir(folder.get()); // a stream of our own: no other thread uses it

@@ -3,10 +3,13 @@
 #include "datamodel/rowchanges_p.h"
 #include "folderlistmodel.h"
 
+#include <QPair>
 #include <QRegularExpression>
 #include <QSet>
 
 #include <atomic>
+
+#include <sys/types.h>
 
 namespace tools::datamodel
 {
@@ -21,6 +24,8 @@ struct FolderQuery
     bool sortReversed = false;
 };
 
+using FolderId = QPair<dev_t, ino_t>;
+
 /// Reads a folder once, in any thread, and works out what that changes in the rows of before.
 class FolderListing : public QObject
 {
@@ -33,13 +38,16 @@ public:
     FolderListing(int serial, FolderQuery query, FolderRows before);
 
     void run();
-    /// From any thread: run() ends soon, with nothing said.
+    /// From any thread: run() ends soon, and its results are worth nothing.
     void cancel() { m_isCanceled = true; }
+    bool isCanceled() const { return m_isCanceled; }
 
     const FolderQuery& query() const { return m_query; }
     // The rest after finished():
     bool isReadable() const { return m_error == 0; }
     int error() const { return m_error; } ///< errno
+    /// What the path led to.
+    FolderId folderId() const { return m_folderId; }
     int unspeakableNames() const { return m_unspeakableNames; }
     int duration_ms() const { return m_duration_ms; }
     const FolderRows& rows() const { return m_rows; }
@@ -51,6 +59,7 @@ Q_SIGNALS:
     void finished(int serial);
 
 private:
+    void list();
     void compileFilters();
     void read();
     void addEntry(int folder, const char* name, unsigned char type);
@@ -63,6 +72,7 @@ private:
     const FolderRows m_before;
     std::atomic<bool> m_isCanceled{false};
     QVector<QRegularExpression> m_filters;
+    FolderId m_folderId;
     int m_error = 0;
     int m_unspeakableNames = 0;
     int m_duration_ms = 0;

@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 namespace tools::datamodel
 {
 
@@ -29,15 +31,19 @@ FolderWatch::FolderWatch()
     });
 }
 
-bool FolderWatch::follow(const QString& folder, bool isReadable, const QStringList& files)
+bool FolderWatch::follow(const FolderListing& listing)
 {
+    const QString& folder = listing.query().folder;
+    const QStringList& files = listing.filesToFollow();
     QSet<QString> wanted(files.cbegin(), files.cend());
-    wanted.insert(isReadable ? folder : nearestReadableAbove(folder));
+    wanted.insert(listing.isReadable() ? folder : nearestReadableAbove(folder));
+    // Something is mounted there now, or the folder has another name: the watch is on that one.
+    const bool isOther = std::exchange(m_folderId, listing.folderId()) != listing.folderId();
     QSet<QString> outdated;
     for (const QString& path : m_watcher.files() + m_watcher.directories()) {
         // A file that was replaced under its name is another one now; the watch is on the old one
         // for as long as somebody has it open.
-        if (!wanted.contains(path) || m_changedFiles.contains(path))
+        if (isOther || !wanted.contains(path) || m_changedFiles.contains(path))
             outdated.insert(path);
         else
             wanted.remove(path);

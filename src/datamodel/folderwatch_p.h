@@ -1,5 +1,7 @@
 #pragma once
 
+#include "datamodel/folderlisting_p.h"
+
 #include <QFileSystemWatcher>
 #include <QSet>
 
@@ -14,10 +16,10 @@ class FolderWatch : public QObject
 public:
     FolderWatch();
 
-    /// Follows these from now on, and nothing else. A folder that cannot be read is waited for at
-    /// the nearest one above it. True when something is followed that was not before: what happened
-    /// to it since it was looked at is not known, so look again.
-    bool follow(const QString& folder, bool isReadable, const QStringList& files);
+    /// Follows what was listed from now on, and nothing else. A folder that cannot be read is
+    /// waited for at the nearest one above it. True when something is followed that was not before:
+    /// what happened to it since it was looked at is not known, so look again.
+    bool follow(const FolderListing& listing);
     void stop();
 
 Q_SIGNALS:
@@ -25,6 +27,7 @@ Q_SIGNALS:
 
 private:
     QFileSystemWatcher m_watcher;
+    FolderId m_folderId;
     QSet<QString> m_changedFiles; // since the last follow()
 };
 

@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(m_b->insertChild(0, m_leaf)); // a has lost it, b has got it
         QCOMPARE(journal(), "a* b* b+");
         QVERIFY(m_a->isModified() && names() == "rabl");
-        QVERIFY(m_root->moveChild(1, 0) && m_root->addChild(m_b) && m_root->moveChild(0, 0));
+        QVERIFY(m_root->moveChild(1, 0) && m_root->addChild(m_b) && m_root->insertChild(1, m_a));
         QCOMPARE(names(), "rabl");
         m_root->resetModified();
         journal();
