@@ -149,12 +149,14 @@ void DmesgProcess::onProcessStderrReadyRead()
     killIfOverdue();
     const QStringList lines = m_errors->cut(m_process->readAllStandardError());
     for (const QString& line : lines)
-        LogFormatter(LogLevel::Info).log(Log::Global) << "Got error from dmesg process: " << line;
+        LogFormatter(LogLevel::Info).log(Log::Global).noquote().nospace()
+            << "Got error from dmesg process: " << line;
 }
 
 void DmesgProcess::onProcessFinished(int exitCode)
 {
-    LogFormatter(LogLevel::Info).log(Log::Global) << "Process exited with code " << exitCode;
+    LogFormatter(LogLevel::Info).log(Log::Global).nospace()
+        << "Process exited with code " << exitCode;
 }
 
 // The wait for the end does not look at the time while there is always something to read.
@@ -166,6 +168,8 @@ void DmesgProcess::killIfOverdue()
 
 void DmesgProcess::killProcess()
 {
+    if (m_deadline.isForever())
+        return; // it is dying already
     LogFormatter(LogLevel::Warning).log(Log::Global)
         << s_stopSignature << "Process does not terminate, killing it";
     m_deadline = QDeadlineTimer(QDeadlineTimer::Forever);
