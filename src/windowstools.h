@@ -69,7 +69,7 @@ public:
     /// calls that led to it to standard error, then ends the process as it would have without: the
     /// exit status and the core dump stay. Not to the log files, which need locks and memory that
     /// the crash may have left in any state; for the same reason names are not demangled (c++filt
-    /// does that).
+    /// does that). Where printing takes more than 5 seconds SIGALRM ends the process.
     ///
     /// Call it from the main thread, which alone can also tell of a stack overflow. A handler that
     /// was there before is replaced.

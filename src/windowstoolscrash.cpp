@@ -74,10 +74,22 @@ QStringList describeCallsFrom(const void* returnAddress)
     return described;
 }
 
-// Calls nothing that takes memory or a lock: write(2), and backtrace() with backtrace_symbols_fd(),
-// of which glibc says so once its unwinder is loaded.
+void endWithin(unsigned limit_s)
+{
+    ::signal(SIGALRM, SIG_DFL);
+    sigset_t alarm;
+    ::sigemptyset(&alarm);
+    ::sigaddset(&alarm, SIGALRM);
+    ::pthread_sigmask(SIG_UNBLOCK, &alarm, nullptr);
+    ::alarm(limit_s);
+}
+
+// Calls nothing that takes memory: write(2), and backtrace() with backtrace_symbols_fd() once the
+// unwinder is loaded. These take the lock of the loader, which another thread may hold, and
+// standard error may be a pipe that nobody reads: a machine that crashes must not hang there.
 void onFatalSignal(int number)
 {
+    endWithin(5);
     const auto* const fatal =
         std::find_if(std::begin(s_fatalSignals), std::end(s_fatalSignals),
                      [number](const FatalSignal& each) { return each.number == number; });
