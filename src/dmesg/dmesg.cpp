@@ -108,10 +108,13 @@ QString Dmesg::linesToString(int maxLines, Order order)
 
 QString Dmesg::logFileName(int index) const
 {
-    const QMutexLocker locker(&m_mutex);
-    releaseAssert(m_logFile != nullptr, "m_logFile",
-                  "Can't query logFileName if logging is not enabled", __LINE__);
-    return m_logFile->filename(index);
+    QMutexLocker locker(&m_mutex);
+    if (m_logFile)
+        return m_logFile->filename(index);
+    locker.unlock(); // the assertion handler may want the lines
+    releaseAssert(false, "m_logFile", "Can't query logFileName if logging is not enabled",
+                  __LINE__);
+    return {};
 }
 
 void Dmesg::syncLogFile()

@@ -22,8 +22,9 @@ namespace dmesg
 /// The process runs `dmesg` under `script`, which makes it write each line at once.
 ///
 /// Lines arrive in the thread of the process. One lock guards the lines and the file, and it is
-/// held while the signals below are emitted: a directly connected receiver must not call back. In
-/// another thread each line is one queued event; a screen better follows changed() with a timer.
+/// held while the signals below are emitted and the warning of a line too long is logged: a
+/// directly connected receiver must not call back. In another thread each line is one queued event;
+/// a screen better follows changed() with a timer.
 /// Every method may be called from any thread. Configuration and command belong to one thread, and
 /// only while nothing is captured: otherwise a release assertion fails and the process ends with
 /// exit status 1.
@@ -55,6 +56,7 @@ public:
 
     /// The log file is opened anew. A smaller limit takes effect with the next line.
     void setConfig(const Config& config);
+    /// What start() runs in place of `script` and `dmesg`.
     void setCommand(const System::Command& command);
     static RotatingLogFileConfiguration makeLogFileConfig(float maximumSizeMiB,
                                                           int secondaryFilesCount, bool compressed);
@@ -68,6 +70,7 @@ public:
     /// As RotatingLogFile::filename(). Fails a release assertion, which ends the process, when
     /// lines do not go to a file.
     QString logFileName(int index) const;
+    /// Hands what is written to the operating system, as RotatingLogFile::sync(); not to storage.
     void syncLogFile();
 
     /// Whether this process may write kernel log lines of its own.
@@ -80,6 +83,7 @@ public Q_SLOTS:
     void onProcessNewLines(const QStringList& lines);
 
 Q_SIGNALS:
+    /// After changed(), for each line that was added.
     void newLine(const QString& line);
     /// A line was longer than all that is kept in memory, and is not there.
     void tooLongLine();
