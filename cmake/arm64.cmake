@@ -9,9 +9,9 @@ get_filename_component(ARM64_ROOT ${ARM64_ROOT} ABSOLUTE)
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ARM64_ROOT)
 set(CMAKE_SYSROOT ${ARM64_ROOT}/root)
 set(CMAKE_LIBRARY_ARCHITECTURE aarch64-linux-gnu)
-# Qt cannot start processes in this emulator, and may take for a child's number what is none: a test that
-# ends its child would then end every process that it is allowed to. So each one gets a process namespace
-# of its own, which no signal leaves; the test preset leaves out what starts processes.
+# In this emulator Qt may take for a child's number what is none: a test that ends its child would then end
+# every process that it is allowed to. So each one gets a process namespace of its own, which no signal
+# leaves.
 set(CMAKE_CROSSCOMPILING_EMULATOR
     unshare --user --map-current-user --mount --pid --fork --kill-child --mount-proc
     ${ARM64_ROOT}/qemu-aarch64-static -L ${CMAKE_SYSROOT})

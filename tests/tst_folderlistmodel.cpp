@@ -279,13 +279,13 @@ private Q_SLOTS:
         f.model.setFolder("");
         QCOMPARE(f.model.status(), FolderListModel::NoFolder);
 
-        if (::geteuid() != 0)
-            return; // only root can become somebody who may not read
         QVERIFY(QDir().mkpath(folder) && ::chmod(QFile::encodeName(f.dir.path()), 0755) == 0);
-        QVERIFY(::chmod(QFile::encodeName(folder), 0) == 0 && ::seteuid(65534) == 0);
+        QVERIFY(::chmod(QFile::encodeName(folder), 0) == 0);
+        if (::getuid() == 0 && ::seteuid(65534) != 0)
+            QSKIP("root may read everything, and cannot become somebody else here");
         f.model.setFolder(folder);
         QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
-        QVERIFY(::seteuid(0) == 0 && ::chmod(QFile::encodeName(folder), 0755) == 0);
+        QVERIFY(::seteuid(::getuid()) == 0 && ::chmod(QFile::encodeName(folder), 0755) == 0);
         QTRY_COMPARE(f.model.status(), FolderListModel::Ready);
     }
 

@@ -1,0 +1,68 @@
+// Below qemu-user Qt cannot start processes: the emulator does not know the descriptors of
+// processes that Qt would wait for, and the kernel cannot execute the machine's programs. These
+// definitions come before those of the C library, and let Qt do without the former and through the
+// emulator.
+
+#include <cerrno>
+#include <cstdarg>
+#include <fstream>
+#include <vector>
+
+#include <dlfcn.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace
+{
+
+template <typename Function>
+Function* real(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+bool isForTheMachine(const char* path)
+{
+    char header[20] = {};
+    return std::ifstream(path, std::ios::binary).read(header, sizeof header) && header[0] == 0x7f &&
+           header[1] == 'E' && static_cast<unsigned char>(header[18]) == 183;
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) long syscall(long number, ...) noexcept
+{
+    long arguments[6];
+    va_list list;
+    va_start(list, number);
+    for (long& argument : arguments)
+        argument = va_arg(list, long);
+    va_end(list);
+    constexpr long processDescriptor = 3; // P_PIDFD
+    if (number == SYS_waitid && arguments[0] == processDescriptor) {
+        errno = ENOSYS;
+        return -1;
+    }
+    static auto* const next = real<long(long, ...)>("syscall");
+    return next(number, arguments[0], arguments[1], arguments[2], arguments[3], arguments[4],
+                arguments[5]);
+}
+
+extern "C" __attribute__((visibility("default"))) int
+execve(const char* path, char* const arguments[], char* const environment[]) noexcept
+{
+    static auto* const next = real<int(const char*, const char* const*, char* const*)>("execve");
+    if (!isForTheMachine(path))
+        return next(path, arguments, environment);
+    std::vector<const char*> emulated{EMULATOR, "-L", SYSROOT, path};
+    for (char* const* argument = arguments + 1; *argument != nullptr; ++argument)
+        emulated.push_back(*argument);
+    emulated.push_back(nullptr);
+    return next(EMULATOR, emulated.data(), environment);
+}
+
+extern "C" __attribute__((visibility("default"))) int execv(const char* path,
+                                                            char* const arguments[]) noexcept
+{
+    return execve(path, arguments, environ);
+}
