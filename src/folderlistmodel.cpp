@@ -59,7 +59,7 @@ FolderListModel::FolderListModel(QObject* parent)
 FolderListModel::~FolderListModel()
 {
     if (m_listing)
-        m_listing->cancel();
+        m_listing->abandon();
 }
 
 QString FolderListModel::folder() const
@@ -73,7 +73,7 @@ void FolderListModel::setFolder(const QString& folder)
     if (path == m_query->folder)
         return;
     if (m_listing)
-        m_listing->cancel();
+        m_listing->abandon();
     m_listing.reset();
     ++m_serial; // what that one has told already comes too late
     m_watch->stop();

@@ -38,8 +38,10 @@ public:
         Dmesg* const capture = Dmesg::instance();
         capture->setCommand(shell("echo $$; exec sleep 300"));
         connect(&capture->m_process, &DmesgProcess::newLines, [](const QStringList& lines) {
-            fprintf(stdout, "%s\n", qPrintable(lines.join("")));
-            fflush(stdout);
+            if (!lines.isEmpty()) { // as they are when a piece of output completes none
+                fprintf(stdout, "%s\n", qPrintable(lines.join("")));
+                fflush(stdout);
+            }
         });
         capture->m_process.start();
         getchar(); // until the parent has read the line

@@ -68,7 +68,15 @@ FolderListing::FolderListing(int serial, FolderQuery query, FolderRows before)
 void FolderListing::run()
 {
     list();
+    const QMutexLocker locker(&m_telling);
     Q_EMIT finished(m_serial);
+}
+
+void FolderListing::abandon()
+{
+    cancel();
+    const QMutexLocker locker(&m_telling);
+    disconnect();
 }
 
 void FolderListing::list()

@@ -3,6 +3,7 @@
 #include "datamodel/rowchanges_p.h"
 #include "folderlistmodel.h"
 
+#include <QMutex>
 #include <QPair>
 #include <QRegularExpression>
 #include <QSet>
@@ -40,6 +41,9 @@ public:
     void run();
     /// From any thread: run() ends soon, and its results are worth nothing.
     void cancel() { m_isCanceled = true; }
+    /// As cancel(), with nobody told any more. A signal that is on its way is waited for: Qt loses
+    /// a piece of memory when the receiver goes meanwhile.
+    void abandon();
     bool isCanceled() const { return m_isCanceled; }
 
     const FolderQuery& query() const { return m_query; }
@@ -71,6 +75,7 @@ private:
     const FolderQuery m_query;
     const FolderRows m_before;
     std::atomic<bool> m_isCanceled{false};
+    QMutex m_telling;
     QVector<QRegularExpression> m_filters;
     FolderId m_folderId;
     int m_error = 0;
