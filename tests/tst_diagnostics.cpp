@@ -224,9 +224,11 @@ private Q_SLOTS:
         QFETCH(QString, reported);
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(), {"--end", QTest::currentDataTag()});
-        QVERIFY(child.waitForReadyRead());
-        const QString follower = QString("/proc/%1/cmdline").arg(child.readLine().toInt());
-        QTRY_VERIFY(support::readFile(follower).contains("300")); // empty while it changes
+        QByteArray line;
+        while (!line.endsWith('\n') && child.waitForReadyRead())
+            line += child.readLine();
+        const QString follower = QString("/proc/%1/cmdline").arg(line.toInt());
+        QTRY_VERIFY2(support::readFile(follower).contains("300"), line); // empty while it changes
         child.write("\n");
         QVERIFY(child.waitForFinished());
         QTEST(child.exitCode(), "status");
