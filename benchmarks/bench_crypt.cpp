@@ -2,7 +2,7 @@
 
 #include "crypt/cipherstream_p.h"
 #include "ratiotable.h"
-#include "simplecrypt.h"
+#include <zeltools/simplecrypt.h>
 
 #include <QFile>
 #include <QTemporaryDir>

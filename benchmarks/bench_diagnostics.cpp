@@ -1,8 +1,8 @@
 // What it costs to keep the kernel log in memory and to show its end.
 
-#include "dmesg/dmesg.h"
-#include "logging/lognode.h"
 #include "ratiotable.h"
+#include <zeltools/dmesg/dmesg.h>
+#include <zeltools/logging/lognode.h>
 
 #include <QCoreApplication>
 #include <QTemporaryFile>

@@ -1,9 +1,9 @@
 // What the switches cost: when the library is loaded, when one is asked, when a file is read.
 
-#include "envvar/envvars.h"
-#include "envvar/envvarstore.h"
-#include "keyvaluefile.h"
 #include "ratiotable.h"
+#include <zeltools/envvar/envvars.h>
+#include <zeltools/envvar/envvarstore.h>
+#include <zeltools/keyvaluefile.h>
 
 #include <QFile>
 #include <QProcessEnvironment>

@@ -2,11 +2,11 @@
 // calls. Standard error goes to /dev/null, files to a temporary folder; every logger writes a line
 // of the same form to both and flushes each line.
 
-#include "logging/log.h"
-#include "logging/logformatter.h"
-#include "logging/logmanager.h"
-#include "path.h"
 #include "ratiotable.h"
+#include <zeltools/logging/log.h>
+#include <zeltools/logging/logformatter.h>
+#include <zeltools/logging/logmanager.h>
+#include <zeltools/path.h>
 
 #include <log4cplus/consoleappender.h>
 #include <log4cplus/fileappender.h>

@@ -1,10 +1,10 @@
 // What a folder of 10,000 files costs, to the eye and to the event loop, and a change in a tree.
 
-#include "folderlistmodel.h"
-#include "hierarchical/hierarchicaldbobject.h"
-#include "logging/logmanager.h"
-#include "path.h"
 #include "ratiotable.h"
+#include <zeltools/folderlistmodel.h>
+#include <zeltools/hierarchical/hierarchicaldbobject.h>
+#include <zeltools/logging/logmanager.h>
+#include <zeltools/path.h>
 
 #include <QCoreApplication>
 #include <QDateTime>

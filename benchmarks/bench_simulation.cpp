@@ -1,8 +1,8 @@
 // What the simulation links cost: cutting a stream into messages, and frames over loopback.
 
 #include "ratiotable.h"
-#include "simulationinterface/tcpclientsimulationinterface.h"
-#include "simulationinterface/tcpserversimulationinterface.h"
+#include <zeltools/simulationinterface/tcpclientsimulationinterface.h>
+#include <zeltools/simulationinterface/tcpserversimulationinterface.h>
 
 #include <QCoreApplication>
 #include <QTcpServer>

@@ -1,11 +1,11 @@
 // What a transition costs, beside the framework below and the bare turn of the event loop.
 
-#include "declarativestatemachine/declarativestatemachine.h"
-#include "logging/log.h"
-#include "logging/logmanager.h"
-#include "path.h"
 #include "ratiotable.h"
-#include "statemachine/statemachine.h"
+#include <zeltools/declarativestatemachine/declarativestatemachine.h>
+#include <zeltools/logging/log.h>
+#include <zeltools/logging/logmanager.h>
+#include <zeltools/path.h>
+#include <zeltools/statemachine/statemachine.h>
 
 #include <QCoreApplication>
 #include <QFile>

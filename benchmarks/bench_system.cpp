@@ -1,7 +1,7 @@
 // What a list of time zones costs, asked for by each screen that shows one.
 
 #include "ratiotable.h"
-#include "system/timezonehelper.h"
+#include <zeltools/system/timezonehelper.h>
 
 #include <QTimeZone>
 

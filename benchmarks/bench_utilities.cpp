@@ -1,9 +1,9 @@
 // What bytes cost as hexadecimal text, 1 MiB of them each way, and what a comparison of versions
 // costs.
 
-#include "binarydataformatter.h"
 #include "ratiotable.h"
-#include "versionnumber.h"
+#include <zeltools/binarydataformatter.h>
+#include <zeltools/versionnumber.h>
 
 #include <QVersionNumber>
 

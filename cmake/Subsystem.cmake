@@ -1,26 +1,90 @@
-# zel_subsystem(NAME HEADERS ... [PRIVATE_HEADERS ...] SOURCES ... [USES ...])
+# The parts of the library and the rules for them.
+
+# zel_library(NAME OUTPUT file): a shared library that zel_subsystem() fills, exported as
+# ZelTools::NAME and found by hosts as libFILE.
+function(zel_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT" "")
+    set(target ZelTools${name})
+    add_library(${target} SHARED)
+    add_library(ZelTools::${name} ALIAS ${target})
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    # The library calls its own classes even when a host has a class of the same name.
+    target_link_options(${target} PRIVATE -Wl,-Bsymbolic)
+    set_target_properties(${target} PROPERTIES
+        AUTOMOC OFF # the objects have it
+        EXPORT_NAME ${name}
+        OUTPUT_NAME ${arg_OUTPUT}
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        LINKER_LANGUAGE CXX)
+    set_property(GLOBAL APPEND PROPERTY zel_libraries ${target})
+endfunction()
+
+# zel_subsystem(NAME [LIBRARY Name] [USES ...] [QT ...] HEADERS ... [PRIVATE_HEADERS ...] SOURCES ...)
 #
-# An object library that becomes part of the one shared library. USES names the subsystems whose
-# headers it may include; zel_check_includes() then fails the configuration on any other include,
-# so that this list stays true. HEADERS are installed; private ones end in _p.h and are not.
+# An object library, zeltools_NAME, that becomes part of a shared library (Core unless LIBRARY says
+# otherwise). All files are named by their path below src/. HEADERS are installed; private ones end
+# in _p.h and belong to their subsystem alone. USES names the subsystems whose headers it may
+# include; zel_check_includes() fails the configuration on any other include. QT names the Qt
+# modules that it links beside Core.
 function(zel_subsystem name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;PRIVATE_HEADERS;SOURCES;USES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LIBRARY" "USES;QT;HEADERS;PRIVATE_HEADERS;SOURCES")
+    if(NOT arg_LIBRARY)
+        set(arg_LIBRARY Core)
+    endif()
+    set(src ${PROJECT_SOURCE_DIR}/src)
+    set(files ${arg_HEADERS} ${arg_PRIVATE_HEADERS} ${arg_SOURCES})
+    list(TRANSFORM arg_QT PREPEND Qt${ZELTOOLS_QT}::)
+
     set(target zeltools_${name})
-    add_library(${target} OBJECT ${arg_HEADERS} ${arg_PRIVATE_HEADERS} ${arg_SOURCES})
+    list(TRANSFORM files PREPEND ${src}/ OUTPUT_VARIABLE paths)
+    add_library(${target} OBJECT ${paths})
     target_compile_definitions(${target} PRIVATE ZelTools_EXPORTS QT_NO_CAST_TO_ASCII)
-    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src
-                                                 ${PROJECT_BINARY_DIR}/include)
-    target_link_libraries(${target} PUBLIC Qt5::Core Qt5::Network)
+    target_include_directories(${target} PRIVATE ${src} ${ZELTOOLS_INCLUDE_DIRS})
+    target_link_libraries(${target} PUBLIC Qt${ZELTOOLS_QT}::Core ${arg_QT})
+
+    set(library ZelTools${arg_LIBRARY})
+    target_link_libraries(${library} PRIVATE $<BUILD_INTERFACE:${target}> PUBLIC Qt${ZELTOOLS_QT}::Core
+                                                                                 ${arg_QT})
+    list(GET ZELTOOLS_INCLUDE_DIRS 0 include_dir)
+    list(TRANSFORM arg_HEADERS PREPEND ${include_dir}/zeltools/ OUTPUT_VARIABLE public_headers)
+    target_sources(${library} PUBLIC FILE_SET HEADERS BASE_DIRS ${include_dir} FILES ${public_headers})
+
     foreach(header IN LISTS arg_HEADERS arg_PRIVATE_HEADERS)
         set_property(GLOBAL PROPERTY zel_owner_${header} ${name})
     endforeach()
     set_property(GLOBAL PROPERTY zel_uses_${name} ${arg_USES})
-    set_property(GLOBAL PROPERTY zel_files_${name} ${arg_HEADERS} ${arg_PRIVATE_HEADERS}
-                                                   ${arg_SOURCES})
+    set_property(GLOBAL PROPERTY zel_files_${name} ${files})
     set_property(GLOBAL APPEND PROPERTY zel_subsystems ${name})
-    set_property(GLOBAL APPEND PROPERTY zel_headers ${arg_HEADERS})
 endfunction()
 
+# Gives each subsystem its floor, one above the highest that it uses, in the global property
+# zel_floor_NAME; a circle would leave some without one, and fails the configuration.
+function(zel_check_uses)
+    get_property(waiting GLOBAL PROPERTY zel_subsystems)
+    set(floor 0)
+    while(waiting)
+        set(settled "")
+        foreach(name IN LISTS waiting)
+            get_property(uses GLOBAL PROPERTY zel_uses_${name})
+            list(REMOVE_ITEM uses ${lower})
+            if(NOT uses)
+                list(APPEND settled ${name})
+                set_property(GLOBAL PROPERTY zel_floor_${name} ${floor})
+            endif()
+        endforeach()
+        if(NOT settled)
+            message(FATAL_ERROR "These subsystems use each other in a circle, or one that does not "
+                                "exist: ${waiting}")
+        endif()
+        list(APPEND lower ${settled})
+        list(REMOVE_ITEM waiting ${settled})
+        math(EXPR floor "${floor} + 1")
+    endwhile()
+endfunction()
+
+# Each header of the project that a file includes must be listed, belong to the file's own subsystem
+# or to one that it uses, and not be private to another one.
 function(zel_check_includes)
     get_property(names GLOBAL PROPERTY zel_subsystems)
     foreach(name IN LISTS names)
@@ -28,15 +92,25 @@ function(zel_check_includes)
         get_property(files GLOBAL PROPERTY zel_files_${name})
         foreach(file IN LISTS files)
             set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
-            file(STRINGS ${file} includes REGEX "^#include \"")
+            file(STRINGS ${file} includes REGEX "^#include (\"|<zeltools/)")
             foreach(include IN LISTS includes)
-                string(REGEX REPLACE "^#include \"(.*)\".*" "\\1" header "${include}")
-                get_property(owner GLOBAL PROPERTY zel_owner_${header})
-                if(owner AND NOT owner STREQUAL name AND NOT owner IN_LIST uses)
-                    message(FATAL_ERROR "${file} includes ${header}, but subsystem ${name} "
-                                        "does not use ${owner}")
-                endif()
+                string(REGEX REPLACE "^#include (\"|<zeltools/)([^\">]*).*" "\\2" header "${include}")
+                zel_check_include(${file} ${header} ${name} "${uses}")
             endforeach()
         endforeach()
     endforeach()
+endfunction()
+
+function(zel_check_include file header name uses)
+    if(header MATCHES "^(platform|zeltools_export)\\.h$" OR header MATCHES "\\.moc$")
+        return() # generated
+    endif()
+    get_property(owner GLOBAL PROPERTY zel_owner_${header})
+    if(NOT owner)
+        message(FATAL_ERROR "${file} includes ${header}, which no subsystem lists")
+    elseif(NOT owner STREQUAL name AND NOT owner IN_LIST uses)
+        message(FATAL_ERROR "${file} includes ${header}, but subsystem ${name} does not use ${owner}")
+    elseif(NOT owner STREQUAL name AND header MATCHES "_p\\.h$" AND NOT name MATCHES "^logging_") # TODO
+        message(FATAL_ERROR "${file} includes ${header}, which is private to subsystem ${owner}")
+    endif()
 endfunction()

@@ -1,7 +1,7 @@
 // Decrypts anything, and anything that has been encrypted in any way.
 
 #include "fuzz.h"
-#include "simplecrypt.h"
+#include <zeltools/simplecrypt.h>
 
 namespace
 {

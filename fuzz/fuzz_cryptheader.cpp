@@ -2,7 +2,7 @@
 // of it.
 
 #include "fuzz.h"
-#include "simplecrypt.h"
+#include <zeltools/simplecrypt.h>
 
 #include <sys/mman.h>
 #include <unistd.h>

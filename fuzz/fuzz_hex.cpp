@@ -1,9 +1,9 @@
 // Holds the quick ways between bytes and hexadecimal text against the steps that define them, taken
 // one by one, and what was written against what it is read as.
 
-#include "binarydataformatter.h"
 #include "fuzz.h"
-#include "wrongbytedataexception.h"
+#include <zeltools/binarydataformatter.h>
+#include <zeltools/wrongbytedataexception.h>
 
 #include <QRegularExpression>
 

@@ -1,9 +1,9 @@
 // Holds the parsers of simulation addresses against the plain way to read them: all fields parted,
 // looked at, and joined again.
 
-#include "logging/lognode.h"
-#include "simulationinterface/simulationinterfaceaddress.h"
-#include "simulationinterface/tcpsimulationinterfacecommon.h"
+#include <zeltools/logging/lognode.h>
+#include <zeltools/simulationinterface/simulationinterfaceaddress.h>
+#include <zeltools/simulationinterface/tcpsimulationinterfacecommon.h>
 
 #include <QStringList>
 

@@ -1,9 +1,9 @@
 // Holds both framings of the simulation links against the plain way to take them apart: all bytes
 // in one buffer, which is looked at as a whole.
 
-#include "logging/lognode.h"
-#include "simulationinterface/simulationmessage.h"
-#include "simulationinterface/simulationprotocol.h"
+#include <zeltools/logging/lognode.h>
+#include <zeltools/simulationinterface/simulationmessage.h>
+#include <zeltools/simulationinterface/simulationprotocol.h>
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // Holds versions against the rules in the plainest words: two lists of numbers, read from a text.
 
 #include "fuzz.h"
-#include "versionapp.h"
+#include <zeltools/versionapp.h>
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "versionapp.h"
+#include <zeltools/versionapp.h>
 
 namespace zeltools
 {

@@ -3,7 +3,7 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/zelassert.h"
-#include "platform.h"
+#include <zeltools/platform.h>
 
 #include <QDir>
 #include <QFile>

@@ -2,7 +2,7 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "platform.h"
+#include <zeltools/platform.h>
 
 #include <QDir>
 #include <QFile>

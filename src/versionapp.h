@@ -1,6 +1,6 @@
 #pragma once
 
-#include "versionnumber.h"
+#include <zeltools/versionnumber.h>
 
 /// The version of an application: major, minor and fix. An assignment may leave it with another
 /// number of identifiers; it is then not valid, and its three numbers are 0.

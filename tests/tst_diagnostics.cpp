@@ -1,8 +1,8 @@
 #include "crashsimulator/crashsimulator.h"
 #include "dmesg/dmesg.h"
-#include "platform.h"
 #include "support.h"
 #include "windowstools.h"
+#include <zeltools/platform.h>
 
 #include <QtTest>
 

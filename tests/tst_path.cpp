@@ -1,7 +1,7 @@
 #include "path.h"
 
-#include "platform.h"
 #include "support.h"
+#include <zeltools/platform.h>
 
 #include <QtTest>
 

@@ -2,11 +2,11 @@
 #include "dimensions.h"
 #include "filereader.h"
 #include "imagevalidator.h"
-#include "platform.h"
 #include "qobjectdeleter.h"
 #include "random.h"
 #include "support.h"
 #include "system.h"
+#include <zeltools/platform.h>
 
 #include <QtTest>
 

@@ -4,12 +4,12 @@
 #include "drinkdescription.h"
 #include "rinsecycle.h"
 
-#include "declarativestatemachine/declarativestatemachine.h"
-#include "declarativestatemachine/descriptioncheck.h"
-#include "declarativestatemachine/dotwriter.h"
-#include "declarativestatemachine/scxmlwriter.h"
-#include "logging/log.h"
-#include "statemachine/eventgrouphandler.h"
+#include <zeltools/declarativestatemachine/declarativestatemachine.h>
+#include <zeltools/declarativestatemachine/descriptioncheck.h>
+#include <zeltools/declarativestatemachine/dotwriter.h>
+#include <zeltools/declarativestatemachine/scxmlwriter.h>
+#include <zeltools/logging/log.h>
+#include <zeltools/statemachine/eventgrouphandler.h>
 
 #include <QDir>
 #include <QEventLoop>

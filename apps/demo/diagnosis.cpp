@@ -1,8 +1,8 @@
 #include "diagnosis.h"
 
-#include "dmesg/dmesg.h"
-#include "platform.h"
-#include "windowstools.h"
+#include <zeltools/dmesg/dmesg.h>
+#include <zeltools/platform.h>
+#include <zeltools/windowstools.h>
 
 #include <QDeadlineTimer>
 #include <QFile>

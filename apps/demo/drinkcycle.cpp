@@ -1,7 +1,7 @@
 #include "drinkcycle.h"
 
-#include "logging/log.h"
-#include "logging/logformatter.h"
+#include <zeltools/logging/log.h>
+#include <zeltools/logging/logformatter.h>
 
 #include <thread>
 

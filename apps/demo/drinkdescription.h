@@ -1,6 +1,6 @@
 #pragma once
 
-#include "declarativestatemachine/statemachinedescription.h"
+#include <zeltools/declarativestatemachine/statemachinedescription.h>
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "linetally.h"
 
-#include "logging/rotatinglogfile.h"
+#include <zeltools/logging/rotatinglogfile.h>
 
 #include <QTextStream>
 

@@ -1,6 +1,6 @@
 #include "logfolder.h"
 
-#include "path.h"
+#include <zeltools/path.h>
 
 #include <QDeadlineTimer>
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "folderlistmodel.h"
+#include <zeltools/folderlistmodel.h>
 
 #include <QTextStream>
 

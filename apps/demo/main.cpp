@@ -10,12 +10,12 @@
 #include "simulation.h"
 #include "switches.h"
 
-#include "libraryversion.h"
-#include "logging/log.h"
-#include "logging/logformatter.h"
-#include "logging/logmanager.h"
-#include "path.h"
-#include "windowstools.h"
+#include <zeltools/libraryversion.h>
+#include <zeltools/logging/log.h>
+#include <zeltools/logging/logformatter.h>
+#include <zeltools/logging/logmanager.h>
+#include <zeltools/path.h>
+#include <zeltools/windowstools.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "statemachine/statemachine.h"
+#include <zeltools/statemachine/statemachine.h>
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "settings.h"
 
-#include "hierarchical/hierarchicaldbobject.h"
+#include <zeltools/hierarchical/hierarchicaldbobject.h>
 
 #include <QMap>
 

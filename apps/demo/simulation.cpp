@@ -1,7 +1,7 @@
 #include "simulation.h"
 
-#include "simulationinterface/createinterface.h"
-#include "system/simulateddatetimemanager.h"
+#include <zeltools/simulationinterface/createinterface.h>
+#include <zeltools/system/simulateddatetimemanager.h>
 
 #include <QEventLoop>
 #include <QTcpServer>

@@ -1,9 +1,9 @@
 #include "switches.h"
 
-#include "envvar/envvars.h"
-#include "envvar/envvarstore.h"
-#include "keyvaluefile.h"
-#include "path.h"
+#include <zeltools/envvar/envvars.h>
+#include <zeltools/envvar/envvarstore.h>
+#include <zeltools/keyvaluefile.h>
+#include <zeltools/path.h>
 
 #include <QDir>
 #include <QFileInfo>

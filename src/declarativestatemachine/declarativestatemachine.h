@@ -1,7 +1,7 @@
 #pragma once
 
-#include "declarativestatemachine/statemachinedescription.h"
-#include "logging/logmodule.h"
+#include <zeltools/declarativestatemachine/statemachinedescription.h>
+#include <zeltools/logging/logmodule.h>
 
 #include <QMap>
 #include <QObject>

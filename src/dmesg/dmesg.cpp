@@ -4,7 +4,7 @@
 #include "logging/logformatter.h"
 #include "logging/zelassert.h"
 #include "path.h"
-#include "platform.h"
+#include <zeltools/platform.h>
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dmesg/dmesgprocess.h"
-#include "logging/rotatinglogfile.h"
-#include "system.h"
+#include <zeltools/dmesg/dmesgprocess.h>
+#include <zeltools/logging/rotatinglogfile.h>
+#include <zeltools/system.h>
 
 #include <QMutex>
 #include <QObject>

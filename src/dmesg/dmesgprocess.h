@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system.h"
+#include <zeltools/system.h>
 
 #include <QDeadlineTimer>
 #include <QObject>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "envvar/envvarbool.h"
-#include "envvar/envvarstring.h"
+#include <zeltools/envvar/envvarbool.h>
+#include <zeltools/envvar/envvarstring.h>
 
 /// The switches of the machine software, constructed when the library is loaded, in this order;
 /// what each is for is said in its row in envvars.cpp, and by `description()`. The platform, the

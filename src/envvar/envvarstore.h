@@ -1,7 +1,7 @@
 #pragma once
 
-#include "envvar/envvarbool.h"
-#include "envvar/saveresult.h"
+#include <zeltools/envvar/envvarbool.h>
+#include <zeltools/envvar/saveresult.h>
 
 #include <QSet>
 #include <QVector>

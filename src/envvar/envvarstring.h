@@ -1,6 +1,6 @@
 #pragma once
 
-#include "envvar/envvar.h"
+#include <zeltools/envvar/envvar.h>
 
 namespace zeltools::envvar
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logging/logmodules.h"
+#include <zeltools/logging/logmodules.h>
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logging/logmodule.h"
+#include <zeltools/logging/logmodule.h>
 
 /// The predefined log modules, constructed when the library is loaded.
 namespace Log

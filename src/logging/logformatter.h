@@ -1,8 +1,8 @@
 #pragma once
 
-#include "logging/logeventmodule.h"
-#include "logging/loglevel.h"
-#include "logging/logmodules.h"
+#include <zeltools/logging/logeventmodule.h>
+#include <zeltools/logging/loglevel.h>
+#include <zeltools/logging/logmodules.h>
 
 #include <QDebug>
 #include <QString>

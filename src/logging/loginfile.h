@@ -1,7 +1,7 @@
 #pragma once
 
-#include "logging/logmodule.h"
-#include "logging/rotatinglogfile.h"
+#include <zeltools/logging/logmodule.h>
+#include <zeltools/logging/rotatinglogfile.h>
 
 #include <QQueue>
 #include <QThread>

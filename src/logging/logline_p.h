@@ -1,7 +1,7 @@
 #pragma once
 
 #include "logging/loglevel.h"
-#include "zeltools_export.h"
+#include <zeltools/zeltools_export.h>
 
 #include <QString>
 #include <QVarLengthArray>

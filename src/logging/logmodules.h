@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logging/logmodule.h"
+#include <zeltools/logging/logmodule.h>
 
 #include <QMetaType>
 #include <QSet>

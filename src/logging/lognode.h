@@ -1,7 +1,7 @@
 #pragma once
 
-#include "logging/loglevel.h"
-#include "logging/logmodules.h"
+#include <zeltools/logging/loglevel.h>
+#include <zeltools/logging/logmodules.h>
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "logging/logeventmodule.h"
-#include "logging/loglevel.h"
+#include <zeltools/logging/logeventmodule.h>
+#include <zeltools/logging/loglevel.h>
 
 #include <QString>
 

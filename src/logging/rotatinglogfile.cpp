@@ -3,7 +3,7 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/writewhole_p.h"
-#include "platform.h"
+#include <zeltools/platform.h>
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulationinterface/simulationinterface.h"
+#include <zeltools/simulationinterface/simulationinterface.h>
 
 namespace zeltools::simulationinterface
 {

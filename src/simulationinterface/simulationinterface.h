@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulationinterface/simulationprotocol.h"
+#include <zeltools/simulationinterface/simulationprotocol.h>
 
 namespace zeltools::simulationinterface
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulationinterface/simulationinterfacetype.h"
-#include "zeltools_export.h"
+#include <zeltools/simulationinterface/simulationinterfacetype.h>
+#include <zeltools/zeltools_export.h>
 
 #include <QString>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "simulationinterface/simulationinterface.h"
-#include "simulationinterface/simulationinterfaceaddress.h"
-#include "simulationinterface/tcpsimulationinterfacecommon.h"
+#include <zeltools/simulationinterface/simulationinterface.h>
+#include <zeltools/simulationinterface/simulationinterfaceaddress.h>
+#include <zeltools/simulationinterface/tcpsimulationinterfacecommon.h>
 
 #include <QTcpServer>
 

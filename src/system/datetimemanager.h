@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/timezonehelper.h"
+#include <zeltools/system/timezonehelper.h>
 
 #include <QDateTime>
 #include <QTimer>

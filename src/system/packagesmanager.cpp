@@ -2,8 +2,8 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "platform.h"
 #include "windowstools.h"
+#include <zeltools/platform.h>
 
 #include <QDeadlineTimer>
 #include <QFile>

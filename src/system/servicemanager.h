@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/service.h"
+#include <zeltools/system/service.h>
 
 #include <map>
 #include <memory>

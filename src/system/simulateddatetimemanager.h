@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/datetimemanager.h"
+#include <zeltools/system/datetimemanager.h>
 
 #include <QElapsedTimer>
 

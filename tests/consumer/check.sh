@@ -21,6 +21,18 @@ export PKG_CONFIG_PATH
 "$compiler" -std=c++17 -fPIC "$source/main.cpp" -o "$work/consumer" \
     $(pkg-config --cflags --libs zeltools) "-Wl,-rpath,$(pkg-config --variable=libdir zeltools)"
 "$work/consumer" "$work/b/opt/bin"
+
+for includes in "-I$source/names $(pkg-config --cflags zeltools)" \
+                "$(pkg-config --cflags zeltools) -I$source/names"; do
+    # shellcheck disable=SC2046,SC2086
+    "$compiler" -std=c++17 -fPIC $includes "$source/names.cpp" -o "$work/names" \
+        $(pkg-config --libs zeltools) "-Wl,-rpath,$(pkg-config --variable=libdir zeltools)"
+    status=0
+    "$work/names" "$work/saved" > "$work/output" || status=$?
+    test "$status" -eq 1
+    grep -q 'path is not defined' "$work/output"
+done
+
 if find "$work/prefix" -name '*_p.h' | grep .; then
     echo "private headers were installed" >&2
     exit 1

@@ -1,6 +1,6 @@
 #include "envvar/envvars.h"
 #include "envvar/envvarstore.h"
-#include "platform.h"
+#include <zeltools/platform.h>
 
 #include <QProcess>
 #include <QtTest>

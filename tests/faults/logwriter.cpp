@@ -2,11 +2,11 @@
 // command, when done, with the length of its result, a line feed and the result. Ends with its
 // input. Its arguments: FOLDER LIMIT_B PREDECESSORS.
 
-#include "logging/log.h"
-#include "logging/logformatter.h"
-#include "logging/logmanager.h"
-#include "logging/rotatinglogfile.h"
-#include "path.h"
+#include <zeltools/logging/log.h>
+#include <zeltools/logging/logformatter.h>
+#include <zeltools/logging/logmanager.h>
+#include <zeltools/logging/rotatinglogfile.h>
+#include <zeltools/path.h>
 
 #include <QCoreApplication>
 

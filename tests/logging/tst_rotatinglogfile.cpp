@@ -1,7 +1,7 @@
 #include "logging/rotatinglogfile.h"
-#include "platform.h"
 #include "support.h"
 #include "windowstools.h"
+#include <zeltools/platform.h>
 
 #include <QtTest>
 

@@ -1,7 +1,7 @@
 #include "fakeclock.h"
-#include "platform.h"
 #include "support.h"
 #include "system/simulateddatetimemanager.h"
+#include <zeltools/platform.h>
 
 #include <QtTest>
 

@@ -1,0 +1,18 @@
+# The package for CMake and pkg-config, and what is installed.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZelTools)
+install(TARGETS ZelTools ZelToolsCore ZelToolsStateMachines EXPORT ZelToolsTargets
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(EXPORT ZelToolsTargets NAMESPACE ZelTools:: DESTINATION ${package_dir})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZelToolsConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/ZelToolsConfig.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/ZelToolsConfig.cmake
+              ${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cmake DESTINATION ${package_dir})
+# From the folder of the file to the prefix, so that an installed tree can be moved.
+file(RELATIVE_PATH ZELTOOLS_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/zeltools.pc.in ${PROJECT_BINARY_DIR}/zeltools.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zeltools.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
