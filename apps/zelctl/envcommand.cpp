@@ -1,10 +1,11 @@
 #include "envcommand.h"
 
+#include "cleanreplacement.h"
 #include "envfile.h"
 #include "envvar/envvarstore.h"
 #include "keyvaluefile_p.h"
 #include "logging/logmodules.h"
-#include "replacefile.h"
+#include "readfile.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <functional>
 
+using zeltools::FileReplacement;
 using zeltools::envvar::Category;
 using zeltools::envvar::EnvVar;
 using zeltools::envvar::EnvVarStore;
@@ -211,13 +213,13 @@ ExitStatus printValue(const QString& path, const Values& file, const QString& na
 /// `change` returns whether there was anything to change.
 ExitStatus edit(const QString& path, bool mayCreate, const std::function<bool(EnvFile&)>& change)
 {
-    ReplaceFile file(path, ReplaceFile::Edit);
+    FileReplacement file(path, FileReplacement::Edit);
     const FileContent content = readFile(file.path());
-    if (file.error().isEmpty() && !content.error.isEmpty() && (content.exists || !mayCreate))
+    if (file.errorString().isEmpty() && !content.error.isEmpty() && (content.exists || !mayCreate))
         return fail(Failed, content.error);
     EnvFile text(content.bytes);
-    const bool isDone = change(text) ? file.replace(text.text()) : file.sync();
-    return isDone ? Done : fail(Failed, file.error());
+    const bool isDone = change(text) ? replaceCleanly(file, text.text()) : file.sync();
+    return isDone ? Done : fail(Failed, file.errorString());
 }
 
 ExitStatus set(const QString& path, const QString& name, const QString& value, bool isForced)

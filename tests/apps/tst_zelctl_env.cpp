@@ -115,7 +115,7 @@ private Q_SLOTS:
 
     void keepsModeOwnerAndLink()
     {
-        run("mkdir at; echo innocent >innocent; ln innocent at/.env.zelctl; ln -s at/env env;"
+        run("mkdir at; echo innocent >innocent; ln innocent at/.env.new; ln -s at/env env;"
             "echo LAB_TEST=0 >at/env; chown 12:34 at/env; chmod 4751 at/env");
         const QString owner = run("stat -c '%u %g' at/env");
         QCOMPARE(run("zelctl env env set LAB_TEST 1;"

@@ -70,7 +70,7 @@ def edit_killed(root):
             (folder / name).write_bytes(data)
 
     old = {"env": content("old")}
-    for files in ({}, old, {**old, ".env.zelctl": b"half a f"}):
+    for files in ({}, old, {**old, ".env.new": b"half a f"}):
         new = content("new") if files else f"{NAME}=new\n".encode()
         prepare(files)
         subprocess.run([*strace, *command(file, "new")], check=True)
@@ -116,7 +116,7 @@ def until_it_fails(step):
 # journal holds.
 def cut(folder, is_aimed):
     end = time.monotonic() + random.uniform(0, 0.1)
-    while time.monotonic() < end and not (is_aimed and (folder / ".env.zelctl").exists()):
+    while time.monotonic() < end and not (is_aimed and (folder / ".env.new").exists()):
         time.sleep(random.uniform(0, 0.0005))
     shutdown, without_flush = 0x8004587d, (2).to_bytes(4, sys.byteorder)
     descriptor = os.open(folder, os.O_RDONLY)
