@@ -41,18 +41,18 @@ def need_strace():
     os.environ["ASAN_OPTIONS"] = "detect_leaks=0"  # which strace makes impossible
 
 
-# What the board's application saves is forced to storage before it says so; a desktop is spared
-# that, and neither has its clock set.
+# What an application saves is on the storage before it says so, the file before its name; nobody's
+# clock is set.
 def save_synced(root):
     need_strace()
     log, environment = root / "calls", root / "environment"
     environment.write_text("SHOW_STATISTICS=1\n")
     strace = ["strace", "-f", "-qq", "-y", "-o", log]
-    calls = "trace=fsync,fdatasync,sync,clock_settime,settimeofday"
+    calls = "trace=fsync,fdatasync,sync,renameat,clock_settime,settimeofday"
     subprocess.run([*strace, "-e", calls, PROGRAM, "--environment", environment], check=True,
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    found = re.findall(r"(?m)^\d+ +(\w+)\((?:\d+<.*/(\w+)>)?", log.read_text())
-    require(found == [("fsync", "environment")] * ("--board" in OPTIONS), found)
+    found = re.findall(r"(?m)^\d+ +(\w+)\((?:\d+<.*?/launcher(\S*)>)?", log.read_text())
+    require(found == [("fsync", "/.environment.new"), ("renameat", ""), ("fsync", "")], found)
 
 
 # SIGKILL at each system call of an edit that touches files: of a new file, of one that is there,
