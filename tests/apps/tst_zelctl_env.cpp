@@ -106,6 +106,10 @@ private Q_SLOTS:
                      "do zelctl env env get $name || exit; done"),
                  "1\n0\n1\nb=r\n");
         QVERIFY(run("zelctl env env list --json").contains(R"("source":"file","valid":false)"));
+        // It would end at its start, whatever the file has.
+        QCOMPARE(run("echo LAB_TEST=0 >env; LAB_TEST=x zelctl env env list >/dev/null"),
+                 "zelctl: the environment: \"x\" is no value for LAB_TEST, which is 0 or 1\n"
+                 "status 1\n");
     }
 
     void showsTheCatalogue()
