@@ -168,7 +168,9 @@ void EventGroupHandler::failEvents()
 
 void EventGroupHandler::clear()
 {
-    m_events.clear();
+    // Empty before the callables are destroyed: what they own may call the handler in its
+    // destructor.
+    const auto dropped = std::exchange(m_events, {});
 }
 
 } // namespace tools
