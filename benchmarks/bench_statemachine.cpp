@@ -5,6 +5,7 @@
 #include <zeltools/logging/log.h>
 #include <zeltools/logging/logmanager.h>
 #include <zeltools/path.h>
+#include <zeltools/statemachine/eventgrouphandler.h>
 #include <zeltools/statemachine/statemachine.h>
 
 #include <QCoreApplication>
@@ -149,6 +150,33 @@ void singleShots(benchmark::State& state)
         state.SkipWithError("a shot is missing");
 }
 
+// The device answers inside each trigger.
+void millionEvents(benchmark::State& state)
+{
+    for (auto _ : state) {
+        tools::EventGroupHandler handler(1, std::chrono::seconds(1));
+        const tools::EventSteps steps{
+            [&handler] { handler.checkResult(true); },
+            [](auto*) { return std::make_shared<QMetaObject::Connection>(); },
+            [](const QVariant& answer) { return answer.toBool(); }};
+        for (int i = 0; i < 1000000; ++i)
+            handler.addEvent(steps);
+        bool isDone = false;
+        QObject::connect(&handler, &tools::EventGroupHandler::success, [&] { isDone = true; });
+        handler.start();
+        if (!isDone)
+            state.SkipWithError("an event is missing");
+    }
+}
+
+void millionConnections(benchmark::State& state)
+{
+    for (auto _ : state) {
+        for (int i = 0; i < 1000000; ++i)
+            benchmark::DoNotOptimize(std::make_shared<QMetaObject::Connection>());
+    }
+}
+
 void addAll()
 {
     add("StateMachine: a transition/ZelTools", transitions<TwoStates>);
@@ -156,6 +184,8 @@ void addAll()
     add("StateMachine: a transition/a zero-delay single shot", singleShots);
     add("DeclarativeStateMachine: a transition/ZelTools", transitions<DescribedMachine>);
     add("DeclarativeStateMachine: a transition/QStateMachine", transitions<BareMachine>);
+    add("EventGroupHandler: 1,000,000 events/ZelTools", millionEvents);
+    add("EventGroupHandler: 1,000,000 events/as many connection objects", millionConnections);
 }
 
 } // namespace

@@ -36,33 +36,30 @@ QString firedText(const TransitionDescription& transition, const QString& source
     return {};
 }
 
-// Building goes on after a check that failed.
-bool verify(bool holds, const char* expression, const QString& message, int line)
+void verify(bool holds, const char* expression, const QString& message, int line)
 {
     if (!holds)
         printReleaseAssertMsg(expression, message, __FILE__, line);
-    return holds;
 }
 
-bool isSound(const TransitionDescription& transition, const QString& source, bool isSourceFinal,
-             bool isTargetThere)
+// Building goes on after a check that failed.
+void verifyTransition(const TransitionDescription& transition, const QString& source,
+                      bool isSourceFinal, bool isTargetThere)
 {
-    const bool hasSource = verify(
-        !isSourceFinal, "stateDescription.transitions.size() == 0",
-        QStringLiteral("Attempting to add transitions from final state %1").arg(source), __LINE__);
-    const bool hasTarget =
-        verify(isTargetThere, "targetState != nullptr",
-               QStringLiteral("Attempting to set a transition to undefined state %1")
-                   .arg(transition.targetState),
-               __LINE__);
-    const bool hasSignal =
-        transition.type != TransitionDescription::Signal ||
+    verify(!isSourceFinal, "stateDescription.transitions.size() == 0",
+           QStringLiteral("Attempting to add transitions from final state %1").arg(source),
+           __LINE__);
+    verify(isTargetThere, "targetState != nullptr",
+           QStringLiteral("Attempting to set a transition to undefined state %1")
+               .arg(transition.targetState),
+           __LINE__);
+    if (transition.type == TransitionDescription::Signal) {
         verify(signalutils::classContainsSignal(transition.obj, transition.signal),
                "zeltools::signalutils::classContainsSignal(transitionDescription.obj, "
                "transitionDescription.signal)",
                QStringLiteral("Signal %1 does not exist").arg(QLatin1String(transition.signal)),
                __LINE__);
-    return hasSource && hasTarget && hasSignal;
+    }
 }
 
 } // namespace
@@ -93,14 +90,12 @@ DeclarativeStateMachine::DeclarativeStateMachine(const LogModule& module, QObjec
     constexpr int restartDelay_ms = 100; // the stop takes a turn of the event loop
     m_restartTimer.setSingleShot(true);
     m_restartTimer.setInterval(restartDelay_ms);
-    connect(&m_restartTimer, &QTimer::timeout, this, [this] {
-        if (!isRunning())
-            m_machine->start();
-        else if (m_isStopAwaited) // by an action that runs an event loop of its own
-            m_restartTimer.start();
-    });
+    connect(&m_restartTimer, &QTimer::timeout, this, &DeclarativeStateMachine::start);
     connect(m_machine.get(), &QStateMachine::runningChanged, this, [this] {
+        m_isStarting = false;
         m_isStopAwaited = m_isStopAwaited && isRunning();
+        if (!isRunning() && m_isStartAwaited)
+            start();
         LogFormatter(LogLevel::Info).log(m_module)
             << "State machine" << (isRunning() ? "Started" : "Stopped");
         callOut([this] { Q_EMIT runningChanged(); });
@@ -152,9 +147,9 @@ void DeclarativeStateMachine::addTransition(const TransitionDescription& descrip
 {
     auto* const sourceState = qobject_cast<QState*>(source);
     QAbstractState* const targetState = states.value(description.targetState);
-    if (!isSound(description, sourceName, sourceState == nullptr, targetState != nullptr))
-        return;
-    QAbstractTransition* const transition = makeTransition(description, sourceState);
+    verifyTransition(description, sourceName, sourceState == nullptr, targetState != nullptr);
+    QAbstractTransition* const transition =
+        sourceState != nullptr ? makeTransition(description, sourceState) : nullptr;
     if (transition == nullptr)
         return;
     connect(transition, &QAbstractTransition::triggered, this,
@@ -190,12 +185,19 @@ DeclarativeStateMachine::makeTransition(const TransitionDescription& description
 
 void DeclarativeStateMachine::start()
 {
+    m_restartTimer.stop();
+    // The inner machine would forget a start that comes before the stop has had its turn.
+    m_isStartAwaited = m_isStopAwaited;
+    if (m_isStopAwaited)
+        return;
     m_machine->start();
+    m_isStarting = !isRunning() && m_machine->initialState() != nullptr;
 }
 
 void DeclarativeStateMachine::restart()
 {
-    m_isStopAwaited = isRunning();
+    m_isStopAwaited = isRunning() || m_isStarting;
+    m_isStartAwaited = false;
     m_machine->stop();
     m_restartTimer.start();
 }

@@ -37,13 +37,17 @@ public:
     DeclarativeStateMachine(const LogModule&&, QObject* parent = nullptr) = delete;
     ~DeclarativeStateMachine() override;
 
-    /// Builds the states; once, before start(). Each fault is a release assertion and leaves out
-    /// the transition that has it: a transition from the final state, to a state that is not there,
-    /// on a signal that the object does not have. Of two states of one name, transitions lead to
-    /// the later one.
+    /// Builds the states; once, before start(). Each fault is a release assertion, after which
+    /// building goes on:
+    /// - a transition from the final state is left out;
+    /// - one to a state that is not there is triggered and logged, but leads nowhere;
+    /// - one on a signal that the object does not have is never triggered, unless the text of the
+    ///   signal only lacks normalizing.
+    /// Of two states of one name, transitions lead to the later one.
     void setDescription(const StateMachineDescription& description);
 
-    /// Enters the initial state when the event loop runs.
+    /// Enters the initial state when the event loop runs. Takes the place of a restart that is
+    /// pending.
     void start();
     /// Stops, and starts anew 100 ms after the last call, once however often it is called.
     void restart();
@@ -65,8 +69,10 @@ private:
     const LogModule& m_module;
     std::unique_ptr<QStateMachine> m_machine;
     QTimer m_restartTimer{this};
+    bool m_isStarting = false;
     bool m_isStopAwaited = false;
-    int m_callsOut = 0; // running calls of the machine into the host
+    bool m_isStartAwaited = false; // as soon as it has stopped
+    int m_callsOut = 0;            // running calls of the machine into the host
 };
 
 } // namespace zeltools::declarativestatemachine

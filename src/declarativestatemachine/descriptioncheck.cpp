@@ -10,7 +10,7 @@ namespace zeltools::declarativestatemachine
 namespace
 {
 
-// Why the transition would not be built; empty when it would.
+// Why the transition never leads to its target; empty when it does.
 QString faultOf(const TransitionDescription& transition, const StateMachineDescription& description)
 {
     if (description.indexOf(transition.targetState) < 0)
@@ -43,8 +43,7 @@ QStringList problemsOf(size_t index, const StateMachineDescription& description)
         if (!fault.isEmpty())
             problems.append(fault);
         hasWayOn = hasWayOn || (fault.isEmpty() && transition.targetState != state.name);
-        const bool isBuilt = fault.isEmpty();
-        timeouts += isBuilt && transition.type == TransitionDescription::Timeout ? 1 : 0;
+        timeouts += transition.type == TransitionDescription::Timeout ? 1 : 0;
     }
     if (!hasWayOn)
         problems.append(QStringLiteral("has no way on"));

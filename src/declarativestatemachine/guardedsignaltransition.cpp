@@ -1,17 +1,44 @@
 #include "declarativestatemachine/guardedsignaltransition.h"
 
+#include <QMetaMethod>
+
 #include <utility>
 
 namespace zeltools::declarativestatemachine
 {
+
+namespace
+{
+
+bool isDestruction(const QObject* obj, const char* signal)
+{
+    QByteArray signature = QMetaObject::normalizedSignature(signal);
+    if (signature.startsWith('2')) // the code of SIGNAL()
+        signature.remove(0, 1);
+    const QMetaObject* const meta = obj->metaObject();
+    const QMetaMethod method = meta->method(meta->indexOfSignal(signature));
+    return method.enclosingMetaObject() == &QObject::staticMetaObject &&
+           method.name() == "destroyed";
+}
+
+} // namespace
 
 GuardedSignalTransition::GuardedSignalTransition(const QObject* obj, const char* signal,
                                                  QState* source, std::function<bool()> guard)
     : QSignalTransition(obj, signal, source)
     , m_guard(std::move(guard))
 {
-    // The base class would go on using the object whenever the state is entered or left.
-    connect(obj, &QObject::destroyed, this, [this] { setSenderObject(nullptr); });
+    if (obj == nullptr)
+        return;
+    if (isDestruction(obj, signal)) {
+        // The machine may take up the signal later, when its sender is no more.
+        connect(obj, &QObject::destroyed, this, &GuardedSignalTransition::emitterDestroyed);
+        setSenderObject(this);
+        setSignal(SIGNAL(emitterDestroyed()));
+    } else {
+        // The base class would go on using the object whenever the state is entered or left.
+        connect(obj, &QObject::destroyed, this, [this] { setSenderObject(nullptr); });
+    }
 }
 
 GuardedSignalTransition::~GuardedSignalTransition() = default;

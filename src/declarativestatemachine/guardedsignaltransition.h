@@ -11,7 +11,8 @@ namespace zeltools::declarativestatemachine
 
 /// Leaves its state when an object emits a signal and the guard returns true at that moment. An
 /// empty guard lets every signal through. What an object has emitted and the machine has not yet
-/// taken up is lost when the object is destroyed.
+/// taken up is lost when the object is destroyed; its last signal, destroyed(), is not. (For that
+/// one senderObject() is the transition itself.)
 class ZELTOOLS_EXPORT GuardedSignalTransition : public QSignalTransition
 {
     Q_OBJECT
@@ -21,6 +22,10 @@ public:
     GuardedSignalTransition(const QObject* obj, const char* signal, QState* source,
                             std::function<bool()> guard = {});
     ~GuardedSignalTransition() override;
+
+Q_SIGNALS:
+    /// Stands in for destroyed() of the object.
+    void emitterDestroyed();
 
 protected:
     bool eventTest(QEvent* e) override;

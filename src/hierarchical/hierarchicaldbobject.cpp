@@ -3,8 +3,9 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
-#include <iterator>
 
 namespace tools
 {
@@ -20,8 +21,6 @@ LogFormatter logLine(LogLevel::Level level, const char* signature)
 }
 
 } // namespace
-
-HierarchicalDbObject::HierarchicalDbObject() = default;
 
 HierarchicalDbObject::~HierarchicalDbObject()
 {
@@ -145,43 +144,44 @@ bool HierarchicalDbObject::moveChild(int from, int to)
 void HierarchicalDbObject::detach(HierarchicalDbObject* child, Flips& flips)
 {
     noteChange(flips);
-    m_children.removeOne(child);
+    const bool isLast = m_children.constLast() == child;
+    m_children.remove(isLast ? m_children.size() - 1 : m_children.indexOf(child));
     m_modifiedChildren -= child->isModified() ? 1 : 0;
     child->m_parent = nullptr;
+    // QObject searches its own list from the front for the child that is about to leave: the last
+    // one goes there, or deleting 40,000 from the end would take seconds.
+    auto& siblings = const_cast<QObjectList&>(children());
+    if (!siblings.isEmpty() && siblings.constLast() == child)
+        siblings.prepend(siblings.takeLast());
 }
 
-bool HierarchicalDbObject::walk(const std::function<bool(HierarchicalDbObject&)>& visit)
+// This object and those below, parents first: all, or those that were themselves changed, which are
+// looked for only where something is modified.
+QVector<HierarchicalDbObject::Guarded> HierarchicalDbObject::collect(Which which)
 {
     QVector<Guarded> objects;
     QVector<HierarchicalDbObject*> waiting{this};
     while (!waiting.isEmpty()) {
         HierarchicalDbObject* const object = waiting.takeLast();
-        objects.append(object);
-        std::copy(object->m_children.crbegin(), object->m_children.crend(),
-                  std::back_inserter(waiting));
-    }
-    for (const Guarded& guarded : qAsConst(objects)) {
-        HierarchicalDbObject* const object = guarded;
-        if (object != nullptr && !visit(*object))
-            return false;
-    }
-    return true;
-}
-
-// Those that were themselves changed, parents first. Looks only where something is modified.
-QVector<HierarchicalDbObject*> HierarchicalDbObject::changedObjects()
-{
-    QVector<HierarchicalDbObject*> objects, waiting{this};
-    while (!waiting.isEmpty()) {
-        HierarchicalDbObject* const object = waiting.takeLast();
-        if (object->m_isChanged)
+        if (which == Which::All || object->m_isChanged)
             objects.append(object);
-        if (object->m_modifiedChildren > 0)
-            std::copy_if(object->m_children.crbegin(), object->m_children.crend(),
-                         std::back_inserter(waiting),
-                         [](const HierarchicalDbObject* child) { return child->isModified(); });
+        if (which == Which::Changed && object->m_modifiedChildren == 0)
+            continue;
+        for (auto child = object->m_children.crbegin(); child != object->m_children.crend();
+             ++child) {
+            if (which == Which::All || (*child)->isModified())
+                waiting.append(*child);
+        }
     }
     return objects;
+}
+
+bool HierarchicalDbObject::walk(const std::function<bool(HierarchicalDbObject&)>& visit)
+{
+    const QVector<Guarded> objects = collect(Which::All);
+    return std::all_of(objects.cbegin(), objects.cend(), [&visit](const Guarded& object) {
+        return object == nullptr || visit(*object);
+    });
 }
 
 bool HierarchicalDbObject::commit()
@@ -196,47 +196,45 @@ bool HierarchicalDbObject::revert()
                      "bool tools::HierarchicalDbObject::revert()");
 }
 
-bool HierarchicalDbObject::callHooks(bool (HierarchicalDbObject::*hook)(), const char* signature)
+bool HierarchicalDbObject::callHooks(OwnHook hook, const char* signature)
 {
     if (m_isCallingHooks) {
         logLine(LogLevel::Error, signature) << "called again by a hook of" << this;
         return false;
     }
-    struct Done
-    {
-        Guarded object;
-        quint64 changesCount;
-    };
-    QVector<Done> done;
-    const Guarded self(this);
-    m_isCallingHooks = true;
-    bool areAllDone = true;
-    const QVector<HierarchicalDbObject*> changed = changedObjects();
-    for (const Guarded& guarded : QVector<Guarded>(changed.cbegin(), changed.cend())) {
-        HierarchicalDbObject* const object = guarded;
-        if (object == nullptr || !object->m_isChanged)
-            continue;
-        areAllDone = (object->*hook)();
-        if (!self || !areAllDone) {
-            logLine(LogLevel::Error, signature)
-                << (self ? "failed at" : "the tree was deleted by a hook") << guarded.data();
-            break;
-        }
-        if (guarded)
-            done.append({guarded, object->m_changesCount});
-    }
-    if (!self)
-        return false;
-    m_isCallingHooks = false;
-    if (!areAllDone)
+    HookedObjects hooked;
+    if (!callHooks(hook, signature, hooked))
         return false;
     Flips flips;
-    for (const Done& hooked : qAsConst(done)) {
-        HierarchicalDbObject* const object = hooked.object;
-        if (object != nullptr && object->m_changesCount == hooked.changesCount)
+    for (const auto& [object, changesCount] : qAsConst(hooked)) {
+        if (object && object->m_changesCount == changesCount)
             object->forgetChange(flips);
     }
     tell(flips);
+    return true;
+}
+
+bool HierarchicalDbObject::callHooks(OwnHook hook, const char* signature, HookedObjects& hooked)
+{
+    const Guarded self(this);
+    m_isCallingHooks = true;
+    const auto leave = qScopeGuard([&self] { // also when a hook throws
+        if (self)
+            self->m_isCallingHooks = false;
+    });
+    for (const Guarded& guarded : collect(Which::Changed)) {
+        HierarchicalDbObject* const object = guarded;
+        if (object == nullptr || !object->m_isChanged)
+            continue;
+        const bool isDone = (object->*hook)();
+        if (!self || !isDone) {
+            logLine(LogLevel::Error, signature)
+                << (self ? "failed at" : "the tree was deleted by a hook") << guarded.data();
+            return false;
+        }
+        if (guarded)
+            hooked.append({guarded, object->m_changesCount});
+    }
     return true;
 }
 
@@ -250,19 +248,9 @@ void HierarchicalDbObject::setModified()
 void HierarchicalDbObject::resetModified()
 {
     Flips flips;
-    for (HierarchicalDbObject* object : changedObjects())
+    for (HierarchicalDbObject* object : collect(Which::Changed))
         object->forgetChange(flips);
     tell(flips);
-}
-
-bool HierarchicalDbObject::commitSelf()
-{
-    return true;
-}
-
-bool HierarchicalDbObject::revertSelf()
-{
-    return true;
 }
 
 void HierarchicalDbObject::noteChange(Flips& flips)
@@ -305,12 +293,6 @@ void HierarchicalDbObject::tell(const Flips& flips)
             Q_EMIT object->modifiedChanged(object->m_toldModified);
         }
     }
-}
-
-void HierarchicalDbObject::tellChildren(const Flips& flips)
-{
-    Q_EMIT childrenChanged();
-    tell(flips);
 }
 
 } // namespace tools

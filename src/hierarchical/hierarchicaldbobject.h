@@ -7,6 +7,7 @@
 #include <QVector>
 
 #include <functional>
+#include <utility>
 
 namespace tools
 {
@@ -24,7 +25,7 @@ class ZELTOOLS_EXPORT HierarchicalDbObject : public QObject
     Q_PROPERTY(bool modified READ isModified NOTIFY modifiedChanged)
 
 public:
-    HierarchicalDbObject();
+    HierarchicalDbObject() = default;
     /// Deletes what is below; in its parent it counts as removed.
     ~HierarchicalDbObject() override;
 
@@ -58,7 +59,8 @@ public:
     /// modified still is, so that the next try calls all hooks again: a store that can should roll
     /// back. What else changes an object after its hook, or is added meanwhile, stays modified.
     ///
-    /// False, too, when a hook has deleted this object, or calls for the same object again.
+    /// False, too, when a hook has deleted this object, or calls for the same object again. A hook
+    /// that throws counts as one that returned false; the exception reaches the caller.
     bool commit();
     bool revert();
 
@@ -78,22 +80,31 @@ Q_SIGNALS:
 protected:
     /// Puts the data of this object, children aside, into the store, or reads it back from there.
     /// What it changes in its own object counts as done. The base class has no data.
-    virtual bool commitSelf();
-    virtual bool revertSelf();
+    virtual bool commitSelf() { return true; }
+    virtual bool revertSelf() { return true; }
 
 private:
     using Guarded = QPointer<HierarchicalDbObject>;
     using Flips = QVector<Guarded>; // objects whose state has flipped, in the order to tell it
+    enum class Which { All, Changed };
+    using OwnHook = bool (HierarchicalDbObject::*)();
+    // The objects whose hook has succeeded, with the count of their changes at that time.
+    using HookedObjects = QVector<std::pair<Guarded, quint64>>;
 
     const char* whyNot(int index, const HierarchicalDbObject* child) const;
     void detach(HierarchicalDbObject* child, Flips& flips);
     void deleteDescendants();
-    QVector<HierarchicalDbObject*> changedObjects();
-    bool callHooks(bool (HierarchicalDbObject::*hook)(), const char* signature);
+    QVector<Guarded> collect(Which which);
+    bool callHooks(OwnHook hook, const char* signature);
+    bool callHooks(OwnHook hook, const char* signature, HookedObjects& hooked);
     void noteChange(Flips& flips);
     void forgetChange(Flips& flips);
     static void tell(const Flips& flips);
-    void tellChildren(const Flips& flips);
+    void tellChildren(const Flips& flips)
+    {
+        Q_EMIT childrenChanged();
+        tell(flips);
+    }
 
     HierarchicalDbObject* m_parent = nullptr;
     QVector<HierarchicalDbObject*> m_children;

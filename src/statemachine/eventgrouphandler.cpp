@@ -1,9 +1,11 @@
 #include "statemachine/eventgrouphandler.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace tools
 {
@@ -32,7 +34,12 @@ EventGroupHandler::EventGroupHandler(unsigned int attempts, const std::chrono::s
     , m_defaultTimeout(timeout)
 {
     m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &EventGroupHandler::tryRetrigger);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        if (m_phase == Phase::Due)
+            fireDueEvents();
+        else
+            tryRetrigger();
+    });
 }
 
 EventGroupHandler::~EventGroupHandler() = default;
@@ -44,7 +51,7 @@ void EventGroupHandler::addEvent(const EventSteps& steps)
 
 void EventGroupHandler::addEvent(const Event& event)
 {
-    m_events.push_back(event);
+    m_events.push_back(std::make_shared<Event>(event));
 }
 
 void EventGroupHandler::start()
@@ -57,60 +64,94 @@ void EventGroupHandler::start()
 
 void EventGroupHandler::nextEvent()
 {
+    m_phase = Phase::Due;
+    if (!m_isFiring) {
+        fireDueEvents();
+        return;
+    }
+    // The timer fires it when the callable throws, or stays in an event loop of its own. One that
+    // merely processes events until its answer comes gets the time to return.
+    constexpr int returnTime_ms = 1;
+    m_timer.start(returnTime_ms);
+}
+
+// Every answer that comes before its callable has returned leads back here, not deeper.
+void EventGroupHandler::fireDueEvents()
+{
+    const QPointer<EventGroupHandler> self(this);
+    const bool wasFiring = std::exchange(m_isFiring, true);
+    const auto leave = qScopeGuard([&] {
+        if (self)
+            m_isFiring = wasFiring;
+    });
+    while (self && m_phase == Phase::Due)
+        fire();
+}
+
+void EventGroupHandler::fire()
+{
     m_timer.stop();
     if (const auto connection = lastConnection().lock())
         QObject::disconnect(*connection);
     if (m_events.empty()) {
         m_running = false;
         m_phase = Phase::Idle;
-        clear();
         Q_EMIT success();
         return;
     }
 
-    // A copy, since a callable may clear the queue that it is in.
-    const Event event = m_events.front();
+    const std::shared_ptr<Event> event = m_events.front(); // The callables may clear the queue.
     const QPointer<EventGroupHandler> self(this);
-    m_phase = Phase::Connecting;
-    lastConnection() = event.connect(this);
-    if (!self || m_phase != Phase::Connecting)
-        return;
+    const quint64 firing = ++m_firings;
+    const auto isUnanswered = [&] {
+        return self && m_firings == firing && m_phase == Phase::Waiting;
+    };
     m_phase = Phase::Waiting;
-    event.trigger();
-    // The answer may be in already, and the timer run for the event that came next.
-    if (self && m_phase == Phase::Waiting && !m_timer.isActive())
-        m_timer.start(interval(event.timeout));
+    lastConnection() = event->connect(this);
+    if (!isUnanswered())
+        return;
+    event->trigger();
+    if (isUnanswered())
+        m_timer.start(interval(event->timeout));
 }
 
-void EventGroupHandler::checkResult(const QVariant& result)
+void EventGroupHandler::checkResult(QVariant result)
 {
     if (m_phase != Phase::Waiting)
         return;
-    m_timer.stop();
     if (m_events.empty()) { // cleared meanwhile
         nextEvent();
         return;
     }
-
-    const auto check = m_events.front().check;
+    const std::shared_ptr<Event> event = m_events.front();
     const QPointer<EventGroupHandler> self(this);
+    const int timeLeft_ms = m_timer.remainingTime(); // -1 before the trigger has returned
+    m_timer.stop();
     m_phase = Phase::Judging;
-    const bool isGood = check(result);
-    if (!self)
+    auto waitOn = qScopeGuard([&] { // The check has thrown.
+        if (!self || m_phase != Phase::Judging)
+            return;
+        m_phase = Phase::Waiting;
+        if (timeLeft_ms >= 0)
+            m_timer.start(timeLeft_ms);
+    });
+    const bool isGood = event->check(std::move(result));
+    waitOn.dismiss();
+    if (!self || m_phase != Phase::Judging)
         return;
-    if (m_phase == Phase::Judging && !isGood) {
+    const bool isQueued = !m_events.empty() && m_events.front() == event;
+    if (isQueued && !isGood) {
         tryRetrigger();
-    } else if (m_phase == Phase::Judging) {
-        m_events.pop_front();
-        nextEvent();
-    } else if (m_phase == Phase::Idle && m_running) { // the check has cleared the queue
+    } else {
+        if (isQueued)
+            m_events.pop_front();
         nextEvent();
     }
 }
 
 void EventGroupHandler::tryRetrigger()
 {
-    if (!m_events.empty() && m_events.front().attempts-- == 1)
+    if (!m_events.empty() && m_events.front()->attempts-- == 1)
         failEvents();
     else if (!m_events.empty() || m_running)
         nextEvent();
@@ -127,9 +168,9 @@ void EventGroupHandler::failEvents()
 
 void EventGroupHandler::clear()
 {
-    m_events.clear();
-    if (m_phase == Phase::Judging)
-        m_phase = Phase::Idle;
+    // Empty before the callables are destroyed: what they own may call the handler in its
+    // destructor.
+    const auto dropped = std::exchange(m_events, {});
 }
 
 } // namespace tools

@@ -125,8 +125,10 @@ private Q_SLOTS:
         journal();
         m_leaf->hook = [] { return false; };
         QVERIFY(!m_root->commit());
-        QCOMPARE(journal(), "commit root commit leaf");      // parents first, and no further
-        m_leaf->hook = [this] { return !m_root->commit(); }; // refused inside
+        m_leaf->hook = []() -> bool { throw std::runtime_error("full disk"); };
+        QVERIFY_EXCEPTION_THROWN(m_root->commit(), std::runtime_error);
+        QCOMPARE(journal(), "commit root commit leaf commit root commit leaf"); // parents first
+        m_leaf->hook = [this] { return !m_root->commit(); };                    // refused inside
         m_b->hook = [this] { return m_b->setModified(), m_leaf->setModified(), true; };
         QVERIFY(m_root->commit());
         QCOMPARE(journal(), "commit root commit leaf commit b b-"); // the leaf was done already
