@@ -11,6 +11,9 @@ namespace zeltools::simulationinterface
 /// Belongs to the thread that made it. It may be deleted inside its own signals; once its
 /// destructor has begun it emits none. What a simulator sent of an incomplete frame stays when it
 /// disconnects, and the bytes that come next, perhaps from another one, continue it.
+///
+/// Of the Warnings that the bytes of a simulator cause, a minute brings ten at most and one more
+/// with the count of the others.
 class ZELTOOLS_EXPORT SimulationInterface : public QObject
 {
     Q_OBJECT
@@ -40,7 +43,11 @@ Q_SIGNALS:
     void connectedChanged();
 
 private:
+    bool mayWarn();
+    void endMinuteOfWarnings();
+
     SimulationProtocol m_protocol;
+    int m_faults = 0; // in the minute that began with the first of them
 };
 
 } // namespace zeltools::simulationinterface

@@ -3,6 +3,7 @@
 #include "simulationinterface/tcpserversimulationinterface.h"
 
 #include "support.h"
+#include "system/fakeclock.h"
 
 #include <QtTest>
 
@@ -10,6 +11,7 @@
 
 #include <sys/socket.h>
 
+using namespace std::chrono_literals;
 using namespace zeltools::simulationinterface;
 
 namespace
@@ -181,6 +183,25 @@ private Q_SLOTS:
         Peer second(server);
         second.write("lves");
         QTRY_COMPARE(m_events, (QStringList{"up", "a", "down", "up", "halves"}));
+    }
+
+    void limitsTheWarningsOfAMinute()
+    {
+        Link server = make<Server>();
+        support::LineRecorder recorder;
+        for (const int faults : {25, 10, 11}) {
+            for (int i = 0; i < faults; ++i) { // each over a connection of its own
+                Peer peer(server);
+                peer.write("none");
+                QTRY_VERIFY(server->connected());
+                peer.disconnectFromHost();
+                QTRY_VERIFY(!server->connected());
+            }
+            faults == 11 ? server.reset() : fakeclock::advance(61s);
+            const QStringList lines = recorder.takeMessages();
+            QCOMPARE(lines.size(), faults > 10 ? 11 : 10);
+            QCOMPARE(lines.last().contains(QString(" %1 more").arg(faults - 10)), faults > 10);
+        }
     }
 
     void reconnects()
