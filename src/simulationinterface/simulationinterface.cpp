@@ -53,6 +53,11 @@ void SimulationInterface::processIncomingData()
         Q_EMIT dataReceived(message);
 }
 
+void SimulationInterface::dropIncompleteFrame()
+{
+    m_protocol.clear();
+}
+
 // The limit belongs to the endpoint, so that a simulator does not evade it by connecting again.
 bool SimulationInterface::mayWarn()
 {

@@ -57,6 +57,7 @@ void TcpClientSimulationInterface::connectSignals()
     connect(m_socket->get(), &QTcpSocket::connected, this, [this] {
         const std::shared_ptr<TcpSocket> kept = m_socket;
         m_reconnectTimer.stop();
+        dropIncompleteFrame();
         Q_EMIT connectedChanged();
     });
     connect(

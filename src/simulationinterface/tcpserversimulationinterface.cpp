@@ -74,6 +74,7 @@ void TcpServerSimulationInterface::acceptConnection()
         return;
     }
     attach(socket);
+    dropIncompleteFrame();
     Q_EMIT connectedChanged();
 }
 

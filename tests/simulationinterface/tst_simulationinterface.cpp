@@ -181,8 +181,8 @@ private Q_SLOTS:
         first.abort(); // a reset
         QTRY_VERIFY(!server->connected());
         Peer second(server);
-        second.write("lves");
-        QTRY_COMPARE(m_events, (QStringList{"up", "a", "down", "up", "halves"}));
+        second.write(QByteArray("Q\0\1b", 4));
+        QTRY_COMPARE(m_events, (QStringList{"up", "a", "down", "up", "b"}));
     }
 
     void limitsTheWarningsOfAMinute()
@@ -216,6 +216,7 @@ private Q_SLOTS:
             expected += QStringLiteral("written before it goes: %1").arg(i, 70);
             server->write(expected.last().toLatin1());
         }
+        server->writeSerializedData(QByteArray("Q\0\6ha", 5));
         server.reset();
         expected += "down";
         QTRY_COMPARE(m_events, expected);
@@ -225,6 +226,9 @@ private Q_SLOTS:
         QTest::qWait(20); // attempts fail
         server = make<Server>(port);
         QTRY_VERIFY(client->connected() && server->connected() && !timer->isActive());
+        server->write("new");
+        expected += {"up", "new"};
+        QTRY_COMPARE(m_events, expected);
         QVERIFY(make<Server>(port)->isAddressValid()); // though it cannot listen
         QVERIFY(!make<Server>("x")->isAddressValid() && !make<Client>("x")->isAddressValid());
     }
