@@ -1,8 +1,11 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "simulationinterface/simulationframe_p.h"
-#include "simulationinterface/simulationprotocol.h"
+#include "simulationinterface/simulationinterface.h"
 #include "simulationinterface/tcpsocket_p.h"
+
+#include <QPointer>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <utility>
@@ -42,6 +45,16 @@ TcpSocket::TcpSocket(QTcpSocket* socket)
     connect(socket, &QTcpSocket::connected, this, sendAtOnce);
     connect(socket, &QTcpSocket::bytesWritten, this, &TcpSocket::handOver);
     connect(socket, &QTcpSocket::disconnected, this, [this] { m_unsent.clear(); });
+}
+
+bool TcpSocket::processWith(SimulationInterface& endpoint)
+{
+    const QScopedValueRollback<bool> processing(m_isBeingProcessed, true);
+    const QPointer<SimulationInterface> kept(&endpoint);
+    do {
+        endpoint.processIncomingData();
+    } while (kept && m_socket->bytesAvailable() > 0);
+    return kept != nullptr;
 }
 
 QByteArray TcpSocket::readAvailable()

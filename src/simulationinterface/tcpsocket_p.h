@@ -8,6 +8,8 @@
 namespace zeltools::simulationinterface
 {
 
+class SimulationInterface;
+
 /// The socket of an endpoint, with bounds on what it keeps in both directions, so that a flood
 /// waits with the sender.
 ///
@@ -24,6 +26,11 @@ public:
 
     QTcpSocket* operator->() const { return m_socket; }
     QTcpSocket* get() const { return m_socket; }
+
+    /// Makes the endpoint process all that has arrived, and what arrives while a listener runs an
+    /// event loop, which no signal tells. False when the endpoint was deleted meanwhile.
+    bool processWith(SimulationInterface& endpoint);
+    bool isBeingProcessed() const { return m_isBeingProcessed; }
 
     /// All bytes that can be read.
     QByteArray readAvailable();
@@ -42,6 +49,7 @@ private:
     QByteArray m_received;
     QByteArray m_unsent; // behind what the socket has
     bool m_isStalled = false;
+    bool m_isBeingProcessed = false;
 };
 
 } // namespace zeltools::simulationinterface

@@ -266,12 +266,12 @@ private Q_SLOTS:
 
     void readsOnAfterAListenersEventLoop()
     {
-        const QByteArray longest(65535, 'x');
-        for (const bool isServer : {true, false}) {
-            const Link server = make<Server>();
-            const Link client = make<Client>(portOf(server));
-            const Link& link = isServer ? server : client;
-            const Link& other = isServer ? client : server;
+        for (int variant = 0; variant < 4; ++variant) {
+            Link server = make<Server>();
+            Link client = make<Client>(portOf(server));
+            const bool isLeaving = variant >= 2;
+            const Link& link = variant % 2 == 0 ? server : client;
+            Link& other = variant % 2 == 0 ? client : server;
             QTRY_VERIFY(server->connected() && client->connected());
             record(link);
             QEventLoop loop;
@@ -279,12 +279,20 @@ private Q_SLOTS:
                 if (data != "first")
                     return;
                 for (int i = 0; i < 10; ++i)
-                    other->write(longest);
+                    other->write(QByteArray(isLeaving ? 5000 : 65535, 'x'));
+                if (isLeaving)
+                    other = variant == 2 ? make<Client>(portOf(server)) : nullptr;
+                QTRY_COMPARE(link->connected(), !isLeaving);
                 QTimer::singleShot(100, &loop, &QEventLoop::quit);
                 loop.exec();
             });
             other->write("first");
-            QTRY_COMPARE(m_events.count("65535"), 10);
+            QTRY_COMPARE(m_events.count(isLeaving ? "5000" : "65535"), 10);
+            if (variant != 2)
+                continue;
+            QTRY_VERIFY(server->connected()); // the next one, which had to wait
+            client->write("next");
+            QTRY_COMPARE(m_events.mid(12), (QStringList{"up", "next"}));
         }
     }
 
