@@ -67,11 +67,11 @@ QByteArray TcpSocket::readAvailable()
 
 bool TcpSocket::write(const QByteArray& frame)
 {
-    const bool wasStalled = m_isStalled;
     const qint64 unsent_B = m_socket->bytesToWrite() + m_unsent.size();
-    m_isStalled = unsent_B + frame.size() > maximumUnsent_B;
-    if (m_isStalled) {
-        if (!wasStalled) {
+    if (unsent_B < maximumUnsent_B / 2)
+        m_hasWarned = false;
+    if (unsent_B + frame.size() > maximumUnsent_B) {
+        if (!std::exchange(m_hasWarned, true)) {
             LogFormatter(LogLevel::Warning).log(Log::Simulation)
                 << "The simulator does not read, dropping data";
         }

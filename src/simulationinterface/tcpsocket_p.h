@@ -35,7 +35,8 @@ public:
     /// All bytes that can be read.
     QByteArray readAvailable();
     /// Takes the frame as a whole or not at all. When the peer leaves more than 64 MiB unread,
-    /// frames are lost, with a Warning for the first of them.
+    /// frames are lost, with a Warning for the first of them; the next Warning comes only after
+    /// less than half of it was left.
     bool write(const QByteArray& frame);
     /// For an endpoint that is being destroyed, and must hear of it no more. What was written and
     /// fits into the system's buffer still reaches the peer.
@@ -48,7 +49,7 @@ private:
     QTcpSocket* m_socket;
     QByteArray m_received;
     QByteArray m_unsent; // behind what the socket has
-    bool m_isStalled = false;
+    bool m_hasWarned = false;
     bool m_isBeingProcessed = false;
 };
 
