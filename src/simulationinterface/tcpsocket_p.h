@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <memory>
 
@@ -11,7 +12,8 @@ namespace zeltools::simulationinterface
 class SimulationInterface;
 
 /// The socket of an endpoint, with bounds on what it keeps in both directions, so that a flood
-/// waits with the sender.
+/// waits with the sender. A peer that is silent for a minute, because it has lost its power or its
+/// network, loses the connection; a peer that only leaves everything unread does not.
 ///
 /// Frames that find others waiting are gathered, so that the socket is called once for 64 KiB of
 /// them.
@@ -44,11 +46,14 @@ public:
 
 private:
     explicit TcpSocket(QTcpSocket* socket);
+    void setUpConnection();
+    void dropSilentPeer();
     void handOver();
 
     QTcpSocket* m_socket;
     QByteArray m_received;
     QByteArray m_unsent; // behind what the socket has
+    QTimer m_check;
     bool m_hasWarned = false;
     bool m_isBeingProcessed = false;
 };
