@@ -2,6 +2,8 @@
 
 #include "simulationinterface/tcpsocket_p.h"
 
+#include <QSignalBlocker>
+
 #include <chrono>
 
 namespace zeltools::simulationinterface
@@ -70,6 +72,11 @@ void TcpClientSimulationInterface::connectSignals()
 void TcpClientSimulationInterface::beginConnection()
 {
     const std::shared_ptr<TcpSocket> kept = m_socket;
+    if (kept->isConnectedToItself()) {
+        const QSignalBlocker blocker(kept->get()); // nobody shall hear of it
+        (*kept)->abort();
+        return;
+    }
     m_reconnectTimer.stop();
     dropIncompleteFrame();
     Q_EMIT connectedChanged();

@@ -4,6 +4,7 @@
 #include "simulationinterface/simulationinterface.h"
 #include "simulationinterface/tcpsocket_p.h"
 
+#include <QHostAddress>
 #include <QPointer>
 #include <QScopedValueRollback>
 
@@ -84,6 +85,12 @@ void TcpSocket::dropSilentPeer()
     constexpr std::chrono::milliseconds limit = 1min;
     if (unanswered > 1 && info.tcpi_last_ack_recv > limit.count())
         m_socket->abort();
+}
+
+bool TcpSocket::isConnectedToItself() const
+{
+    return m_socket->localPort() == m_socket->peerPort() &&
+           m_socket->localAddress() == m_socket->peerAddress();
 }
 
 bool TcpSocket::processWith(SimulationInterface& endpoint)

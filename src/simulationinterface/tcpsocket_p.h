@@ -29,6 +29,8 @@ public:
     QTcpSocket* operator->() const { return m_socket; }
     QTcpSocket* get() const { return m_socket; }
 
+    /// The system makes such a connection when nobody listens at a port that it also gives away.
+    bool isConnectedToItself() const;
     /// Makes the endpoint process all that has arrived, and what arrives while a listener runs an
     /// event loop, which no signal tells. False when the endpoint was deleted meanwhile.
     bool processWith(SimulationInterface& endpoint);
