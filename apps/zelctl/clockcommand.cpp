@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QLocale>
+#include <QTimeZone>
 #include <QTimer>
 
 #include <chrono>
@@ -25,7 +27,7 @@ constexpr auto s_refusalTime = 1s;
 struct Request
 {
     QString address;
-    QDateTime dateTime; ///< to set; invalid: none
+    QDateTime dateTime; ///< to set, in the machine's zone; invalid: none
     bool isFollowing = false;
     std::chrono::seconds timeLimit{};
 };
@@ -45,11 +47,37 @@ void addOptions(QCommandLineParser& parser)
          "when the time has been sent and the machine has not closed the link within a "
          "second; it does not confirm it.",
          "TIME"},
+        {"zone",
+         "The machine's zone, such as Europe/Rome, where it is not this computer's. A time that "
+         "the zone skips is refused, since it would make the machine's clock invalid.",
+         "ZONE"},
         {"follow", "Prints all that the machine asks for, until interrupted. A clock that was set "
                    "runs on: a machine that connects again gets the time that it then shows."},
         {"timeout", "Gives up after <SECONDS>, without --follow; 10 unless given.", "SECONDS",
          "10"},
     });
+}
+
+/// Reads the time to set and returns what is wrong with it, or nothing.
+QString readDateTime(const QCommandLineParser& parser, QDateTime& dateTime)
+{
+    const QString text = parser.value("set"), form = SimulatedDateTimeManager::dateTimeFormat();
+    const auto date =
+        QDate::fromString(text.section(' ', 0, 0), SimulatedDateTimeManager::dateFormat());
+    const auto time =
+        QTime::fromString(text.section(' ', 1), SimulatedDateTimeManager::timeFormat());
+    if (!date.isValid() || !time.isValid())
+        return QStringLiteral("\"%1\" is not a date and time of the form %2").arg(text, form);
+    const QString name = parser.value("zone");
+    const QTimeZone zone(name.toLatin1());
+    if (!name.isEmpty() && !zone.isValid())
+        return QStringLiteral("there is no time zone \"%1\"").arg(name);
+    dateTime = name.isEmpty() ? QDateTime(date, time) : QDateTime(date, time, zone);
+    if (!dateTime.isValid() && name.isEmpty())
+        return "this computer's time zone skips " + text + "; --zone names that of the machine";
+    if (!dateTime.isValid())
+        return name + " skips " + text;
+    return QString();
 }
 
 /// Returns what is wrong with the arguments, or nothing.
@@ -61,14 +89,9 @@ QString readRequest(const QCommandLineParser& parser, Request& request)
     request.address = addresses.first();
     request.isFollowing = parser.isSet("follow");
     if (parser.isSet("set")) {
-        const QString text = parser.value("set"), form = SimulatedDateTimeManager::dateTimeFormat();
-        // What a clock on the wall shows: UTC has no hour that a change to summer time leaves out.
-        request.dateTime = QDateTime(
-            QDate::fromString(text.section(' ', 0, 0), SimulatedDateTimeManager::dateFormat()),
-            QTime::fromString(text.section(' ', 1), SimulatedDateTimeManager::timeFormat()),
-            Qt::UTC);
-        if (!request.dateTime.isValid())
-            return QStringLiteral("\"%1\" is not a date and time of the form %2").arg(text, form);
+        const QString problem = readDateTime(parser, request.dateTime);
+        if (!problem.isEmpty())
+            return problem;
     }
     constexpr int day_s = 24 * 60 * 60;
     const int limit_s = parser.value("timeout").toInt();
@@ -95,11 +118,13 @@ public:
 
     void onConnectedChanged()
     {
-        const bool isSetting = m_request.dateTime.isValid();
-        if (isSetting && m_link.connected())
+        if (!m_link.connected()) {
+            onClosed();
+            return;
+        }
+        m_sinceConnected.start();
+        if (m_request.dateTime.isValid())
             send();
-        else if (m_isSent && !m_request.isFollowing)
-            end(fail(Failed, "the machine has closed the link, it may have another simulator"));
     }
 
     void onReceived(const QByteArray& data)
@@ -113,20 +138,40 @@ public:
 
     void onTimeout()
     {
-        const auto limit_s = m_request.timeLimit.count();
-        const char* const missing = m_link.connected() ? "asked for a time" : "connected";
-        if (!m_isSent)
-            end(fail(Failed,
-                     QStringLiteral("no machine has %1 in %2 s").arg(missing).arg(limit_s)));
+        if (m_isSent)
+            return;
+        QString problem = m_closing;
+        if (m_link.connected() || m_closing.isEmpty())
+            problem = QStringLiteral("no machine has %1 in %2 s")
+                          .arg(m_link.connected() ? "asked for a time" : "connected")
+                          .arg(m_request.timeLimit.count());
+        end(fail(Failed, problem));
     }
 
 private:
+    void onClosed()
+    {
+        const bool isRefusal =
+            std::chrono::milliseconds(m_sinceConnected.elapsed()) < s_refusalTime;
+        QString closing = "the machine has closed the link";
+        if (isRefusal)
+            closing += ", it may have another simulator";
+        // One refusal follows the other for as long as the other simulator stays.
+        const bool isNew = !isRefusal || closing != m_closing;
+        m_closing = closing;
+        if (m_request.isFollowing && isNew)
+            fail(Failed, closing + "; waiting for it");
+        else if (m_isSent && !m_request.isFollowing)
+            end(fail(Failed, closing));
+    }
+
     void send()
     {
         if (!m_isSent)
             m_sinceSet.start();
         const QDateTime now = m_request.dateTime.addMSecs(m_sinceSet.elapsed());
-        m_link.write(now.toString(SimulatedDateTimeManager::dateTimeFormat()).toLatin1());
+        const QString form = SimulatedDateTimeManager::dateTimeFormat();
+        m_link.write(QLocale::c().toString(now, form).toLatin1());
         m_isSent = true;
         if (!m_request.isFollowing)
             QTimer::singleShot(s_refusalTime, &m_link, [] { end(Done); });
@@ -135,6 +180,8 @@ private:
     const Request& m_request;
     SimulationInterface& m_link;
     QElapsedTimer m_sinceSet;
+    QElapsedTimer m_sinceConnected;
+    QString m_closing; // how the last link ended
     bool m_isSent = false;
 };
 

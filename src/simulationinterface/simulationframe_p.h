@@ -35,6 +35,9 @@ void writeFrame(const QByteArray& payload, QByteArray& frame)
     std::memcpy(bytes + headerSize_B, payload.constData(), size_t(payload.size()));
 }
 
+/// What a simulator's bytes are dropped for.
+enum class FrameFault { None, WrongStart, TooMuch };
+
 /// The frames of a stream that a chunk of it completes. Belongs to the chunk, whose bytes it reads.
 class CompleteFrames
 {
@@ -57,6 +60,7 @@ public:
     std::optional<QByteArray> begun; ///< whose first bytes came with an earlier chunk
     const char* next = nullptr;
     const char* end = nullptr;
+    FrameFault fault = FrameFault::None; ///< which cost the bytes behind the last frame
 
 private:
     static constexpr int headerSize_B = 3;

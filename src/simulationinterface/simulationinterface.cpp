@@ -1,20 +1,36 @@
 #include "simulationinterface/simulationinterface.h"
 
+#include "logging/log.h"
+#include "logging/logformatter.h"
 #include "simulationinterface/simulationframe_p.h"
 
 #include <QPointer>
+#include <QTimer>
 
+#include <chrono>
 #include <utility>
 
 namespace zeltools::simulationinterface
 {
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+constexpr int maximumWarnings = 10; // in a minute
+
+} // namespace
 
 SimulationInterface::SimulationInterface(QObject* parent)
     : QObject(parent)
 {
 }
 
-SimulationInterface::~SimulationInterface() = default;
+SimulationInterface::~SimulationInterface()
+{
+    endMinuteOfWarnings();
+}
 
 void SimulationInterface::write(const QByteArray& data)
 {
@@ -30,9 +46,32 @@ void SimulationInterface::processIncomingData()
 {
     const QByteArray bytes = incomingData();
     CompleteFrames frames = m_protocol.takeFrames(bytes);
+    if (frames.fault != FrameFault::None && mayWarn())
+        SimulationProtocol::warnOf(frames.fault);
     const QPointer<SimulationInterface> self(this); // a listener may delete it
     for (QByteArray message; self && frames.takeMessage(message);)
         Q_EMIT dataReceived(message);
+}
+
+void SimulationInterface::dropIncompleteFrame()
+{
+    m_protocol.clear();
+}
+
+// The limit belongs to the endpoint, so that a simulator does not evade it by connecting again.
+bool SimulationInterface::mayWarn()
+{
+    if (++m_faults == 1)
+        QTimer::singleShot(1min, this, &SimulationInterface::endMinuteOfWarnings);
+    return m_faults <= maximumWarnings;
+}
+
+void SimulationInterface::endMinuteOfWarnings()
+{
+    const int faults = std::exchange(m_faults, 0);
+    if (faults > maximumWarnings)
+        LogFormatter(LogLevel::Warning).log(Log::Simulation)
+            << "The data of the simulator caused" << faults - maximumWarnings << "more warnings";
 }
 
 } // namespace zeltools::simulationinterface

@@ -9,8 +9,10 @@ namespace zeltools::simulationinterface
 /// SimulationProtocol. Derived classes carry the bytes.
 ///
 /// Belongs to the thread that made it. It may be deleted inside its own signals; once its
-/// destructor has begun it emits none. What a simulator sent of an incomplete frame stays when it
-/// disconnects, and the bytes that come next, perhaps from another one, continue it.
+/// destructor has begun it emits none. An incomplete frame of a simulator that has gone is dropped.
+///
+/// Of the Warnings that the bytes of a simulator cause, a minute brings ten at most and one more
+/// with the count of the others.
 class ZELTOOLS_EXPORT SimulationInterface : public QObject
 {
     Q_OBJECT
@@ -39,8 +41,16 @@ Q_SIGNALS:
     /// connected() may have changed.
     void connectedChanged();
 
+protected:
+    /// Derived classes call it when a connection begins, before its bytes are processed.
+    void dropIncompleteFrame();
+
 private:
+    bool mayWarn();
+    void endMinuteOfWarnings();
+
     SimulationProtocol m_protocol;
+    int m_faults = 0; // in the minute that began with the first of them
 };
 
 } // namespace zeltools::simulationinterface

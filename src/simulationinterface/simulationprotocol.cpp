@@ -39,18 +39,31 @@ QVector<QByteArray> SimulationProtocol::deserialize(const QByteArray& data)
 {
     QVector<QByteArray> messages;
     CompleteFrames frames = takeFrames(data);
+    warnOf(frames.fault);
     for (QByteArray message; frames.takeMessage(message); message.clear())
         messages.append(message);
     return messages;
+}
+
+void SimulationProtocol::warnOf(FrameFault fault)
+{
+    if (fault == FrameFault::TooMuch) {
+        LogFormatter(LogLevel::Warning).log(Log::Simulation)
+            << "Maximum message size exceeded, clearing rx buffer";
+    } else if (fault == FrameFault::WrongStart) {
+        LogFormatter(LogLevel::Warning).log(Log::Simulation)
+            << "optional<QByteArray> "
+               "zeltools::simulationinterface::readMessageOpt(const QByteArray&, int&)"
+            << "Invalid start of frame, dropping data";
+    }
 }
 
 CompleteFrames SimulationProtocol::takeFrames(const QByteArray& data)
 {
     CompleteFrames frames;
     if (qint64(m_received_B) + m_payload.size() + data.size() > maximumBuffered_B) {
-        LogFormatter(LogLevel::Warning).log(Log::Simulation)
-            << "Maximum message size exceeded, clearing rx buffer";
         clear();
+        frames.fault = FrameFault::TooMuch;
         return frames;
     }
     const char* next = data.constData();
@@ -59,11 +72,8 @@ CompleteFrames SimulationProtocol::takeFrames(const QByteArray& data)
     frames.next = frames.end = next;
     while (completeHeader(next, end)) {
         if (static_cast<char>(m_header >> 16) != startOfFrame) {
-            LogFormatter(LogLevel::Warning).log(Log::Simulation)
-                << "optional<QByteArray> "
-                   "zeltools::simulationinterface::readMessageOpt(const QByteArray&, int&)"
-                << "Invalid start of frame, dropping data";
             clear();
+            frames.fault = FrameFault::WrongStart;
             break;
         }
         const int length = static_cast<quint16>(m_header);

@@ -12,6 +12,7 @@ namespace zeltools::simulationinterface
 {
 
 class CompleteFrames;
+enum class FrameFault;
 
 /// Cuts the stream of a simulation channel into messages and wraps messages into frames: the byte
 /// 0x51, the length of the payload in two bytes, the higher one first, and the payload. There is no
@@ -55,7 +56,8 @@ private:
     friend class SimulationInterface;
 
     static bool serialize(const QByteArray& data, QByteArray& frame);
-    CompleteFrames takeFrames(const QByteArray& data);
+    static void warnOf(FrameFault fault);
+    CompleteFrames takeFrames(const QByteArray& data); // which leaves the Warning to the caller
     bool completeHeader(const char*& next, const char* end);
     void clear();
 

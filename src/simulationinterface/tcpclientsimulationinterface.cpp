@@ -2,7 +2,7 @@
 
 #include "simulationinterface/tcpsocket_p.h"
 
-#include <QPointer>
+#include <QSignalBlocker>
 
 #include <chrono>
 
@@ -54,11 +54,8 @@ bool TcpClientSimulationInterface::writeSerializedData(const QByteArray& frame)
 void TcpClientSimulationInterface::connectSignals()
 {
     connect(&m_reconnectTimer, &QTimer::timeout, this, &TcpClientSimulationInterface::tryToConnect);
-    connect(m_socket->get(), &QTcpSocket::connected, this, [this] {
-        const std::shared_ptr<TcpSocket> kept = m_socket;
-        m_reconnectTimer.stop();
-        Q_EMIT connectedChanged();
-    });
+    connect(m_socket->get(), &QTcpSocket::connected, this,
+            &TcpClientSimulationInterface::beginConnection);
     connect(
         m_socket->get(), &QTcpSocket::disconnected, this,
         [this] {
@@ -68,17 +65,28 @@ void TcpClientSimulationInterface::connectSignals()
         Qt::QueuedConnection);
     connect(m_socket->get(), &QTcpSocket::readyRead, this, [this] {
         const std::shared_ptr<TcpSocket> kept = m_socket;
-        const QPointer<TcpClientSimulationInterface> self(this);
-        do {
-            processIncomingData(); // what comes while a listener runs an event loop is not told
-        } while (self && (*kept)->bytesAvailable() > 0);
+        kept->processWith(*this);
     });
+}
+
+void TcpClientSimulationInterface::beginConnection()
+{
+    const std::shared_ptr<TcpSocket> kept = m_socket;
+    if (kept->isConnectedToItself()) {
+        const QSignalBlocker blocker(kept->get()); // nobody shall hear of it
+        (*kept)->abort();
+        return;
+    }
+    m_reconnectTimer.stop();
+    dropIncompleteFrame();
+    Q_EMIT connectedChanged();
 }
 
 void TcpClientSimulationInterface::tryToConnect()
 {
-    // The socket would refuse a second attempt while one is pending, with a line in the log.
-    if ((*m_socket)->state() == QAbstractSocket::UnconnectedState)
+    // The socket would refuse a second attempt while one is pending, with a line in the log, and
+    // would forget what came over the last connection.
+    if ((*m_socket)->state() == QAbstractSocket::UnconnectedState && !m_socket->isBeingProcessed())
         (*m_socket)->connectToHost(m_address->first, m_address->second);
 }
 

@@ -14,7 +14,8 @@ namespace zeltools::simulationinterface
 class TcpSocket;
 
 /// Connects to a simulator that listens. Tries at once and every three seconds until it is
-/// connected, and again after each disconnection; attempts that fail are not logged.
+/// connected, and again after each disconnection; attempts that fail are not logged. The next
+/// connection waits until a listener has taken all messages of the one before.
 class ZELTOOLS_EXPORT TcpClientSimulationInterface : public SimulationInterface
 {
     Q_OBJECT
@@ -32,6 +33,7 @@ public:
 
 private:
     void connectSignals();
+    void beginConnection();
     void tryToConnect();
 
     std::shared_ptr<TcpSocket> m_socket;

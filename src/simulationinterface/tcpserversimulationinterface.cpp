@@ -4,7 +4,6 @@
 #include "logging/logformatter.h"
 #include "simulationinterface/tcpsocket_p.h"
 
-#include <QPointer>
 #include <QTimer>
 
 #include <chrono>
@@ -52,7 +51,7 @@ bool TcpServerSimulationInterface::isAddressValid() const
 
 bool TcpServerSimulationInterface::connected() const
 {
-    return m_client != nullptr;
+    return m_client && (*m_client)->state() != QAbstractSocket::UnconnectedState;
 }
 
 QByteArray TcpServerSimulationInterface::incomingData()
@@ -62,7 +61,7 @@ QByteArray TcpServerSimulationInterface::incomingData()
 
 bool TcpServerSimulationInterface::writeSerializedData(const QByteArray& frame)
 {
-    return m_client && m_client->write(frame);
+    return connected() && m_client->write(frame);
 }
 
 void TcpServerSimulationInterface::acceptConnection()
@@ -74,23 +73,31 @@ void TcpServerSimulationInterface::acceptConnection()
         return;
     }
     attach(socket);
+    dropIncompleteFrame();
     Q_EMIT connectedChanged();
 }
 
 void TcpServerSimulationInterface::attach(QTcpSocket* socket)
 {
     m_client = TcpSocket::share(socket); // not the server's: it may outlive it
-    connect(socket, &QTcpSocket::readyRead, this, [this] {
-        const std::shared_ptr<TcpSocket> kept = m_client;
-        const QPointer<TcpServerSimulationInterface> self(this);
-        do {
-            processIncomingData(); // what comes while a listener runs an event loop is not told
-        } while (self && m_client == kept && (*kept)->bytesAvailable() > 0);
-    });
+    connect(socket, &QTcpSocket::readyRead, this, &TcpServerSimulationInterface::processClient);
     connect(socket, &QTcpSocket::disconnected, this, [this] {
-        m_client.reset();
+        // The messages of this client come before those of the next one.
+        if (m_client->isBeingProcessed())
+            m_server.pauseAccepting();
+        else
+            m_client.reset();
         Q_EMIT connectedChanged();
     });
+}
+
+void TcpServerSimulationInterface::processClient()
+{
+    const std::shared_ptr<TcpSocket> kept = m_client;
+    if (!kept->processWith(*this) || connected())
+        return;
+    m_client.reset();
+    m_server.resumeAccepting();
 }
 
 } // namespace zeltools::simulationinterface

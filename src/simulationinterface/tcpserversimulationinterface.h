@@ -14,7 +14,7 @@ namespace zeltools::simulationinterface
 class TcpSocket;
 
 /// Listens for a simulator and serves one at a time: while one is attached, others are closed at
-/// once.
+/// once. After it has gone the next one waits until a listener has taken all of its messages.
 class ZELTOOLS_EXPORT TcpServerSimulationInterface : public SimulationInterface
 {
     Q_OBJECT
@@ -34,9 +34,10 @@ public:
 private:
     void acceptConnection();
     void attach(QTcpSocket* socket);
+    void processClient();
 
     QTcpServer m_server;
-    std::shared_ptr<TcpSocket> m_client; // null while no simulator is attached
+    std::shared_ptr<TcpSocket> m_client; // null, or gone but not all processed: none is attached
     std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
 };
 

@@ -1,14 +1,25 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "simulationinterface/simulationframe_p.h"
-#include "simulationinterface/simulationprotocol.h"
+#include "simulationinterface/simulationinterface.h"
 #include "simulationinterface/tcpsocket_p.h"
 
+#include <QHostAddress>
+#include <QPointer>
+#include <QScopedValueRollback>
+
 #include <algorithm>
+#include <chrono>
 #include <utility>
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
 
 namespace zeltools::simulationinterface
 {
+
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -34,14 +45,62 @@ TcpSocket::TcpSocket(QTcpSocket* socket)
 {
     socket->setParent(this);
     socket->setReadBufferSize(maximumUnread_B);
-    // A message must not wait until the peer has acknowledged the one before.
-    const auto sendAtOnce = [socket] {
-        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    };
-    sendAtOnce();
-    connect(socket, &QTcpSocket::connected, this, sendAtOnce);
+    m_check.setInterval(10s);
+    connect(&m_check, &QTimer::timeout, this, &TcpSocket::dropSilentPeer);
+    if (socket->state() == QAbstractSocket::ConnectedState)
+        setUpConnection();
+    connect(socket, &QTcpSocket::connected, this, &TcpSocket::setUpConnection);
     connect(socket, &QTcpSocket::bytesWritten, this, &TcpSocket::handOver);
-    connect(socket, &QTcpSocket::disconnected, this, [this] { m_unsent.clear(); });
+    connect(socket, &QTcpSocket::disconnected, this, [this] {
+        m_check.stop();
+        m_unsent.clear();
+    });
+}
+
+void TcpSocket::setUpConnection()
+{
+    // A message must not wait until the peer has acknowledged the one before.
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    // After 30 s of silence the system asks the peer, and after three questions it gives up.
+    m_socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+    const auto set = [this](int option, int value) {
+        ::setsockopt(static_cast<int>(m_socket->socketDescriptor()), IPPROTO_TCP, option, &value,
+                     sizeof value);
+    };
+    set(TCP_KEEPIDLE, 30);
+    set(TCP_KEEPINTVL, 10);
+    set(TCP_KEEPCNT, 3);
+    m_check.start();
+}
+
+// The system does not ask while bytes are under way: it repeats these for a quarter of an hour. Its
+// own limit of time (TCP_USER_TIMEOUT) would also end the connection to a peer that reads nothing.
+void TcpSocket::dropSilentPeer()
+{
+    tcp_info info{};
+    socklen_t size = sizeof info;
+    ::getsockopt(static_cast<int>(m_socket->socketDescriptor()), IPPROTO_TCP, TCP_INFO, &info,
+                 &size);
+    const int unanswered = info.tcpi_retransmits + info.tcpi_probes;
+    constexpr std::chrono::milliseconds limit = 1min;
+    if (unanswered > 1 && info.tcpi_last_ack_recv > limit.count())
+        m_socket->abort();
+}
+
+bool TcpSocket::isConnectedToItself() const
+{
+    return m_socket->localPort() == m_socket->peerPort() &&
+           m_socket->localAddress() == m_socket->peerAddress();
+}
+
+bool TcpSocket::processWith(SimulationInterface& endpoint)
+{
+    const QScopedValueRollback<bool> processing(m_isBeingProcessed, true);
+    const QPointer<SimulationInterface> kept(&endpoint);
+    do {
+        endpoint.processIncomingData();
+    } while (kept && m_socket->bytesAvailable() > 0);
+    return kept != nullptr;
 }
 
 QByteArray TcpSocket::readAvailable()
@@ -54,11 +113,11 @@ QByteArray TcpSocket::readAvailable()
 
 bool TcpSocket::write(const QByteArray& frame)
 {
-    const bool wasStalled = m_isStalled;
     const qint64 unsent_B = m_socket->bytesToWrite() + m_unsent.size();
-    m_isStalled = unsent_B + frame.size() > maximumUnsent_B;
-    if (m_isStalled) {
-        if (!wasStalled) {
+    if (unsent_B < maximumUnsent_B / 2)
+        m_hasWarned = false;
+    if (unsent_B + frame.size() > maximumUnsent_B) {
+        if (!std::exchange(m_hasWarned, true)) {
             LogFormatter(LogLevel::Warning).log(Log::Simulation)
                 << "The simulator does not read, dropping data";
         }

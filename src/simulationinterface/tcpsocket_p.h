@@ -2,14 +2,18 @@
 
 #include <QByteArray>
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <memory>
 
 namespace zeltools::simulationinterface
 {
 
+class SimulationInterface;
+
 /// The socket of an endpoint, with bounds on what it keeps in both directions, so that a flood
-/// waits with the sender.
+/// waits with the sender. A peer that is silent for a minute, because it has lost its power or its
+/// network, loses the connection; a peer that only leaves everything unread does not.
 ///
 /// Frames that find others waiting are gathered, so that the socket is called once for 64 KiB of
 /// them.
@@ -25,10 +29,18 @@ public:
     QTcpSocket* operator->() const { return m_socket; }
     QTcpSocket* get() const { return m_socket; }
 
+    /// The system makes such a connection when nobody listens at a port that it also gives away.
+    bool isConnectedToItself() const;
+    /// Makes the endpoint process all that has arrived, and what arrives while a listener runs an
+    /// event loop, which no signal tells. False when the endpoint was deleted meanwhile.
+    bool processWith(SimulationInterface& endpoint);
+    bool isBeingProcessed() const { return m_isBeingProcessed; }
+
     /// All bytes that can be read.
     QByteArray readAvailable();
     /// Takes the frame as a whole or not at all. When the peer leaves more than 64 MiB unread,
-    /// frames are lost, with a Warning for the first of them.
+    /// frames are lost, with a Warning for the first of them; the next Warning comes only after
+    /// less than half of it was left.
     bool write(const QByteArray& frame);
     /// For an endpoint that is being destroyed, and must hear of it no more. What was written and
     /// fits into the system's buffer still reaches the peer.
@@ -36,12 +48,16 @@ public:
 
 private:
     explicit TcpSocket(QTcpSocket* socket);
+    void setUpConnection();
+    void dropSilentPeer();
     void handOver();
 
     QTcpSocket* m_socket;
     QByteArray m_received;
     QByteArray m_unsent; // behind what the socket has
-    bool m_isStalled = false;
+    QTimer m_check;
+    bool m_hasWarned = false;
+    bool m_isBeingProcessed = false;
 };
 
 } // namespace zeltools::simulationinterface

@@ -4,6 +4,8 @@
 #include "logging/logformatter.h"
 #include <zeltools/platform.h>
 
+#include <QLocale>
+
 #include <cerrno>
 #include <cstring>
 
@@ -16,6 +18,16 @@ namespace
 {
 
 constexpr int s_minute_s = 60;
+
+/// QDateTime's own text, which names the day and the month in the language of the system, in
+/// English.
+QString toEnglish(const QDateTime& dateTime)
+{
+    const QString names = QStringLiteral("ddd MMM ");
+    const QDate date = dateTime.date();
+    const int namesSize = QLocale::system().toString(date, names).size();
+    return QLocale::c().toString(date, names) + dateTime.toString().mid(namesSize);
+}
 
 QString setSystemClock(const QDateTime& dateTime)
 {
@@ -76,7 +88,7 @@ void DateTimeManager::setLocalDateTime(int year, int month, int day, int hour, i
 void DateTimeManager::setDateTime(const QDateTime& dateTime, bool syncRtc)
 {
     LogFormatter(LogLevel::Info).log(Log::Machine).noquote()
-        << "setDateTime, dateTime:" << dateTime.toString() << ", syncRtc:" << syncRtc;
+        << "setDateTime, dateTime:" << toEnglish(dateTime) << ", syncRtc:" << syncRtc;
     const std::chrono::milliseconds newMinusOld(dateTime.toMSecsSinceEpoch() -
                                                 QDateTime::currentMSecsSinceEpoch());
     if (m_setClock == nullptr) {

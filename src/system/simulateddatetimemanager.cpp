@@ -5,6 +5,8 @@
 #include "logging/zelassert.h"
 #include "simulationinterface/createinterface.h"
 
+#include <QLocale>
+
 #include <cstdlib>
 
 namespace zeltools::system
@@ -63,7 +65,7 @@ void SimulatedDateTimeManager::setCurrentDateTime(const QDateTime& dateTime)
 void SimulatedDateTimeManager::sendDateTime(const QDateTime& dateTime)
 {
     if (m_interface->connected())
-        m_interface->write(dateTime.toString(dateTimeFormat()).toLatin1());
+        m_interface->write(QLocale::c().toString(dateTime, dateTimeFormat()).toLatin1());
 }
 
 void SimulatedDateTimeManager::processIncomingData(const QByteArray& data)

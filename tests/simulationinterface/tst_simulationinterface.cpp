@@ -3,6 +3,7 @@
 #include "simulationinterface/tcpserversimulationinterface.h"
 
 #include "support.h"
+#include "system/fakeclock.h"
 
 #include <QtTest>
 
@@ -10,6 +11,7 @@
 
 #include <sys/socket.h>
 
+using namespace std::chrono_literals;
 using namespace zeltools::simulationinterface;
 
 namespace
@@ -179,8 +181,27 @@ private Q_SLOTS:
         first.abort(); // a reset
         QTRY_VERIFY(!server->connected());
         Peer second(server);
-        second.write("lves");
-        QTRY_COMPARE(m_events, (QStringList{"up", "a", "down", "up", "halves"}));
+        second.write(QByteArray("Q\0\1b", 4));
+        QTRY_COMPARE(m_events, (QStringList{"up", "a", "down", "up", "b"}));
+    }
+
+    void limitsTheWarningsOfAMinute()
+    {
+        Link server = make<Server>();
+        support::LineRecorder recorder;
+        for (const int faults : {25, 10, 11}) {
+            for (int i = 0; i < faults; ++i) { // each over a connection of its own
+                Peer peer(server);
+                peer.write("none");
+                QTRY_VERIFY(server->connected());
+                peer.disconnectFromHost();
+                QTRY_VERIFY(!server->connected());
+            }
+            faults == 11 ? server.reset() : fakeclock::advance(61s);
+            const QStringList lines = recorder.takeMessages();
+            QCOMPARE(lines.size(), faults > 10 ? 11 : 10);
+            QCOMPARE(lines.last().contains(QString(" %1 more").arg(faults - 10)), faults > 10);
+        }
     }
 
     void reconnects()
@@ -195,6 +216,7 @@ private Q_SLOTS:
             expected += QStringLiteral("written before it goes: %1").arg(i, 70);
             server->write(expected.last().toLatin1());
         }
+        server->writeSerializedData(QByteArray("Q\0\6ha", 5));
         server.reset();
         expected += "down";
         QTRY_COMPARE(m_events, expected);
@@ -204,6 +226,9 @@ private Q_SLOTS:
         QTest::qWait(20); // attempts fail
         server = make<Server>(port);
         QTRY_VERIFY(client->connected() && server->connected() && !timer->isActive());
+        server->write("new");
+        expected += {"up", "new"};
+        QTRY_COMPARE(m_events, expected);
         QVERIFY(make<Server>(port)->isAddressValid()); // though it cannot listen
         QVERIFY(!make<Server>("x")->isAddressValid() && !make<Client>("x")->isAddressValid());
     }
@@ -241,12 +266,12 @@ private Q_SLOTS:
 
     void readsOnAfterAListenersEventLoop()
     {
-        const QByteArray longest(65535, 'x');
-        for (const bool isServer : {true, false}) {
-            const Link server = make<Server>();
-            const Link client = make<Client>(portOf(server));
-            const Link& link = isServer ? server : client;
-            const Link& other = isServer ? client : server;
+        for (int variant = 0; variant < 4; ++variant) {
+            Link server = make<Server>();
+            Link client = make<Client>(portOf(server));
+            const bool isLeaving = variant >= 2;
+            const Link& link = variant % 2 == 0 ? server : client;
+            Link& other = variant % 2 == 0 ? client : server;
             QTRY_VERIFY(server->connected() && client->connected());
             record(link);
             QEventLoop loop;
@@ -254,12 +279,20 @@ private Q_SLOTS:
                 if (data != "first")
                     return;
                 for (int i = 0; i < 10; ++i)
-                    other->write(longest);
+                    other->write(QByteArray(isLeaving ? 5000 : 65535, 'x'));
+                if (isLeaving)
+                    other = variant == 2 ? make<Client>(portOf(server)) : nullptr;
+                QTRY_COMPARE(link->connected(), !isLeaving);
                 QTimer::singleShot(100, &loop, &QEventLoop::quit);
                 loop.exec();
             });
             other->write("first");
-            QTRY_COMPARE(m_events.count("65535"), 10);
+            QTRY_COMPARE(m_events.count(isLeaving ? "5000" : "65535"), 10);
+            if (variant != 2)
+                continue;
+            QTRY_VERIFY(server->connected()); // the next one, which had to wait
+            client->write("next");
+            QTRY_COMPARE(m_events.mid(12), (QStringList{"up", "next"}));
         }
     }
 
@@ -269,17 +302,21 @@ private Q_SLOTS:
         record(server);
         const QByteArray longest = *SimulationProtocol::serializeOpt(QByteArray(65535, 'x'));
         Peer peer(server);
-        peer.setReadBufferSize(1);
+        peer.setReadBufferSize(10000);
         QTRY_VERIFY(server->connected());
-        qint64 accepted_B = 0;
+        support::LineRecorder recorder;
+        qint64 unread_B = 0;
         for (int i = 0; i < 3200; ++i) {
-            accepted_B += server->writeSerializedData(longest) ? longest.size() : 0;
+            unread_B += server->writeSerializedData(longest) ? longest.size() : 0;
+            unread_B -= peer.readAll().size();
             peer.write(longest);
             QCoreApplication::processEvents();
         }
-        QVERIFY(accepted_B >> 20 < 100); // what the system holds included
+        QVERIFY(unread_B >> 20 < 100); // what the system holds included
+        QCOMPARE(recorder.takeMessages(),
+                 QStringList("The simulator does not read, dropping data"));
         peer.setReadBufferSize(0);
-        QTRY_COMPARE(peer.bytesAvailable(), accepted_B);
+        QTRY_COMPARE(peer.bytesAvailable(), unread_B);
         QVERIFY(server->writeSerializedData("Q"));
         QTRY_COMPARE(m_events.count("65535"), 3200);
     }
