@@ -149,9 +149,13 @@ void Ntp::receiveResponse()
 {
     m_failedTransmissions = 0;
     char response[s_packetSize_B + 1]; // a longer answer is not cut to one of the right size
-    if (m_socket->readDatagram(response, sizeof response) != s_packetSize_B)
+    QHostAddress sender;
+    if (m_socket->readDatagram(response, sizeof response, &sender) != s_packetSize_B ||
+        !sender.isEqual(m_server, QHostAddress::ConvertV4MappedToIPv4))
         return;
     const auto since1900_s = qFromBigEndian<quint32>(response + s_transmitSeconds_B);
+    if (since1900_s == 0)
+        return; // a server that does not know the time
     Q_EMIT currentTime(
         QDateTime::fromSecsSinceEpoch(qint64(since1900_s) - s_from1900To1970_s, Qt::UTC));
 }
