@@ -110,6 +110,15 @@ private Q_SLOTS:
         }
         shell("echo 1 >/usr/share/zel/ntp"); // not by this client
         QVERIFY(!Ntp(m_unreachable).enabled());
+
+        shell("cd /usr/share/zel; printf 1 >ntp; ln ntp kept");
+        QVERIFY(Ntp(m_unreachable).enabled());
+        shell("[ /usr/share/zel/ntp -ef /usr/share/zel/kept ];" // was not written
+              "mount -t tmpfs -o nr_inodes=2 none /usr/share/zel; printf 1 >/usr/share/zel/ntp");
+        m_recorder.take();
+        Ntp(m_unreachable).enable(false);
+        QCOMPARE(m_recorder.takeMessages().filter("No space left on device").size(), 1);
+        QVERIFY(Ntp(m_unreachable).enabled());
     }
 
     void asksEveryHourAndHears()
