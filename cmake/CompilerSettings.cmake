@@ -16,6 +16,11 @@ endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
                     -Wcast-align -Wnull-dereference -Wimplicit-fallthrough)
+# No path of the machine that builds gets into the binaries, so that each machine builds the same.
+# The last option that matches counts.
+add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+                    -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 if(ZELTOOLS_WERROR)
     add_compile_options(-Werror)
 endif()

@@ -18,7 +18,8 @@ QString FileReader::fileContent(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return QString();
-    return QTextStream(&file).readAll();
+    const QString text = QTextStream(&file).readAll();
+    return file.error() == QFileDevice::NoError ? text : QString();
 }
 
 } // namespace zeltools

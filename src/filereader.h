@@ -18,7 +18,7 @@ public:
     ~FileReader() override;
 
     /// The text of the file, decoded with the locale's codec. Null, without a log line, when the
-    /// file cannot be opened.
+    /// file cannot be opened or not be read to its end.
     Q_INVOKABLE QString fileContent(const QString& path);
 };
 

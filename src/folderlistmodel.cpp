@@ -41,7 +41,11 @@ QString absolutePath(const QString& folder)
         return {};
     const bool isUrl = folder.startsWith(QLatin1String("file:"));
     const QString path = isUrl ? QUrl(folder).toLocalFile() : folder;
-    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    const bool isAbsolute = path.startsWith(QLatin1Char('/'));
+    QStringList names = QString(isAbsolute ? path : QDir::currentPath() + '/' + path)
+                            .split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    names.removeAll(QStringLiteral(".")); // but no "..": that of a linked folder is not the text's
+    return '/' + names.join(QLatin1Char('/'));
 }
 
 } // namespace

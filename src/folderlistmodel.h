@@ -72,8 +72,9 @@ public:
     ~FolderListModel() override;
 
     /// An absolute path, as the members of Path are: what is set may be relative to the current
-    /// folder, or a local URL ("file:///media/usb"), as QML makes of a `url`. Empty for none. The
-    /// rows of the old folder are gone at once.
+    /// folder, or a local URL ("file:///media/usb"), as QML makes of a `url`. Empty for none. Each
+    /// ".." stays in the path, since behind a symbolic link only the kernel knows where it leads.
+    /// The rows of the old folder are gone at once.
     QString folder() const;
     void setFolder(const QString& folder);
     /// Patterns ("*.log", "m[0-9].txt") for the names of files, one of which must match, in any
@@ -94,7 +95,7 @@ public:
     Status status() const { return m_status; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
 
 public Q_SLOTS:

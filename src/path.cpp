@@ -43,6 +43,8 @@ void createFolder(const QString& folder)
     if (!from.open(QIODevice::ReadOnly))
         return false;
     const QByteArray content = from.readAll();
+    if (from.error() != QFileDevice::NoError)
+        return false; // only a part was read
     QFile current(target);
     if (current.open(QIODevice::ReadOnly) && current.readAll() == content)
         return true;

@@ -8,7 +8,36 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+
 #include <unistd.h>
+
+namespace
+{
+
+// Empty when the data is on the storage, or where there is no storage behind the descriptor (a
+// pipe,
+// "/dev/null").
+QString forceToStorage(int fileDescriptor)
+{
+    if constexpr (platform::isBoard) {
+        if (::fsync(fileDescriptor) != 0 && errno != EINVAL)
+            return qt_error_string();
+    }
+    return {};
+}
+
+void syncOpenFile(QFile& file)
+{
+    // What QFile itself holds back is not yet behind the handle.
+    const QString error = file.flush() ? forceToStorage(file.handle()) : file.errorString();
+    if (!error.isEmpty())
+        LogFormatter(LogLevel::Error).log(Log::Global)
+            << "void System::syncFile(QFile&)"
+            << "Failed to sync" << file.fileName() << error;
+}
+
+} // namespace
 
 System::FileSystemSyncer::~FileSystemSyncer()
 {
@@ -18,8 +47,7 @@ System::FileSystemSyncer::~FileSystemSyncer()
 void System::syncFile(QFile& file)
 {
     if (file.isOpen()) {
-        file.flush(); // what QFile itself holds back is not yet behind the handle
-        syncFile(file.handle());
+        syncOpenFile(file);
         return;
     }
     if (!file.open(QIODevice::ReadWrite)) {
@@ -28,7 +56,7 @@ void System::syncFile(QFile& file)
             << "Failed to open file" << file.fileName() << "for sync";
         return;
     }
-    syncFile(file.handle());
+    syncOpenFile(file);
     file.close();
 }
 
@@ -40,8 +68,11 @@ void System::syncFile(const QString& path)
 
 void System::syncFile(int fileDescriptor)
 {
-    if constexpr (platform::isBoard)
-        ::fsync(fileDescriptor);
+    const QString error = forceToStorage(fileDescriptor);
+    if (!error.isEmpty())
+        LogFormatter(LogLevel::Error).log(Log::Global)
+            << "void System::syncFile(int)"
+            << "Failed to sync descriptor" << fileDescriptor << error;
 }
 
 void System::syncFileSystem()

@@ -38,7 +38,7 @@ public:
 
     /// Forces what was written to the file to storage. An open file stays open; one that is not is
     /// opened read-write for the purpose, which creates a missing file. A file that cannot be
-    /// opened is an Error line.
+    /// opened, and data that does not reach the storage, is an Error line.
     static void syncFile(QFile& file);
     static void syncFile(const QString& path);
     static void syncFile(int fileDescriptor);

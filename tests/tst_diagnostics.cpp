@@ -106,6 +106,9 @@ private Q_SLOTS:
     void writesToTheFile()
     {
         Dmesg capture;
+        connect(
+            LogNode::instance(), &LogNode::logged, &capture, [&] { capture.lines(); },
+            Qt::DirectConnection); // no line is logged with the lock held
         const QString path = Path::instance()->debugLogsDir + "dmesg.log";
         for (const bool isOn : {false, true, false, true}) {
             capture.setConfig({Dmesg::makeLogFileConfig(1, 2, false), isOn, 10});
@@ -247,15 +250,16 @@ private Q_SLOTS:
         QVERIFY2(lines.join('\n').contains(here), qPrintable(lines.join('\n')));
     }
 
-    void stallsAThread() // the last, since its thread stays
+    void stallsThreads() // the last, since they stay
     {
-        crash_simulator::CrashSimulator simulator(nullptr);
-        simulator.simulateStallSecondaryThread();
-        QString messages;
-        QTRY_COMPARE(messages += m_recorder.takeMessages().join('|'),
-                     "Sleeping forever in secondary thread !");
-        m_threads = threads();
-        std::thread([&] { simulator.simulateStallMainThread(); }).join(); // not from there
+        using crash_simulator::CrashSimulator;
+        m_threads += 50;
+        for (int i = 0; i < 50; ++i) // each is gone before its thread runs
+            CrashSimulator(nullptr).simulateStallSecondaryThread();
+        QStringList messages;
+        QTRY_COMPARE((messages += m_recorder.takeMessages()),
+                     QVector<QString>(50, "Sleeping forever in secondary thread !").toList());
+        std::thread([] { CrashSimulator(nullptr).simulateStallMainThread(); }).join();
         QCOMPARE(m_recorder.takeMessages().join('|'),
                  "void crash_simulator::CrashSimulator::simulateStallMainThread() Not in main "
                  "thread, aborting");

@@ -18,6 +18,10 @@ static QByteArrayList synced;
 // In place of the system's functions: they take notes, and leave the machine alone.
 extern "C" Q_DECL_EXPORT int fsync(int descriptor)
 {
+    if (synced.size() > 2) {
+        errno = EIO;
+        return -1;
+    }
     char content[64] = {};
     synced << QByteArray(content, int(::pread(descriptor, content, sizeof content, 0)));
     return 0;
@@ -42,7 +46,13 @@ private Q_SLOTS:
         System::syncFile(file.fileName());
         delete new System::FileSystemSyncer;
         QCOMPARE(synced.join(), platform::isBoard ? text + text + "all" : "");
+        support::LineRecorder recorder;
+        System::syncFile(file); // as the disk fails
+        System::syncFile(file.handle());
+        QCOMPARE(recorder.takeMessages().filter("Input/output error").size(),
+                 platform::isBoard ? 2 : 0);
 
+        QVERIFY(zeltools::FileReader().fileContent("/proc/self/mem").isNull()); // no read succeeds
         QCOMPARE(zeltools::FileReader().fileContent(file.fileName()), QString(text));
         QVERIFY(file.isOpen() && System::filenameAlreadyExists("a.txt", dir.path()));
         QVERIFY(System::folderExists(dir.path()) && !System::fileExists(dir.path()));

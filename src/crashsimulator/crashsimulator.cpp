@@ -12,6 +12,18 @@ using monitored_threads::MonitoredQThread;
 namespace crash_simulator
 {
 
+namespace
+{
+
+[[noreturn]] void sleepForever()
+{
+    constexpr unsigned long nap_s = 1000;
+    for (;;)
+        QThread::sleep(nap_s);
+}
+
+} // namespace
+
 CrashSimulator::CrashSimulator(QObject* parent)
     : QObject(parent)
 {
@@ -23,12 +35,13 @@ void CrashSimulator::simulateStallSecondaryThread()
 {
     auto* const thread =
         new MonitoredQThread(QStringLiteral("Secondary thread test"), AutoTick::On);
+    // The simulator may be gone before the thread runs, which stalls all the same.
     connect(
-        thread, &QThread::started, this,
-        [this] {
+        thread, &QThread::started, thread,
+        [] {
             LogFormatter(LogLevel::Info).log(Log::Global)
                 << "Sleeping forever in secondary thread !";
-            stall();
+            sleepForever();
         },
         Qt::DirectConnection);
     thread->start(QThread::InheritPriority);
@@ -57,9 +70,7 @@ __attribute__((no_sanitize("undefined"))) void CrashSimulator::simulateApplicati
 
 void CrashSimulator::stall()
 {
-    constexpr unsigned long nap_s = 1000;
-    for (;;)
-        QThread::sleep(nap_s);
+    sleepForever();
 }
 
 } // namespace crash_simulator

@@ -17,7 +17,7 @@ public:
     explicit CrashSimulator(QObject* parent);
     ~CrashSimulator() override;
 
-    /// Starts a thread that never ends and is never deleted.
+    /// Starts a thread that never ends and is never deleted, whatever becomes of the simulator.
     void simulateStallSecondaryThread();
     /// Never returns. From another thread than the main one an Error line, and nothing else.
     void simulateStallMainThread();

@@ -63,9 +63,10 @@ void Dmesg::setConfig(const Config& config)
 {
     releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
                   "Can't set config while running", __LINE__);
-    const QMutexLocker locker(&m_mutex);
-    m_logFile.reset();
+    QMutexLocker locker(&m_mutex);
+    const std::unique_ptr<RotatingLogFile> closed = std::move(m_logFile);
     m_config = config;
+    locker.unlock(); // what is logged from here on may be answered by a look at the lines
     initLogFile();
 }
 
@@ -137,9 +138,9 @@ bool Dmesg::isDmesgRestricted()
 
 void Dmesg::onProcessNewLines(const QStringList& lines)
 {
-    const QMutexLocker locker(&m_mutex);
+    QMutexLocker locker(&m_mutex);
     for (const QString& line : lines) {
-        appendLine(line);
+        appendLine(line, locker);
         logLine(line);
     }
     if (m_config.logToFile && m_logFile)
@@ -163,13 +164,15 @@ void Dmesg::initLogFile()
         LogFormatter(LogLevel::Error).log(Log::Global) << "Failed opening log file";
 }
 
-void Dmesg::appendLine(const QString& line)
+void Dmesg::appendLine(const QString& line, QMutexLocker& locker)
 {
     const qint64 length = line.size();
     if (length > m_config.maxRamSize_B) {
+        locker.unlock(); // a receiver of the warning may ask for the lines
         LogFormatter(LogLevel::Warning).log(Log::Global)
             << "Line length is bigger than max ram size, dropping it";
         Q_EMIT tooLongLine();
+        locker.relock();
         return;
     }
     const qint64 mostLines = qMax(m_config.maxRamSize_B, s_fewestLinesKept);

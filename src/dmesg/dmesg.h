@@ -22,9 +22,9 @@ namespace dmesg
 /// The process runs `dmesg` under `script`, which makes it write each line at once.
 ///
 /// Lines arrive in the thread of the process. One lock guards the lines and the file, and it is
-/// held while the signals below are emitted and the warning of a line too long is logged: a
-/// directly connected receiver must not call back. In another thread each line is one queued event;
-/// a screen better follows changed() with a timer.
+/// held while changed() and newLine() are emitted: a directly connected receiver of these must not
+/// call back. No log line is written with the lock held. In another thread each line is one queued
+/// event; a screen better follows changed() with a timer.
 /// Every method may be called from any thread. Configuration and command belong to one thread, and
 /// only while nothing is captured: otherwise a release assertion fails and the process ends with
 /// exit status 1.
@@ -95,7 +95,7 @@ private:
     Dmesg();
 
     void initLogFile();
-    void appendLine(const QString& line);
+    void appendLine(const QString& line, QMutexLocker& locker);
     void removeOldestLine();
     void logLine(const QString& line);
 

@@ -11,6 +11,9 @@
 
 #include <time.h>
 
+// Here, so that a host may declare it as well.
+Q_DECLARE_METATYPE(std::chrono::milliseconds)
+
 namespace zeltools::system
 {
 

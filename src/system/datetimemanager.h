@@ -7,8 +7,6 @@
 
 #include <chrono>
 
-Q_DECLARE_METATYPE(std::chrono::milliseconds)
-
 namespace zeltools::system
 {
 

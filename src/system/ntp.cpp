@@ -1,11 +1,13 @@
 #include "system/ntp.h"
 
+#include "filereplacement.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "system.h"
 #include "system/packagesmanager.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QtEndian>
 
 #include <chrono>
@@ -32,6 +34,26 @@ constexpr int s_mostFailures = 5; // with which retrying ends until the next pol
 QString stateFile()
 {
     return QStringLiteral("/usr/share/zel/ntp");
+}
+
+// Empty when there is none. save() writes no line feed: a state that has one is not its own.
+QByteArray savedState()
+{
+    QFile file(stateFile());
+    return file.open(QIODevice::ReadOnly) ? file.readLine() : QByteArray();
+}
+
+// For a folder that takes no second file. Empty when the state is written, or the file cannot be
+// opened either.
+QString writeInPlace(const QByteArray& state)
+{
+    QFile file(stateFile());
+    if (!file.open(QIODevice::ReadWrite))
+        return {};
+    if (file.write(state) != state.size() || !file.flush() || !file.resize(state.size()))
+        return file.errorString();
+    System::syncFile(file);
+    return {};
 }
 
 } // namespace
@@ -84,18 +106,23 @@ void Ntp::load()
             packages.setNtpEnabled(*isEnabled);
         return;
     }
-    QFile file(stateFile());
-    if (file.open(QIODevice::ReadOnly))
-        enable(file.readLine() == "1"); // save() writes no line feed: one that has one is not ours
+    enable(savedState() == "1");
 }
 
+// Says nothing of a machine that has no place for the state.
 void Ntp::save() const
 {
-    QFile file(stateFile());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    const QByteArray state = m_isFallbackEnabled ? "1" : "0";
+    if (savedState() == state || !System::folderExists(QFileInfo(stateFile()).path()))
         return;
-    file.write(m_isFallbackEnabled ? "1" : "0");
-    System::syncFile(file);
+    FileReplacement replacement(stateFile());
+    if (replacement.replace(state))
+        return;
+    const QString error =
+        replacement.needsWritingInPlace() ? writeInPlace(state) : replacement.errorString();
+    if (!error.isEmpty())
+        LogFormatter(LogLevel::Warning).log(Log::Network)
+            << "void zeltools::system::service::Ntp::save() const" << error;
 }
 
 void Ntp::followPackage()
@@ -149,9 +176,13 @@ void Ntp::receiveResponse()
 {
     m_failedTransmissions = 0;
     char response[s_packetSize_B + 1]; // a longer answer is not cut to one of the right size
-    if (m_socket->readDatagram(response, sizeof response) != s_packetSize_B)
+    QHostAddress sender;
+    if (m_socket->readDatagram(response, sizeof response, &sender) != s_packetSize_B ||
+        !sender.isEqual(m_server, QHostAddress::ConvertV4MappedToIPv4))
         return;
     const auto since1900_s = qFromBigEndian<quint32>(response + s_transmitSeconds_B);
+    if (since1900_s == 0)
+        return; // a server that does not know the time
     Q_EMIT currentTime(
         QDateTime::fromSecsSinceEpoch(qint64(since1900_s) - s_from1900To1970_s, Qt::UTC));
 }

@@ -17,12 +17,15 @@ namespace zeltools::system::service
 /// elsewhere it is the fallback: a client that asks one server over UDP every hour and tells the
 /// answer. It sets no clock itself.
 ///
-/// Whether the fallback is on is kept over restarts in "/usr/share/zel/ntp" ("1" or "0"); where
-/// that file cannot be written, a machine without the folder say, it is off at the next start.
+/// Whether the fallback is on is kept over restarts in "/usr/share/zel/ntp" ("1" or "0"), which is
+/// replaced safely, and only when the value changes. A machine without the folder, or on which the
+/// file cannot be opened, keeps nothing and logs nothing; a write that fails is a Warning. At the
+/// next start the fallback is then as the file still has it, or off without one.
 ///
-/// The answer is as good as the network: it is not authenticated and the time on the way is not
-/// made up for. Failures are logged under Log::Network. Belongs to one thread with an event loop;
-/// may be deleted in its signals.
+/// The answer is as good as the network: one from another address than the server's is ignored, but
+/// it is not authenticated and the time on the way is not made up for. An answer that carries no
+/// time is ignored as well. Failures are logged under Log::Network. Belongs to one thread with an
+/// event loop; may be deleted in its signals.
 class ZELTOOLS_EXPORT Ntp final : public Service
 {
     Q_OBJECT

@@ -59,12 +59,14 @@ bool matches(const QString& path, const QRegularExpression& pattern)
     if (!exists(path))
         return false;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    const bool isOpen = file.open(QIODevice::ReadOnly | QIODevice::Text);
+    const QByteArray content = isOpen ? file.readAll() : QByteArray();
+    if (file.error() != QFileDevice::NoError) {
         logLine(LogLevel::Warning).noquote()
             << QString(QLatin1String("Could not open configuration file: ") + path);
         return false;
     }
-    if (pattern.match(QString::fromUtf8(file.readAll())).hasMatch())
+    if (pattern.match(QString::fromUtf8(content)).hasMatch())
         return true;
     logLine(LogLevel::Info) << "Configuration file" << path << "did not match requirements";
     return false;
@@ -129,7 +131,9 @@ std::optional<bool> PackagesManager::ntpState() const
     const std::optional<Package> package = ntpPackage();
     if (package == Ntp)
         return QFile::exists(QStringLiteral("/etc/rc2.d/S20ntpd"));
-    return package == TimeSync ? timeSyncState(s_statusTimeLimit) : false;
+    if (package != TimeSync || !mayRun(QStringLiteral("timedatectl status")))
+        return false;
+    return timeSyncState(s_statusTimeLimit);
 }
 
 std::optional<bool> PackagesManager::timeSyncState(std::chrono::milliseconds timeLimit)
@@ -172,12 +176,17 @@ void PackagesManager::setNtpEnabled(bool on)
     Q_EMIT ntpEnabledChanged();
 }
 
+bool PackagesManager::mayRun(const QString& command) const
+{
+    if (!m_isBoard)
+        logLine(LogLevel::Info) << "Would run" << command << "(doing nothing on desktop)";
+    return m_isBoard;
+}
+
 void PackagesManager::run(const QString& command) const
 {
-    if (!m_isBoard) {
-        logLine(LogLevel::Info) << "Would run" << command << "(doing nothing on desktop)";
+    if (!mayRun(command))
         return;
-    }
     int exitCode = 0;
     if (!WindowsTools::runCommand(command, QString(), &exitCode))
         logLine(LogLevel::Warning) << command << "ended with exit code" << exitCode;

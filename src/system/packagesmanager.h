@@ -15,7 +15,8 @@ namespace zeltools::system
 {
 
 /// Finds out which packages for keeping time the image of the machine has, and switches the
-/// system's own synchronisation with network time on and off.
+/// system's own synchronisation with network time on and off. On the desktop it logs the commands
+/// that it would run and runs none: the developer's clock is not ours.
 ///
 /// Belongs to one thread. What it finds and does is logged under Log::SystemPackagesManager.
 class ZELTOOLS_EXPORT PackagesManager : public QObject
@@ -55,14 +56,13 @@ public:
     bool ntpAvailable() const { return ntpPackage().has_value(); }
 
     /// Whether that package is switched on. Blocks while `timedatectl` is asked about `TimeSync`,
-    /// 30 s at the longest; one that cannot answer is an Error line and counts as off.
+    /// 30 s at the longest; one that cannot answer is an Error line and counts as off, and so does
+    /// `TimeSync` on the desktop.
     bool ntpEnabled() const { return ntpState().value_or(false); }
     /// The same; nothing when `timedatectl` could not be run or has not come to an end.
     std::optional<bool> ntpState() const;
     /// Switches that package; without one, only emits the signal. Blocks while the commands run
     /// (see WindowsTools), none of which keeps the next one from running: a failure is a Warning.
-    ///
-    /// On the desktop the commands are logged instead: the developer's clock is not ours.
     void setNtpEnabled(bool on);
 
 Q_SIGNALS:
@@ -70,12 +70,13 @@ Q_SIGNALS:
     void ntpEnabledChanged();
 
 private:
-    friend class TestTimeServices; // has an /etc of its own, for which all is asked anew
+    friend class TestTimeServices; // each image that it tries has its own /etc: nothing is cached
 
     PackagesManager();
     ~PackagesManager() override;
 
     static std::optional<bool> timeSyncState(std::chrono::milliseconds timeLimit);
+    bool mayRun(const QString& command) const;
     void run(const QString& command) const;
 
     static std::array<std::optional<bool>, 3> s_availability;

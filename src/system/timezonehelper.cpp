@@ -8,10 +8,14 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTimeZone>
+
+// Here, so that a host may declare it as well.
+Q_DECLARE_METATYPE(std::chrono::hours)
 
 namespace zeltools::system
 {
@@ -37,11 +41,28 @@ Zone zoneOf(const QString& timeZone)
     return parts.size() == 2 ? Zone{parts[0], parts[1]} : Zone{};
 }
 
+// The path without links above its last name.
+QString placeOf(const QFileInfo& file)
+{
+    return QFileInfo(file.path()).canonicalFilePath() + QLatin1Char('/') + file.fileName();
+}
+
+// Such a zone file ("localtime" in some images) would make /etc/localtime a link to itself.
+bool leadsThroughLocalTime(const QString& zoneFile)
+{
+    const QString localTime = placeOf(QFileInfo(QStringLiteral("/etc/localtime")));
+    QFileInfo file(placeOf(QFileInfo(zoneFile)));
+    while (file.isSymLink() && file.filePath() != localTime)
+        file.setFile(placeOf(QFileInfo(file.symLinkTarget())));
+    return file.filePath() == localTime;
+}
+
 // The name goes into a shell command and into a path, which must not lead out of the database.
 bool isZone(const QString& timeZone, const QString& path)
 {
     static const QRegularExpression form(QStringLiteral(R"(\A[\w+-]+(/[\w+-]+)*\z)"));
-    return form.match(timeZone).hasMatch() && System::fileExists(path);
+    return form.match(timeZone).hasMatch() && System::fileExists(path) &&
+           !leadsThroughLocalTime(path);
 }
 
 LogFormatter logLine(LogLevel::Level level)

@@ -7,8 +7,6 @@
 
 #include <chrono>
 
-Q_DECLARE_METATYPE(std::chrono::hours)
-
 namespace zeltools::system
 {
 
@@ -48,7 +46,8 @@ public:
     Q_INVOKABLE QString currentTimeZone() const;
     /// Switches the zone of the system, on the desktop too, and emits the signal; for the current
     /// one it does nothing.
-    /// A machine without time zones and a zone without a file are refused with an Error line.
+    /// A machine without time zones is refused with an Error line, and so is a zone that has no
+    /// file or whose file is a link to /etc/localtime.
     ///
     /// Blocks while commands run (see WindowsTools). Their failure is not noticed here; the Info
     /// line has the offset before and after, which shows it.
