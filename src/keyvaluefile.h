@@ -24,15 +24,19 @@
 namespace zeltools::keyvaluefile
 {
 
-/// Nothing when the file cannot be opened, which is a Warning line if `logOpenFailure`. Everything
-/// that can be opened can be read: there are no malformed lines.
+/// Nothing when the file cannot be opened, or when reading it fails before its end; that is a
+/// Warning line if `logOpenFailure`. Regular files and character devices can be opened ("/dev/null"
+/// is an empty map); a pipe, a socket or a folder cannot.
+///
+/// There are no malformed lines. A line of more than 16 MiB gives no pair but a Warning line with
+/// its number.
 ZELTOOLS_EXPORT std::optional<QMap<QString, QString>> load(const QString& path,
                                                            bool logOpenFailure);
 
 /// Truncates the file, writes one line an entry in the order of the keys, and forces it to storage.
 /// False after a Warning line when the file cannot be opened or a write falls short (the disk is
 /// full); the lines before stay in it. The old content is gone in either case, so a cut of the
-/// supply at the wrong moment leaves part of a file.
+/// supply at the wrong moment leaves part of a file; FileReplacement is the way without that risk.
 ///
 /// What the format cannot hold is written as it is and reads back as something else: a "=" in a
 /// key, a line feed, white space at the ends, a key that begins with "#".

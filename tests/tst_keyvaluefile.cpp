@@ -28,13 +28,20 @@ private Q_SLOTS:
         row("and in a later piece of a large file",
             QByteArray("A=1\nBBB=2\n").repeated(300000) + "A=3", {{"A", "3"}, {"BBB", "2"}});
         row("and beyond ASCII", "\xff=1\nB=\u20ac\n\xfe=2\n", {{"\ufffd", "2"}, {"B", "\u20ac"}});
+        const QByteArray longest(16 * 1024 * 1024 - 2, 'x');
+        row("a line of more than 16 MiB gives no pair",
+            "A\nB=" + longest + "\nC= " + longest + "\nD",
+            {{"A", "1"}, {"B", longest}, {"D", "1"}});
         row("a NUL ends key and value", QByteArray("A\0B=1\0 2", 8), {{"A", "1"}});
     }
     void loads()
     {
         QFETCH(QByteArray, content);
         support::writeFile(m_path, content);
+        support::LineRecorder recorder;
         QTEST(keyvaluefile::load(m_path, true).value(), "map");
+        QCOMPARE(recorder.takeMessages().filter("Ignoring line 3 longer").size(),
+                 content.size() > 20'000'000 ? 1 : 0);
     }
 
     void savesAndPrints()
@@ -51,9 +58,12 @@ private Q_SLOTS:
     {
         support::LineRecorder recorder;
         QVERIFY(!keyvaluefile::load("/none/a", false) && !keyvaluefile::load("/none/a", true));
+        QVERIFY(!keyvaluefile::load("/proc/self/mem", true)); // every read fails
+        QVERIFY(keyvaluefile::load("/dev/null", true).value().isEmpty());
         QVERIFY(!keyvaluefile::save("/none/a", {}) && !keyvaluefile::save("/dev/full", {{"", ""}}));
         QCOMPARE(recorder.takeMessages().replaceInStrings(QRegularExpression(".*::|\\(.*\\)"), ""),
                  QStringList({"load Failed opening file \"/none/a\"",
+                              "load Failed opening file \"/proc/self/mem\"",
                               "save Failed opening file \"/none/a\"",
                               "save Failed writing to file \"/dev/full\""}));
     }

@@ -2,7 +2,7 @@
 
 #include "cryptjob.h"
 #include "librarywarning.h"
-#include "replacefile.h"
+#include "readfile.h"
 
 #include <QFile>
 #include <QJsonArray>

@@ -1,15 +1,18 @@
 #include "cryptjob.h"
 
+#include "cleanreplacement.h"
 #include "comparison.h"
 #include "crypt/cryptlimits_p.h"
 #include "librarywarning.h"
 #include "progressbar.h"
-#include "replacefile.h"
+#include "readfile.h"
 
 #include <QFileInfo>
 
 #include <cerrno>
 #include <cstring>
+
+using zeltools::FileReplacement;
 
 namespace
 {
@@ -91,7 +94,7 @@ QByteArray transform(Job& job, const QByteArray& bytes, QString& why)
 }
 
 /// `file` is null for the standard output.
-ExitStatus processWhole(Job& job, ReplaceFile* file)
+ExitStatus processWhole(Job& job, FileReplacement* file)
 {
     const FileContent content = job.input == "-"
                                     ? readStandardInput(cryptlimits::largestInMemory_B)
@@ -105,7 +108,7 @@ ExitStatus processWhole(Job& job, ReplaceFile* file)
         return fail(Failed, why);
     if (file == nullptr)
         return writeOutput(result);
-    return file->replace(result) ? Done : fail(Failed, file->error());
+    return replaceCleanly(*file, result) ? Done : fail(Failed, file->errorString());
 }
 
 } // namespace
@@ -117,9 +120,9 @@ ExitStatus process(Job& job)
         return fail(Failed, obstacle);
     if (job.output == "-")
         return processWhole(job, nullptr);
-    ReplaceFile file(job.output, ReplaceFile::Overwrite);
-    if (!file.error().isEmpty())
-        return fail(Failed, file.error());
+    FileReplacement file(job.output);
+    if (!file.errorString().isEmpty())
+        return fail(Failed, file.errorString());
     if (file.wouldLose(job.input) || file.wouldLose(job.keyFile))
         return fail(Failed, "writing " + job.output + " would lose the input or the key");
     if (!isStreamed(job))
@@ -127,5 +130,5 @@ ExitStatus process(Job& job)
     const auto write = [&job](int descriptor) {
         return stream(job, QStringLiteral("/proc/self/fd/%1").arg(descriptor));
     };
-    return file.replace(write) ? Done : fail(Failed, file.error());
+    return replaceCleanly(file, write) ? Done : fail(Failed, file.errorString());
 }

@@ -1,10 +1,11 @@
 #include "envcommand.h"
 
+#include "cleanreplacement.h"
 #include "envfile.h"
 #include "envvar/envvarstore.h"
 #include "keyvaluefile_p.h"
-#include "logging/logmodules.h"
-#include "replacefile.h"
+#include "readfile.h"
+#include "settings.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <functional>
 
+using zeltools::FileReplacement;
 using zeltools::envvar::Category;
 using zeltools::envvar::EnvVar;
 using zeltools::envvar::EnvVarStore;
@@ -22,108 +24,9 @@ using zeltools::envvar::typeToString;
 namespace
 {
 
-using Values = QMap<QString, QString>;
-
 QString unknown(const QString& path, const QString& name)
 {
     return name + " is no switch, and not in " + path;
-}
-
-/// What the machine gets for a name, and from where.
-struct Setting
-{
-    QString name;
-    QString value;
-    const char* source;
-    const char* fault; ///< "unknown", "invalid", "not reached" or empty
-    QString reason;    ///< why the machine does not get the value, or nothing
-};
-
-/// Switches that are read straight from the process environment, where the file puts them.
-const QStringList& logSwitches()
-{
-    static const QStringList names =
-        LogModules::getEnvVars() + QStringList{"ZEL_DEBUG_ALL", "LOG_FROM_MAIN_THREAD"};
-    return names;
-}
-
-bool isSwitch(const QString& name)
-{
-    return EnvVarStore::instance().findEnvVar(name) != nullptr || logSwitches().contains(name);
-}
-
-/// Why the machine would not take the value; empty when it would.
-QString refusal(const QString& name, const QString& value)
-{
-    const EnvVar* var = EnvVarStore::instance().findEnvVar(name);
-    const bool isBoolean =
-        var != nullptr ? var->type() == zeltools::envvar::Boolean : logSwitches().contains(name);
-    // A log switch would silently ignore anything but these two.
-    if (var != nullptr ? var->isStringValueValid(value)
-                       : !isBoolean || value == "0" || value == "1")
-        return QString();
-    return QStringLiteral("\"%1\" is no value for %2, which is %3")
-        .arg(value, name, isBoolean ? "0 or 1" : "of type " + typeToString(var->type()));
-}
-
-/// Where EnvVarStore::load() stops: the first switch, in the order of the names, that refuses its
-/// value.
-QString firstRefused(const Values& file)
-{
-    for (auto line = file.begin(); line != file.end(); ++line) {
-        const EnvVar* var = EnvVarStore::instance().findEnvVar(line.key());
-        if (var != nullptr && !var->isStringValueValid(line.value()))
-            return line.key();
-    }
-    return QString();
-}
-
-/// As EnvVarStore::load() has it: the file, the environment, the build.
-std::optional<Setting> settingOf(const QString& name, const Values& file)
-{
-    const auto line = file.find(name);
-    if (line != file.end()) {
-        const QString refused = firstRefused(file);
-        const QString reason = refusal(name, *line);
-        if (!isSwitch(name))
-            return Setting{name, *line, "file", "unknown", {}};
-        if (!reason.isEmpty())
-            return Setting{name, *line, "file", "invalid", reason};
-        if (!refused.isEmpty() && refused < name)
-            return Setting{name, *line, "file", "not reached",
-                           "the machine reads in the order of the names and stops before " + name +
-                               ": " + refusal(refused, file[refused])};
-        return Setting{name, *line, "file", "", {}};
-    }
-    const QByteArray variable = name.toUtf8();
-    if (isSwitch(name) && qEnvironmentVariableIsSet(variable.constData())) {
-        const QString value = QString::fromUtf8(qgetenv(variable.constData()));
-        const QString reason = refusal(name, value);
-        return Setting{name, value, "environment", reason.isEmpty() ? "" : "invalid", reason};
-    }
-    const EnvVar* var = EnvVarStore::instance().findEnvVar(name);
-    const auto define = var != nullptr ? var->stringValueOpt(EnvVar::Defines) : std::nullopt;
-    return define ? std::optional(Setting{name, *define, "define", "", {}}) : std::nullopt;
-}
-
-/// In the order of the catalogue; what else is in the file comes last.
-QVector<Setting> settings(const Values& file)
-{
-    QStringList names;
-    for (const EnvVar* var : EnvVarStore::instance().vars())
-        names += var->name();
-    names += logSwitches();
-    for (const QString& name : file.keys()) {
-        // A blank line is the empty key.
-        if (!name.isEmpty() && !isSwitch(name))
-            names += name;
-    }
-    QVector<Setting> settings;
-    for (const QString& name : qAsConst(names)) {
-        if (const std::optional<Setting> setting = settingOf(name, file))
-            settings.append(*setting);
-    }
-    return settings;
 }
 
 /// Columns as wide as their widest text; the last one has no blanks at its end. A line of rubbish
@@ -172,17 +75,17 @@ ExitStatus printCatalogue(bool isJson)
     return isJson ? printJson("switches", array) : print(table(rows));
 }
 
-QString originOf(const Setting& setting, const QString& path)
+QString originOf(const QString& source, const QString& path)
 {
-    return setting.source == QLatin1String("file") ? path : "the environment";
+    return source == "file" ? path : "the environment";
 }
 
-ExitStatus printList(const QString& path, const Values& file, bool isJson)
+ExitStatus printList(const QString& path, const Settings& settings, bool isJson)
 {
     QJsonArray array;
     QVector<QStringList> rows;
     QString invalid;
-    for (const Setting& setting : settings(file)) {
+    for (const Setting& setting : settings.all()) {
         const QString fault = setting.fault;
         array.append(QJsonObject{{"name", setting.name},
                                  {"value", setting.value},
@@ -192,44 +95,47 @@ ExitStatus printList(const QString& path, const Values& file, bool isJson)
         rows.append({setting.name, setting.source + (fault.isEmpty() ? fault : ", " + fault),
                      setting.value});
         if (!setting.reason.isEmpty() && invalid.isEmpty())
-            invalid = originOf(setting, path) + ": " + setting.reason;
+            invalid = originOf(setting.source, path) + ": " + setting.reason;
     }
+    if (invalid.isEmpty() && !Settings::refusedAtStart().isEmpty())
+        invalid = originOf("environment", path) + ": " + Settings::refusedAtStart();
     const ExitStatus status = isJson ? printJson("settings", array) : print(table(rows));
     return status == Done && !invalid.isEmpty() ? fail(Failed, invalid) : status;
 }
 
-ExitStatus printValue(const QString& path, const Values& file, const QString& name)
+ExitStatus printValue(const QString& path, const Settings& settings, const QString& name)
 {
-    const std::optional<Setting> setting = settingOf(name, file);
+    const std::optional<Setting> setting = settings.find(name);
     if (!setting)
-        return fail(Failed, isSwitch(name) ? name + " has no value" : unknown(path, name));
+        return fail(Failed,
+                    Settings::isSwitch(name) ? name + " has no value" : unknown(path, name));
     return setting->reason.isEmpty()
                ? print(setting->value + '\n')
-               : fail(Failed, originOf(*setting, path) + ": " + setting->reason);
+               : fail(Failed, originOf(setting->source, path) + ": " + setting->reason);
 }
 
 /// `change` returns whether there was anything to change.
 ExitStatus edit(const QString& path, bool mayCreate, const std::function<bool(EnvFile&)>& change)
 {
-    ReplaceFile file(path, ReplaceFile::Edit);
+    FileReplacement file(path, FileReplacement::Edit);
     const FileContent content = readFile(file.path());
-    if (file.error().isEmpty() && !content.error.isEmpty() && (content.exists || !mayCreate))
+    if (file.errorString().isEmpty() && !content.error.isEmpty() && (content.exists || !mayCreate))
         return fail(Failed, content.error);
     EnvFile text(content.bytes);
-    const bool isDone = change(text) ? file.replace(text.text()) : file.sync();
-    return isDone ? Done : fail(Failed, file.error());
+    const bool isDone = change(text) ? replaceCleanly(file, text.text()) : file.sync();
+    return isDone ? Done : fail(Failed, file.errorString());
 }
 
 ExitStatus set(const QString& path, const QString& name, const QString& value, bool isForced)
 {
     if (!EnvFile::canHold(name, "1"))
         return fail(Failed, "a line of the file cannot hold the name \"" + name + '"');
-    if (!isForced && !isSwitch(name))
+    if (!isForced && !Settings::isSwitch(name))
         return fail(Failed, name + " is no switch; --force sets it all the same");
     if (!EnvFile::canHold(name, value))
         return fail(Failed,
                     "a line of the file cannot hold the value \"" + value + "\" of " + name);
-    const QString reason = refusal(name, value);
+    const QString reason = Settings::refusal(name, value);
     if (!reason.isEmpty())
         return fail(Failed, reason);
     return edit(path, true, [&](EnvFile& file) {
@@ -248,7 +154,9 @@ ExitStatus unset(const QString& path, const QString& name)
         file.unset(name);
         return isThere;
     });
-    return status != Done || isThere || isSwitch(name) ? status : fail(Failed, unknown(path, name));
+    return status != Done || isThere || Settings::isSwitch(name)
+               ? status
+               : fail(Failed, unknown(path, name));
 }
 
 void addOptions(QCommandLineParser& parser)
@@ -301,6 +209,6 @@ ExitStatus runEnv(const QStringList& arguments)
     const FileContent content = readFile(path);
     if (!content.error.isEmpty())
         return fail(Failed, content.error);
-    const Values file = zeltools::keyvaluefile::parse(content.bytes);
-    return action == "list" ? printList(path, file, isJson) : printValue(path, file, name);
+    const Settings settings(zeltools::keyvaluefile::parse(content.bytes));
+    return action == "list" ? printList(path, settings, isJson) : printValue(path, settings, name);
 }

@@ -1,7 +1,7 @@
 #include "hexcommand.h"
 
 #include "binarydataformatter.h"
-#include "replacefile.h"
+#include "readfile.h"
 #include "wrongbytedataexception.h"
 
 #include <new>

@@ -4,6 +4,7 @@
 #include "envcommand.h"
 #include "eventscommand.h"
 #include "hexcommand.h"
+#include "refusedvariables.h"
 #include "versioncommand.h"
 
 #include <QCoreApplication>
@@ -33,6 +34,7 @@ QString help()
 
 int main(int argc, char* argv[])
 {
+    putRefusedVariablesBack();
     const QByteArray name(argc > 1 ? argv[1] : "");
     if (name == "--help" || name == "-h")
         return print(help());

@@ -14,7 +14,7 @@ namespace zeltools::envvar
 {
 Q_NAMESPACE_EXPORT(ZELTOOLS_EXPORT)
 
-enum Type { Boolean = 0, String = 1, Integer = 2 };
+enum Type : int { Boolean = 0, String = 1, Integer = 2 };
 
 /// "Boolean", "String" or "Integer"; "Boolean" for any other number.
 ZELTOOLS_EXPORT QString typeToString(Type type);

@@ -1,6 +1,7 @@
 #include "envvar/envvarstore.h"
 
 #include "keyvaluefile.h"
+#include "keyvaluefile_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "windowstools.h"
@@ -111,7 +112,7 @@ SaveResult EnvVarStore::save(const QString& path)
         if (const std::optional<QString> value = var->stringValueOpt(EnvVar::Env))
             map.insert(var->name(), *value);
     }
-    if (!keyvaluefile::save(path, map)) {
+    if (!keyvaluefile::saveSafely(path, map)) {
         //: Access error while writing to environment variables file
         return {false, tr("File access error")};
     }

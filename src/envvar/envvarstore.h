@@ -52,8 +52,13 @@ public:
     /// these switches would end over it: take it out before starting one.
     bool load(const QString& path);
     /// Writes every variable that has a value from the environment, sorted by name, after
-    /// m_preSaveFunction has agreed. Comments and unknown keys of an existing file are lost; so is
-    /// all of it when the disk is full, see keyvaluefile::save().
+    /// m_preSaveFunction has agreed. Comments and unknown keys of an existing file are lost.
+    ///
+    /// The file is the old or the new one at every moment, see FileReplacement; after a failure it
+    /// is the old one. Only where the folder does not take a second file (no permission, read-only)
+    /// it is written in place by keyvaluefile::save(), and a kill or a full disk may leave part of
+    /// it. Blocks until the file is on the storage. An edit by `zelctl env` is waited for, ten
+    /// seconds at most.
     SaveResult save(const QString& path);
 
     /// What save() calls first: it writes nothing and returns this result if that is no success.

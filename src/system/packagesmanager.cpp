@@ -149,8 +149,10 @@ std::optional<bool> PackagesManager::timeSyncState(std::chrono::milliseconds tim
         (process.state() == QProcess::NotRunning || process.waitForFinished(rest_ms()));
     if (hasEnded && process.error() != QProcess::FailedToStart)
         return output.contains("NTP service: active");
+    const QString reason =
+        output.size() > mostOutput_B ? QStringLiteral("it prints too much") : process.errorString();
     logLine(LogLevel::Error) << "bool zeltools::system::PackagesManager::ntpEnabled() const"
-                             << "Failed to run timedatectl:" << process.errorString();
+                             << "Failed to run timedatectl:" << reason;
     process.kill();
     process.waitForFinished();
     return std::nullopt;

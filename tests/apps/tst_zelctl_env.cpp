@@ -90,13 +90,15 @@ private Q_SLOTS:
     {
         support::writeFile(m_dir->filePath("env"),
                            "A=b=r\n\nLAB_TEST=yes\nQML_SCREENSAVER=1\nCANBUS_DUMP_TO_FILE\n");
-        const QString machine = "export ENCRYPTED_MACHINE=0 CANBUS_DUMP_TO_FILE=0; ";
+        const QString machine =
+            "export ENCRYPTED_MACHINE=0 CANBUS_DUMP_TO_FILE=no DISABLE_WATCHDOG=; ";
         QString list = run(machine + "zelctl env env list").replace(QRegularExpression(" +"), " ");
         // The rest of the defines depend on the build.
         QCOMPARE(list.remove(QRegularExpression("(?m)^(PLATFORM|OS|MODEL)_.*\n")),
                  "ENCRYPTED_CONFIG define 1\nENCRYPTED_MACHINE environment 0\n"
-                 "LAB_TEST file, invalid yes\nCANBUS_DUMP_TO_FILE file 1\nQML_SCREENSAVER file, "
-                 "not reached 1\n"
+                 "LAB_TEST file, invalid yes\nCANBUS_DUMP_TO_FILE file 1\nDISABLE_WATCHDOG "
+                 "environment, invalid \n"
+                 "QML_SCREENSAVER file, not reached 1\n"
                  "A file, unknown b=r\n"
                  "zelctl: env: \"yes\" is no value for LAB_TEST, which is 0 or 1\nstatus 1\n");
         QCOMPARE(run(machine +
@@ -115,7 +117,7 @@ private Q_SLOTS:
 
     void keepsModeOwnerAndLink()
     {
-        run("mkdir at; echo innocent >innocent; ln innocent at/.env.zelctl; ln -s at/env env;"
+        run("mkdir at; echo innocent >innocent; ln innocent at/.env.new; ln -s at/env env;"
             "echo LAB_TEST=0 >at/env; chown 12:34 at/env; chmod 4751 at/env");
         const QString owner = run("stat -c '%u %g' at/env");
         QCOMPARE(run("zelctl env env set LAB_TEST 1;"

@@ -7,6 +7,11 @@
 
 #include <thread>
 
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace zeltools::envvar;
 
 /// A variable that leaves the store when it goes.
@@ -102,6 +107,38 @@ private Q_SLOTS:
         QVERIFY(!on() && !off());
         QCOMPARE(qgetenv("LOADED_B") + qgetenv("NOTE"), QByteArray("yesb\u00e0r"));
         QVERIFY(!m_store.load("/missing") && !m_store.load("/"));
+    }
+
+    void savesAWholeFileOrNone()
+    {
+        Scoped<EnvVarString> text("TEXT");
+        text.set("0");
+        QVERIFY(m_store.save(m_path).success);
+        for (int i = 0; i < 300; ++i) {
+            const pid_t saver = fork();
+            while (saver == 0) {
+                text.set(QString(1 + (text().size() + 1) % 9000, 'x'));
+                m_store.save(m_path);
+            }
+            usleep(20U * unsigned(i));
+            QVERIFY(kill(saver, SIGKILL) == 0 && waitpid(saver, nullptr, 0) == saver);
+            const QByteArray file = support::readFile(m_path);
+            QVERIFY2(file.startsWith("TEXT=") && file.endsWith('\n'), file);
+        }
+        QVERIFY(m_store.save(m_path).success);
+        QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
+
+    void savesInPlaceWhereTheFolderTakesNoSecondFile()
+    {
+        QVERIFY(chmod(qPrintable(m_folder.path()), 0777) == 0);
+        support::writeFile(m_path, "old");
+        QVERIFY(chmod(qPrintable(m_path), 0666) == 0 && QFile::link(m_path, m_path + "link"));
+        QVERIFY(chmod(qPrintable(m_folder.path()), 0555) == 0);
+        QVERIFY(seteuid(getuid() == 0 ? 65534 : getuid()) == 0);
+        const bool isSaved = m_store.save(m_path + "link").success;
+        QVERIFY(seteuid(getuid()) == 0 && chmod(qPrintable(m_folder.path()), 0700) == 0);
+        QVERIFY(isSaved && support::readFile(m_path).isEmpty());
     }
 
     void savesAndPrints()

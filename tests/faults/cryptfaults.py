@@ -105,11 +105,11 @@ def crypt_refused(root):
                 refused("No space left", "encrypt", plain, target)
                 refused("No space left", "encrypt", plain, target, "--whole-file")
                 refused("No space left", "decrypt", good, target)
-        names |= {".new.zelctl", "key"}
-        os.link(plain, folder / ".new.zelctl")  # as a killed run leaves it
+        names |= {".new.new", "key"}
+        os.link(plain, folder / ".new.new")  # as a killed run leaves it
         (folder / "key").write_text(os.environ["ZEL_KEY"])
         for words in ((plain, folder / ".." / "disk" / "plain"),
-                      (folder / ".new.zelctl", folder / "new"),
+                      (folder / ".new.new", folder / "new"),
                       (plain, folder / "key", "--key-file", folder / "key")):
             refused("would lose", "encrypt", *words)
         require(run("decrypt", good, "-", "--key-file", folder / "key").returncode == 0, "no key")
@@ -147,7 +147,7 @@ def crypt_killed(root):
         process.kill()
         killed += process.wait() != 0
         require(out.read_bytes() in (b"old", new), "neither the old nor the new output")
-        require(set(os.listdir(root)) <= {"plain", "out", ".out.zelctl"}, "something left behind")
+        require(set(os.listdir(root)) <= {"plain", "out", ".out.new"}, "something left behind")
     require(killed > 2, "it was too fast for this experiment")
     require(run("encrypt", plain, out, "--fixed-lead").returncode == 0, "it has not recovered")
     require(set(os.listdir(root)) == {"plain", "out"} and out.read_bytes() == new, "a leftover")
@@ -185,7 +185,7 @@ def crypt_ended(root):
     os.truncate(plain, 512 * CHUNK)
     for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
         with subprocess.Popen(command("encrypt", plain, out)) as process:
-            while not (root / ".out.zelctl").exists():
+            while not (root / ".out.new").exists():
                 require(process.poll() is None, "it was too fast for this experiment")
             process.send_signal(number)
         require(process.returncode == -number and os.listdir(root) == ["plain"], number)

@@ -41,18 +41,18 @@ def need_strace():
     os.environ["ASAN_OPTIONS"] = "detect_leaks=0"  # which strace makes impossible
 
 
-# What the board's application saves is forced to storage before it says so; a desktop is spared
-# that, and neither has its clock set.
+# What an application saves is on the storage before it says so, the file before its name; nobody's
+# clock is set.
 def save_synced(root):
     need_strace()
     log, environment = root / "calls", root / "environment"
     environment.write_text("SHOW_STATISTICS=1\n")
     strace = ["strace", "-f", "-qq", "-y", "-o", log]
-    calls = "trace=fsync,fdatasync,sync,clock_settime,settimeofday"
+    calls = "trace=fsync,fdatasync,sync,renameat,clock_settime,settimeofday"
     subprocess.run([*strace, "-e", calls, PROGRAM, "--environment", environment], check=True,
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    found = re.findall(r"(?m)^\d+ +(\w+)\((?:\d+<.*/(\w+)>)?", log.read_text())
-    require(found == [("fsync", "environment")] * ("--board" in OPTIONS), found)
+    found = re.findall(r"(?m)^\d+ +(\w+)\((?:\d+<.*?/launcher(\S*)>)?", log.read_text())
+    require(found == [("fsync", "/.environment.new"), ("renameat", ""), ("fsync", "")], found)
 
 
 # SIGKILL at each system call of an edit that touches files: of a new file, of one that is there,
@@ -70,7 +70,7 @@ def edit_killed(root):
             (folder / name).write_bytes(data)
 
     old = {"env": content("old")}
-    for files in ({}, old, {**old, ".env.zelctl": b"half a f"}):
+    for files in ({}, old, {**old, ".env.new": b"half a f"}):
         new = content("new") if files else f"{NAME}=new\n".encode()
         prepare(files)
         subprocess.run([*strace, *command(file, "new")], check=True)
@@ -116,7 +116,7 @@ def until_it_fails(step):
 # journal holds.
 def cut(folder, is_aimed):
     end = time.monotonic() + random.uniform(0, 0.1)
-    while time.monotonic() < end and not (is_aimed and (folder / ".env.zelctl").exists()):
+    while time.monotonic() < end and not (is_aimed and (folder / ".env.new").exists()):
         time.sleep(random.uniform(0, 0.0005))
     shutdown, without_flush = 0x8004587d, (2).to_bytes(4, sys.byteorder)
     descriptor = os.open(folder, os.O_RDONLY)

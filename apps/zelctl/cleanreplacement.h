@@ -1,0 +1,10 @@
+#pragma once
+
+#include "filereplacement.h"
+
+/// FileReplacement::replace() for a program that a signal may end: SIGHUP, SIGINT and SIGTERM leave
+/// no hidden file behind. Outside the writer, and while a content is written that is already there,
+/// they wait until the replacement is done.
+bool replaceCleanly(zeltools::FileReplacement& file, const QByteArray& content);
+bool replaceCleanly(zeltools::FileReplacement& file,
+                    const zeltools::FileReplacement::Writer& writer);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+/// The value that a machine gets for a name, and where it comes from.
+struct Setting
+{
+    QString name;
+    QString value;
+    const char* source; ///< "file", "environment" or "define"
+    const char* fault;  ///< "unknown", "invalid", "not reached" or empty
+    QString reason;     ///< why the machine does not get the value; empty when it does
+};
+
+/// The settings of a machine that starts with an environment file, with the process environment of
+/// zelctl and with its build. The file wins over the environment, and that over the build, as in
+/// EnvVarStore::load().
+class Settings
+{
+public:
+    /// Takes the pairs of the environment file.
+    explicit Settings(const QMap<QString, QString>& file);
+
+    static bool isSwitch(const QString& name);
+    /// Why the machine would refuse the value; empty when it would take it.
+    static QString refusal(const QString& name, const QString& value);
+    /// Why a machine would not even start in this process environment; empty when it would.
+    static QString refusedAtStart();
+
+    std::optional<Setting> find(const QString& name) const;
+    /// In the order of the catalogue; other names of the file come last.
+    QVector<Setting> all() const;
+
+private:
+    Setting fromFile(const QString& name, const QString& value) const;
+
+    const QMap<QString, QString> m_file;
+    /// Where EnvVarStore::load() stops: the first switch, in the order of the names, that refuses
+    /// its value in the file. Empty when none does.
+    QString m_firstRefused;
+};
