@@ -246,7 +246,7 @@ QString SimpleCrypt::metadataFromFile(const QString& path)
         return QString();
     }
     const qint64 count = qMin(qMin(size, file.bytesAvailable()), cryptlimits::largestMetadata_B);
-    const QString metadata = getMetadata(start + file.read(count));
+    QString metadata = getMetadata(start + file.read(count));
     if (m_failure.code != CryptNoError)
         m_failure.path = path;
     return metadata;

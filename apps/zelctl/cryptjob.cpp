@@ -86,7 +86,7 @@ QString stream(Job& job, const QString& output)
         else
             job.crypt.decryptFileSmart(job.input, output, progress);
     }
-    const QString why = explain(job, job.crypt.lastFailure());
+    QString why = explain(job, job.crypt.lastFailure());
     if (!why.isEmpty())
         return why;
     return job.isEncryption ? checkOutput(job, output) : explainProtection(job);

@@ -43,7 +43,7 @@ bool takeKey(char* text, size_t size, SimpleCrypt& crypt)
 
 QString readKeyFile(const QString& path, SimpleCrypt& crypt)
 {
-    const QString obstacle = whyUnreadable(path);
+    QString obstacle = whyUnreadable(path);
     if (!obstacle.isEmpty())
         return obstacle;
     QFile file(path);

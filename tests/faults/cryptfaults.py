@@ -169,7 +169,7 @@ def crypt_together(root):
 
     def runs(i):
         nonlocal done
-        while time.monotonic() < end:
+        while time.monotonic() < end or done <= 6:  # however slow the computer is
             result = run("encrypt", root / f"in{i}", out, "--fixed-lead")
             done += result.returncode == 0
             require(not result.returncode or b"another process" in result.stderr, result.stderr)
@@ -180,7 +180,7 @@ def crypt_together(root):
             require(out.read_bytes() in outputs, "half an output")
         for writer in writers:
             writer.result()
-    require(done > 6 and len(os.listdir(root)) == 7, f"{done} outputs, {os.listdir(root)}")
+    require(len(os.listdir(root)) == 7, os.listdir(root))
 
 
 # A run that is told to end takes what it has not finished with it.
