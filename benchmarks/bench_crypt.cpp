@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -15,7 +16,7 @@
 namespace
 {
 
-const QByteArray s_key = QByteArray::fromHex("efcdab8967452301");
+constexpr std::array<char, 8> s_key{'\xef', '\xcd', '\xab', '\x89', '\x67', '\x45', '\x23', '\x01'};
 constexpr int s_bufferSize = 64 << 20; // beyond every cache
 constexpr qint64 s_fileSize = 512 << 20;
 
@@ -51,7 +52,7 @@ void byteByByte()
     char last = 0;
     for (int i = 0; i < s_bufferSize; ++i) {
         const char enciphered = bytes[i];
-        bytes[i] = static_cast<char>(bytes[i] ^ s_key[i % 8] ^ last);
+        bytes[i] = static_cast<char>(bytes[i] ^ s_key[static_cast<size_t>(i % 8)] ^ last);
         last = isEncryption ? bytes[i] : enciphered;
     }
     benchmark::ClobberMemory();

@@ -1,11 +1,10 @@
 #include "simplecrypt.h"
 
 #include "crypt/cipherstream_p.h"
+#include "crypt/cryptexception_p.h"
 #include "crypt/cryptheader_p.h"
 #include "crypt/cryptlimits_p.h"
 #include "crypt/integrity_p.h"
-#include "crypt/sha1_p.h"
-#include "logging/zelassert.h"
 #include "random.h"
 
 #include <QDebug>
@@ -13,23 +12,42 @@
 
 #include <limits>
 
+#include <string.h>
+
 namespace
 {
 
 constexpr int s_compressionLevel = 9;
+
+// qCompress() returns an empty array when it has no memory, and never else.
+QByteArray compress(const QByteArray& payload)
+{
+    QByteArray compressed = qCompress(payload, s_compressionLevel);
+    if (compressed.isEmpty())
+        throw std::bad_alloc();
+    return compressed;
+}
 
 // The length in front of compressed data, four bytes that an attacker may have chosen, is what
 // qUncompress() allocates at first. Deflate makes at most 1032 bytes of one.
 QByteArray uncompress(QByteArray payload)
 {
     constexpr qint64 mostOfOneByte = 1032;
+    if (payload == QByteArray(sizeof(quint32), '\0')) // nothing, compressed
+        return QByteArray();
     if (payload.size() > int(sizeof(quint32))) {
         const qint64 stated = qFromBigEndian<quint32>(payload.constData());
         const qint64 possible = payload.size() * mostOfOneByte;
         if (stated > possible && stated <= std::numeric_limits<int>::max())
             qToBigEndian(static_cast<quint32>(possible), payload.data());
+        // qUncompress() takes missing memory for damage; this throws where there is too little.
+        if (stated <= cryptlimits::largestInMemory_B)
+            const QByteArray room(static_cast<int>(qMin(stated, possible)), Qt::Uninitialized);
     }
-    return qUncompress(payload);
+    QByteArray result = qUncompress(payload);
+    if (result.isNull())
+        throw CryptException({SimpleCrypt::CryptIntegrityMismatch, {}, {}});
+    return result;
 }
 
 QString fromUtf8(const QByteArray& bytes)
@@ -50,27 +68,40 @@ void SimpleCrypt::setKey(quint64 key)
     splitKey();
 }
 
+SimpleCrypt::~SimpleCrypt()
+{
+    explicit_bzero(&m_key, sizeof m_key);
+    explicit_bzero(m_keyParts.data(), m_keyParts.size());
+}
+
 void SimpleCrypt::splitKey()
 {
-    m_keyParts.resize(sizeof m_key);
     qToLittleEndian(m_key, m_keyParts.data());
+    m_hasKey = true;
 }
 
 QByteArray SimpleCrypt::encryptToByteArray(const QByteArray& plaintext)
 {
-    const auto fail = [this](const char* message, Error error) {
+    return guarded(QByteArray(), [&] { return encrypt(plaintext); });
+}
+
+QByteArray SimpleCrypt::encrypt(const QByteArray& plaintext)
+{
+    const auto warn = [](const char* message) {
         qWarning() << "QByteArray SimpleCrypt::encryptToByteArray(const QByteArray&)" << message;
-        m_lastError = error;
-        return QByteArray();
     };
-    if (m_keyParts.isEmpty())
-        return fail("No key set.", CryptKeyMissing);
-    if (plaintext.size() > cryptlimits::largestInMemory_B)
-        return fail("Too many bytes", CryptFileAccess);
+    if (!m_hasKey) {
+        warn("No key set.");
+        return refuse(CryptKeyMissing);
+    }
+    if (plaintext.size() > cryptlimits::largestInMemory_B) {
+        warn("Too many bytes");
+        throw CryptException({CryptFileAccess, {}, cryptlimits::tooLarge()});
+    }
     int flags = settingFlags();
     QByteArray payload = plaintext;
     if (m_compressionMode != CompressionOff) {
-        const QByteArray compressed = qCompress(plaintext, s_compressionLevel);
+        const QByteArray compressed = compress(plaintext);
         if (m_compressionMode == CompressionForced || compressed.size() < plaintext.size()) {
             payload = compressed;
             flags |= FlagCompressed;
@@ -96,59 +127,72 @@ QByteArray SimpleCrypt::encryptToByteArray(const QByteArray& plaintext)
 
 QByteArray SimpleCrypt::encryptToByteArray(const QString& plaintext)
 {
-    return encryptToByteArray(plaintext.toUtf8());
+    return guarded(QByteArray(), [&] { return encrypt(plaintext.toUtf8()); });
 }
 
 QString SimpleCrypt::encryptToString(const QByteArray& plaintext)
 {
-    return QString::fromLatin1(encryptToByteArray(plaintext).toBase64());
+    return guarded(QString(), [&] { return QString::fromLatin1(encrypt(plaintext).toBase64()); });
 }
 
 QString SimpleCrypt::encryptToString(const QString& plaintext)
 {
-    return encryptToString(plaintext.toUtf8());
+    return guarded(QString(),
+                   [&] { return QString::fromLatin1(encrypt(plaintext.toUtf8()).toBase64()); });
 }
 
 QByteArray SimpleCrypt::decryptToByteArray(const QByteArray& cyphertext)
 {
-    const auto fail = [](const char* message) {
+    return guarded(QByteArray(), [&] { return decrypt(cyphertext); });
+}
+
+QByteArray SimpleCrypt::decrypt(const QByteArray& cyphertext)
+{
+    const auto warn = [](const char* message) {
         qWarning() << "QByteArray SimpleCrypt::decryptToByteArray(const QByteArray&)" << message;
-        return QByteArray();
     };
-    if (m_keyParts.isEmpty()) {
-        m_lastError = CryptKeyMissing;
-        return fail("No key set.");
+    m_checkedProtection = ProtectionOff;
+    if (!m_hasKey) {
+        warn("No key set.");
+        return refuse(CryptKeyMissing);
     }
-    if (cyphertext.size() <= cryptheader::shortSize)
-        return fail("Too few bytes");
+    if (cyphertext.size() <= cryptheader::shortSize) {
+        warn("Too few bytes");
+        m_failure.code = CryptIntegrityMismatch;
+        return QByteArray();
+    }
     if (!checkVersion(cyphertext)) {
-        m_lastError = CryptBadVersion;
-        return fail("Invalid version or not a cyphertext.");
+        warn("Invalid version or not a cyphertext.");
+        return refuse(CryptBadVersion);
     }
     const int flags = cryptheader::flags(cyphertext);
     const std::optional<qint64> headerSize = this->headerSize(cyphertext);
     if ((flags & FlagPlain) != 0)
         m_plainPayload = true;
-    if (!headerSize)
-        m_lastError = CryptIntegrityMismatch;
-    if (!headerSize || *headerSize > cyphertext.size())
-        return fail("Not enough bytes to remove.");
+    if (!headerSize || *headerSize > cyphertext.size()) {
+        warn("Not enough bytes to remove.");
+        m_failure.code = CryptIntegrityMismatch;
+        return headerSize ? QByteArray() : refuse(CryptIntegrityMismatch);
+    }
     return takePayload(cyphertext.mid(static_cast<int>(*headerSize)), flags);
 }
 
 QByteArray SimpleCrypt::decryptToByteArray(const QString& cyphertext)
 {
-    return decryptToByteArray(QByteArray::fromBase64(cyphertext.toLatin1()));
+    return guarded(QByteArray(),
+                   [&] { return decrypt(QByteArray::fromBase64(cyphertext.toLatin1())); });
 }
 
 QString SimpleCrypt::decryptToString(const QByteArray& cyphertext)
 {
-    return fromUtf8(decryptToByteArray(cyphertext));
+    return guarded(QString(), [&] { return fromUtf8(decrypt(cyphertext)); });
 }
 
 QString SimpleCrypt::decryptToString(const QString& cyphertext)
 {
-    return fromUtf8(decryptToByteArray(cyphertext));
+    return guarded(QString(), [&] {
+        return fromUtf8(decrypt(QByteArray::fromBase64(cyphertext.toLatin1())));
+    });
 }
 
 // What is left of the body when it has been deciphered, checked and uncompressed.
@@ -159,118 +203,24 @@ QByteArray SimpleCrypt::takePayload(QByteArray body, int flags)
     const int payloadStart = 1 + integrity::size(flags);
     const QByteArray field = body.mid(1, payloadStart - 1);
     body.remove(0, payloadStart);
-    if (integrity::of(flags, body.constData(), body.size()) != field) {
-        m_lastError = CryptIntegrityMismatch;
-        return QByteArray();
-    }
+    if (integrity::of(flags, body.constData(), body.size()) != field)
+        return refuse(CryptIntegrityMismatch);
+    if ((flags & FlagCompressed) != 0)
+        body = uncompress(std::move(body));
     m_lastError = CryptNoError;
-    return (flags & FlagCompressed) != 0 ? uncompress(body) : body;
+    m_checkedProtection = integrity::protection(flags);
+    return body;
 }
 
-bool SimpleCrypt::checkVersion(const QByteArray& data) const
+// The result of an operation that the input or the settings do not allow.
+QByteArray SimpleCrypt::refuse(Error code)
 {
-    if (data.isEmpty())
-        printAssertMsg("data.size()>0", "Data size to get version is empty", __FILE__, __LINE__);
-    const int version = cryptheader::version(data);
-    return version == 3 || version == 4;
-}
-
-qint64 SimpleCrypt::getMetadataSize(const QByteArray& data)
-{
-    if (cryptheader::version(data) != 4) {
-        m_lastError = CryptBadVersion;
-        qWarning() << "qint64 SimpleCrypt::getMetadataSize(const QByteArray&)"
-                   << "Invalid version or not a cyphertext.";
-        return 0;
-    }
-    if ((cryptheader::flags(data) & FlagMetadata) == 0)
-        return 0;
-    if (data.size() < cryptheader::metadataHashOffset) {
-        qWarning() << "Not enough bytes to get metadata size";
-        return 0;
-    }
-    const std::optional<qint32> size = cryptheader::metadataSize(data);
-    if (!size)
-        qWarning() << "Metadata size is corrupted";
-    return size.value_or(0);
-}
-
-QByteArray SimpleCrypt::getMetadataHeader(const QString& metadataStr) const
-{
-    if (metadataStr.isEmpty())
-        printAssertMsg("metadataStr.size()>0", "Empty string provided", __FILE__, __LINE__);
-    return cryptheader::metadataHeader(metadataStr.toLocal8Bit());
-}
-
-QString SimpleCrypt::getMetadata(const QByteArray& data)
-{
-    const auto fail = [](const char* message) {
-        qWarning() << "QString SimpleCrypt::getMetadata(const QByteArray&)" << message;
-        return QString();
-    };
-    const qint64 size = getMetadataSize(data);
-    if (data.size() < cryptheader::metadataOffset)
-        return fail("not enough bytes to get hash of metadata");
-    const QByteArray hash = data.mid(cryptheader::metadataHashOffset, SHA1_SIZE);
-    const QByteArray metadata =
-        data.mid(cryptheader::metadataOffset, static_cast<int>(qMax(size, qint64(0))));
-    if (Sha1::of(metadata) != hash)
-        return fail("metadata hash check is not valid");
-    return QString::fromLatin1(metadata.constData(), metadata.size());
-}
-
-QByteArray SimpleCrypt::convertInt32ToQByteArray(int value)
-{
-    QByteArray bytes(sizeof(qint32), '\0');
-    qToLittleEndian<qint32>(value, bytes.data());
-    return bytes;
-}
-
-int SimpleCrypt::convertQByteArrayToInt32(const QByteArray& bytes)
-{
-    const QByteArray four = bytes.leftJustified(sizeof(qint32), '\0');
-    return qFromLittleEndian<qint32>(four.constData());
-}
-
-QByteArray SimpleCrypt::getHeaderForCompleteBackup() const
-{
-    if (m_protectionMode == ProtectionChecksum)
-        printAssertMsg("", "ProtectionChecksum is not allowed in this mode", __FILE__, __LINE__);
-    const bool hasHash = m_protectionMode == ProtectionSha1;
-    const int flags = settingFlags() | (hasHash ? FlagSha1 : 0);
-    const QByteArray header = cryptheader::start(flags) + metadataBlock() + '0';
-    return hasHash ? header + Sha1::of("not valid hash") : header;
+    m_failure.code = code;
+    m_lastError = code;
+    return QByteArray();
 }
 
 char SimpleCrypt::leadByte() const
 {
     return m_randomCharEnabled ? utils::randomTypeDistributed<char, 0, 127>() : '\xff';
-}
-
-// The flags that stand whatever becomes of the payload.
-int SimpleCrypt::settingFlags() const
-{
-    return (m_metadata.isEmpty() ? 0 : FlagMetadata) | (m_plainPayload ? FlagPlain : 0);
-}
-
-QByteArray SimpleCrypt::header(int flags) const
-{
-    const QByteArray start = cryptheader::start(flags);
-    return m_metadata.isEmpty() ? start : start + metadataBlock();
-}
-
-QByteArray SimpleCrypt::metadataBlock() const
-{
-    return getMetadataHeader(m_metadata) + m_metadata.toLocal8Bit();
-}
-
-// The number of bytes in front of the body; nothing when it would be negative or the metadata
-// would end before they begin. The end of the data is not looked at.
-std::optional<qint64> SimpleCrypt::headerSize(const QByteArray& start)
-{
-    if ((cryptheader::flags(start) & FlagMetadata) == 0)
-        return cryptheader::shortSize;
-    const qint64 metadataSize = getMetadataSize(start);
-    return metadataSize < 0 ? std::nullopt
-                            : std::optional(cryptheader::metadataOffset + metadataSize);
 }

@@ -5,10 +5,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <array>
 #include <functional>
 #include <optional>
 
-class QFile;
+class CryptFiles;
 
 /// Length in bytes of the SHA-1 in a cyphertext.
 constexpr int SHA1_SIZE = 20;
@@ -20,9 +21,10 @@ constexpr int SHA1_SIZE = 20;
 /// The cipher keeps curious eyes out and nothing more: its key has 64 bits, and eight bytes of a
 /// known plaintext give it away.
 ///
-/// No operation throws. Failures are an empty result or false, mostly with a Qt warning and
-/// lastError(). One object must not be used from two threads at once; different objects are
-/// independent.
+/// No operation throws, also when memory runs out. Failures are an empty result or false, mostly
+/// with a Qt warning and lastError(); lastFailure() tells of each of them, with the file and the
+/// system's error. An object wipes its key from memory when it goes. One object must not be used
+/// from two threads at once; different objects are independent.
 class ZELTOOLS_EXPORT SimpleCrypt
 {
 public:
@@ -42,10 +44,12 @@ public:
         CryptNoError = 0,
         CryptKeyMissing = 1,
         CryptBadVersion = 2,
-        CryptIntegrityMismatch = 3,      ///< the integrity field is missing, short or wrong
+        CryptIntegrityMismatch = 3,      ///< the integrity field is missing, short or wrong, or the
+                                         ///< payload cannot be uncompressed
         CryptCompressionUnsupported = 4, ///< CompressionForced in encryptFileSmart()
         CryptChecksumUnsupported = 5,    ///< ProtectionChecksum in encryptFileSmart()
-        CryptFileAccess = 6 ///< a file could not be opened, read or written, or is too large
+        CryptFileAccess = 6 ///< a file could not be opened, read or written, or is too large, or
+                            ///< memory has run out
     };
 
     /// The bits of the flags byte.
@@ -57,13 +61,25 @@ public:
         FlagPlain = 0x10 ///< not enciphered
     };
 
+    /// What made an operation fail.
+    struct Failure
+    {
+        Error code = CryptNoError;
+        QString path;        ///< the file concerned; empty where none is
+        QString systemError; ///< "No space left on device"; empty when no system call failed
+    };
+
     /// Told after each chunk: how many bytes of `total_B` have been read. Encryption reads a file
-    /// twice when it computes a SHA-1, and counts both. Must not touch the SimpleCrypt.
+    /// twice when it computes a SHA-1, and counts both. Must not touch the SimpleCrypt; an
+    /// std::exception that it throws ends the operation as a failure.
     using Progress = std::function<void(qint64 done_B, qint64 total_B)>;
 
     /// Has no key yet, which 0 would be.
     SimpleCrypt() = default;
     explicit SimpleCrypt(quint64 key);
+    SimpleCrypt(const SimpleCrypt&) = default;
+    SimpleCrypt& operator=(const SimpleCrypt&) = default;
+    ~SimpleCrypt();
 
     void setKey(quint64 key);
     /// Takes the key apart into its eight bytes, the lowest first; setKey() does it.
@@ -85,9 +101,17 @@ public:
 
     /// The outcome of the last operation that sets it; some failures leave it as it was.
     Error lastError() const { return m_lastError; }
+    /// Why the last encryption, decryption or query of a header failed; the code is CryptNoError
+    /// when it did not. It never keeps what an earlier operation left, and has a code also for the
+    /// failures that lastError() leaves out.
+    const Failure& lastFailure() const { return m_failure; }
+    /// What the last decryption has checked its payload by. ProtectionOff is also what it says when
+    /// the decryption failed. The flags of a file are not protected themselves: whoever knows that
+    /// a file was written with a SHA-1 must ask here whether one was looked at.
+    ProtectionMode checkedProtection() const { return m_checkedProtection; }
 
-    /// Empty without a key, and with CryptFileAccess for more than 1900 MiB. Texts are taken as
-    /// UTF-8; the string form is base64.
+    /// Empty without a key, and with CryptFileAccess for more than 1900 MiB or where there is too
+    /// little memory. Texts are taken as UTF-8; the string form is base64.
     QByteArray encryptToByteArray(const QByteArray& plaintext);
     QByteArray encryptToByteArray(const QString& plaintext);
     QString encryptToString(const QByteArray& plaintext);
@@ -95,8 +119,7 @@ public:
 
     /// Empty on failure, and for the cyphertext of an empty array; lastError() tells them apart,
     /// except where the input is too short for a cyphertext or for its header: that leaves it as it
-    /// was. Compressed data that is damaged and unprotected gives an empty array with
-    /// CryptNoError. A QString is taken as base64.
+    /// was. A QString is taken as base64.
     QByteArray decryptToByteArray(const QByteArray& cyphertext);
     QByteArray decryptToByteArray(const QString& cyphertext);
     QString decryptToString(const QByteArray& cyphertext);
@@ -119,11 +142,15 @@ public:
     static QByteArray convertInt32ToQByteArray(int value);
     static int convertQByteArrayToInt32(const QByteArray& bytes);
 
-    /// Whole files, in memory: together up to four times the size of the file. False when one of
-    /// them cannot be opened, or both are the same, without a change of lastError(). True says only
-    /// that they could be opened: look at lastError(), which is CryptFileAccess also when reading
-    /// or writing failed or the input is larger than 1900 MiB. An output that was there is emptied
-    /// first, and left behind after a failure.
+    /// Whole files, in memory: together up to four times the size of the file.
+    ///
+    /// False when one of them cannot be opened, or both are the same, without a change of
+    /// lastError(); and with lastError() when reading or writing fails, the input is larger than
+    /// 1900 MiB, memory runs out or the payload cannot be uncompressed. An output that was there is
+    /// kept then, unless it is the writing that failed.
+    ///
+    /// True when the output holds all that came back. That is nothing where there is no key, and
+    /// where the input is no cyphertext, is damaged or has another key: look at lastError().
     bool encryptFile(const QString& inputPath, const QString& outputPath);
     bool decryptFile(const QString& inputPath, const QString& outputPath);
 
@@ -132,27 +159,33 @@ public:
     /// LOSES THE LAST BYTES of a file that is larger than a chunk and whose size is above a
     /// multiple of 1,048,576 bytes by 1 to 21 bytes (with ProtectionSha1; by 1 byte without): the
     /// condition that ends the writing counts the bytes in front of the payload too, and other
-    /// programs rely on the layout that comes of it. The file then fails its integrity check. Use
-    /// encryptFile() with CompressionOff for these sizes. An empty input, and one without a size
-    /// such as a pipe, becomes a header alone, which nothing decrypts.
+    /// programs rely on the layout that comes of it. The file then fails its integrity check.
+    /// encryptFileInChunks() loses nothing. An empty input, and one without a size such as a pipe,
+    /// becomes a header alone, which nothing decrypts.
     ///
-    /// CompressionForced and ProtectionChecksum are refused, CompressionWhenSmaller does not
-    /// compress. The key is not checked: without one it is 0. True leaves lastError() as it was;
-    /// after a failure part of the output may be there.
+    /// CompressionForced and ProtectionChecksum are refused with an empty output,
+    /// CompressionWhenSmaller does not compress. The key is not checked: without one it is 0. True
+    /// leaves lastError() as it was. After a failure to read the first pass the output is what it
+    /// was, after a later one part of the new one may be there.
     bool encryptFileSmart(const QString& inputPath, const QString& outputPath,
                           const Progress& progress = Progress());
+    /// encryptFileSmart() with all of the payload, whatever its size: the bytes that encryptFile()
+    /// writes with CompressionOff. The input must be a file that can be read twice.
+    bool encryptFileInChunks(const QString& inputPath, const QString& outputPath,
+                             const Progress& progress = Progress());
     /// In constant memory as well, unless the file is compressed or has a checksum: then it is
     /// decryptFile(), and returns true as that does. Refuses files shorter than 30 bytes, which
     /// decryptFile() can read. The output is written before the SHA-1 is known to be wrong, and is
-    /// left behind.
+    /// left behind; a file that is refused for its header leaves an empty one.
     bool decryptFileSmart(const QString& inputPath, const QString& outputPath,
                           const Progress& progress = Progress());
 
     /// The number of bytes in front of the payload, that of a checksum not counted; -1 when the
-    /// file cannot be opened, is shorter than 2 bytes or states metadata that it does not hold.
-    /// Whether the file is a cyphertext is not looked at.
+    /// file cannot be opened, is shorter than 2 bytes or states metadata that are longer than the
+    /// whole file. Whether the file is a cyphertext, or is cut within the header, is not looked at.
     int getHeaderLength(const QString& path);
-    /// Empty when there are none, they are damaged or the file cannot be opened.
+    /// Empty when there are none, they are damaged or the file cannot be opened. Only metadata that
+    /// are not damaged are read into memory.
     QString getMetadataFromFile(const QString& path);
     /// Where the SHA-1 of a file with ASCII metadata stands. For a file without metadata it is 31
     /// all the same.
@@ -165,23 +198,43 @@ public:
     QByteArray getHeaderForCompleteBackup() const;
 
 private:
+    enum class Tail { Lost, Kept };
+
+    template <typename Result, typename Operation>
+    Result guarded(Result failed, const Operation& operation);
+
+    QByteArray refuse(Error code);
     char leadByte() const;
     int settingFlags() const;
     QByteArray header(int flags) const;
     QByteArray metadataBlock() const;
+    static QByteArray metadataHeader(const QString& metadata);
+    qint64 statedMetadataSize(const QByteArray& data);
     std::optional<qint64> headerSize(const QByteArray& start);
+    int headerLength(const QString& path);
+    QString metadataFromFile(const QString& path);
+
+    QByteArray encrypt(const QByteArray& plaintext);
+    QByteArray decrypt(const QByteArray& cyphertext);
     QByteArray takePayload(QByteArray body, int flags);
 
     bool processFile(const QString& inputPath, const QString& outputPath,
                      QByteArray (SimpleCrypt::*operation)(const QByteArray&));
-    Error encryptStream(QFile& input, QFile& output, const Progress& progress);
-    Error decryptStream(QFile& input, QFile& output, int flags, const Progress& progress);
+    bool encryptInChunks(const QString& inputPath, const QString& outputPath, Tail tail,
+                         const Progress& progress);
+    void encryptStream(CryptFiles& files, Tail tail, const Progress& progress);
+    bool isStart(const QByteArray& start, CryptFiles& files);
+    bool skipHeader(const QByteArray& start, CryptFiles& files);
+    bool decryptStream(CryptFiles& files, int flags, const Progress& progress);
 
     quint64 m_key = 0;
-    QByteArray m_keyParts; // empty or eight bytes
+    std::array<char, 8> m_keyParts{};
+    bool m_hasKey = false;
     CompressionMode m_compressionMode = CompressionWhenSmaller;
     ProtectionMode m_protectionMode = ProtectionSha1;
     Error m_lastError = CryptNoError;
+    Failure m_failure;
+    ProtectionMode m_checkedProtection = ProtectionOff;
     bool m_randomCharEnabled = true;
     QString m_metadata;
     bool m_plainPayload = false;

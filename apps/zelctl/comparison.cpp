@@ -1,15 +1,26 @@
 #include "comparison.h"
 
 #include <cerrno>
+#include <cstring>
 #include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace
+{
+
+constexpr size_t s_bufferSize = 65536;
+
+} // namespace
+
 Comparison::Comparison(const QString& expectedPath)
     : m_expected(expectedPath)
+    , m_found(s_bufferSize)
+    , m_wanted(s_bufferSize)
 {
-    if (m_expected.open(QIODevice::ReadOnly) && pipe2(m_ends, O_CLOEXEC) == 0)
+    if (m_expected.open(QIODevice::ReadOnly | QIODevice::Unbuffered) &&
+        pipe2(m_ends, O_CLOEXEC) == 0)
         m_thread = std::thread([this] { compare(); });
 }
 
@@ -37,13 +48,13 @@ bool Comparison::isSame()
 // Reads to the end in any case: the writer would wait for it.
 void Comparison::compare()
 {
-    QByteArray buffer(65536, '\0');
     while (true) {
-        const ssize_t count = read(m_ends[0], buffer.data(), static_cast<size_t>(buffer.size()));
+        const ssize_t count = read(m_ends[0], m_found.data(), m_found.size());
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
             return;
-        m_isSame = m_isSame && m_expected.read(count) == buffer.left(static_cast<int>(count));
+        m_isSame = m_isSame && m_expected.read(m_wanted.data(), count) == count &&
+                   std::memcmp(m_found.data(), m_wanted.data(), static_cast<size_t>(count)) == 0;
     }
 }

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <thread>
+#include <vector>
 
 /// Holds what is written to a path against a file, byte by byte, in a thread of its own.
 class Comparison
@@ -22,6 +23,9 @@ private:
     void compare();
 
     QFile m_expected;
+    // Allocated before the thread, which must not throw.
+    std::vector<char> m_found;
+    std::vector<char> m_wanted;
     int m_ends[2]{-1, -1};
     bool m_isSame = true;
     std::thread m_thread;

@@ -3,54 +3,76 @@
 #include "cleanreplacement.h"
 #include "comparison.h"
 #include "crypt/cryptlimits_p.h"
-#include "librarywarning.h"
 #include "progressbar.h"
 #include "readfile.h"
 
 #include <QFileInfo>
 
-#include <cerrno>
-#include <cstring>
+#include <new>
+#include <system_error>
 
 using zeltools::FileReplacement;
 
 namespace
 {
 
-/// What the library or the system says; empty when all went well.
-QString failure(const Job& job)
-{
-    QString why = LibraryWarning::text();
-    switch (job.crypt.lastError()) {
-    case SimpleCrypt::CryptNoError:
-        return why;
-    case SimpleCrypt::CryptBadVersion:
-        return "it is not a cyphertext";
-    case SimpleCrypt::CryptIntegrityMismatch:
-        return "it is damaged, or the key is another one";
-    default: // only that a file could not be read or written
-        return errno != 0 ? QString::fromLocal8Bit(std::strerror(errno))
-                          : "it is too large, or has become shorter meanwhile";
-    }
-}
-
-QString explain(const Job& job, const QString& why)
+QString cannot(const Job& job, const QString& why)
 {
     return QStringLiteral("cannot %1 %2: %3")
         .arg(job.isEncryption ? "encrypt" : "decrypt", job.input, why);
 }
 
+/// What has hindered the library; empty when nothing has.
+QString explain(const Job& job, const SimpleCrypt::Failure& failure)
+{
+    switch (failure.code) {
+    case SimpleCrypt::CryptNoError:
+        return QString();
+    case SimpleCrypt::CryptBadVersion:
+        return cannot(job, "it is not a cyphertext");
+    case SimpleCrypt::CryptIntegrityMismatch:
+        return cannot(job, "it is damaged, or the key is another one");
+    default: // the settings have been checked
+        break;
+    }
+    if (failure.systemError.isEmpty())
+        return cannot(job, "it has become shorter meanwhile");
+    if (failure.path.isEmpty() || failure.path == job.input)
+        return cannot(job, failure.systemError);
+    return "cannot write " + job.output + ": " + failure.systemError;
+}
+
+/// The same for a decryption that has succeeded: whether that was with the check that is asked for.
+QString explainProtection(const Job& job)
+{
+    if (!job.required || job.crypt.checkedProtection() == *job.required)
+        return QString();
+    const bool isHash = *job.required == SimpleCrypt::ProtectionSha1;
+    return cannot(job, isHash ? "it has no SHA-1 to check" : "it has no checksum to check");
+}
+
 bool isStreamed(const Job& job)
 {
-    if (job.isWhole || job.input == "-" || job.output == "-")
-        return false;
-    const qint64 size = QFileInfo(job.input).size();
-    if (size < cryptlimits::shortestStreamed_B)
-        return false;
-    // The streamed form would lose the last bytes of a file that is little larger than some chunks.
-    const qint64 tail = size % cryptlimits::chunkSize_B;
-    return !job.isEncryption || size < cryptlimits::chunkSize_B || tail == 0 ||
-           tail > job.prefixSize;
+    return !job.isWhole && job.input != "-" && job.output != "-" &&
+           QFileInfo(job.input).size() >= cryptlimits::shortestStreamed_B;
+}
+
+/// Decrypts what an encryption has written. Returns what went wrong, or nothing.
+QString checkOutput(const Job& job, const QString& output)
+{
+    ProgressBar bar("checking");
+    Comparison comparison(job.input);
+    SimpleCrypt check = job.crypt;
+    check.setPlainPayload(false); // the header says it
+    const bool isRead =
+        check.decryptFileSmart(output, comparison.path(), [&bar](qint64 done_B, qint64 total_B) {
+            bar.show(done_B, total_B);
+        });
+    if (comparison.isSame() && isRead)
+        return QString();
+    const QString& error = check.lastFailure().systemError;
+    return error.isEmpty() ? cannot(job, "what was written does not decrypt to it")
+                           : "cannot check " + job.output + ": " + error;
 }
 
 /// Returns what went wrong, or nothing.
@@ -58,26 +80,16 @@ QString stream(Job& job, const QString& output)
 {
     {
         ProgressBar bar(job.isEncryption ? "encrypting" : "decrypting");
-        errno = 0;
         const auto progress = [&bar](qint64 done_B, qint64 total_B) { bar.show(done_B, total_B); };
-        const bool isDone = job.isEncryption
-                                ? job.crypt.encryptFileSmart(job.input, output, progress)
-                                : job.crypt.decryptFileSmart(job.input, output, progress);
-        const QString why = failure(job);
-        if (!isDone || !why.isEmpty())
-            return explain(job, why);
+        if (job.isEncryption)
+            job.crypt.encryptFileInChunks(job.input, output, progress);
+        else
+            job.crypt.decryptFileSmart(job.input, output, progress);
     }
-    if (!job.isEncryption)
-        return QString();
-    ProgressBar bar("checking");
-    Comparison comparison(job.input);
-    SimpleCrypt check(job.key);
-    const bool isRead =
-        check.decryptFileSmart(output, comparison.path(), [&bar](qint64 done_B, qint64 total_B) {
-            bar.show(done_B, total_B);
-        });
-    return comparison.isSame() && isRead ? QString()
-                                         : explain(job, "what was written does not decrypt to it");
+    QString why = explain(job, job.crypt.lastFailure());
+    if (!why.isEmpty())
+        return why;
+    return job.isEncryption ? checkOutput(job, output) : explainProtection(job);
 }
 
 /// Sets `why` on failure.
@@ -85,11 +97,20 @@ QByteArray transform(Job& job, const QByteArray& bytes, QString& why)
 {
     QByteArray result = job.isEncryption ? job.crypt.encryptToByteArray(bytes)
                                          : job.crypt.decryptToByteArray(bytes);
-    const QString reason = failure(job);
-    if (!reason.isEmpty())
-        why = explain(job, reason);
-    else if (job.isEncryption && SimpleCrypt(job.key).decryptToByteArray(result) != bytes)
-        why = explain(job, "what was written does not decrypt to it");
+    why = explain(job, job.crypt.lastFailure());
+    if (!why.isEmpty())
+        return result;
+    if (!job.isEncryption) {
+        why = explainProtection(job);
+        return result;
+    }
+    SimpleCrypt check = job.crypt;
+    check.setPlainPayload(false); // the header says it
+    const bool isSame = check.decryptToByteArray(result) == bytes;
+    if (!check.lastFailure().systemError.isEmpty())
+        why = cannot(job, check.lastFailure().systemError);
+    else if (!isSame)
+        why = cannot(job, "what was written does not decrypt to it");
     return result;
 }
 
@@ -101,7 +122,6 @@ ExitStatus processWhole(Job& job, FileReplacement* file)
                                     : readFile(job.input, cryptlimits::largestInMemory_B);
     if (!content.error.isEmpty())
         return fail(Failed, content.error);
-    errno = 0;
     QString why;
     const QByteArray result = transform(job, content.bytes, why);
     if (!why.isEmpty())
@@ -111,9 +131,7 @@ ExitStatus processWhole(Job& job, FileReplacement* file)
     return replaceCleanly(*file, result) ? Done : fail(Failed, file->errorString());
 }
 
-} // namespace
-
-ExitStatus process(Job& job)
+ExitStatus processFile(Job& job)
 {
     const QString obstacle = job.input == "-" ? QString() : whyUnreadable(job.input);
     if (!obstacle.isEmpty())
@@ -131,4 +149,22 @@ ExitStatus process(Job& job)
         return stream(job, QStringLiteral("/proc/self/fd/%1").arg(descriptor));
     };
     return replaceCleanly(file, write) ? Done : fail(Failed, file.errorString());
+}
+
+} // namespace
+
+ExitStatus process(Job& job)
+{
+    ExitStatus status = Failed;
+    try {
+        status = processFile(job);
+    } catch (const std::bad_alloc&) {
+        return fail(Failed, cannot(job, "Cannot allocate memory"));
+    } catch (const std::system_error& error) { // of a thread
+        return fail(Failed, cannot(job, error.what()));
+    }
+    if (status == Done && !job.isEncryption &&
+        job.crypt.checkedProtection() == SimpleCrypt::ProtectionOff)
+        fail(Done, job.input + " has no checksum and no SHA-1: nothing was checked");
+    return status;
 }

@@ -1,7 +1,6 @@
 #include "versioncommand.h"
 
 #include "libraryversion.h"
-#include "librarywarning.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -21,11 +20,21 @@ QString wrongPart(const QString& version)
     return QString();
 }
 
-/// Without "=" and "<" and ">" there is nothing but another size that tells them apart.
+VersionNumber firstParts(const VersionNumber& version, unsigned count)
+{
+    return VersionNumber(version.toString().section('.', 0, static_cast<int>(count) - 1));
+}
+
+/// As the machine compares: by the parts that both have, and by the size only where these are
+/// equal. Compared as a whole, two sizes would be a warning.
 QString comparison(const VersionNumber& a, const VersionNumber& b)
 {
-    const LibraryWarning silence;
-    return a == b ? "=" : a < b ? "<" : a > b ? ">" : "!=";
+    const unsigned count = qMin(a.size(), b.size());
+    const VersionNumber left = firstParts(a, count);
+    const VersionNumber right = firstParts(b, count);
+    if (left == right)
+        return a.size() == b.size() ? "=" : "!=";
+    return left < right ? "<" : ">";
 }
 
 ExitStatus printJson(const QJsonObject& object)

@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include <string.h>
+
 namespace
 {
 
@@ -30,10 +32,14 @@ void store(char* bytes, Block& block)
 
 } // namespace
 
-CipherStream::CipherStream(const QByteArray& keyParts)
+CipherStream::CipherStream(const std::array<char, 8>& keyParts)
+    : m_key(qFromLittleEndian<quint64>(keyParts.data()))
 {
-    if (keyParts.size() == int(sizeof m_key))
-        m_key = qFromLittleEndian<quint64>(keyParts.constData());
+}
+
+CipherStream::~CipherStream()
+{
+    explicit_bzero(&m_key, sizeof m_key);
 }
 
 void CipherStream::encipher(char* bytes, qint64 size)

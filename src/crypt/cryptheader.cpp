@@ -3,6 +3,8 @@
 #include "crypt/sha1_p.h"
 #include "simplecrypt.h"
 
+#include <QtEndian>
+
 namespace
 {
 
@@ -26,8 +28,22 @@ QByteArray start(int flags)
 
 QByteArray metadataHeader(const QByteArray& metadata)
 {
-    return SimpleCrypt::convertInt32ToQByteArray(metadata.size()) +
-           SimpleCrypt::convertInt32ToQByteArray(~metadata.size()) + Sha1::of(metadata);
+    return int32Bytes(metadata.size()) + int32Bytes(~metadata.size()) + Sha1::of(metadata);
+}
+
+QByteArray int32Bytes(qint32 value)
+{
+    QByteArray bytes(sizeof value, '\0');
+    qToLittleEndian(value, bytes.data());
+    return bytes;
+}
+
+qint32 int32At(const QByteArray& data, int offset)
+{
+    quint32 value = 0;
+    for (int i = sizeof value - 1; i >= 0; --i)
+        value = value << 8 | static_cast<quint32>(byteAt(data, offset + i));
+    return static_cast<qint32>(value);
 }
 
 int version(const QByteArray& data)
@@ -42,9 +58,14 @@ int flags(const QByteArray& data)
 
 std::optional<qint32> metadataSize(const QByteArray& data)
 {
-    const qint32 size = SimpleCrypt::convertQByteArrayToInt32(data.mid(2, 4));
-    const qint32 complement = SimpleCrypt::convertQByteArrayToInt32(data.mid(6, 4));
+    const qint32 size = int32At(data, shortSize);
+    const qint32 complement = int32At(data, 6);
     return complement == ~size ? std::optional(size) : std::nullopt;
+}
+
+QByteArray metadataHash(const QByteArray& data)
+{
+    return data.mid(metadataHashOffset, SHA1_SIZE);
 }
 
 } // namespace cryptheader

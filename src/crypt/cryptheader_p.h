@@ -21,10 +21,16 @@ QByteArray start(int flags);
 /// The 28 bytes between the flags and the metadata.
 QByteArray metadataHeader(const QByteArray& metadata);
 
+/// Four bytes, the lowest first.
+QByteArray int32Bytes(qint32 value);
+
 /// What is beyond the end of the data counts as 0.
+qint32 int32At(const QByteArray& data, int offset);
 int version(const QByteArray& data);
 int flags(const QByteArray& data);
 /// Needs ten bytes. Nothing when length and complement do not belong together; may be negative.
 std::optional<qint32> metadataSize(const QByteArray& data);
+/// Needs thirty bytes.
+QByteArray metadataHash(const QByteArray& data);
 
 } // namespace cryptheader

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 
 namespace cryptlimits
@@ -11,6 +12,11 @@ constexpr int chunkSize_B = 0x100000;
 constexpr int shortestStreamed_B = 30;
 /// QByteArray holds 2 GiB, and qCompress() computes 1 % more than it is given in an int.
 constexpr qint64 largestInMemory_B = qint64(1900) * 1024 * 1024;
+/// How the system says that something is larger than that.
+inline QString tooLarge()
+{
+    return QStringLiteral("File too large");
+}
 /// Longer ones are forged.
 constexpr qint64 largestMetadata_B = qint64(1024) * 1024 * 1024;
 

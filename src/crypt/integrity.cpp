@@ -1,29 +1,45 @@
 #include "crypt/integrity_p.h"
 
 #include "crypt/sha1_p.h"
-#include "simplecrypt.h"
-
 #include <QtEndian>
 
 namespace integrity
 {
 
-int size(int flags)
+SimpleCrypt::ProtectionMode protection(int flags)
 {
     if ((flags & SimpleCrypt::FlagChecksum) != 0)
+        return SimpleCrypt::ProtectionChecksum;
+    return (flags & SimpleCrypt::FlagSha1) != 0 ? SimpleCrypt::ProtectionSha1
+                                                : SimpleCrypt::ProtectionOff;
+}
+
+int size(int flags)
+{
+    switch (protection(flags)) {
+    case SimpleCrypt::ProtectionChecksum:
         return sizeof(quint16);
-    return (flags & SimpleCrypt::FlagSha1) != 0 ? SHA1_SIZE : 0;
+    case SimpleCrypt::ProtectionSha1:
+        return SHA1_SIZE;
+    default:
+        return 0;
+    }
 }
 
 QByteArray of(int flags, const char* payload, qint64 size)
 {
-    if ((flags & SimpleCrypt::FlagChecksum) != 0) {
+    switch (protection(flags)) {
+    case SimpleCrypt::ProtectionChecksum: {
         // The one number of the format with its high byte first.
         QByteArray field(sizeof(quint16), '\0');
         qToBigEndian(qChecksum(payload, static_cast<uint>(size)), field.data());
         return field;
     }
-    return (flags & SimpleCrypt::FlagSha1) != 0 ? Sha1::of(payload, size) : QByteArray();
+    case SimpleCrypt::ProtectionSha1:
+        return Sha1::of(payload, size);
+    default:
+        return QByteArray();
+    }
 }
 
 } // namespace integrity

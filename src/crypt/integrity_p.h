@@ -1,5 +1,7 @@
 #pragma once
 
+#include "simplecrypt.h"
+
 #include <QByteArray>
 
 /// The field that tells a damaged payload: none, a checksum or a SHA-1, as the flags of
@@ -7,6 +9,7 @@
 namespace integrity
 {
 
+SimpleCrypt::ProtectionMode protection(int flags);
 int size(int flags);
 /// The field for a payload, compressed already where it will be.
 QByteArray of(int flags, const char* payload, qint64 size);

@@ -21,16 +21,16 @@ const EVP_MD* algorithm()
 
 struct Sha1::Engine
 {
-    EVP_MD_CTX* context = EVP_MD_CTX_new();
-    std::optional<QCryptographicHash> qtHash; // where libcrypto has none
+    std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context{EVP_MD_CTX_new(),
+                                                                    EVP_MD_CTX_free};
+    std::optional<QCryptographicHash> qtHash; // where libcrypto has none, or no memory
 
     Engine()
     {
-        if (algorithm() == nullptr || EVP_DigestInit_ex(context, algorithm(), nullptr) != 1)
+        if (!context || algorithm() == nullptr ||
+            EVP_DigestInit_ex(context.get(), algorithm(), nullptr) != 1)
             qtHash.emplace(QCryptographicHash::Sha1);
     }
-    ~Engine() { EVP_MD_CTX_free(context); }
-    Q_DISABLE_COPY(Engine)
 };
 
 Sha1::Sha1()
@@ -45,7 +45,7 @@ void Sha1::add(const char* bytes, qint64 size)
     if (m_engine->qtHash)
         m_engine->qtHash->addData(bytes, static_cast<int>(size));
     else
-        EVP_DigestUpdate(m_engine->context, bytes, static_cast<size_t>(size));
+        EVP_DigestUpdate(m_engine->context.get(), bytes, static_cast<size_t>(size));
 }
 
 QByteArray Sha1::result()
@@ -53,6 +53,7 @@ QByteArray Sha1::result()
     if (m_engine->qtHash)
         return m_engine->qtHash->result();
     QByteArray digest(EVP_MD_get_size(algorithm()), '\0');
-    EVP_DigestFinal_ex(m_engine->context, reinterpret_cast<unsigned char*>(digest.data()), nullptr);
+    EVP_DigestFinal_ex(m_engine->context.get(), reinterpret_cast<unsigned char*>(digest.data()),
+                       nullptr);
     return digest;
 }

@@ -6,7 +6,17 @@
 #include <QJsonObject>
 #include <QtTest>
 
-#include <unistd.h>
+#include <dlfcn.h>
+
+static bool s_isMemoryShort = false;
+
+// Stands in front of zlib's own, so that qCompress() finds no memory.
+extern "C" Q_DECL_EXPORT int compress2(uchar* to, ulong* size, const uchar* from, ulong count,
+                                       int level)
+{
+    static const auto own = reinterpret_cast<decltype(&compress2)>(dlsym(RTLD_NEXT, "compress2"));
+    return s_isMemoryShort ? -4 /* Z_MEM_ERROR */ : own(to, size, from, count, level);
+}
 
 namespace
 {
@@ -63,11 +73,12 @@ class TestSimpleCrypt : public QObject
         return QString("%1|%2|%3").arg(result).arg(crypt.lastError()).arg(lines.join("; "));
     }
 
-    QString decryptSmart(const QString& path, const SimpleCrypt& crypt = SimpleCrypt(7))
+    QString decryptSmart(const QString& path, const QString& output = QString(),
+                         const SimpleCrypt& crypt = SimpleCrypt(7))
     {
-        const QString output = file("text");
+        const QString target = output.isEmpty() ? file("text") : output;
         return report(
-            [&](SimpleCrypt& c) { return c.decryptFileSmart(path, output) ? "yes" : "no"; }, crypt);
+            [&](SimpleCrypt& c) { return c.decryptFileSmart(path, target) ? "yes" : "no"; }, crypt);
     }
 
     QTemporaryDir m_dir;
@@ -100,6 +111,7 @@ private Q_SLOTS:
             QVERIFY2(crypt.encryptToByteArray(text) == golden, name);
             QVERIFY2(crypt.decryptToByteArray(golden) == text, name);
             QCOMPARE(crypt.lastError(), SimpleCrypt::CryptNoError);
+            QCOMPARE(int(crypt.checkedProtection()), int(protection));
             QVERIFY2(crypt.decryptFile(path, file("text")) && content("text") == text, name);
             if (compression == 2 && protection != 1 && !text.isEmpty()) {
                 QVERIFY(crypt.encryptFileSmart(file("text"), file("streamed")));
@@ -174,7 +186,7 @@ private Q_SLOTS:
                  "|3|qint64 SimpleCrypt::getMetadataSize(const QByteArray&) "
                  "Invalid version or not a cyphertext.");
         QCOMPARE(decrypt(QByteArray("\4\x11\0\x7f\xff\xff\xf0", 7) + rest),
-                 "|0|qUncompress: Z_DATA_ERROR: Input data is corrupted");
+                 "|3|qUncompress: Z_DATA_ERROR: Input data is corrupted");
     }
 
     void refusesMetadata()
@@ -205,8 +217,18 @@ private Q_SLOTS:
         QCOMPARE(report([](SimpleCrypt& crypt) { return crypt.decryptToString(s_text); }, none),
                  line.arg("de"));
         QCOMPARE(
-            decryptSmart("missing", none),
+            decryptSmart("missing", "", none),
             "no|1|bool SimpleCrypt::decryptFileSmart(const QString&, const QString&) No key set.");
+    }
+
+    void wipesTheKey()
+    {
+        alignas(SimpleCrypt) static char memory[sizeof(SimpleCrypt)];
+        auto* crypt = new (memory) SimpleCrypt(0x0123456789abcdef);
+        const QByteArray bytes = QByteArray::fromRawData(memory, sizeof memory);
+        QVERIFY(bytes.contains(QByteArray::fromHex("efcdab8967452301")));
+        crypt->~SimpleCrypt();
+        QVERIFY(!bytes.contains(QByteArray::fromHex("efcdab8967452301")));
     }
 
     void staysPlainOnceItReadPlain()
@@ -262,7 +284,10 @@ private Q_SLOTS:
         const QByteArray streamed = content("streamed");
         QCOMPARE(streamed.size(), written);
         crypt.setCompression(SimpleCrypt::CompressionOff);
-        QVERIFY(crypt.encryptToByteArray(bytes).startsWith(streamed));
+        const QByteArray complete = crypt.encryptToByteArray(bytes);
+        QVERIFY(complete.startsWith(streamed));
+        QVERIFY(crypt.encryptFileInChunks(file("bytes"), file("text")));
+        QVERIFY(content("text") == complete);
 
         if (size == 0)
             return;
@@ -304,12 +329,24 @@ private Q_SLOTS:
         const auto whole = [this](const QString& in, const QString& out) {
             return report([&](SimpleCrypt& c) { return c.encryptFile(in, out) ? "yes" : "no"; });
         };
+        support::writeFile(file("out"), "kept");
         QCOMPARE(whole(file("missing"), file("out")), "no|2|");
-        QCOMPARE(whole(file("bytes"), "/dev/full"), "yes|6|");
-        QCOMPARE(whole("/proc/self/mem", file("out")), "yes|6|");
+        QCOMPARE(whole("/proc/self/mem", file("out")), "no|6|");
+        s_isMemoryShort = true;
+        QCOMPARE(whole(file("bytes"), file("out")),
+                 "no|6|qCompress: Z_MEM_ERROR: Not enough memory");
+        s_isMemoryShort = false;
+        support::writeFile(file("bad"), QByteArray("\4\x11\0\x7f\xff\xff\xf0", 7) + s_text);
+        QCOMPARE(decryptSmart(file("bad"), file("out")),
+                 "no|3|qUncompress: Z_DATA_ERROR: Input data is corrupted");
+        QCOMPARE(content("out"), "kept");
+        SimpleCrypt crypt(7);
+        QVERIFY(!crypt.encryptFile(file("bytes"), "/dev/full"));
+        QCOMPARE(crypt.lastError(), SimpleCrypt::CryptFileAccess);
+        QCOMPARE(crypt.lastFailure().path + ": " + crypt.lastFailure().systemError,
+                 "/dev/full: No space left on device");
 
         QCOMPARE(decryptSmart("/proc/self/mem"), "no|6|" + smart.arg("decrypt") + "Too few bytes");
-        SimpleCrypt crypt(7);
         support::writeFile(file("out"), crypt.encryptToByteArray(QByteArray()));
         QCOMPARE(decryptSmart(file("out")), "no|6|" + smart.arg("decrypt") + "Too few bytes");
         crypt.setMetadata("metadata"); // behind which nothing follows
@@ -347,6 +384,8 @@ private Q_SLOTS:
         QCOMPARE(metadataOf("header"), "caf\u00c3\u00a9|2|");
         QCOMPARE(crypt.getDataHashOffset(file("header")), 36);
         put(crypt.encryptToByteArray(s_text).left(34));
+        QCOMPARE(lengthOf("header"), "56|2|"); // cut within the metadata
+        put(QByteArray("\4\14", 2) + number(71) + number(~71) + QByteArray(60, 'x'));
         QCOMPARE(lengthOf("header"), length + "Metadata size is corrupted");
         put(QByteArray("\4\14", 2) + number(-7) + number(6) + QByteArray(60, 'x'));
         QCOMPARE(lengthOf("header"), length + "Metadata size is corrupted");

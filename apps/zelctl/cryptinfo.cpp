@@ -1,0 +1,112 @@
+#include "cryptinfo.h"
+
+#include "crypt/cryptheader_p.h"
+#include "readfile.h"
+#include "simplecrypt.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace
+{
+
+QStringList flagNames(int flags)
+{
+    const QPair<int, const char*> names[]{{SimpleCrypt::FlagCompressed, "compressed"},
+                                          {SimpleCrypt::FlagChecksum, "checksum"},
+                                          {SimpleCrypt::FlagSha1, "sha1"},
+                                          {SimpleCrypt::FlagMetadata, "metadata"},
+                                          {SimpleCrypt::FlagPlain, "plain"}};
+    QStringList set;
+    for (const auto& [flag, name] : names) {
+        if ((flags & flag) != 0)
+            set += name;
+    }
+    return set;
+}
+
+/// What `zelctl crypt info` shows.
+struct Info
+{
+    int version;
+    int flags;
+    qint64 metadataSize; ///< as the header states it; 0 when there are none
+    QString metadata;
+    int leadEnd; ///< offset of the digest, or of the payload where there is none
+    int digestSize;
+};
+
+/// Longer metadata than anybody writes are not read.
+constexpr qint64 s_longestShownMetadata = largestTextFile;
+
+/// Reads nothing but the header. Returns what is wrong with the file, or nothing.
+QString readInfo(const QString& path, Info& info)
+{
+    QFile file(path);
+    const QString obstacle = whyUnreadable(path);
+    if (!obstacle.isEmpty() || !file.open(QIODevice::ReadOnly))
+        return obstacle.isEmpty() ? path + ": " + file.errorString() : obstacle;
+    const QByteArray start = file.read(cryptheader::metadataOffset);
+    SimpleCrypt crypt;
+    if (start.size() < cryptheader::shortSize || !crypt.checkVersion(start))
+        return path + " is not a cyphertext";
+    info.version = static_cast<quint8>(start.at(0));
+    info.flags = static_cast<quint8>(start.at(1));
+    const bool hasHash = (info.flags & SimpleCrypt::FlagSha1) != 0;
+    // The library's length leaves a checksum out, and counts a SHA-1 beside one.
+    info.leadEnd = crypt.getHeaderLength(path) - (hasHash ? SHA1_SIZE : 0);
+    info.digestSize = (info.flags & SimpleCrypt::FlagChecksum) != 0 ? 2 : hasHash ? SHA1_SIZE : 0;
+    SimpleCrypt::Failure failure = crypt.lastFailure();
+    // Version 3 has none, whatever its flags say.
+    const bool hasMetadata = (info.flags & SimpleCrypt::FlagMetadata) != 0 && info.version != 3;
+    info.metadataSize = hasMetadata ? crypt.getMetadataSize(start) : 0;
+    if (failure.code == SimpleCrypt::CryptNoError && hasMetadata &&
+        info.metadataSize <= s_longestShownMetadata) {
+        info.metadata = crypt.getMetadataFromFile(path);
+        failure = crypt.lastFailure();
+    }
+    if (!failure.systemError.isEmpty())
+        return path + ": " + failure.systemError;
+    return failure.code != SimpleCrypt::CryptNoError || info.leadEnd + info.digestSize > file.size()
+               ? "the header of " + path + " is damaged"
+               : QString();
+}
+
+ExitStatus printJson(const Info& info)
+{
+    QJsonObject object{{"version", info.version},
+                       {"flags", QJsonArray::fromStringList(flagNames(info.flags))},
+                       {"headerLength", info.leadEnd + info.digestSize}};
+    if (!info.metadata.isEmpty())
+        object["metadata"] = info.metadata;
+    else if (info.metadataSize > 0)
+        object["metadataSize"] = info.metadataSize;
+    if (info.digestSize > 0)
+        object["digestOffset"] = info.leadEnd;
+    return print(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+}
+
+} // namespace
+
+ExitStatus showInfo(const QString& path, bool isJson)
+{
+    Info info = {};
+    const QString why = readInfo(path, info);
+    if (!why.isEmpty())
+        return fail(Failed, why);
+    if (isJson)
+        return printJson(info);
+    QString metadata = "none";
+    if (!info.metadata.isEmpty())
+        metadata = withoutControls(info.metadata);
+    else if (info.metadataSize > 0)
+        metadata = QStringLiteral("%1 bytes, too many to be shown").arg(info.metadataSize);
+    return print(QStringLiteral("version        %1\nflags          %2\nmetadata       %3\n"
+                                "header length  %4\ndigest offset  %5\n")
+                     .arg(info.version)
+                     .arg(flagNames(info.flags).join(' '), metadata)
+                     .arg(info.leadEnd + info.digestSize)
+                     .arg(info.digestSize > 0 ? QString::number(info.leadEnd) : "none"));
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "command.h"
+
+/// Shows what the header of a cyphertext says, for which no key is needed.
+ExitStatus showInfo(const QString& path, bool isJson);
