@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filereplacement.h"
+#include <zeltools/filereplacement.h>
 
 /// FileReplacement::replace() for a program that a signal may end: SIGHUP, SIGINT and SIGTERM leave
 /// no hidden file behind. Outside the writer, and while a content is written that is already there,

@@ -1,8 +1,8 @@
 #include "clockcommand.h"
 
-#include "logging/lognode.h"
-#include "simulationinterface/createinterface.h"
-#include "system/simulateddatetimemanager.h"
+#include <zeltools/logging/lognode.h>
+#include <zeltools/simulationinterface/createinterface.h>
+#include <zeltools/system/simulateddatetimemanager.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

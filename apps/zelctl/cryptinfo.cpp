@@ -2,7 +2,7 @@
 
 #include "crypt/cryptheader_p.h"
 #include "readfile.h"
-#include "simplecrypt.h"
+#include <zeltools/simplecrypt.h>
 
 #include <QFile>
 #include <QJsonArray>

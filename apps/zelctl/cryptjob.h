@@ -1,7 +1,7 @@
 #pragma once
 
 #include "command.h"
-#include "simplecrypt.h"
+#include <zeltools/simplecrypt.h>
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 #include "cryptkey.h"
 
 #include "readfile.h"
-#include "simplecrypt.h"
+#include <zeltools/simplecrypt.h>
 
 #include <QFile>
 

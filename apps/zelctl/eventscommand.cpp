@@ -1,7 +1,7 @@
 #include "eventscommand.h"
 
 #include "logging/eventhistory_p.h"
-#include "logging/logrenderer.h"
+#include <zeltools/logging/logrenderer.h>
 
 #include <QDate>
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "hexcommand.h"
 
-#include "binarydataformatter.h"
 #include "readfile.h"
-#include "wrongbytedataexception.h"
+#include <zeltools/binarydataformatter.h>
+#include <zeltools/wrongbytedataexception.h>
 
 #include <new>
 

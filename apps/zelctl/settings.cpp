@@ -1,7 +1,7 @@
 #include "settings.h"
 
-#include "envvar/envvarstore.h"
-#include "logging/logmodules.h"
+#include <zeltools/envvar/envvarstore.h>
+#include <zeltools/logging/logmodules.h>
 
 #include <QSet>
 

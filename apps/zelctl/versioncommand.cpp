@@ -1,6 +1,6 @@
 #include "versioncommand.h"
 
-#include "libraryversion.h"
+#include <zeltools/libraryversion.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>
