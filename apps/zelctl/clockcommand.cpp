@@ -89,7 +89,7 @@ QString readRequest(const QCommandLineParser& parser, Request& request)
     request.address = addresses.first();
     request.isFollowing = parser.isSet("follow");
     if (parser.isSet("set")) {
-        const QString problem = readDateTime(parser, request.dateTime);
+        QString problem = readDateTime(parser, request.dateTime);
         if (!problem.isEmpty())
             return problem;
     }
