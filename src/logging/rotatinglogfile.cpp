@@ -160,7 +160,7 @@ qint64 RotatingLogFile::write(const char* data, qint64 length)
     if (isSharingToTell) {
         LogFormatter(LogLevel::Warning).log(Log::Global)
             << "qint64 RotatingLogFile::write(const char*, qint64)"
-            << "Somebody else writes this log file and rotates it:" << m_primaryFilename;
+            << "Another writer, which alone rotates it, has the log file" << m_primaryFilename;
     }
     return written;
 }

@@ -44,7 +44,7 @@ void RotatingLogFile::packPredecessor()
         return;
     m_isCompressing = true;
     m_compressor.start([this, source] {
-        QThread::msleep(2 * s_checkInterval_ms); // another writer may still append to P.1
+        QThread::msleep(2UL * s_checkInterval_ms); // another writer may still append to P.1
         s_packedFile = this;
         compressFile(source, this);
         s_packedFile = nullptr;
@@ -63,6 +63,7 @@ void RotatingLogFile::compressFile(const QString& source, RotatingLogFile* targe
         const QMutexLocker locker(target->mutex());
         return renameFile(part, archive);
     };
+    QFile::remove(part); // left by a power cut
     if (WindowsTools::runCommands({command}) && forceToStorage(part) && publish() &&
         forceToStorage(QFileInfo(archive).path())) {
         Q_EMIT target->workCompleted(source);
