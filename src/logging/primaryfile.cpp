@@ -19,6 +19,12 @@ bool PrimaryFile::open(OpenMode mode)
     return QFile::open(mode);
 }
 
+void PrimaryFile::close()
+{
+    m_isLocked = false;
+    QFile::close();
+}
+
 bool PrimaryFile::hasName() const
 {
     struct stat open;
@@ -32,8 +38,12 @@ bool PrimaryFile::reopen()
     const int fresh = openWithoutWaiting(fileName(), O_WRONLY | O_APPEND | O_CREAT);
     if (fresh < 0)
         return false;
+    if (m_isLocked)
+        flock(fresh, LOCK_EX | LOCK_NB);
     const bool isDone = dup3(fresh, handle(), O_CLOEXEC) >= 0;
     ::close(fresh);
+    if (isDone && m_isLocked)
+        lock(); // where the file is the same, its own lock was in the way before
     return isDone;
 }
 
@@ -45,9 +55,10 @@ qint64 PrimaryFile::openSize_B() const
 
 bool PrimaryFile::lock()
 {
-    if (flock(handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-        return true;
-    // Any number of log files may be links to /dev/null.
+    m_isLocked = flock(handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     struct stat open;
-    return fstat(handle(), &open) == 0 && !S_ISREG(open.st_mode);
+    // Any number of log files may be links to /dev/null.
+    if (!m_isLocked && fstat(handle(), &open) == 0 && !S_ISREG(open.st_mode))
+        m_isLocked = true;
+    return m_isLocked;
 }

@@ -16,11 +16,13 @@ public:
     /// Refuses what is neither a regular file nor a character device: opening a FIFO, for example,
     /// blocks until somebody reads it.
     bool open(OpenMode mode) override;
+    void close() override;
 
     /// Whether the open file is the one that has the name: nobody has moved or removed it.
     bool hasName() const;
     /// Makes the open descriptor refer to the file that has the name, created where there is none.
-    /// False when that fails; the descriptor then refers to the same file as before.
+    /// False when that fails; the descriptor then refers to the same file as before. Who has the
+    /// lock keeps it until that of the other file is there.
     bool reopen();
     /// The size of the open file; what QFile still holds back does not count. 0 when the system
     /// does not tell.
@@ -29,4 +31,8 @@ public:
     /// False only when another open file has it, in this process or in another one; where the file
     /// system knows no locks, and for a device, there is none to be had by anybody.
     bool lock();
+    bool isLocked() const { return m_isLocked; }
+
+private:
+    bool m_isLocked = false;
 };

@@ -49,7 +49,6 @@ RotatingLogFile::RotatingLogFile(const RotatingLogFileConfiguration& configurati
         [this] {
             m_size_B = -1;
             m_nextCheck_ms = 0;
-            m_isOwner = false;
         },
         Qt::DirectConnection);
 }

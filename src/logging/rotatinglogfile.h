@@ -179,7 +179,6 @@ private:
     bool m_deletedFilesStorage = false;
     bool m_dataWritten = false;
     bool m_hasHalfLine = false;
-    bool m_isOwner = false; // of the lock of the open file
     bool m_isSharingToTell = false;
     std::atomic<bool> m_isOwnSharingTold = false;
     std::atomic<bool>* m_isSharingTold = &m_isOwnSharingTold; // files of a set have it in common

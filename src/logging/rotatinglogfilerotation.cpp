@@ -43,7 +43,7 @@ bool RotatingLogFile::rotateIfNeeded(qint64 incoming)
 void RotatingLogFile::rotate()
 {
     const bool isOpen = file.isOpen();
-    if (isOpen && !m_isOwner)
+    if (isOpen && !file.isLocked())
         return;
     if ((isOpen && !file.hasName()) || (m_compressed ? shiftCompressed() : shift()))
         reopenPrimary();
@@ -144,7 +144,6 @@ void RotatingLogFile::reopenPrimary()
             m_size_B = 0;
         return;
     }
-    claim();
     m_size_B = file.openSize_B();
     m_hasHalfLine = false;
 }
@@ -158,18 +157,18 @@ void RotatingLogFile::checkOutsideChange()
     if (now < m_nextCheck_ms)
         return;
     m_nextCheck_ms = now + s_checkInterval_ms;
-    if (!m_isOwner)
-        claim();
     if (!file.hasName())
         reopenPrimary();
+    else if (!file.isLocked())
+        claim();
     m_size_B = file.openSize_B();
 }
 
 // Whoever has the lock of P rotates; everybody else, such as a second process on the same files,
-// appends to P and follows within the interval of checkOutsideChange().
+// appends to P and follows within the interval of checkOutsideChange(). A file that such a one has
+// just opened is claimed only at the next check: who made it gets that long to lock it.
 void RotatingLogFile::claim()
 {
-    m_isOwner = file.lock();
-    if (!m_isOwner && !m_isSharingTold->exchange(true))
+    if (!file.lock() && !m_isSharingTold->exchange(true))
         m_isSharingToTell = true;
 }
