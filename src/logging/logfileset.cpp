@@ -15,9 +15,11 @@ LogFileSet::Settings LogFileSet::settings(const QString& debugDir, const QString
 void LogFileSet::open(const Settings& settings)
 {
     for (size_t i = 0; i < settings.size(); ++i) {
-        if (m_files[i] == nullptr)
+        if (m_files[i] == nullptr) {
             m_files[i] =
                 std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
+            m_files[i]->m_isSharingTold = &m_isSharingTold;
+        }
         RotatingLogFile& log = *m_files[i];
         const QMutexLocker locker(log.mutex());
         log.file.close();

@@ -2,19 +2,17 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "logging/openwithoutwaiting_p.h"
+#include "logging/renamefile_p.h"
 #include "logging/writewhole_p.h"
 #include <zeltools/platform.h>
 
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
+#include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 namespace
@@ -23,26 +21,6 @@ namespace
 constexpr qint64 bytes(double size_MiB)
 {
     return static_cast<qint64>(size_MiB * 1024 * 1024);
-}
-
-qint64 monotonicMilliseconds()
-{
-    timespec now;
-    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
-}
-
-bool renameFile(const QString& from, const QString& to)
-{
-    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
-}
-
-// A gap in the numbering moves up like a file. (Letting rename() replace `to` would save a step,
-// but makes ext4 push the whole file to the disk there and then, in the thread that logs.)
-void moveUp(const QString& from, const QString& to)
-{
-    QFile::remove(to);
-    renameFile(from, to);
 }
 
 QString deletedFilename(const QString& filename)
@@ -63,10 +41,16 @@ RotatingLogFile::RotatingLogFile(const RotatingLogFileConfiguration& configurati
     , m_compressed(configuration.compressed)
 {
     m_compressor.setMaxThreadCount(1);
-    connect(this, &RotatingLogFile::workCompleted, this, &RotatingLogFile::onWorkCompleted);
+    connect(this, &RotatingLogFile::workCompleted, this, &RotatingLogFile::completeWork,
+            Qt::DirectConnection);
     // The owner may open the file again, with whatever is in it by then.
     connect(
-        &file, &QIODevice::aboutToClose, this, [this] { m_size_B = -1; }, Qt::DirectConnection);
+        &file, &QIODevice::aboutToClose, this,
+        [this] {
+            m_size_B = -1;
+            m_nextCheck_ms = 0;
+        },
+        Qt::DirectConnection);
 }
 
 RotatingLogFile::~RotatingLogFile()
@@ -166,10 +150,25 @@ bool RotatingLogFile::dataWritten() const
 
 qint64 RotatingLogFile::write(const char* data, qint64 length)
 {
-    const QMutexLocker locker(&m_mutex);
+    QMutexLocker locker(&m_mutex);
     if (m_maximumSize_B <= 0 || m_primaryFilename.isEmpty() || !file.isOpen())
         return -1;
+    const qint64 written = append(data, length);
+    const bool isSharingToTell = std::exchange(m_isSharingToTell, false);
+    locker.unlock(); // the line may come back to this file, and its receivers may have locks too
+    if (isSharingToTell) {
+        LogFormatter(LogLevel::Warning).log(Log::Global)
+            << "qint64 RotatingLogFile::write(const char*, qint64)"
+            << "Another writer, which alone rotates it, has the log file" << m_primaryFilename;
+    }
+    return written;
+}
+
+qint64 RotatingLogFile::append(const char* data, qint64 length)
+{
     checkOutsideChange();
+    if (file.bytesToWrite() > 0)
+        flush();
     const qint64 incoming = length + (m_hasHalfLine ? 1 : 0);
     if (m_size_B < 0 || m_size_B + incoming > m_maximumSize_B)
         rotateIfNeeded(incoming);
@@ -179,7 +178,7 @@ qint64 RotatingLogFile::write(const char* data, qint64 length)
         m_hasHalfLine = false;
         ++m_size_B;
     }
-    if (m_hasHalfLine)
+    if (m_hasHalfLine || file.bytesToWrite() > 0)
         return -1;
     const qint64 written = writeWhole(file.handle(), data, size_t(length));
     if (written == length) {
@@ -204,126 +203,43 @@ qint64 RotatingLogFile::write(const QByteArray& data)
     return write(data.constData(), data.size());
 }
 
-bool RotatingLogFile::rotateIfNeeded(qint64 incoming)
-{
-    const QMutexLocker locker(&m_mutex);
-    m_size_B = file.size(); // asked anew: others may have cut or extended the file
-    if (m_size_B + incoming > m_maximumSize_B && m_secondaryFilesCount > 0)
-        rotate();
-    return true;
-}
-
-// The primary stays open all along: its descriptor is made to refer to the fresh file only when
-// there is one. When it does not hold P any more (that step failed last time, or somebody moved P),
-// the predecessors stay where they are and just P is opened.
-void RotatingLogFile::rotate()
-{
-    if (!holdsPrimary() || (m_compressed ? shiftCompressed() : shift()))
-        reopenPrimary();
-}
-
-bool RotatingLogFile::shift()
-{
-    for (int i = m_secondaryFilesCount; i > 0; --i)
-        moveUp(filename(i - 1), filename(i));
-    return true;
-}
-
-// On the board P becomes P.1, which a worker packs. A P.1 that is being packed, or was left by a
-// power cut, comes first and P grows until that is done. Where packing fails, P.1 gives way to the
-// next one: the disk stays bounded.
-bool RotatingLogFile::shiftCompressed()
-{
-    const QString source = filename(1);
-    if (m_isCompressing)
-        return false;
-    const bool isLeft = isLinux() && !m_hasCompressionFailed && QFile::exists(source);
-    if (!isLeft) {
-        const QLatin1String suffix(".tar.gz");
-        QFile::remove(filename(m_secondaryFilesCount) + suffix);
-        for (int i = m_secondaryFilesCount; i > 1; --i)
-            moveUp(filename(i - 1) + suffix, filename(i) + suffix);
-        if (!isLinux() || !renameFile(m_primaryFilename, source))
-            return false;
-    }
-    m_isCompressing = true;
-    m_compressor.start([this, source] { compressFile(source, this); });
-    return !isLeft;
-}
-
-void RotatingLogFile::reopenPrimary()
-{
-    if (!file.isOpen()) {
-        file.setFileName(m_primaryFilename);
-        file.open(QIODevice::Append);
-        return;
-    }
-    const int fresh = ::open(QFile::encodeName(m_primaryFilename).constData(),
-                             O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
-    if (fresh < 0) {
-        // What is in a deleted file nobody can read; it must not fill the disk unseen either.
-        struct stat open;
-        if (fstat(file.handle(), &open) == 0 && open.st_nlink == 0 &&
-            ftruncate(file.handle(), 0) == 0)
-            m_size_B = 0;
-        return;
-    }
-    dup3(fresh, file.handle(), O_CLOEXEC);
-    ::close(fresh);
-    m_size_B = file.size();
-    m_hasHalfLine = false;
-}
-
-bool RotatingLogFile::holdsPrimary() const
-{
-    struct stat open;
-    struct stat named;
-    if (!file.isOpen())
-        return true;
-    return fstat(file.handle(), &open) == 0 &&
-           stat(QFile::encodeName(m_primaryFilename).constData(), &named) == 0 &&
-           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
-}
-
-// A folder that was removed and made again, a file moved or cut by a technician: looked for ten
-// times a second at most, since asking costs as much as writing.
-void RotatingLogFile::checkOutsideChange()
-{
-    constexpr qint64 interval_ms = 100;
-    const qint64 now = monotonicMilliseconds();
-    if (now < m_nextCheck_ms)
-        return;
-    m_nextCheck_ms = now + interval_ms;
-    if (!holdsPrimary())
-        reopenPrimary();
-    m_size_B = file.size();
-}
-
 void RotatingLogFile::sync()
 {
     const QMutexLocker locker(&m_mutex);
-    if (file.isOpen())
-        file.flush();
+    flush();
     m_dataWritten = false;
 }
 
 void RotatingLogFile::onDataWritten()
 {
     const QMutexLocker locker(&m_mutex);
-    if (file.isOpen())
-        file.flush();
+    flush();
     m_dataWritten = true;
+}
+
+// QFile holds back what its owner has written to it, and hands it on a block at a time.
+void RotatingLogFile::flush()
+{
+    if (!file.isOpen())
+        return;
+    while (file.bytesToWrite() > 0) {
+        m_size_B = -1;
+        if (!file.flush())
+            return;
+    }
 }
 
 void RotatingLogFile::endHalfLine()
 {
     const QMutexLocker locker(&m_mutex);
     m_hasHalfLine = false;
-    QFile reader(m_primaryFilename);
-    if (!isReady() || !reader.open(QIODevice::ReadOnly) || reader.size() == 0)
+    const int reader = openWithoutWaiting(m_primaryFilename, O_RDONLY);
+    if (reader < 0)
         return;
     char last = '\n';
-    m_hasHalfLine = reader.seek(reader.size() - 1) && reader.getChar(&last) && last != '\n';
+    m_hasHalfLine = isReady() && lseek(reader, -1, SEEK_END) >= 0 &&
+                    ::read(reader, &last, 1) == 1 && last != '\n';
+    ::close(reader);
 }
 
 void RotatingLogFile::deleteFile()
@@ -333,10 +249,8 @@ void RotatingLogFile::deleteFile()
     const QStringList names = filenames(NewestFirst);
     if (m_deletedFilesStorage) {
         const QStringList deleted = deletedFilenames(NewestFirst);
-        for (const QString& name : deleted)
-            QFile::remove(name);
         for (int i = 0; i < names.size(); ++i)
-            renameFile(names[i], deleted[i]);
+            takePlace(names[i], deleted[i]);
     } else {
         for (const QString& name : names)
             QFile::remove(name);

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <zeltools/logging/primaryfile.h>
 #include <zeltools/zeltools_export.h>
 
-#include <QFile>
 #include <QMutex>
 #include <QObject>
 #include <QStringList>
 #include <QThreadPool>
+
+#include <atomic>
 
 /// How large a RotatingLogFile grows and what becomes of its predecessors.
 struct RotatingLogFileConfiguration
@@ -34,7 +36,12 @@ public:
 /// reaches the operating system before it returns. When no new primary can be opened (no file
 /// descriptor left, a folder that vanished), writing goes on in the file that is open and the
 /// primary is tried again, so that nothing written is lost. A line that does not fit on a full disk
-/// is taken back whole.
+/// is taken back whole. A rotation that fails or is interrupted at any step costs nothing but the
+/// oldest predecessor, and goes on there with the next write that needs it.
+///
+/// The first that writes the primary locks it until it closes the file or ends, and it alone
+/// rotates. Another process or object on the same primary writes one Warning, appends, and takes
+/// over when the lock is free.
 ///
 /// All operations are safe to call from several threads; mutex() is theirs and recursive.
 class ZELTOOLS_EXPORT RotatingLogFile : public QObject
@@ -50,8 +57,8 @@ public:
     ~RotatingLogFile() override;
 
     /// The primary file. Its owner opens it with QIODevice::Append and closes it; bytes go through
-    /// write().
-    QFile file;
+    /// write(), which first hands on what was written to the QFile itself.
+    PrimaryFile file;
 
     /// Held during every operation; hold it to make several of them one.
     QMutex* mutex() const { return &m_mutex; }
@@ -107,7 +114,8 @@ public:
 
     /// The lines of a file: UTF-8, white space at both ends trimmed, runs of line feeds and of NUL
     /// characters (which a power cut leaves) being one line break. An empty file has one empty
-    /// line, a file that cannot be read has none.
+    /// line. A file that cannot be read to its end, or would have the caller wait (a FIFO), has
+    /// none.
     static QStringList getLogLines(const QString& path);
     /// The lines of all files, P first, then P.1 and so on, each with a line feed. NewestFirst
     /// reverses the lines of each file; OldestFirst leaves them, so that it is in order only
@@ -118,42 +126,61 @@ public:
     QString pageContent(unsigned firstLine, unsigned lastLine, Order order) const;
 
     /// Packs the source into the archive of the target's first predecessor with `tar` and tells the
-    /// target by workCompleted(). Blocks until tar has ended: meant for a worker thread.
+    /// target by workCompleted(), which removes the source. The archive is written under another
+    /// name, "P.1.tar.gz.part", and takes its own when all of it is in storage; whatever fails, an
+    /// earlier archive and the source stay. Blocks until that is done: meant for a worker thread.
     static void compressFile(const QString& source, RotatingLogFile* target);
 
 Q_SIGNALS:
     /// For owners that run the compression themselves; the library emits it nowhere.
     void asynchronousCompression(const QString& filename);
-    /// A compression has ended; the name of the packed file, or empty when it failed.
+    /// A compression has ended; the name of the packed file, or empty when it failed. Emitted in
+    /// the thread of the compression.
     void workCompleted(const QString& iFilename);
 
 private Q_SLOTS:
     void onWorkCompleted(const QString& name);
 
 private:
+    friend class LogFileSet;
+
+    qint64 append(const char* data, qint64 length);
+    void flush();
     void rotate();
     bool shift();
     bool shiftCompressed();
+    bool makeRoom(const QString& suffix);
+    void endShift();
+    QString shiftMark() const;
+    int firstGap(const QString& suffix) const;
+    void packPredecessor();
+    void completeWork(const QString& name);
     void reopenPrimary();
-    bool holdsPrimary() const;
     void checkOutsideChange();
+    void claim();
 
     /// Calls `visit` with the lines of each file in the order of totalContent() until it returns
     /// false.
     template <typename Visit>
     void visitFiles(Order order, Visit&& visit) const;
 
+    static constexpr int s_checkInterval_ms = 100; // of checkOutsideChange()
+
     mutable QMutex m_mutex{QMutex::Recursive};
     QString m_primaryFilename;
     qint64 m_maximumSize_B;
     qint64 m_size_B = -1; // of the open file; -1: not known
     qint64 m_nextCheck_ms = 0;
+    qint64 m_nextPacking_B = 0; // size of the primary at which packing is tried again; 0: at once
     qint32 m_secondaryFilesCount;
     bool m_compressed;
     bool m_isCompressing = false;
-    bool m_hasCompressionFailed = false;
+    bool m_isShifting = false; // remains set when a step fails
     bool m_deletedFilesStorage = false;
     bool m_dataWritten = false;
     bool m_hasHalfLine = false;
+    bool m_isSharingToTell = false;
+    std::atomic<bool> m_isOwnSharingTold = false;
+    std::atomic<bool>* m_isSharingTold = &m_isOwnSharingTold; // files of a set have it in common
     QThreadPool m_compressor;
 };

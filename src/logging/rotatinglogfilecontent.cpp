@@ -2,14 +2,20 @@
 
 #include "logging/rotatinglogfile.h"
 
+#include "logging/openwithoutwaiting_p.h"
+
 #include <algorithm>
 
 QStringList RotatingLogFile::getLogLines(const QString& path)
 {
-    QFile reader(path);
-    if (!reader.open(QIODevice::ReadOnly))
+    QFile reader;
+    const int descriptor = openWithoutWaiting(path, O_RDONLY);
+    if (descriptor < 0 ||
+        !reader.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
         return QStringList();
-    const QByteArray content = reader.readAll();
+    const QByteArray content = reader.read(reader.size());
+    if (reader.error() != QFileDevice::NoError)
+        return QStringList();
     // The form without a size would stop at the first NUL.
     const QString text = QString::fromUtf8(content.constData(), content.size()).trimmed();
 

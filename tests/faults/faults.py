@@ -8,13 +8,13 @@ import ctypes
 import os
 import random
 import re
-import resource
 import shutil
 import signal
 import subprocess
 import sys
 import tempfile
 import time
+from concurrent.futures import ThreadPoolExecutor
 from contextlib import contextmanager
 from pathlib import Path
 
@@ -206,11 +206,13 @@ def vanished_folder(root):
         require_sequence(writer.printed.read_bytes(), 0, 21600)
 
 
-# No line is lost while `fault` makes rotations impossible, and they resume after it.
-def without_rotation(root, fault):
+# The log folder becomes read-only while the file is open: no line is lost while rotations are
+# impossible, and they resume after it.
+def readonly_folder(root):
+    private_mounts()
     with Writer(root) as writer:
         writer.write(900)
-        with fault(writer):
+        with mounted(writer.folder, "-o", "bind,ro", writer.folder):
             writer.write(5000)
             # More than two files may hold, so the fault does hinder rotations.
             require_sequence(writer.content(), 0, 5900)
@@ -221,31 +223,63 @@ def without_rotation(root, fault):
         require_sequence(writer.printed.read_bytes(), 0, 7924)
 
 
-# The log folder becomes read-only while the file is open.
-def readonly_folder(root):
-    private_mounts()
-    without_rotation(root, lambda writer: mounted(writer.folder, "-o", "bind,ro", writer.folder))
+# Each system call of a rotation fails once, three times or for ever, or the process is killed before
+# it. Nothing is lost but what as many full predecessors leave no room for.
+def rotation(root):
+    if not shutil.which("strace"):
+        print("skipped: needs strace")
+        sys.exit(77)
+    os.environ["ASAN_OPTIONS"] = "detect_leaks=0"  # which strace makes impossible
+    for predecessors in (1, 3):
+        end = 10 * (predecessors + 1)
+        template = root / f"full{predecessors}"
+        with Writer(template, 10 * LENGTH, predecessors) as writer:
+            writer.write(end)
 
+        def require_lines(writer, end, first):
+            suffixes = [*(f".{i}" for i in range(predecessors, 0, -1)), ""]
+            paths = [writer.live.with_name(writer.live.name + suffix) for suffix in suffixes]
+            data = b"".join(path.read_bytes() for path in paths if path.exists())
+            found = parse(data)[0][1]
+            require_sequence(data, found, end)
+            require(found <= first, f"all before line {found} are lost")
 
-# The application has no file descriptor left.
-def descriptors(root):
-    @contextmanager
-    def fault(writer):
-        kept = resource.prlimit(writer.pid, resource.RLIMIT_NOFILE)
-        resource.prlimit(writer.pid, resource.RLIMIT_NOFILE, (0, kept[1]))
-        yield
-        resource.prlimit(writer.pid, resource.RLIMIT_NOFILE, kept)
-    without_rotation(root, fault)
+        # Writes 12 lines to full files and returns the system calls.
+        def run(fault="trace=none"):
+            folder = root / f"{predecessors}{fault}"
+            shutil.copytree(template, folder)
+            writer = Writer(folder, 10 * LENGTH, predecessors)
+            # Attached now, strace counts the calls of the thread that will write from its start.
+            strace = ["strace", "-f", "-p", str(writer.pid), "-o", folder / "calls",
+                      "-e", "trace=%file,%desc", "-e", fault]
+            with subprocess.Popen(strace, stderr=subprocess.PIPE) as tracer:
+                require(b"attached" in tracer.stderr.readline(), "strace is not attached")
+                writer.communicate(f"write 1 {end} 12 {LENGTH}\n".encode())
+            if "KILL" in fault:
+                require(writer.returncode == -9, "not killed")
+                require_lines(writer, end, 10)
+                with Writer(folder, 10 * LENGTH, predecessors) as writer:
+                    writer.ask("write", 1, end, 12, LENGTH)
+                require(not (writer.folder / "zel_logs.log.rotating").exists(), "a leftover")
+            require(writer.returncode == 0, f"the application ended with {writer.returncode}")
+            has_no_rotation = re.search("rename.*[+]", fault)
+            require_lines(writer, end + 12, 10 if has_no_rotation else 21)
+            return (folder / "calls").read_text(errors="replace")
 
-
-# A folder with something in it has the name of the predecessor.
-def rename(root):
-    @contextmanager
-    def fault(writer):
-        (writer.predecessor / "something").mkdir(parents=True)
-        yield
-        shutil.rmtree(writer.predecessor)
-    without_rotation(root, fault)
+        calls = re.findall(r"(?m)^(\d+) +(\w+)\((\w*)", run("trace=%file,%desc"))
+        thread = next(thread for thread, name, _ in calls if name == "rename")
+        calls = [call for call in calls if call[0] == thread]
+        names = [name for _, name, _ in calls]
+        printed = calls.index((thread, "write", "2"))
+        faults = []
+        for i in range(printed + 1, names.index("write", printed + 1)):
+            n = names[:i + 1].count(names[i])
+            faults += [f"inject={names[i]}:{fault}" for fault in (
+                f"error=EIO:when={n}", f"error=EIO:when={n}..{n + 2}", f"error=EIO:when={n}+",
+                f"signal=KILL:when={n}") if names[i] != "mmap"]
+        require(len(faults) > 40, faults)
+        with ThreadPoolExecutor(4) as pool:
+            list(pool.map(run, faults))
 
 
 # Files with anything in them are read back.

@@ -1,6 +1,4 @@
-#include "logging/log.h"
 #include "logging/logfileset_p.h"
-#include "logging/logroute_p.h"
 #include "support.h"
 
 #include <QtTest>
@@ -54,12 +52,6 @@ private Q_SLOTS:
         writer.join();
         for (const QString& line : RotatingLogFile::getLogLines(m_folder.filePath("m4_ab.log")))
             QVERIFY(line == "line" || line.isEmpty());
-    }
-
-    void onlyTheFailureModuleAloneIsAFailure()
-    {
-        QCOMPARE(int(logRoute(LogLevel::Event, Log::Failure)), int(LogRoute::Failure));
-        QCOMPARE(int(logRoute(LogLevel::Event, Log::Failure | Log::Event)), int(LogRoute::Events));
     }
 };
 
