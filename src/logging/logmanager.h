@@ -38,7 +38,7 @@ class ZELTOOLS_EXPORT LogManager : public QObject
     Q_PROPERTY(int eventsPagesCount READ eventsPagesCount NOTIFY eventsPagesCountChanged)
 
 public:
-    enum LogFileId { General, Events, Grinder, Capsule, M4ActuatorBoard };
+    enum LogFileId : int { General, Events, Grinder, Capsule, M4ActuatorBoard };
 
     /// Where a log file is and how it is kept.
     struct LogFileSettings
@@ -50,7 +50,7 @@ public:
 
     /// The kinds that the event history can be filtered by; there is deliberately none for
     /// EnergySavingEvent and NoneEvent.
-    enum EventModuleFilter {
+    enum EventModuleFilter : int {
         AllEvent,
         MenuAccessFilter,
         MenuParameterFilter,

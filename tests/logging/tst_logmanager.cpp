@@ -138,6 +138,10 @@ private Q_SLOTS:
         m_manager->enableLogToFile(false);
         LogFormatter(LogLevel::Info).log(Log::Payment) << "console only";
         LogFormatter(LogLevel::Capsule) << "still written";
+        for (const int noId : {-1, 5}) {
+            m_manager->writeLogFile(static_cast<LogManager::LogFileId>(noId), "dropped");
+            m_manager->deleteLogFile(static_cast<LogManager::LogFileId>(noId));
+        }
         QCOMPARE(afterTime(capture.text()),
                  QStringList({"| Debug    | on", "| Info     | console only"}));
         QCOMPARE(afterTime(readFile(debugFile("zel_logs.log"))), QStringList("| Debug    | on"));
