@@ -8,6 +8,10 @@
 
 #include <thread>
 
+#include <signal.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 using support::EnvironmentGuard;
 using support::readFile;
 
@@ -320,6 +324,8 @@ private Q_SLOTS:
         QTest::newRow("destructors and threads that nobody stopped log to the very end")
             << "--late-lines" << 0 << QByteArray()
             << QStringList({"| NONE| late", "| Warning  | late"});
+        QTest::newRow("a reader of standard error that has gone takes nobody with it")
+            << "--gone-reader" << 0 << QByteArray("pipe, socket, nothing pending") << QStringList();
     }
     void processes()
     {
@@ -333,6 +339,25 @@ private Q_SLOTS:
         QTEST(afterTime(child.readAllStandardError()), "errors");
     }
 };
+
+// Lines to a pipe and to a socket that nobody reads any more, each looked at anew.
+int logToGoneReaders()
+{
+    int ends[2];
+    for (const bool isPipe : {true, false}) {
+        if ((isPipe ? pipe(ends) : socketpair(AF_UNIX, SOCK_STREAM, 0, ends)) != 0)
+            return 1;
+        close(ends[0]);
+        dup2(ends[1], STDERR_FILENO);
+        QThread::msleep(50);
+        LogFormatter(LogLevel::Info) << "lost";
+        fputs(isPipe ? "pipe, " : "socket, ", stdout);
+    }
+    sigset_t pending;
+    sigpending(&pending);
+    fputs(sigisemptyset(&pending) ? "nothing pending" : "SIGPIPE waits", stdout);
+    return 0;
+}
 
 int main(int argc, char** argv)
 {
@@ -348,15 +373,19 @@ int main(int argc, char** argv)
             }
         }
     } late;
-    const QStringList arguments = application.arguments();
+    const QStringList arguments = QCoreApplication::arguments();
     late.isWanted = arguments.contains("--without-path") || arguments.contains("--late-lines");
     if (late.isWanted)
         qInstallMessageHandler(LogManager::qtMessageHandler);
     if (arguments.contains("--without-path"))
         LogManager::initialize();
-    if (arguments.contains("--late-lines")) {
+    if (arguments.size() > 1 && arguments[1].startsWith("--")) {
         static support::TemporaryLayout layout;
         LogManager::initialize();
+    }
+    if (arguments.contains("--gone-reader"))
+        return logToGoneReaders();
+    if (arguments.contains("--late-lines")) {
         LogManager::instance()->finalizeLogFiles();
         for (int i = 0; i < 2; ++i) {
             std::thread([] {
