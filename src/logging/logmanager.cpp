@@ -1,6 +1,7 @@
 #include "logging/logmanager.h"
 
 #include "logging/debugmodules_p.h"
+#include "logging/linequeue_p.h"
 #include "logging/log.h"
 #include "logging/logeventrelay_p.h"
 #include "logging/logfileset_p.h"
@@ -11,7 +12,6 @@
 #include "logging/logroute_p.h"
 #include "path.h"
 
-#include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QThread>
 
@@ -56,6 +56,7 @@ LogManager* LogManager::instance()
 
 LogManager::LogManager()
     : m_files(std::make_unique<LogFileSet>())
+    , m_queue(std::make_unique<LineQueue>())
 {
     if (!Path::exists()) {
         std::puts("LogManager::LogManager(): Fatal error, path is not defined, "
@@ -92,12 +93,11 @@ void LogManager::registerTypes()
 
 bool LogManager::connectNode(QObject* node)
 {
-    const bool isQueued = qgetenv("LOG_FROM_MAIN_THREAD") == "1";
+    m_isQueueing = qgetenv("LOG_FROM_MAIN_THREAD") == "1";
     node->disconnect(this);
     const QMetaObject::Connection connection =
         connect(node, SIGNAL(logged(LogLevel::Level, Log::Modules, QString)), this,
-                SLOT(log(LogLevel::Level, Log::Modules, QString)),
-                isQueued ? Qt::AutoConnection : Qt::DirectConnection);
+                SLOT(log(LogLevel::Level, Log::Modules, QString)), Qt::DirectConnection);
     if (node == LogNode::s_instance)
         LogNode::setManagerConnection(connection);
     return bool(connection);
@@ -114,7 +114,7 @@ void LogManager::finalizeLogFiles()
 {
     // Lines of other threads that wait for this one belong into the files too.
     if (thread() == QThread::currentThread())
-        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+        logQueued();
     m_files->close();
 }
 
@@ -129,6 +129,20 @@ bool LogManager::isPrinted(LogLevel::Level level, const LogModules& modules) con
 }
 
 void LogManager::log(LogLevel::Level level, const Log::Modules& modules, const QString& message)
+{
+    if (!m_isQueueing || thread() == QThread::currentThread())
+        logNow(level, modules, message);
+    else if (m_queue->add({level, modules, message}))
+        QMetaObject::invokeMethod(this, &LogManager::logQueued, Qt::QueuedConnection);
+}
+
+void LogManager::logQueued()
+{
+    while (const std::optional<LineQueue::Line> line = m_queue->take())
+        logNow(line->level, line->modules, line->message);
+}
+
+void LogManager::logNow(LogLevel::Level level, const LogModules& modules, const QString& message)
 {
     if (!isPrinted(level, modules))
         return;

@@ -6,6 +6,7 @@
 #include <QLoggingCategory>
 #include <QtTest>
 
+#include <optional>
 #include <thread>
 
 #include <signal.h>
@@ -324,6 +325,8 @@ private Q_SLOTS:
         QTest::newRow("destructors and threads that nobody stopped log to the very end")
             << "--late-lines" << 0 << QByteArray()
             << QStringList({"| NONE| late", "| Warning  | late"});
+        QTest::newRow("queued lines outlive the application object")
+            << "--queued-line" << 0 << QByteArray() << QStringList("| Info     | queued");
         QTest::newRow("a reader of standard error that has gone takes nobody with it")
             << "--gone-reader" << 0 << QByteArray("pipe, socket, nothing pending") << QStringList();
     }
@@ -361,7 +364,7 @@ int logToGoneReaders()
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
+    std::optional<QCoreApplication> application(std::in_place, argc, argv);
     static struct Late
     {
         bool isWanted = false;
@@ -381,10 +384,17 @@ int main(int argc, char** argv)
         LogManager::initialize();
     if (arguments.size() > 1 && arguments[1].startsWith("--")) {
         static support::TemporaryLayout layout;
+        qputenv("LOG_FROM_MAIN_THREAD", arguments[1] == "--queued-line" ? "1" : "0");
         LogManager::initialize();
     }
     if (arguments.contains("--gone-reader"))
         return logToGoneReaders();
+    if (arguments.contains("--queued-line")) {
+        application.reset();
+        std::thread([] { LogFormatter(LogLevel::Info) << "queued"; }).join();
+        LogManager::instance()->finalizeLogFiles();
+        return 0;
+    }
     if (arguments.contains("--late-lines")) {
         LogManager::instance()->finalizeLogFiles();
         for (int i = 0; i < 2; ++i) {
