@@ -125,3 +125,38 @@ QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const Q
     reportReadError(error);
     return numbers;
 }
+
+void LogManager::enableModuleEvent(const LogEventModule::EventModule& event)
+{
+    m_enabledEvents |= static_cast<quint32>(event);
+}
+
+void LogManager::disableModuleEvent(const LogEventModule::EventModule& event)
+{
+    m_enabledEvents &= ~static_cast<quint32>(event);
+}
+
+quint32 LogManager::enabledEvents() const
+{
+    return m_enabledEvents;
+}
+
+void LogManager::setEventUser(const QString& user)
+{
+    m_eventUser = user;
+}
+
+QString LogManager::eventUser() const
+{
+    return m_eventUser;
+}
+
+void LogManager::qmlEventLogParameter(const QString& log)
+{
+    LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
+}
+
+void LogManager::emitEventModuleFilterChangeTrad()
+{
+    Q_EMIT eventModuleFilterChangeTrad();
+}
