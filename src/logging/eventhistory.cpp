@@ -57,7 +57,7 @@ QString visitLines(const QString& fileName, Visit&& visit)
     constexpr int pieceSize = 64 * 1024;
     constexpr int longestLine = 16 * 1024 * 1024; // a longer one is taken for several
     QFile file(fileName);
-    const QString obstacle = open(file);
+    QString obstacle = open(file);
     if (!file.isOpen())
         return obstacle;
     QByteArray buffer;
@@ -190,7 +190,7 @@ QString appendNumbered(QStringList& lines, const QString& fileName, const int* w
         }
         return !rest.isEmpty();
     };
-    const QString error = rest.isEmpty() ? QString() : visitLines(fileName, visit);
+    QString error = rest.isEmpty() ? QString() : visitLines(fileName, visit);
     for (; wanted != end; ++wanted) {
         if (found.contains(*wanted))
             lines.append(found.value(*wanted));

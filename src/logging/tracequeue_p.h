@@ -17,7 +17,7 @@
 class ZELTOOLS_EXPORT TraceQueue
 {
 public:
-    static constexpr qint64 maximumSize_B = 64 * 1024 * 1024;
+    static constexpr qint64 maximumSize_B = qint64(64) * 1024 * 1024;
 
     /// A line, whose bytes follow it in memory.
     struct Line
