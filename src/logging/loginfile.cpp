@@ -109,6 +109,7 @@ LogInFile::WriterThread::~WriterThread()
     setPolicy(SCHED_OTHER);
     m_queue->end();
     wait();
+    m_kernelId.load(); // shows the order of the threads to a sanitizer that does not know wait()
 }
 
 void LogInFile::WriterThread::waitUntilWritten()
@@ -145,4 +146,5 @@ void LogInFile::WriterThread::run()
         if (line->size > 0)
             m_file->write(line->bytes(), line->size);
     }
+    m_kernelId = 0;
 }

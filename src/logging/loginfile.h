@@ -87,5 +87,5 @@ private:
 
     RotatingLogFile* m_file;
     std::unique_ptr<TraceQueue> m_queue;
-    std::atomic<int> m_kernelId = 0; // 0 until the thread runs
+    std::atomic<int> m_kernelId = 0; // 0 while the thread does not run
 };
