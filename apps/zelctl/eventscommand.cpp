@@ -110,7 +110,7 @@ QString readRequest(const QCommandLineParser& parser, Request& request)
 }
 
 /// Puts the event files into `files`, oldest first; returns why that is impossible, or nothing.
-/// The history takes a file that it cannot open for an empty one, so it is only given good ones.
+/// A file that cannot be opened is found before anything is printed.
 QString findFiles(const QString& folder, QStringList& files)
 {
     for (const char* name : {"zel_events.log.1", "zel_events.log"}) {
@@ -174,7 +174,8 @@ ExitStatus runEvents(const QStringList& arguments)
     const EventHistory::Page page =
         EventHistory::page(files, request.selection, request.page, request.perPage);
     // An empty line counts in the page but shows no event.
-    const QStringList lines = page.text.split('\n', Qt::SkipEmptyParts);
+    QStringList lines = page.lines;
+    lines.removeAll(QString());
     const bool isJson = parser.isSet("json");
     QString output = isJson ? jsonText(request.page, page.pagesCount, lines) : lines.join('\n');
     if (!output.isEmpty())
@@ -183,5 +184,7 @@ ExitStatus runEvents(const QStringList& arguments)
     // For the reader at a terminal; apart from the events even there.
     if (isatty(STDOUT_FILENO) != 0 && !isJson)
         std::fprintf(stderr, "page %d of %d\n", request.page, page.pagesCount);
+    if (status == Done && !page.error.isEmpty())
+        return fail(Failed, page.error + "; events are missing");
     return status;
 }

@@ -5,11 +5,16 @@
 
 #include <QDate>
 #include <QFile>
+#include <QHash>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <string_view>
+
+#include <sys/stat.h>
 
 namespace
 {
@@ -22,18 +27,39 @@ const char* find(const char* begin, const char* end, char wanted)
     return found != nullptr ? static_cast<const char*>(found) : end;
 }
 
-// Calls visit(line, number) until it returns false. Reads piece by piece into one small buffer,
-// which grows for a long line only: memory that the system has to hand out anew for each file would
-// cost more than all the rest. NULs end a line as line feeds do, but there are no empty lines about
-// them.
+QString readError(const QString& fileName, const QString& reason)
+{
+    return QStringLiteral("cannot read %1: %2").arg(fileName, reason);
+}
+
+// Opens the file, or returns why it can't: nothing where there is no file. Opening a FIFO would
+// wait for its writer.
+QString open(QFile& file)
+{
+    struct stat status;
+    if (stat(QFile::encodeName(file.fileName()).constData(), &status) != 0)
+        return errno == ENOENT ? QString() : readError(file.fileName(), qt_error_string(errno));
+    if (!S_ISREG(status.st_mode))
+        return readError(file.fileName(), QStringLiteral("it is not a file"));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return readError(file.fileName(), file.errorString());
+    return QString();
+}
+
+// Calls visit(line, number) until it returns false. Returns why the file could not be read to its
+// end, or nothing; a file that does not exist is an empty one. Reads piece by piece into one small
+// buffer, which grows for a long line only: memory that the system has to hand out anew for each
+// file would cost more than all the rest. NULs end a line as line feeds do, but there are no empty
+// lines about them.
 template <typename Visit>
-void visitLines(const QString& fileName, Visit&& visit)
+QString visitLines(const QString& fileName, Visit&& visit)
 {
     constexpr int pieceSize = 64 * 1024;
     constexpr int longestLine = 16 * 1024 * 1024; // a longer one is taken for several
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return;
+    QString obstacle = open(file);
+    if (!file.isOpen())
+        return obstacle;
     QByteArray buffer;
     int kept = 0; // bytes of a line that is not yet complete
     int number = 0;
@@ -55,7 +81,7 @@ void visitLines(const QString& fileName, Visit&& visit)
             if (stop == end)
                 break;
             if (!visitLine(Line(begin, size_t(stop - begin)), *stop))
-                return;
+                return QString();
             begin = searched = stop + 1;
             if (stop == feed)
                 feed = find(searched, end, '\n');
@@ -63,12 +89,12 @@ void visitLines(const QString& fileName, Visit&& visit)
         kept = static_cast<int>(end - begin);
         if (size <= 0 || kept > longestLine) {
             if (kept > 0 && !visitLine(Line(begin, size_t(kept)), '\n'))
-                return;
+                return QString();
             begin = end;
             kept = 0;
         }
         if (size <= 0)
-            return;
+            return size < 0 ? readError(fileName, file.errorString()) : QString();
         std::memmove(buffer.data(), begin, size_t(kept));
     }
 }
@@ -149,19 +175,27 @@ private:
     bool m_isLastInRange = false;
 };
 
-void appendNumbered(QString& text, const QString& fileName, const int* wanted, const int* end)
+// Appends the lines with these numbers, in their order, to `lines`. They may come in any order and
+// more than once. Returns what visitLines() returns.
+QString appendNumbered(QStringList& lines, const QString& fileName, const int* wanted,
+                       const int* end)
 {
-    if (wanted == end)
-        return;
-    visitLines(fileName, [&](Line line, int number) {
-        if (number == *wanted) {
-            if (!text.isEmpty())
-                text += QLatin1Char('\n');
-            text += QString::fromUtf8(line.data(), static_cast<int>(line.size()));
-            ++wanted;
+    QVector<int> rest(wanted, end);
+    std::sort(rest.begin(), rest.end(), std::greater<int>());
+    QHash<int, QString> found;
+    const auto visit = [&](Line line, int number) {
+        while (!rest.isEmpty() && rest.last() <= number) {
+            if (rest.takeLast() == number)
+                found.insert(number, QString::fromUtf8(line.data(), static_cast<int>(line.size())));
         }
-        return wanted != end;
-    });
+        return !rest.isEmpty();
+    };
+    QString error = rest.isEmpty() ? QString() : visitLines(fileName, visit);
+    for (; wanted != end; ++wanted) {
+        if (found.contains(*wanted))
+            lines.append(found.value(*wanted));
+    }
+    return error;
 }
 
 void reportOutOfBounds()
@@ -174,10 +208,11 @@ void reportOutOfBounds()
 
 } // namespace
 
-QVector<int> EventHistory::matches(const QString& fileName, const EventSelection& selection)
+QVector<int> EventHistory::matches(const QString& fileName, const EventSelection& selection,
+                                   QString& error)
 {
     QVector<int> numbers;
-    visitLines(fileName, [&, matches = Matcher(selection)](Line line, int number) mutable {
+    error = visitLines(fileName, [&, matches = Matcher(selection)](Line line, int number) mutable {
         if (matches(line))
             numbers.append(number);
         return true;
@@ -186,14 +221,20 @@ QVector<int> EventHistory::matches(const QString& fileName, const EventSelection
 }
 
 void EventHistory::appendLines(QString& text, const QString& fileName,
-                               const QVector<int>& lineIndexes, int first, int count)
+                               const QVector<int>& lineIndexes, int first, int count,
+                               QString& error)
 {
     const qint64 size = lineIndexes.size();
     const qint64 begin = std::clamp<qint64>(first, 0, size);
     const qint64 end = std::clamp<qint64>(qint64(first) + count, begin, size);
     if (end - begin < count)
         reportOutOfBounds();
-    appendNumbered(text, fileName, lineIndexes.constData() + begin, lineIndexes.constData() + end);
+    QStringList lines;
+    error = appendNumbered(lines, fileName, lineIndexes.constData() + begin,
+                           lineIndexes.constData() + end);
+    if (!text.isEmpty() && !lines.isEmpty())
+        text += QLatin1Char('\n');
+    text += lines.join(QLatin1Char('\n'));
 }
 
 EventHistory::Page EventHistory::page(const QStringList& filesOldestFirst,
@@ -203,28 +244,35 @@ EventHistory::Page EventHistory::page(const QStringList& filesOldestFirst,
     if (eventsPerPage < 1) {
         LogFormatter(LogLevel::Error).log(Log::Global)
             << "An event page needs room for at least one event, not for" << eventsPerPage;
-        return {0, QString()};
+        return {0, QStringList(), QString()};
     }
+    QString error; // the first one
+    const auto keepError = [&error](const QString& another) {
+        if (error.isEmpty())
+            error = another;
+    };
     QVector<QVector<int>> found; // in each file
     qint64 total = 0;
     for (const QString& file : filesOldestFirst) {
-        found.append(matches(file, selection));
+        QString fileError;
+        found.append(matches(file, selection, fileError));
+        keepError(fileError);
         total += found.last().size();
     }
-    Page page{static_cast<int>((total + eventsPerPage - 1) / eventsPerPage), QString()};
 
     const qint64 end = total - qint64(pageIndex) * eventsPerPage;
     const qint64 begin = std::max<qint64>(end - eventsPerPage, 0);
     if (end > total)
         reportOutOfBounds();
+    QStringList lines;
     qint64 before = 0; // matches in the files so far
     for (int i = 0; i < found.size(); ++i) {
         const qint64 size = found[i].size();
         const qint64 from = std::clamp<qint64>(begin - before, 0, size);
         const qint64 to = std::clamp<qint64>(end - before, from, size);
-        appendNumbered(page.text, filesOldestFirst[i], found[i].constData() + from,
-                       found[i].constData() + to);
+        keepError(appendNumbered(lines, filesOldestFirst[i], found[i].constData() + from,
+                                 found[i].constData() + to));
         before += size;
     }
-    return page;
+    return {static_cast<int>((total + eventsPerPage - 1) / eventsPerPage), lines, error};
 }

@@ -11,7 +11,7 @@ class ZELTOOLS_EXPORT LogEventModule : public QObject
     Q_OBJECT
 
 public:
-    enum EventModule {
+    enum EventModule : quint32 {
         NoneEvent = 0x0001,
         MenuAccess = 0x0002,
         MenuParameter = 0x0004,

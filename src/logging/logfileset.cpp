@@ -53,7 +53,8 @@ void LogFileSet::sync()
 
 RotatingLogFile* LogFileSet::file(LogManager::LogFileId id) const
 {
-    return m_isOpen ? m_files[id].get() : nullptr;
+    const auto index = static_cast<size_t>(id);
+    return m_isOpen && index < m_files.size() ? m_files[index].get() : nullptr;
 }
 
 void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length)

@@ -28,9 +28,9 @@ public:
     void close();
     void sync();
 
-    /// Null while the set is closed.
+    /// Null while the set is closed, and for an id that names no file.
     RotatingLogFile* file(LogManager::LogFileId id) const;
-    /// Drops the text while the set is closed.
+    /// Drops the text where file() is null.
     void write(LogManager::LogFileId id, const char* text, qint64 length);
 
 private:

@@ -38,6 +38,24 @@ bool isPlain(const QString& text)
     });
 }
 
+// From here on every double is an integer.
+constexpr double s_lastHalf = 4503599627370496; // 2^52
+
+// QDebug rounds the exact middle between two numbers of six digits away from zero (20.03125 reads
+// 20.0313), std::to_chars() to the even one of them. A middle has seven decimal digits. If it has a
+// fraction too, then it is at least 0.0001 and its binary digits fit into a float. So only such
+// values and integers take the smallest step away from zero, which leads none of them beyond a
+// middle: the nearest one that they are not themselves is farther away.
+double awayFromMiddle(double value)
+{
+    constexpr double smallestMiddle = 0.0001;
+    const double size = std::fabs(value);
+    const bool mayBeMiddle =
+        size >= smallestMiddle &&
+        (double(static_cast<float>(value)) == value || std::trunc(value) == value);
+    return mayBeMiddle ? std::nextafter(value, 2 * value) : value;
+}
+
 } // namespace
 
 // Each thread keeps one line for the next formatter, with the memory of its text: most lines then
@@ -257,10 +275,12 @@ void LogFormatter::appendUnsigned(qulonglong value)
 void LogFormatter::appendReal(double value)
 {
     constexpr int significantDigits = 6;
-    if (std::isfinite(value)) // and without the sign of a negative zero
-        appendNumber(value + 0.0, std::chars_format::general, significantDigits);
-    else
+    if (m_line->debug || !std::isfinite(value))
         debug() << value;
+    else if (std::fabs(value) >= s_lastHalf)
+        appendText(QString::number(value).toLatin1().constData());
+    else // and without the sign of a negative zero
+        appendNumber(awayFromMiddle(value) + 0.0, std::chars_format::general, significantDigits);
 }
 
 template <typename T, typename... Format>

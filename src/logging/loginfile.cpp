@@ -3,9 +3,13 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logtimestamp_p.h"
+#include "logging/tracequeue_p.h"
 #include "path.h"
 
 #include <QFileInfo>
+
+#include <sched.h>
+#include <unistd.h>
 
 LogInFile::LogInFile(QObject* parent, const QString& name, const LogModule& module,
                      const RotatingLogFileConfiguration& configuration)
@@ -25,9 +29,7 @@ LogInFile::LogInFile(QObject* parent, const QString& name, const LogModule& modu
 LogInFile::~LogInFile()
 {
     disconnect(this, &LogInFile::writeStringToFile, nullptr, nullptr);
-    m_writerThread->writePending();
-    m_writerThread->quit();
-    m_writerThread->wait();
+    m_writerThread.reset();
 }
 
 void LogInFile::logString(const QString& text)
@@ -45,7 +47,7 @@ void LogInFile::setLogInFile(bool enable)
     if (enable)
         openForAppending();
     else
-        closeFile();
+        closeWhenWritten();
 }
 
 void LogInFile::setLogInDebug(bool enable)
@@ -70,14 +72,11 @@ bool LogInFile::openFile()
 
 bool LogInFile::closeFile()
 {
-    m_writerThread->writePending();
-    if (!m_file.file.isOpen()) {
+    if (!closeWhenWritten()) {
         LogFormatter(LogLevel::Debug).log(Log::Global) << "bool LogInFile::closeFile()"
                                                        << "Log file is not opened";
         return false;
     }
-    const QMutexLocker locker(m_file.mutex());
-    m_file.file.close();
     return true;
 }
 
@@ -90,48 +89,62 @@ bool LogInFile::openForAppending()
     return true;
 }
 
-LogInFile::WriterThread::WriterThread(RotatingLogFile* file)
-    : m_file(file)
+bool LogInFile::closeWhenWritten()
 {
-    moveToThread(this);
+    m_writerThread->waitUntilWritten();
+    const QMutexLocker locker(m_file.mutex());
+    const bool wasOpen = m_file.file.isOpen();
+    m_file.file.close();
+    return wasOpen;
 }
 
-LogInFile::WriterThread::~WriterThread() = default;
+LogInFile::WriterThread::WriterThread(RotatingLogFile* file)
+    : m_file(file)
+    , m_queue(std::make_unique<TraceQueue>())
+{
+}
+
+LogInFile::WriterThread::~WriterThread()
+{
+    setPolicy(SCHED_OTHER);
+    m_queue->end();
+    wait();
+    m_kernelId.load(); // shows the order of the threads to a sanitizer that does not know wait()
+}
+
+void LogInFile::WriterThread::waitUntilWritten()
+{
+    setPolicy(SCHED_OTHER);
+    m_queue->waitUntilWritten();
+    setPolicy(SCHED_IDLE);
+}
+
+// While a thread waits for the writer, the writer is as urgent as any other; QThread could not make
+// it so. Takes a privilege, and without it the wait may be longer.
+void LogInFile::WriterThread::setPolicy(int policy)
+{
+    const sched_param none = {};
+    if (m_kernelId != 0)
+        sched_setscheduler(m_kernelId, policy, &none);
+}
 
 void LogInFile::WriterThread::onWriteStringToFile(const QString& line)
 {
-    constexpr qint64 longestPending = qint64(1024) * 1024;
-    QMutexLocker locker(&m_pendingMutex);
-    const bool isFirst = m_pending.isEmpty();
-    m_pending.enqueue(line);
-    m_pendingLength += line.size();
-    const bool isTooMuch = m_pendingLength > longestPending;
-    locker.unlock();
-    if (isTooMuch)
-        writePending();
-    else if (isFirst)
-        QMetaObject::invokeMethod(this, &WriterThread::writePending, Qt::QueuedConnection);
+    m_queue->add(line.toUtf8());
 }
 
-void LogInFile::WriterThread::writePending()
+// While the file is closed, its write() returns -1: the lines are not wanted.
+void LogInFile::WriterThread::run()
 {
-    while (writeNext()) {
+    m_kernelId = gettid();
+    while (const TraceQueue::LinePointer line = m_queue->next()) {
+        if (line->droppedBefore > 0) {
+            const QString text = QStringLiteral("%1|%2 lines were dropped here: more than 64 MiB "
+                                                "were waiting to be written\n");
+            m_file->write(text.arg(logTimestamp()).arg(line->droppedBefore).toUtf8());
+        }
+        if (line->size > 0)
+            m_file->write(line->bytes(), line->size);
     }
-}
-
-// Holds the order for one line at a time: who waits for this thread, which may be the least urgent
-// of a busy machine, waits for no more than that.
-bool LogInFile::WriterThread::writeNext()
-{
-    const QMutexLocker order(&m_orderMutex);
-    QString line;
-    {
-        const QMutexLocker locker(&m_pendingMutex);
-        if (m_pending.isEmpty())
-            return false;
-        line = m_pending.dequeue();
-        m_pendingLength -= line.size();
-    }
-    m_file->write(line.toUtf8()); // -1 while the file is closed: the line is not wanted
-    return true;
+    m_kernelId = 0;
 }

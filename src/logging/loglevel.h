@@ -7,7 +7,7 @@ struct LogLevel
 {
     /// Debug to Critical are severities, where Event marks a line of the machine's event history.
     /// Grinder, Capsule and M4 are no severities: they send a line to a file of its own.
-    enum Level { Debug, Info, Event, Warning, Error, Critical, Grinder, Capsule, M4 };
+    enum Level : quint32 { Debug, Info, Event, Warning, Error, Critical, Grinder, Capsule, M4 };
 };
 
 Q_DECLARE_METATYPE(LogLevel)

@@ -2,11 +2,7 @@
 
 #include "logging/logprefix_p.h"
 #include "logging/logtimestamp_p.h"
-#include "logging/writewhole_p.h"
-
-#include <cstdio>
-
-#include <stdio_ext.h>
+#include "logging/standarderror_p.h"
 
 LogLine::LogLine(const QString& line)
 {
@@ -43,11 +39,7 @@ void LogLine::append(const QString& text)
     }
 }
 
-// What the host has left in the stream's buffer, if it gave it one, comes first; then straight to
-// the descriptor, which for the unbuffered stream is the same at half the cost.
 void LogLine::print() const
 {
-    if (__fpending(stderr) != 0)
-        std::fflush(stderr);
-    writeWhole(fileno(stderr), m_bytes.constData(), size_t(m_bytes.size()));
+    writeToStandardError(m_bytes.constData(), size_t(m_bytes.size()));
 }

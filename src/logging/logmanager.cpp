@@ -1,6 +1,7 @@
 #include "logging/logmanager.h"
 
 #include "logging/debugmodules_p.h"
+#include "logging/linequeue_p.h"
 #include "logging/log.h"
 #include "logging/logeventrelay_p.h"
 #include "logging/logfileset_p.h"
@@ -11,7 +12,6 @@
 #include "logging/logroute_p.h"
 #include "path.h"
 
-#include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QThread>
 
@@ -56,6 +56,7 @@ LogManager* LogManager::instance()
 
 LogManager::LogManager()
     : m_files(std::make_unique<LogFileSet>())
+    , m_queue(std::make_unique<LineQueue>())
 {
     if (!Path::exists()) {
         std::puts("LogManager::LogManager(): Fatal error, path is not defined, "
@@ -92,35 +93,14 @@ void LogManager::registerTypes()
 
 bool LogManager::connectNode(QObject* node)
 {
-    const bool isQueued = qgetenv("LOG_FROM_MAIN_THREAD") == "1";
+    m_isQueueing = qgetenv("LOG_FROM_MAIN_THREAD") == "1";
     node->disconnect(this);
     const QMetaObject::Connection connection =
         connect(node, SIGNAL(logged(LogLevel::Level, Log::Modules, QString)), this,
-                SLOT(log(LogLevel::Level, Log::Modules, QString)),
-                isQueued ? Qt::AutoConnection : Qt::DirectConnection);
+                SLOT(log(LogLevel::Level, Log::Modules, QString)), Qt::DirectConnection);
     if (node == LogNode::s_instance)
         LogNode::setManagerConnection(connection);
     return bool(connection);
-}
-
-void LogManager::initLogFiles()
-{
-    static const LogFileSet::Settings settings =
-        LogFileSet::settings(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
-    m_files->open(settings);
-}
-
-void LogManager::finalizeLogFiles()
-{
-    // Lines of other threads that wait for this one belong into the files too.
-    if (thread() == QThread::currentThread())
-        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-    m_files->close();
-}
-
-void LogManager::syncLogs()
-{
-    m_files->sync();
 }
 
 bool LogManager::isPrinted(LogLevel::Level level, const LogModules& modules) const
@@ -129,6 +109,20 @@ bool LogManager::isPrinted(LogLevel::Level level, const LogModules& modules) con
 }
 
 void LogManager::log(LogLevel::Level level, const Log::Modules& modules, const QString& message)
+{
+    if (!m_isQueueing || thread() == QThread::currentThread())
+        logNow(level, modules, message);
+    else if (m_queue->add({level, modules, message}))
+        QMetaObject::invokeMethod(this, &LogManager::logQueued, Qt::QueuedConnection);
+}
+
+void LogManager::logQueued()
+{
+    while (const std::optional<LineQueue::Line> line = m_queue->take())
+        logNow(line->level, line->modules, line->message);
+}
+
+void LogManager::logNow(LogLevel::Level level, const LogModules& modules, const QString& message)
 {
     if (!isPrinted(level, modules))
         return;
@@ -207,12 +201,6 @@ void LogManager::m4ActuatorBoardLog(const QString& line)
 {
     const LogLine bytes(line);
     m_files->write(M4ActuatorBoard, bytes.data(), bytes.size());
-}
-
-void LogManager::writeLogFile(LogFileId id, const QString& text)
-{
-    const QByteArray bytes = text.toLocal8Bit();
-    m_files->write(id, bytes.constData(), bytes.size());
 }
 
 void LogManager::qtMessageHandler(QtMsgType type, const QMessageLogContext& context,
@@ -294,66 +282,6 @@ void LogManager::enableQLoggingCategoryFilterRules(const QStringList& categories
     QLoggingCategory::setFilterRules(rules.join(QLatin1Char('\n')));
 }
 
-QString LogManager::logContent(bool truncate)
-{
-    constexpr int threshold = 5000;
-    constexpr int kept = 50000;
-    QString content = totalContent(General);
-    if (!truncate || content.size() <= threshold)
-        return content;
-    return QLatin1String("---- Log truncated ----\r\n") + content.right(kept);
-}
-
-QString LogManager::totalContent(LogFileId id) const
-{
-    const RotatingLogFile* log = m_files->file(id);
-    return log != nullptr ? log->totalContent(RotatingLogFile::OldestFirst) : QString();
-}
-
-QString LogManager::eventLogTotalContent()
-{
-    return totalContent(Events);
-}
-
-QString LogManager::appLogFilePath()
-{
-    const RotatingLogFile* log = m_files->file(General);
-    return log != nullptr ? log->primaryFilename() : QString();
-}
-
-void LogManager::setAppLogFileMaximumSizeMiB(double size_MiB)
-{
-    if (RotatingLogFile* log = m_files->file(General))
-        log->setMaximumSizeMiB(size_MiB);
-}
-
-void LogManager::setAppLogFileSecondaryFilesCount(int count)
-{
-    if (RotatingLogFile* log = m_files->file(General))
-        log->setSecondaryFilesCount(count);
-}
-
-void LogManager::deleteLogFile(LogFileId id)
-{
-    if (RotatingLogFile* log = m_files->file(id))
-        log->deleteFile();
-}
-
-void LogManager::deleteEventFile()
-{
-    deleteLogFile(Events);
-}
-
-void LogManager::deleteGrinderFile()
-{
-    deleteLogFile(Grinder);
-}
-
-void LogManager::deleteGeneralFile()
-{
-    deleteLogFile(General);
-}
-
 void LogManager::emitLogEvent(const LogEventModule::EventModule& event, const QStringList& args)
 {
     Q_EMIT newLogEvent(event, args);
@@ -365,45 +293,4 @@ void LogManager::emitStartApplicationEvent()
         return;
     m_startEventEmitted = true;
     emitLogEvent(LogEventModule::ApplicationStartEvent, {APP_STARTED_MSG});
-}
-
-void LogManager::enableModuleEvent(const LogEventModule::EventModule& event)
-{
-    m_enabledEvents |= static_cast<quint32>(event);
-}
-
-void LogManager::disableModuleEvent(const LogEventModule::EventModule& event)
-{
-    m_enabledEvents &= ~static_cast<quint32>(event);
-}
-
-quint32 LogManager::enabledEvents() const
-{
-    return m_enabledEvents;
-}
-
-void LogManager::setEventUser(const QString& user)
-{
-    m_eventUser = user;
-}
-
-QString LogManager::eventUser() const
-{
-    return m_eventUser;
-}
-
-void LogManager::qmlEventLogParameter(const QString& log)
-{
-    LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
-}
-
-void LogManager::emitEventModuleFilterChangeTrad()
-{
-    Q_EMIT eventModuleFilterChangeTrad();
-}
-
-QMutex* LogManager::mutexOf(LogFileId id) const
-{
-    const RotatingLogFile* log = m_files->file(id);
-    return log != nullptr ? log->mutex() : nullptr;
 }

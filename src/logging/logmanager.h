@@ -13,6 +13,7 @@
 #include <atomic>
 #include <memory>
 
+class LineQueue;
 class LogFileSet;
 class LogLine;
 class QMutex;
@@ -38,7 +39,7 @@ class ZELTOOLS_EXPORT LogManager : public QObject
     Q_PROPERTY(int eventsPagesCount READ eventsPagesCount NOTIFY eventsPagesCountChanged)
 
 public:
-    enum LogFileId { General, Events, Grinder, Capsule, M4ActuatorBoard };
+    enum LogFileId : int { General, Events, Grinder, Capsule, M4ActuatorBoard };
 
     /// Where a log file is and how it is kept.
     struct LogFileSettings
@@ -50,7 +51,7 @@ public:
 
     /// The kinds that the event history can be filtered by; there is deliberately none for
     /// EnergySavingEvent and NoneEvent.
-    enum EventModuleFilter {
+    enum EventModuleFilter : int {
         AllEvent,
         MenuAccessFilter,
         MenuParameterFilter,
@@ -75,14 +76,14 @@ public:
     /// Makes the manager ready: call it once at start, after Path::init().
     static void initialize();
     static void registerTypes();
-    /// Receives the lines of the node in place of an earlier connection to it. Whether they are
-    /// queued to the manager's thread is read from `LOG_FROM_MAIN_THREAD` now.
+    /// Receives the lines of the node in place of an earlier connection to it. Whether the lines of
+    /// other threads are queued to the manager's thread is read from `LOG_FROM_MAIN_THREAD` now.
     bool connectNode(QObject* node);
     /// Opens the five files in the folders of the path layout, or opens them again. The folders are
     /// those of the first call. Sets limits and numbers of predecessors back to those of the start.
     void initLogFiles();
-    /// Closes the files, after the lines that are queued to this thread; what is written afterwards
-    /// is dropped.
+    /// Closes the files, after the lines that are queued to this thread, which needs no application
+    /// object for it; what is written afterwards is dropped.
     void finalizeLogFiles();
 
     /// Whether such a line is printed: every level above Debug is, Debug with a module whose
@@ -206,6 +207,8 @@ Q_SIGNALS:
 private:
     LogManager();
 
+    void logQueued();
+    void logNow(LogLevel::Level level, const LogModules& modules, const QString& message);
     void writeGeneral(const LogLine& line);
     void writeAndAnnounce(LogFileId id, const QString& line,
                           void (LogManager::*announce)(const QString&));
@@ -213,6 +216,8 @@ private:
     QMutex* mutexOf(LogFileId id) const;
 
     std::unique_ptr<LogFileSet> m_files;
+    std::unique_ptr<LineQueue> m_queue;
+    std::atomic<bool> m_isQueueing = false;
     std::atomic<bool> m_logToFile = false;
     std::atomic<quint32> m_enabledEvents = 0;
     bool m_startEventEmitted = false;

@@ -3,7 +3,9 @@
 #include "logging/logmanager.h"
 
 #include "logging/eventhistory_p.h"
+#include "logging/log.h"
 #include "logging/logfileset_p.h"
+#include "logging/logformatter.h"
 #include "logging/logrenderer.h"
 
 #include <QMetaEnum>
@@ -19,6 +21,12 @@ EventSelection selection(LogManager::EventModuleFilter filter, const QString& st
     if (filter != LogManager::AllEvent)
         kind = LogRenderer::eventToString(LogManager::eventModuleFilterToEventModule(filter));
     return {kind, startDate, stopDate};
+}
+
+void reportReadError(const QString& error)
+{
+    if (!error.isEmpty())
+        LogFormatter(LogLevel::Error).log(Log::Global).noquote() << "Event history:" << error;
 }
 
 } // namespace
@@ -96,7 +104,8 @@ int LogManager::writeEventsText(QString& text, EventModuleFilter filter,
     const EventHistory::Page page = EventHistory::page(
         events != nullptr ? events->filenames(RotatingLogFile::OldestFirst) : QStringList(),
         selection(filter, strStartDate, strStopDate), pageIndex, eventsPerPage);
-    text = page.text;
+    reportReadError(page.error);
+    text = page.lines.join(QLatin1Char('\n'));
     return page.pagesCount;
 }
 
@@ -106,8 +115,48 @@ QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const Q
                                           const QVector<int>& lineIndexes, int first, int count)
 {
     const QMutexLocker locker(mutexOf(Events));
+    QString error;
+    QVector<int> numbers = lineIndexes;
     if (indexOnly)
-        return EventHistory::matches(fileName, selection(filter, strStartDate, strStopDate));
-    EventHistory::appendLines(text, fileName, lineIndexes, first, count);
-    return lineIndexes;
+        numbers =
+            EventHistory::matches(fileName, selection(filter, strStartDate, strStopDate), error);
+    else
+        EventHistory::appendLines(text, fileName, lineIndexes, first, count, error);
+    reportReadError(error);
+    return numbers;
+}
+
+void LogManager::enableModuleEvent(const LogEventModule::EventModule& event)
+{
+    m_enabledEvents |= static_cast<quint32>(event);
+}
+
+void LogManager::disableModuleEvent(const LogEventModule::EventModule& event)
+{
+    m_enabledEvents &= ~static_cast<quint32>(event);
+}
+
+quint32 LogManager::enabledEvents() const
+{
+    return m_enabledEvents;
+}
+
+void LogManager::setEventUser(const QString& user)
+{
+    m_eventUser = user;
+}
+
+QString LogManager::eventUser() const
+{
+    return m_eventUser;
+}
+
+void LogManager::qmlEventLogParameter(const QString& log)
+{
+    LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
+}
+
+void LogManager::emitEventModuleFilterChangeTrad()
+{
+    Q_EMIT eventModuleFilterChangeTrad();
 }

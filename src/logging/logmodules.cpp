@@ -68,18 +68,25 @@ QStringList LogModules::updateFromEnvVars()
     const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const bool all = environment.value(QStringLiteral("ZEL_DEBUG_ALL"), QStringLiteral("0")) ==
                      QLatin1String("1");
-    QStringList added;
+    // All are judged before the set changes: modules that share an id are judged alike.
+    QVector<const LogModule*> removed;
+    QVector<const LogModule*> added;
     for (const LogModule* module : LogModule::registeredModulesConst()) {
         if (!module->hasEnvVar())
             continue;
         const QString value =
             all ? QStringLiteral("1") : environment.value(module->debugEnvVarName());
-        if (value == QLatin1String("0")) {
-            remove(*module);
-        } else if (value == QLatin1String("1") && !contains(*module)) {
-            add(*module);
-            added.append(module->name());
-        }
+        if (value == QLatin1String("0") && contains(*module))
+            removed.append(module);
+        else if (value == QLatin1String("1") && !contains(*module))
+            added.append(module);
     }
-    return added;
+    QStringList names;
+    for (const LogModule* module : removed)
+        remove(*module);
+    for (const LogModule* module : added) {
+        add(*module);
+        names.append(module->name());
+    }
+    return names;
 }

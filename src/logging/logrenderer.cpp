@@ -62,7 +62,7 @@ QString LogRenderer::eventToString(LogEventModule::EventModule event)
     if (event == LogEventModule::AllEvents)
         return QObject::tr("ALL");
     for (size_t i = 0; i < s_eventNames.size(); ++i) {
-        if (event == 1 << i)
+        if (event == 1U << i)
             return QObject::tr(s_eventNames[i]);
     }
     return QStringLiteral("Undefined");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zeltools_export.h"
+#include <zeltools/zeltools_export.h>
 
 #include <QFile>
 

@@ -35,6 +35,8 @@ private Q_SLOTS:
         support::writeFile(live + ".1", m_lines[0] + '\n');
         support::writeFile(live, m_lines[1] + QByteArray(9, '\0') + m_lines[2] + '\n' + m_lines[3]);
         QVERIFY(QDir(m_dir.path()).mkpath("folder/zel_events.log"));
+        QVERIFY(QDir(m_dir.path()).mkpath("bad"));
+        QVERIFY(QFile::link("/proc/self/mem", m_dir.filePath("bad/zel_events.log")));
     }
 
     void answers_data()
@@ -52,6 +54,7 @@ private Q_SLOTS:
         QTest::newRow("per-page 0") << ". --per-page 0" << 2 << "--per-page";
         QTest::newRow("no such folder") << "nowhere" << 1 << "no folder nowhere";
         QTest::newRow("folder instead of file") << "folder" << 1 << "not a file";
+        QTest::newRow("read error") << "bad" << 1 << "Input/output error; events are missing";
         QTest::newRow("full disk") << ". >/dev/full" << 1 << "No space left on device";
     }
     void answers()

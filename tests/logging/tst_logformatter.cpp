@@ -5,6 +5,7 @@
 
 #include <QtTest>
 
+#include <cmath>
 #include <limits>
 
 using support::LineRecorder;
@@ -73,6 +74,9 @@ private Q_SLOTS:
         row("large integers", bothTexts(std::numeric_limits<qint64>::min(), ~quint64(0), -1L));
         row("reals",
             bothTexts(0.1, 3.75F, 1e-5, 1e300, 1234567.0, -0.0, 1e5, 1e6, qInf(), qQNaN()));
+        row("reals in the middle between two texts",
+            bothTexts(20.03125, -20.03125F, 1234565.0, 12345650.0, 1.000005e15, 1.000005e16,
+                      std::nextafter(20.03125, 0), std::nextafter(1.000005e16, 0)));
         row("others",
             bothTexts(QStringList("a"), Qt::AlignLeft, QByteArray("x\0y", 3), QChar(232)));
         row("state that an item leaves is kept", bothTexts(10, Qt::hex, 255, true, letters, 0.5));

@@ -1,5 +1,6 @@
 #include "logging/log.h"
 #include "logging/loginfile.h"
+#include "logging/tracequeue_p.h"
 #include "support.h"
 
 #include <QtTest>
@@ -61,6 +62,29 @@ private Q_SLOTS:
             QCOMPARE(lines[i].mid(23), QString("|caff\u00e8 %1").arg(i));
     }
 
+    // The writer of this queue does not run.
+    void whatFindsNoRoomIsCounted()
+    {
+        TraceQueue queue;
+        const QByteArray line(1024 * 1024, 'x');
+        for (int i = 0; i < 100; ++i)
+            queue.add(line);
+        int written = 0;
+        for (; written < 20; ++written)
+            QCOMPARE(queue.next()->droppedBefore, qint64(0));
+        queue.add(line); // still more than half
+        for (; written < 40; ++written)
+            QCOMPARE(queue.next()->size, qint64(line.size()));
+        queue.add("last");
+        for (; written < 63; ++written)
+            QCOMPARE(queue.next()->size, qint64(line.size()));
+        const auto last = queue.next();
+        QCOMPARE(QByteArray(last->bytes(), int(last->size)), QByteArray("last"));
+        QCOMPARE(last->droppedBefore, qint64(38));
+        queue.end();
+        QVERIFY(!queue.next());
+    }
+
     void openingAndClosing()
     {
         LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
@@ -70,6 +94,7 @@ private Q_SLOTS:
         QVERIFY(!trace.openFile());
         QVERIFY(trace.closeFile());
         QVERIFY(!trace.closeFile());
+        trace.setLogInFile(false); // silently
         QVERIFY(trace.openFile());
         QVERIFY(trace.closeFile());
         QVERIFY(QFile::remove(path()) && QDir().mkdir(path()));

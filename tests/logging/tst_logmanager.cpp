@@ -6,7 +6,12 @@
 #include <QLoggingCategory>
 #include <QtTest>
 
+#include <optional>
 #include <thread>
+
+#include <signal.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 using support::EnvironmentGuard;
 using support::readFile;
@@ -138,6 +143,10 @@ private Q_SLOTS:
         m_manager->enableLogToFile(false);
         LogFormatter(LogLevel::Info).log(Log::Payment) << "console only";
         LogFormatter(LogLevel::Capsule) << "still written";
+        for (const int noId : {-1, 5}) {
+            m_manager->writeLogFile(static_cast<LogManager::LogFileId>(noId), "dropped");
+            m_manager->deleteLogFile(static_cast<LogManager::LogFileId>(noId));
+        }
         QCOMPARE(afterTime(capture.text()),
                  QStringList({"| Debug    | on", "| Info     | console only"}));
         QCOMPARE(afterTime(readFile(debugFile("zel_logs.log"))), QStringList("| Debug    | on"));
@@ -316,6 +325,10 @@ private Q_SLOTS:
         QTest::newRow("destructors and threads that nobody stopped log to the very end")
             << "--late-lines" << 0 << QByteArray()
             << QStringList({"| NONE| late", "| Warning  | late"});
+        QTest::newRow("queued lines outlive the application object")
+            << "--queued-line" << 0 << QByteArray() << QStringList("| Info     | queued");
+        QTest::newRow("a reader of standard error that has gone takes nobody with it")
+            << "--gone-reader" << 0 << QByteArray("pipe, socket, nothing pending") << QStringList();
     }
     void processes()
     {
@@ -330,9 +343,28 @@ private Q_SLOTS:
     }
 };
 
+// Lines to a pipe and to a socket that nobody reads any more, each looked at anew.
+int logToGoneReaders()
+{
+    int ends[2];
+    for (const bool isPipe : {true, false}) {
+        if ((isPipe ? pipe(ends) : socketpair(AF_UNIX, SOCK_STREAM, 0, ends)) != 0)
+            return 1;
+        close(ends[0]);
+        dup2(ends[1], STDERR_FILENO);
+        QThread::msleep(50);
+        LogFormatter(LogLevel::Info) << "lost";
+        fputs(isPipe ? "pipe, " : "socket, ", stdout);
+    }
+    sigset_t pending;
+    sigpending(&pending);
+    fputs(sigisemptyset(&pending) ? "nothing pending" : "SIGPIPE waits", stdout);
+    return 0;
+}
+
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
+    std::optional<QCoreApplication> application(std::in_place, argc, argv);
     static struct Late
     {
         bool isWanted = false;
@@ -344,15 +376,26 @@ int main(int argc, char** argv)
             }
         }
     } late;
-    const QStringList arguments = application.arguments();
+    const QStringList arguments = QCoreApplication::arguments();
     late.isWanted = arguments.contains("--without-path") || arguments.contains("--late-lines");
     if (late.isWanted)
         qInstallMessageHandler(LogManager::qtMessageHandler);
     if (arguments.contains("--without-path"))
         LogManager::initialize();
-    if (arguments.contains("--late-lines")) {
+    if (arguments.size() > 1 && arguments[1].startsWith("--")) {
         static support::TemporaryLayout layout;
+        qputenv("LOG_FROM_MAIN_THREAD", arguments[1] == "--queued-line" ? "1" : "0");
         LogManager::initialize();
+    }
+    if (arguments.contains("--gone-reader"))
+        return logToGoneReaders();
+    if (arguments.contains("--queued-line")) {
+        application.reset();
+        std::thread([] { LogFormatter(LogLevel::Info) << "queued"; }).join();
+        LogManager::instance()->finalizeLogFiles();
+        return 0;
+    }
+    if (arguments.contains("--late-lines")) {
         LogManager::instance()->finalizeLogFiles();
         for (int i = 0; i < 2; ++i) {
             std::thread([] {

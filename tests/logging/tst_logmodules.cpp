@@ -82,6 +82,19 @@ private Q_SLOTS:
         QVERIFY(!set.contains(Log::None));
         QCOMPARE(set.updateFromEnvVars(), QStringList());
     }
+
+    // Another one is constructed after one has gone.
+    void modulesThatShareAnIdAreJudgedAlike()
+    {
+        auto gone = std::make_unique<LogModule>("Gone", true);
+        const LogModule first("First", true);
+        gone.reset();
+        const LogModule second("Second", true);
+        QCOMPARE(first, second);
+        const EnvironmentGuard one("ZEL_DEBUG_FIRST", "1");
+        const EnvironmentGuard other("ZEL_DEBUG_SECOND", "1");
+        QCOMPARE(LogModules().updateFromEnvVars(), QStringList({"First", "Second"}));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestLogModules)

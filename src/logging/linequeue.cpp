@@ -1,0 +1,16 @@
+#include "logging/linequeue_p.h"
+
+bool LineQueue::add(const Line& line)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_lines.enqueue(line);
+    return m_lines.size() == 1;
+}
+
+std::optional<LineQueue::Line> LineQueue::take()
+{
+    const QMutexLocker locker(&m_mutex);
+    if (m_lines.isEmpty())
+        return std::nullopt;
+    return m_lines.dequeue();
+}
