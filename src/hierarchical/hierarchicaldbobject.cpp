@@ -206,8 +206,9 @@ bool HierarchicalDbObject::callHooks(OwnHook hook, const char* signature)
     if (!callHooks(hook, signature, hooked))
         return false;
     Flips flips;
-    for (const auto& [object, changesCount] : qAsConst(hooked)) {
-        if (object && object->m_changesCount == changesCount)
+    for (const auto& [guarded, changesCount] : qAsConst(hooked)) {
+        HierarchicalDbObject* const object = guarded;
+        if (object != nullptr && object->m_changesCount == changesCount)
             object->forgetChange(flips);
     }
     tell(flips);
@@ -219,8 +220,8 @@ bool HierarchicalDbObject::callHooks(OwnHook hook, const char* signature, Hooked
     const Guarded self(this);
     m_isCallingHooks = true;
     const auto leave = qScopeGuard([&self] { // also when a hook throws
-        if (self)
-            self->m_isCallingHooks = false;
+        if (HierarchicalDbObject* const object = self)
+            object->m_isCallingHooks = false;
     });
     for (const Guarded& guarded : collect(Which::Changed)) {
         HierarchicalDbObject* const object = guarded;
