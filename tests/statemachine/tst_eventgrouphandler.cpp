@@ -144,8 +144,9 @@ private Q_SLOTS:
             if (action == "answer") // to nobody
                 return Q_EMIT group.answered(true);
             group.handler->start(); // does nothing while the group runs
+            tools::EventGroupHandler& handler = *group.handler;
             if (action == "await")
-                QTRY_VERIFY(!group.handler->isRunning());
+                QTRY_VERIFY(!handler.isRunning());
         };
         group.handler->addEvent(group.steps("a"));
         group.handler->addEvent(group.steps("b"));
