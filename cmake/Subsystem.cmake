@@ -110,7 +110,7 @@ function(zel_check_include file header name uses)
         message(FATAL_ERROR "${file} includes ${header}, which no subsystem lists")
     elseif(NOT owner STREQUAL name AND NOT owner IN_LIST uses)
         message(FATAL_ERROR "${file} includes ${header}, but subsystem ${name} does not use ${owner}")
-    elseif(NOT owner STREQUAL name AND header MATCHES "_p\\.h$" AND NOT name MATCHES "^logging_|utilities") # TODO
+    elseif(NOT owner STREQUAL name AND header MATCHES "_p\\.h$")
         message(FATAL_ERROR "${file} includes ${header}, which is private to subsystem ${owner}")
     endif()
 endfunction()

@@ -2,7 +2,7 @@
 // what it finds in a file written from that.
 
 #include "fuzz.h"
-#include "keyvaluefile_p.h"
+#include <zeltools/keyvaluefile.h>
 
 #include <QBuffer>
 

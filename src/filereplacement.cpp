@@ -1,6 +1,6 @@
 #include "filereplacement.h"
 
-#include "logging/writewhole_p.h"
+#include "writewhole.h"
 
 #include <QDeadlineTimer>
 #include <QFile>

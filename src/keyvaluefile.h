@@ -2,6 +2,7 @@
 
 #include <zeltools/zeltools_export.h>
 
+#include <QByteArray>
 #include <QMap>
 #include <QString>
 
@@ -32,6 +33,12 @@ namespace zeltools::keyvaluefile
 /// its number.
 ZELTOOLS_EXPORT std::optional<QMap<QString, QString>> load(const QString& path,
                                                            bool logOpenFailure);
+
+/// What load() makes of the content of a file.
+ZELTOOLS_EXPORT QMap<QString, QString> parse(const QByteArray& content);
+
+/// The line that save() writes for an entry, line feed included.
+ZELTOOLS_EXPORT QByteArray toLine(const QString& key, const QString& value);
 
 /// Truncates the file, writes one line an entry in the order of the keys, and forces it to storage.
 /// False after a Warning line when the file cannot be opened or a write falls short (the disk is

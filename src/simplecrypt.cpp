@@ -41,7 +41,7 @@ QByteArray uncompress(QByteArray payload)
         if (stated > possible && stated <= std::numeric_limits<int>::max())
             qToBigEndian(static_cast<quint32>(possible), payload.data());
         // qUncompress() takes missing memory for damage; this throws where there is too little.
-        if (stated <= cryptlimits::largestInMemory_B)
+        if (stated <= SimpleCrypt::largestInMemory_B)
             const QByteArray room(static_cast<int>(qMin(stated, possible)), Qt::Uninitialized);
     }
     QByteArray result = qUncompress(payload);
@@ -94,7 +94,7 @@ QByteArray SimpleCrypt::encrypt(const QByteArray& plaintext)
         warn("No key set.");
         return refuse(CryptKeyMissing);
     }
-    if (plaintext.size() > cryptlimits::largestInMemory_B) {
+    if (plaintext.size() > SimpleCrypt::largestInMemory_B) {
         warn("Too many bytes");
         throw CryptException({CryptFileAccess, {}, cryptlimits::tooLarge()});
     }

@@ -61,6 +61,14 @@ public:
         FlagPlain = 0x10 ///< not enciphered
     };
 
+    /// The header without metadata: version and flags.
+    static constexpr int shortestHeader_B = 2;
+    /// The header up to the metadata; the streamed decryption refuses shorter files.
+    static constexpr int shortestStreamed_B = 30;
+    /// The largest input of the operations that hold it in memory. (QByteArray holds 2 GiB, and
+    /// qCompress() computes 1 % more than it is given in an int.)
+    static constexpr qint64 largestInMemory_B = qint64(1900) * 1024 * 1024;
+
     /// What made an operation fail.
     struct Failure
     {

@@ -1,6 +1,5 @@
 #include "cryptinfo.h"
 
-#include "crypt/cryptheader_p.h"
 #include "readfile.h"
 #include <zeltools/simplecrypt.h>
 
@@ -48,9 +47,9 @@ QString readInfo(const QString& path, Info& info)
     const QString obstacle = whyUnreadable(path);
     if (!obstacle.isEmpty() || !file.open(QIODevice::ReadOnly))
         return obstacle.isEmpty() ? path + ": " + file.errorString() : obstacle;
-    const QByteArray start = file.read(cryptheader::metadataOffset);
+    const QByteArray start = file.read(SimpleCrypt::shortestStreamed_B);
     SimpleCrypt crypt;
-    if (start.size() < cryptheader::shortSize || !crypt.checkVersion(start))
+    if (start.size() < SimpleCrypt::shortestHeader_B || !crypt.checkVersion(start))
         return path + " is not a cyphertext";
     info.version = static_cast<quint8>(start.at(0));
     info.flags = static_cast<quint8>(start.at(1));

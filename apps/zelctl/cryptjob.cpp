@@ -2,7 +2,6 @@
 
 #include "cleanreplacement.h"
 #include "comparison.h"
-#include "crypt/cryptlimits_p.h"
 #include "progressbar.h"
 #include "readfile.h"
 
@@ -54,7 +53,7 @@ QString explainProtection(const Job& job)
 bool isStreamed(const Job& job)
 {
     return !job.isWhole && job.input != "-" && job.output != "-" &&
-           QFileInfo(job.input).size() >= cryptlimits::shortestStreamed_B;
+           QFileInfo(job.input).size() >= SimpleCrypt::shortestStreamed_B;
 }
 
 /// Decrypts what an encryption has written. Returns what went wrong, or nothing.
@@ -118,8 +117,8 @@ QByteArray transform(Job& job, const QByteArray& bytes, QString& why)
 ExitStatus processWhole(Job& job, FileReplacement* file)
 {
     const FileContent content = job.input == "-"
-                                    ? readStandardInput(cryptlimits::largestInMemory_B)
-                                    : readFile(job.input, cryptlimits::largestInMemory_B);
+                                    ? readStandardInput(SimpleCrypt::largestInMemory_B)
+                                    : readFile(job.input, SimpleCrypt::largestInMemory_B);
     if (!content.error.isEmpty())
         return fail(Failed, content.error);
     QString why;

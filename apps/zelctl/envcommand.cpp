@@ -2,10 +2,10 @@
 
 #include "cleanreplacement.h"
 #include "envfile.h"
-#include "keyvaluefile_p.h"
 #include "readfile.h"
 #include "settings.h"
 #include <zeltools/envvar/envvarstore.h>
+#include <zeltools/keyvaluefile.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,6 +1,6 @@
 #include "envfile.h"
 
-#include "keyvaluefile_p.h"
+#include <zeltools/keyvaluefile.h>
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "eventscommand.h"
 
-#include "logging/eventhistory_p.h"
+#include <zeltools/logging/eventhistory.h>
 #include <zeltools/logging/logrenderer.h>
 
 #include <QDate>

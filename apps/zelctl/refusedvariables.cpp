@@ -9,9 +9,9 @@ namespace
 #define NAME_Bool(name) name,
 #define NAME_Int(name) name,
 #define NAME_String(name) // accepts every value
-#define SWITCH(object, variable, type, category, flags, description) NAME_##type(#variable)
+#define ZELTOOLS_SWITCH(object, variable, type, category, flags, description) NAME_##type(#variable)
 constexpr const char* s_names[]{
-#include "envvar/envvarstable_p.h"
+#include <zeltools/envvar/envvarstable.h>
 };
 
 char* s_setAside[sizeof s_names / sizeof *s_names]; // "NAME=value", in the memory of the process

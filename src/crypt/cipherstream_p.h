@@ -1,7 +1,5 @@
 #pragma once
 
-#include <zeltools/zeltools_export.h>
-
 #include <QtGlobal>
 
 #include <array>
@@ -10,7 +8,7 @@
 /// enciphered byte before it (0 before the first). One object takes one body through one
 /// direction, in pieces of any length. Light obfuscation: who knows eight bytes of a plaintext has
 /// the key. The object wipes its copy of the key when it goes.
-class ZELTOOLS_EXPORT CipherStream
+class CipherStream
 {
 public:
     /// The bytes of the key, the lowest first.

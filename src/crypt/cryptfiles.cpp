@@ -81,14 +81,14 @@ void CryptFiles::readChunk(QByteArray& chunk)
 QByteArray CryptFiles::readWhole()
 {
     QByteArray bytes;
-    bytes.reserve(static_cast<int>(qMin(m_input.size(), cryptlimits::largestInMemory_B)) +
+    bytes.reserve(static_cast<int>(qMin(m_input.size(), SimpleCrypt::largestInMemory_B)) +
                   chunkSize_B);
     int before = -1;
-    while (bytes.size() > before && bytes.size() <= cryptlimits::largestInMemory_B) {
+    while (bytes.size() > before && bytes.size() <= SimpleCrypt::largestInMemory_B) {
         before = bytes.size();
         readChunk(bytes);
     }
-    if (bytes.size() > cryptlimits::largestInMemory_B)
+    if (bytes.size() > SimpleCrypt::largestInMemory_B)
         throw CryptException(
             {SimpleCrypt::CryptFileAccess, m_input.fileName(), cryptlimits::tooLarge()});
     return bytes;

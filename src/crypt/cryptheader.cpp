@@ -17,6 +17,9 @@ int byteAt(const QByteArray& data, int offset)
 
 } // namespace
 
+static_assert(cryptheader::shortSize == SimpleCrypt::shortestHeader_B &&
+              cryptheader::metadataOffset == SimpleCrypt::shortestStreamed_B);
+
 namespace cryptheader
 {
 

@@ -8,10 +8,6 @@ namespace cryptlimits
 
 /// What the streamed operations read at a time.
 constexpr int chunkSize_B = 0x100000;
-/// What decryptFileSmart() reads to know a header; shorter files it refuses.
-constexpr int shortestStreamed_B = 30;
-/// QByteArray holds 2 GiB, and qCompress() computes 1 % more than it is given in an int.
-constexpr qint64 largestInMemory_B = qint64(1900) * 1024 * 1024;
 /// How the system says that something is larger than that.
 inline QString tooLarge()
 {

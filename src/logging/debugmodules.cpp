@@ -1,4 +1,4 @@
-#include "logging/debugmodules_p.h"
+#include "logging/debugmodules.h"
 
 DebugModules& DebugModules::shared()
 {

@@ -10,7 +10,7 @@
 /// The five files of the log manager. Once made, their objects stay until the set goes: a thread
 /// that is writing a line at shutdown finds its file closed, not destroyed. Opening and closing
 /// belong to one thread; everything else may be called from any.
-class ZELTOOLS_EXPORT LogFileSet
+class LogFileSet
 {
 public:
     static constexpr int count = LogManager::M4ActuatorBoard + 1;

@@ -1,7 +1,6 @@
 #include "logging/logformatter.h"
 
 #include "logging/log.h"
-#include "logging/logeventrelay_p.h"
 #include "logging/lognode.h"
 #include "logging/logrenderer.h"
 
@@ -148,7 +147,7 @@ void LogFormatter::finish()
         if (line->level == LogLevel::Event) {
             message = QLatin1Char(' ') + LogRenderer::eventToString(line->event) +
                       QLatin1String("| ") + message;
-            relayLogEvent(line->event, message);
+            LogNode::announceEvent(line->event, message);
         }
         LogNode::log(line->level, line->modules, message);
     }

@@ -2,7 +2,7 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "logging/logtimestamp_p.h"
+#include "logging/logtimestamp.h"
 #include "logging/tracequeue_p.h"
 #include "path.h"
 

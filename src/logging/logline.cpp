@@ -1,7 +1,7 @@
 #include "logging/logline_p.h"
 
-#include "logging/logprefix_p.h"
-#include "logging/logtimestamp_p.h"
+#include "logging/logrenderer.h"
+#include "logging/logtimestamp.h"
 #include "logging/standarderror_p.h"
 
 LogLine::LogLine(const QString& line)
@@ -12,8 +12,9 @@ LogLine::LogLine(const QString& line)
 
 LogLine::LogLine(LogLevel::Level level, const QString& message)
 {
-    appendLogPrefix(level, logTimestamp(),
-                    [this](QLatin1String piece) { m_bytes.append(piece.data(), piece.size()); });
+    LogRenderer::appendPattern(level, logTimestamp(), [this](QLatin1String piece) {
+        m_bytes.append(piece.data(), piece.size());
+    });
     append(message);
     m_bytes.append('\n');
 }

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "logging/loglevel.h"
-#include <zeltools/zeltools_export.h>
-
 #include <QString>
 #include <QVarLengthArray>
 
 /// The bytes of one finished line in the local 8-bit encoding, line feed included. Takes nothing
 /// from the heap for a line of usual length and pure ASCII.
-class ZELTOOLS_EXPORT LogLine
+class LogLine
 {
 public:
     /// The line as it is, and a line feed.

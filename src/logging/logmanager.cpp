@@ -1,9 +1,8 @@
 #include "logging/logmanager.h"
 
-#include "logging/debugmodules_p.h"
+#include "logging/debugmodules.h"
 #include "logging/linequeue_p.h"
 #include "logging/log.h"
-#include "logging/logeventrelay_p.h"
 #include "logging/logfileset_p.h"
 #include "logging/logformatter.h"
 #include "logging/logline_p.h"
@@ -40,11 +39,12 @@ bool isDropped(const QString& warning)
 
 } // namespace
 
-void relayLogEvent(LogEventModule::EventModule event, const QString& message)
-{
-    if (!s_isRefused)
-        LogManager::instance()->emitLogEvent(event, {message});
-}
+// Registered when the library is loaded: the first event line creates the manager.
+const bool LogManager::s_receivesEvents =
+    LogNode::setEventReceiver([](LogEventModule::EventModule event, const QString& message) {
+        if (!s_isRefused)
+            instance()->emitLogEvent(event, {message});
+    });
 
 const QString LogManager::APP_STARTED_MSG = QStringLiteral("Application started");
 

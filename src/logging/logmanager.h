@@ -223,6 +223,7 @@ private:
     bool m_startEventEmitted = false;
     QString m_eventUser;
     QTimer m_syncTimer;
+    static const bool s_receivesEvents;
     QMap<QString, bool> m_filterRules;
     QString m_eventsText;
     int m_eventsPagesCount = 1;

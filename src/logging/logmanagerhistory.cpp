@@ -2,7 +2,7 @@
 
 #include "logging/logmanager.h"
 
-#include "logging/eventhistory_p.h"
+#include "logging/eventhistory.h"
 #include "logging/log.h"
 #include "logging/logfileset_p.h"
 #include "logging/logformatter.h"

@@ -1,6 +1,6 @@
 #include "logging/lognode.h"
 
-#include "logging/debugmodules_p.h"
+#include "logging/debugmodules.h"
 
 #include <QMetaMethod>
 #include <QMutex>
@@ -38,6 +38,8 @@ ManagerConnection& managerConnection()
 
 std::atomic<LogNode*> LogNode::s_instance{nullptr};
 
+std::atomic<LogNode::EventReceiver> LogNode::s_eventReceiver{nullptr};
+
 LogNode::~LogNode() = default;
 
 LogNode* LogNode::instance()
@@ -55,6 +57,18 @@ void LogNode::log(LogLevel::Level level, const LogModules& modules, const QStrin
         node->_log(level, modules, message);
     else
         qWarning("LogNode node installed | %s", qUtf8Printable(message));
+}
+
+void LogNode::announceEvent(LogEventModule::EventModule event, const QString& message)
+{
+    if (const EventReceiver receiver = s_eventReceiver.load(std::memory_order_acquire))
+        receiver(event, message);
+}
+
+bool LogNode::setEventReceiver(EventReceiver receiver)
+{
+    s_eventReceiver.store(receiver, std::memory_order_release);
+    return receiver != nullptr;
 }
 
 void LogNode::_log(LogLevel::Level level, const LogModules& modules, const QString& message)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/logging/logeventmodule.h>
 #include <zeltools/logging/loglevel.h>
 #include <zeltools/logging/logmodules.h>
 
@@ -26,6 +27,10 @@ public:
     /// print it. LogFormatter then spares itself the text.
     static bool isHeard(LogLevel::Level level, const LogModules& modules);
 
+    /// Announces an event line, which is then handed in as any other. LogManager, which receives
+    /// it, is created for it if need be.
+    static void announceEvent(LogEventModule::EventModule event, const QString& message);
+
 Q_SIGNALS:
     void logged(LogLevel::Level level, const Log::Modules& modules, const QString& message);
 
@@ -43,5 +48,9 @@ private:
     bool isOnlyManagerListening();
     static void setManagerConnection(const QMetaObject::Connection& connection);
 
+    using EventReceiver = void (*)(LogEventModule::EventModule event, const QString& message);
+    static bool setEventReceiver(EventReceiver receiver);
+
     static std::atomic<LogNode*> s_instance;
+    static std::atomic<EventReceiver> s_eventReceiver;
 };

@@ -1,7 +1,6 @@
 #include "logging/logrenderer.h"
 
-#include "logging/logprefix_p.h"
-#include "logging/logtimestamp_p.h"
+#include "logging/logtimestamp.h"
 
 #include <QStringList>
 
@@ -29,7 +28,7 @@ constexpr std::array<const char*, 14> s_eventNames{
 
 } // namespace
 
-QLatin1String logLevelText(LogLevel::Level level)
+QLatin1String LogRenderer::levelText(LogLevel::Level level)
 {
     static constexpr std::array<const char*, 9> texts{"Debug   ", "Info    ", "Event   ",
                                                       "Warning ", "Error   ", "Critical",
@@ -40,7 +39,7 @@ QLatin1String logLevelText(LogLevel::Level level)
 
 QString LogRenderer::levelToString(LogLevel::Level level)
 {
-    return logLevelText(level);
+    return levelText(level);
 }
 
 QString LogRenderer::pattern(LogLevel::Level level)
@@ -53,7 +52,7 @@ QString LogRenderer::formattedMessage(LogLevel::Level level, const QString& mess
     constexpr int longestPrefix = 40;
     QString line;
     line.reserve(longestPrefix + message.size());
-    appendLogPrefix(level, logTimestamp(), [&line](QLatin1String piece) { line += piece; });
+    appendPattern(level, logTimestamp(), [&line](QLatin1String piece) { line += piece; });
     return line += message;
 }
 

@@ -14,4 +14,4 @@ enum class LogRoute {
 };
 
 /// A line of exactly the module Failure is a failure whatever its level; otherwise the level tells.
-ZELTOOLS_EXPORT LogRoute logRoute(LogLevel::Level level, const LogModules& modules);
+LogRoute logRoute(LogLevel::Level level, const LogModules& modules);

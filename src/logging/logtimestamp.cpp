@@ -1,4 +1,4 @@
-#include "logging/logtimestamp_p.h"
+#include "logging/logtimestamp.h"
 
 #include <QByteArray>
 #include <QHash>

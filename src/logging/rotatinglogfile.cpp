@@ -4,7 +4,7 @@
 #include "logging/logformatter.h"
 #include "logging/openwithoutwaiting_p.h"
 #include "logging/renamefile_p.h"
-#include "logging/writewhole_p.h"
+#include "writewhole.h"
 #include <zeltools/platform.h>
 
 #include <QFileInfo>
@@ -174,13 +174,13 @@ qint64 RotatingLogFile::append(const char* data, qint64 length)
         rotateIfNeeded(incoming);
 
     // Past the buffer of QFile, which would keep what a full disk refuses, without bound.
-    if (m_hasHalfLine && writeWhole(file.handle(), "\n", 1) == 1) {
+    if (m_hasHalfLine && zeltools::writeWhole(file.handle(), "\n", 1) == 1) {
         m_hasHalfLine = false;
         ++m_size_B;
     }
     if (m_hasHalfLine || file.bytesToWrite() > 0)
         return -1;
-    const qint64 written = writeWhole(file.handle(), data, size_t(length));
+    const qint64 written = zeltools::writeWhole(file.handle(), data, size_t(length));
     if (written == length) {
         m_size_B += length;
         m_dataWritten = true;

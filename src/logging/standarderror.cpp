@@ -1,6 +1,6 @@
 #include "logging/standarderror_p.h"
 
-#include "logging/writewhole_p.h"
+#include "writewhole.h"
 
 #include <atomic>
 #include <cerrno>
@@ -81,7 +81,7 @@ void writeGuarded(int descriptor, const char* data, size_t size)
     SigpipeGuard guard;
     errno = 0;
     std::fflush(stderr);
-    writeWhole(descriptor, data, size);
+    zeltools::writeWhole(descriptor, data, size);
     if (errno == EPIPE)
         guard.setSent();
 }
@@ -96,7 +96,7 @@ void writeToStandardError(const char* data, size_t size)
     if (kind == Kind::File) {
         if (isHostsFirst)
             std::fflush(stderr);
-        writeWhole(descriptor, data, size);
+        zeltools::writeWhole(descriptor, data, size);
         return;
     }
     if (kind == Kind::Socket && !isHostsFirst) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <zeltools/zeltools_export.h>
-
 #include <QByteArray>
 #include <QSemaphore>
 
@@ -14,7 +12,7 @@
 ///
 /// The memory of the lines is bounded. The first line that does not fit closes the queue: lines are
 /// dropped and counted from then on, until half of the queue is empty.
-class ZELTOOLS_EXPORT TraceQueue
+class TraceQueue
 {
 public:
     static constexpr qint64 maximumSize_B = qint64(64) * 1024 * 1024;

@@ -1,4 +1,4 @@
-#include "logging/eventhistory_p.h"
+#include "logging/eventhistory.h"
 #include "support.h"
 
 #include <QtTest>

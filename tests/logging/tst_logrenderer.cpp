@@ -1,6 +1,6 @@
 #include "logging/logline_p.h"
 #include "logging/logrenderer.h"
-#include "logging/logtimestamp_p.h"
+#include "logging/logtimestamp.h"
 #include "support.h"
 
 #include <QtTest>

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "logging/logmodules.h"
+#include <zeltools/logging/logmodules.h>
 
 #include <QMutex>
 
 #include <atomic>
 
-/// The modules whose debug lines are printed. One set for the process, so that a line can be
-/// dropped before its text is formed. Safe to call from any thread, and without a lock in the usual
-/// case of a predefined module.
+/// The modules whose debug lines are printed: one set for the process, which LogManager switches
+/// and LogNode asks before the text of a line is formed. Safe to call from any thread, and without
+/// a lock in the usual case of a predefined module.
 class ZELTOOLS_EXPORT DebugModules
 {
 public:

@@ -6,6 +6,9 @@
 #include <poll.h>
 #include <unistd.h>
 
+namespace zeltools
+{
+
 /// write(2) until all is written, nothing more can be, or the system refuses: a line leaves the
 /// process in one piece wherever that is possible. The reader of a non-blocking pipe gets a tenth
 /// of a second to make room. Returns the number of bytes written.
@@ -28,3 +31,5 @@ inline ssize_t writeWhole(int descriptor, const char* data, size_t length)
     }
     return static_cast<ssize_t>(written);
 }
+
+} // namespace zeltools
