@@ -110,6 +110,8 @@ private Q_SLOTS:
             LogNode::instance(), &LogNode::logged, &capture, [&] { capture.lines(); },
             Qt::DirectConnection); // no line is logged with the lock held
         const QString path = Path::instance()->debugLogsDir + "dmesg.log";
+        PrimaryFile other(path); // of which the file of the capture warns
+        QVERIFY(other.open(QIODevice::Append) && other.lock());
         for (const bool isOn : {false, true, false, true}) {
             capture.setConfig({Dmesg::makeLogFileConfig(1, 2, false), isOn, 10});
             capture.onProcessNewLines({isOn ? "on" : "off", "longer than the buffer"});

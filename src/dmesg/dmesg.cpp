@@ -63,10 +63,12 @@ void Dmesg::setConfig(const Config& config)
 {
     releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
                   "Can't set config while running", __LINE__);
+    std::shared_ptr<RotatingLogFile> closed;
     QMutexLocker locker(&m_mutex);
-    const std::unique_ptr<RotatingLogFile> closed = std::move(m_logFile);
+    closed.swap(m_logFile);
     m_config = config;
-    locker.unlock(); // what is logged from here on may be answered by a look at the lines
+    locker.unlock();
+    closed.reset(); // may wait for a compression, which may log
     initLogFile();
 }
 
@@ -141,27 +143,34 @@ void Dmesg::onProcessNewLines(const QStringList& lines)
     QMutexLocker locker(&m_mutex);
     for (const QString& line : lines) {
         appendLine(line, locker);
-        logLine(line);
+        logLine(line, locker);
     }
     if (m_config.logToFile && m_logFile)
         m_logFile->sync();
 }
 
+// The file opens and logs without the lock: receivers of log lines may ask for the lines.
 void Dmesg::initLogFile()
 {
-    if (m_logFile) {
+    QMutexLocker locker(&m_mutex);
+    const Config config = m_config;
+    const bool isInitialized = m_logFile != nullptr;
+    locker.unlock();
+    if (isInitialized) {
         LogFormatter(LogLevel::Error).log(Log::Global) << "void dmesg::Dmesg::initLogFile()"
                                                        << "log file is already initialized";
         return;
     }
-    if (!m_config.logToFile)
+    if (!config.logToFile)
         return;
-    m_logFile = std::make_unique<RotatingLogFile>(m_config.logFile);
-    m_logFile->setPrimaryFilename(Path::instance()->debugLogsDir + QLatin1String("dmesg.log"));
-    if (m_logFile->file.open(QIODevice::Append))
-        m_logFile->endHalfLine();
+    const auto logFile = std::make_shared<RotatingLogFile>(config.logFile);
+    logFile->setPrimaryFilename(Path::instance()->debugLogsDir + QLatin1String("dmesg.log"));
+    if (logFile->file.open(QIODevice::Append))
+        logFile->endHalfLine();
     else
         LogFormatter(LogLevel::Error).log(Log::Global) << "Failed opening log file";
+    locker.relock();
+    m_logFile = logFile;
 }
 
 void Dmesg::appendLine(const QString& line, QMutexLocker& locker)
@@ -196,10 +205,14 @@ void Dmesg::removeOldestLine()
     m_dataSize_B -= lineLength;
 }
 
-void Dmesg::logLine(const QString& line)
+void Dmesg::logLine(const QString& line, QMutexLocker& locker)
 {
-    if (m_config.logToFile && m_logFile)
-        m_logFile->write(line.toLocal8Bit() + '\n');
+    const std::shared_ptr<RotatingLogFile> logFile = m_logFile;
+    if (!m_config.logToFile || !logFile)
+        return;
+    locker.unlock(); // a receiver of the file's own warning may ask for the lines
+    logFile->write(line.toLocal8Bit() + '\n');
+    locker.relock();
 }
 
 } // namespace dmesg

@@ -21,13 +21,12 @@ namespace dmesg
 ///
 /// The process runs `dmesg` under `script`, which makes it write each line at once.
 ///
-/// Lines arrive in the thread of the process. One lock guards the lines and the file, and it is
-/// held while changed() and newLine() are emitted: a directly connected receiver of these must not
-/// call back. No log line is written with the lock held. In another thread each line is one queued
-/// event; a screen better follows changed() with a timer.
-/// Every method may be called from any thread. Configuration and command belong to one thread, and
-/// only while nothing is captured: otherwise a release assertion fails and the process ends with
-/// exit status 1.
+/// Lines arrive in the thread of the process. One lock guards the lines, and it is held while
+/// changed() and newLine() are emitted: a directly connected receiver of these must not call back.
+/// No log line is written with the lock held. In another thread each line is one queued event; a
+/// screen better follows changed() with a timer. Every method may be called from any thread.
+/// Configuration and command belong to one thread, and only while nothing is captured: otherwise a
+/// release assertion fails and the process ends with exit status 1.
 class ZELTOOLS_EXPORT Dmesg : public QObject
 {
     Q_OBJECT
@@ -97,13 +96,13 @@ private:
     void initLogFile();
     void appendLine(const QString& line, QMutexLocker& locker);
     void removeOldestLine();
-    void logLine(const QString& line);
+    void logLine(const QString& line, QMutexLocker& locker);
 
     Config m_config;
     QStringList m_lines; // oldest first; takes its first line off without moving the others
     qint64 m_dataSize_B = 0;
-    mutable QMutex m_mutex; // for the lines, their size and the file
-    std::unique_ptr<RotatingLogFile> m_logFile;
+    mutable QMutex m_mutex; // for the configuration, the lines, their size and which file it is
+    std::shared_ptr<RotatingLogFile> m_logFile; // written without the lock
     DmesgProcess m_process;
 };
 
