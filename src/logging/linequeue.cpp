@@ -7,9 +7,10 @@ bool LineQueue::add(const Line& line)
     return m_lines.size() == 1;
 }
 
-std::optional<LineQueue::Line> LineQueue::take()
+std::optional<LineQueue::Line> LineQueue::take(bool& hasMore)
 {
     const QMutexLocker locker(&m_mutex);
+    hasMore = m_lines.size() > 1;
     if (m_lines.isEmpty())
         return std::nullopt;
     return m_lines.dequeue();

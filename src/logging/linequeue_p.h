@@ -24,8 +24,8 @@ public:
 
     /// Whether the queue was empty before: then somebody has to see to it.
     bool add(const Line& line);
-    /// The oldest line, if there is one.
-    std::optional<Line> take();
+    /// The oldest line, if there is one, and whether others wait behind it.
+    std::optional<Line> take(bool& hasMore);
 
 private:
     QMutex m_mutex;

@@ -116,9 +116,14 @@ void LogManager::log(LogLevel::Level level, const Log::Modules& modules, const Q
         QMetaObject::invokeMethod(this, &LogManager::logQueued, Qt::QueuedConnection);
 }
 
+// One line a call: a receiver of the line may run an event loop, which finds the next call there.
 void LogManager::logQueued()
 {
-    while (const std::optional<LineQueue::Line> line = m_queue->take())
+    bool hasMore = false;
+    const std::optional<LineQueue::Line> line = m_queue->take(hasMore);
+    if (hasMore)
+        QMetaObject::invokeMethod(this, &LogManager::logQueued, Qt::QueuedConnection);
+    if (line)
         logNow(line->level, line->modules, line->message);
 }
 

@@ -2,6 +2,7 @@
 
 #include "logging/logmanager.h"
 
+#include "logging/linequeue_p.h"
 #include "logging/logfileset_p.h"
 #include "path.h"
 
@@ -17,8 +18,11 @@ void LogManager::initLogFiles()
 void LogManager::finalizeLogFiles()
 {
     // Lines of other threads that wait for this one belong into the files too.
-    if (thread() == QThread::currentThread())
-        logQueued();
+    bool hasMore = thread() == QThread::currentThread();
+    while (hasMore) {
+        if (const std::optional<LineQueue::Line> line = m_queue->take(hasMore))
+            logNow(line->level, line->modules, line->message);
+    }
     m_files->close();
 }
 

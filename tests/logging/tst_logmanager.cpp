@@ -220,6 +220,24 @@ private Q_SLOTS:
         QCOMPARE(handledIn, queued ? QThread::currentThreadId() : loggedIn);
     }
 
+    void aReceiverOfAQueuedLineMayRunAnEventLoop()
+    {
+        const EnvironmentGuard guard("LOG_FROM_MAIN_THREAD", "1");
+        QVERIFY(m_manager->connectNode(LogNode::instance()));
+        const QObject context;
+        QStringList found;
+        connect(m_manager, &LogManager::eventLogged, &context, [&found](const QString& line) {
+            found.append(line.mid(31).trimmed());
+            if (found.size() == 1)
+                QTRY_COMPARE(found, QStringList({"a", "b", "c"}));
+        });
+        std::thread([] {
+            for (const char* text : {"a", "b", "c"})
+                LogFormatter(LogLevel::Event) << text;
+        }).join();
+        QTRY_COMPARE(found.size(), 3);
+    }
+
     void truncatedContent()
     {
         const QString header = "---- Log truncated ----\r\n";
