@@ -151,7 +151,7 @@ bool RotatingLogFile::dataWritten() const
 qint64 RotatingLogFile::write(const char* data, qint64 length)
 {
     QMutexLocker locker(&m_mutex);
-    if (m_maximumSize_B <= 0 || m_primaryFilename.isEmpty() || !file.isOpen())
+    if (length < 0 || m_maximumSize_B <= 0 || m_primaryFilename.isEmpty() || !file.isOpen())
         return -1;
     const qint64 written = append(data, length);
     const bool isSharingToTell = std::exchange(m_isSharingToTell, false);

@@ -71,6 +71,7 @@ private Q_SLOTS:
                              "already opened !"));
         f.log.setSecondaryFilesCount(-1);
         QCOMPARE(log.filenames(RotatingLogFile::NewestFirst), QStringList());
+        QCOMPARE(f.log.write("x", -1), qint64(-1));
         QCOMPARE(RotatingLogFile({1, 2, false}).write("x"), qint64(-1));
     }
 
