@@ -114,6 +114,8 @@ LogInFile::WriterThread::~WriterThread()
 
 void LogInFile::WriterThread::waitUntilWritten()
 {
+    if (!isRunning()) // the system had no thread for it, as Qt has warned
+        return;
     setPolicy(SCHED_OTHER);
     m_queue->waitUntilWritten();
     setPolicy(SCHED_IDLE);
