@@ -18,9 +18,9 @@ void LogManager::initLogFiles()
 void LogManager::finalizeLogFiles()
 {
     // Lines of other threads that wait for this one belong into the files too.
-    bool hasMore = thread() == QThread::currentThread();
-    while (hasMore) {
-        if (const std::optional<LineQueue::Line> line = m_queue->take(hasMore))
+    if (thread() == QThread::currentThread()) {
+        bool hasMore = false;
+        while (const std::optional<LineQueue::Line> line = m_queue->take(hasMore))
             logNow(line->level, line->modules, line->message);
     }
     m_files->close();
