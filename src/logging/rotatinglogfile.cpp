@@ -170,7 +170,8 @@ qint64 RotatingLogFile::append(const char* data, qint64 length)
     if (file.bytesToWrite() > 0)
         flush();
     const qint64 incoming = length + (m_hasHalfLine ? 1 : 0);
-    if (m_size_B < 0 || m_size_B + incoming > m_maximumSize_B)
+    const bool mayRotate = m_secondaryFilesCount > 0 && file.isLocked();
+    if (m_size_B < 0 || (mayRotate && m_size_B + incoming > m_maximumSize_B))
         rotateIfNeeded(incoming);
 
     // Past the buffer of QFile, which would keep what a full disk refuses, without bound.
