@@ -9,6 +9,8 @@
 
 #include <QCoreApplication>
 
+#include <signal.h>
+
 namespace
 {
 
@@ -35,6 +37,7 @@ QString help()
 int main(int argc, char* argv[])
 {
     putRefusedVariablesBack();
+    signal(SIGXFSZ, SIG_IGN); // beyond the limit of a file's size a write fails, as on a full disk
     const QByteArray name(argc > 1 ? argv[1] : "");
     if (name == "--help" || name == "-h")
         return print(help());
