@@ -251,8 +251,8 @@ bool FileReplacement::write(int file, const struct stat* old, const Writer& writ
 
 bool FileReplacement::syncFolder()
 {
-    // Until then a power cut may bring the old name back.
-    return check(fsync(m_folder) == 0, "sync the folder of", m_name);
+    // Until then a power cut may bring the old name back. Some file systems have no such call.
+    return check(fsync(m_folder) == 0 || errno == EINVAL, "sync the folder of", m_name);
 }
 
 bool FileReplacement::check(bool isDone, const char* action, const QByteArray& name)
