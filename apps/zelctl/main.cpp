@@ -9,6 +9,8 @@
 
 #include <QCoreApplication>
 
+#include <new>
+
 #include <signal.h>
 
 namespace
@@ -52,7 +54,11 @@ int main(int argc, char* argv[])
         argv[1] = program.data();
         int count = argc - 1;
         const QCoreApplication application(count, argv + 1);
-        return command.run(QCoreApplication::arguments());
+        try {
+            return command.run(QCoreApplication::arguments());
+        } catch (const std::bad_alloc&) { // the file of a command does not fit
+            return fail(Failed, QStringLiteral("Cannot allocate memory"));
+        }
     }
     const QString hint = QStringLiteral("; \"zelctl --help\" lists the commands");
     if (argc < 2)
