@@ -90,10 +90,20 @@ int createLocked(int folder, const char* name, mode_t mode)
         const int file = openat(folder, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (file < 0 && (errno != EEXIST || !removeStale(folder, name)))
             return -1;
-        if (file >= 0 && flock(file, LOCK_EX | LOCK_NB) == 0 && isNamed(file, folder, name))
+        if (file < 0)
+            continue;
+        const bool isLocked = flock(file, LOCK_EX | LOCK_NB) == 0;
+        const int number = errno;
+        if (isLocked && isNamed(file, folder, name))
             return file;
-        if (file >= 0)
-            close(file);
+        const bool hasNoLocks = !isLocked && number != EWOULDBLOCK;
+        if (hasNoLocks) // nobody else can write such a file either
+            unlinkat(folder, name, 0);
+        close(file);
+        if (hasNoLocks) {
+            errno = number;
+            return -1;
+        }
     }
     errno = EWOULDBLOCK;
     return -1;
@@ -241,8 +251,8 @@ bool FileReplacement::write(int file, const struct stat* old, const Writer& writ
 
 bool FileReplacement::syncFolder()
 {
-    // Until then a power cut may bring the old name back.
-    return check(fsync(m_folder) == 0, "sync the folder of", m_name);
+    // Until then a power cut may bring the old name back. Some file systems have no such call.
+    return check(fsync(m_folder) == 0 || errno == EINVAL, "sync the folder of", m_name);
 }
 
 bool FileReplacement::check(bool isDone, const char* action, const QByteArray& name)

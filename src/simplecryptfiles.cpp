@@ -61,6 +61,7 @@ bool SimpleCrypt::encryptFile(const QString& inputPath, const QString& outputPat
 
 bool SimpleCrypt::decryptFile(const QString& inputPath, const QString& outputPath)
 {
+    m_checkedProtection = ProtectionOff; // also where the file cannot even be read
     return processFile(inputPath, outputPath, &SimpleCrypt::decrypt);
 }
 

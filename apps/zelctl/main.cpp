@@ -9,6 +9,10 @@
 
 #include <QCoreApplication>
 
+#include <new>
+
+#include <signal.h>
+
 namespace
 {
 
@@ -35,6 +39,7 @@ QString help()
 int main(int argc, char* argv[])
 {
     putRefusedVariablesBack();
+    signal(SIGXFSZ, SIG_IGN); // beyond the limit of a file's size a write fails, as on a full disk
     const QByteArray name(argc > 1 ? argv[1] : "");
     if (name == "--help" || name == "-h")
         return print(help());
@@ -49,7 +54,11 @@ int main(int argc, char* argv[])
         argv[1] = program.data();
         int count = argc - 1;
         const QCoreApplication application(count, argv + 1);
-        return command.run(QCoreApplication::arguments());
+        try {
+            return command.run(QCoreApplication::arguments());
+        } catch (const std::bad_alloc&) { // the file of a command does not fit
+            return fail(Failed, QStringLiteral("Cannot allocate memory"));
+        }
     }
     const QString hint = QStringLiteral("; \"zelctl --help\" lists the commands");
     if (argc < 2)

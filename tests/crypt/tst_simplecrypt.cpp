@@ -112,6 +112,7 @@ private Q_SLOTS:
             QVERIFY2(crypt.decryptToByteArray(golden) == text, name);
             QCOMPARE(crypt.lastError(), SimpleCrypt::CryptNoError);
             QCOMPARE(int(crypt.checkedProtection()), int(protection));
+            QVERIFY(!crypt.decryptFile("", "") && !crypt.checkedProtection());
             QVERIFY2(crypt.decryptFile(path, file("text")) && content("text") == text, name);
             if (compression == 2 && protection != 1 && !text.isEmpty()) {
                 QVERIFY(crypt.encryptFileSmart(file("text"), file("streamed")));
