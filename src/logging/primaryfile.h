@@ -22,7 +22,7 @@ public:
     bool hasName() const;
     /// Makes the open descriptor refer to the file that has the name now, and creates this file if
     /// it is missing. If that fails, it returns false, and the descriptor refers to the same file
-    /// as before. A lock on the old file is kept until the lock on the new file is held.
+    /// as before. The lock of the new file is taken before that of the old one is released.
     bool reopen();
     /// The size of the open file without the data in QFile's buffer. 0 if the system call fails.
     qint64 openSize_B() const;
