@@ -131,15 +131,15 @@ private:
 
     const std::unique_ptr<FolderQuery> m_query;
     const std::unique_ptr<FolderWatch> m_watch;
-    std::shared_ptr<FolderListing> m_listing; // under way
-    int m_serial = 0;                         // of that listing, or of the one that comes next
+    std::shared_ptr<FolderListing> m_listing; // the running listing
+    int m_serial = 0;                         // of the running listing, or of the next one
     Rows m_rows;
     QString m_prefix; // of the paths of the rows
     Status m_status = NoFolder;
     QTimer m_timer{this};
     int m_pause_ms = 0; // between two listings
     int m_unspeakableNames = 0;
-    bool m_isStale = false;    // a listing was asked for while none could begin
+    bool m_isStale = false;    // a listing was requested while none could begin
     bool m_isApplying = false; // rows are being changed
 };
 

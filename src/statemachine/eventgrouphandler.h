@@ -108,13 +108,13 @@ Q_SIGNALS:
     void failure();
 
 private:
-    // Callables may call the handler; the phase tells what they left behind.
+    // Callables may call the handler; the phase shows the state in which they left it.
     enum class Phase { Idle, Due, Waiting, Judging };
 
     void fireDueEvents();
     void fire();
 
-    // The first one is in progress. A callable that is running keeps its event when the queue is
+    // The first event is in progress. A running callable keeps its event alive when the queue is
     // cleared.
     std::deque<std::shared_ptr<Event>> m_events;
     QTimer m_timer{this};
@@ -123,7 +123,7 @@ private:
     std::chrono::seconds m_defaultTimeout;
     Phase m_phase = Phase::Idle;
     bool m_isFiring = false;
-    quint64 m_firings = 0; // tells a firing from a later one of the same event
+    quint64 m_firings = 0; // distinguishes a firing from a later one of the same event
 };
 
 } // namespace tools
