@@ -8,11 +8,11 @@ namespace tools
 {
 
 /// A random number that the application hands out and later compares; a copy matches its source.
-/// Not a secret: the numbers can be foretold by who has seen enough of them.
+/// It is not a secret: the next numbers can be predicted from enough earlier ones.
 class ZELTOOLS_EXPORT AccessToken
 {
 public:
-    /// Draws from [0, 2147483647]. Safe to call from any thread.
+    /// Draws a number from [0, 2147483647]. Any thread may call it.
     AccessToken();
 
     bool match(const AccessToken& other) const;

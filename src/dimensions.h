@@ -15,10 +15,10 @@ class ZELTOOLS_EXPORT Dimensions : public QObject
 public:
     ~Dimensions() override;
 
-    /// The process-wide object, destroyed at exit. Safe to call from any thread.
+    /// The process-wide object, destroyed at exit. Any thread may call it.
     static Dimensions* get();
 
-    /// Rounded to one decimal, halves away from zero.
+    /// Converts a temperature and rounds it to one decimal, with halves away from zero.
     Q_INVOKABLE double celsiusToFahrenheit(double celsius) const;
 
 private:

@@ -17,8 +17,8 @@ public:
     explicit FileReader(QObject* parent = nullptr);
     ~FileReader() override;
 
-    /// The text of the file, decoded with the locale's codec. Null, without a log line, when the
-    /// file cannot be opened or not be read to its end.
+    /// The text of the file, decoded with the locale's codec. If the file cannot be opened or read
+    /// to its end, the result is null, without a log line.
     Q_INVOKABLE QString fileContent(const QString& path);
 };
 

@@ -13,19 +13,20 @@ namespace zeltools
 {
 
 /// Replaces the content of a file so that the file on disk is the old or the new one at every
-/// moment, also when the process is killed or the power fails: the content goes to a hidden file
-/// beside it, ".NAME.new", reaches the storage and only then takes the name. The next replacement
-/// removes the hidden file that a kill or a power cut has left behind.
+/// moment, even if the process is killed or the power fails. The content is written to a hidden
+/// file beside it, ".NAME.new", and forced to storage before the hidden file is renamed. The next
+/// replacement removes a hidden file that a kill or a power cut has left behind.
 ///
-/// Mode and owner of the file stay, its extended attributes and further hard links do not. A
-/// symbolic link is followed, and the file that it points to is replaced.
+/// The mode and the owner of the file are kept; extended attributes and further hard links are not.
+/// A symbolic link is followed, and the file that it points to is replaced.
 ///
-/// The hidden file is locked while it is being written: when two replacements of one file meet, the
-/// second one fails, and neither touches the hidden file of the other. For an edit the object also
-/// holds a lock on the folder while it lives, so that reading the file, changing it and putting it
-/// back loses no edit of another process that does the same.
+/// The hidden file is locked while it is being written: if two replacements of one file overlap,
+/// the second one fails, and neither changes the hidden file of the other. For an edit, the object
+/// also holds a lock on the folder while it lives, so that concurrent processes that read, change
+/// and replace the file lose no edit.
 ///
-/// The class blocks, installs no signal handlers and logs nothing. An object belongs to one thread.
+/// The functions block, install no signal handlers and log nothing. An object belongs to one
+/// thread.
 class ZELTOOLS_EXPORT FileReplacement
 {
 public:
@@ -42,30 +43,30 @@ public:
     ~FileReplacement();
     Q_DISABLE_COPY(FileReplacement)
 
-    /// True when the new content is on the storage. After a failure the old one is still there,
-    /// unless it was the folder that could not be forced to storage. A new file gets the mode 0644
-    /// less the umask. Returns false at once when a step has failed before.
+    /// Replaces the content. Returns true if the new content is on the storage. After a failure the
+    /// old content is kept, unless the folder could not be forced to storage. A new file
+    /// gets the mode 0644 less the umask. After an earlier failure the call only returns false.
     bool replace(const QByteArray& content);
     bool replace(const Writer& writer);
-    /// Forces the file that is there to storage, for an edit that finds nothing to change: the
-    /// process that wrote it may have been killed before it did so.
+    /// Forces the existing file to storage. An edit that changes nothing calls it, because the
+    /// process that wrote the file may have been killed before it did so.
     bool sync();
 
-    /// The first failure with path and reason, as in "cannot create /etc/.env.new: Read-only file
-    /// system". Empty as long as there was none.
+    /// The first failure with path and reason, such as "cannot create /etc/.env.new: Read-only file
+    /// system". Empty without a failure.
     const QString& errorString() const { return m_error; }
-    /// True after a failure that leaves no way but to write the file in place, since its folder
-    /// takes no second file (no permission, read-only, the lock is not supported), the file cannot
-    /// be moved away (it is a mount point) or its owner cannot be kept, or since the path is a
-    /// device or a link to nothing. The old content is untouched then.
+    /// Whether a failure only leaves writing the file in place. This is the case if its folder does
+    /// not accept a second file (no permission, read-only, no support for locks), the file cannot
+    /// be renamed (it is a mount point), its owner cannot be kept, or the path is a device or a
+    /// broken link. The old content is unchanged then.
     bool needsWritingInPlace() const { return m_needsWritingInPlace; }
 
     /// The path of the file that is replaced, with links resolved.
     QString path() const { return pathOf(m_name); }
     /// The path of the hidden file. It exists while a writer runs.
     QString temporaryPath() const { return pathOf(m_temporaryName); }
-    /// Whether the path leads to the file that is replaced or to the hidden one, so that the
-    /// replacement would destroy what is read from there.
+    /// Whether the path leads to the replaced file or to the hidden one, so that the replacement
+    /// would destroy data that is read from there.
     bool wouldLose(const QString& path) const;
 
 private:

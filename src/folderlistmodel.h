@@ -19,19 +19,20 @@ struct RowChanges;
 class FolderListing;
 class FolderWatch;
 
-/// The files and folders of one folder, for QML, kept up to date.
+/// A model of the files and folders in one folder for QML, which follows changes on disk.
 ///
-/// The folder is read by another thread, so that neither a large folder nor a disk that does not
-/// answer holds up the caller or the end of the program; the rows follow in the event loop. Changes
-/// on disk, and of the properties below `folder`, become the fewest inserted, removed, moved and
-/// changed rows, so that a view keeps its place. See docs/models.md for what is followed.
+/// Another thread reads the folder, so that neither a large folder nor a disk that does not answer
+/// blocks the caller or the end of the program. The event loop updates the rows. Changes on disk,
+/// and of all properties except `folder`, insert, remove, move and change as few rows as possible,
+/// so that a view keeps its position. docs/models.md lists the changes that the model detects.
 ///
-/// Folders come first, in any order. Names that begin with "." are left out, and so are names that
-/// QFile cannot lead back to their file (those that are not valid UTF-8, in a UTF-8 locale), with a
-/// Warning. What is neither a folder nor a link to one counts as a file; a link that leads nowhere
-/// has the time of the link and no size. Logged under Log::Datamodel.
+/// Folders come first in every order. The model leaves out names that begin with ".", and, with a
+/// Warning, names that QFile cannot convert back (in a UTF-8 locale, names that are not valid
+/// UTF-8). Everything but folders and links to them counts as a file. A broken link has its own
+/// time and no size. The model logs under Log::Datamodel.
 ///
-/// Belongs to one thread. Its properties may be set in any of its signals; delete it later there.
+/// A model belongs to one thread. Its properties may be set in any of its signals; use
+/// deleteLater() to delete it there.
 class ZELTOOLS_EXPORT FolderListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -46,40 +47,42 @@ class ZELTOOLS_EXPORT FolderListModel : public QAbstractListModel
     Q_PROPERTY(Status status READ status NOTIFY statusChanged)
 
 public:
-    /// In QML `name`, `path`, `baseName`, `suffix`, `size`, `modified` and `isFolder`.
+    /// The roles `name`, `path`, `baseName`, `suffix`, `size`, `modified` and `isFolder` of QML.
     enum Role {
-        NameRole = Qt::UserRole, ///< the display role gives the same
+        NameRole = Qt::UserRole, ///< the same as the display role
         PathRole,
-        BaseNameRole, ///< what is before the last "." of the name; all of it for a folder
-        SuffixRole,   ///< what is behind it
+        BaseNameRole, ///< the name up to its last "."; the whole name for a folder
+        SuffixRole,   ///< the name after its last "."
         SizeRole,     ///< in bytes; 0 for a folder
         ModifiedRole, ///< QDateTime
         IsFolderRole
     };
-    /// Names are compared without regard to case; what is otherwise equal is in their order.
+    /// The order of the rows. Names are compared without regard to case; equal entries are sorted
+    /// by name.
     enum SortField { SortByName, SortByTime, SortBySize, SortBySuffix };
     Q_ENUM(SortField)
     enum Status {
-        NoFolder,  ///< none is set
-        Listing,   ///< it is being read for the first time
-        Ready,     ///< and is followed
-        Unreadable ///< does not exist, is no folder or may not be read; followed, too
+        NoFolder,  ///< no folder is set
+        Listing,   ///< the folder is being read for the first time
+        Ready,     ///< the rows are there, and the model follows changes
+        Unreadable ///< the folder does not exist, is not a folder or may not be read; the model
+                   ///< fills when that changes
     };
     Q_ENUM(Status)
 
     explicit FolderListModel(QObject* parent = nullptr);
-    /// Does not wait for a listing that is under way.
+    /// Does not wait for a running listing.
     ~FolderListModel() override;
 
-    /// An absolute path, as the members of Path are: what is set may be relative to the current
-    /// folder, or a local URL ("file:///media/usb"), as QML makes of a `url`. Empty for none. Each
-    /// ".." stays in the path, since behind a symbolic link only the kernel knows where it leads.
-    /// The rows of the old folder are gone at once.
+    /// The folder as an absolute path, like the members of Path; empty for none. The setter also
+    /// accepts a path relative to the current folder and a local URL ("file:///media/usb"), to
+    /// which QML converts a `url`. Each ".." stays in the path, since behind a symbolic link only
+    /// the kernel can resolve it. The rows of the old folder are removed immediately.
     QString folder() const;
     void setFolder(const QString& folder);
-    /// Patterns ("*.log", "m[0-9].txt") for the names of files, one of which must match, in any
-    /// case of letters; none lets all through, one that is not valid ("[a") nothing. Folders are
-    /// not filtered.
+    /// Patterns ("*.log", "m[0-9].txt") for the names of files, of which one must match without
+    /// regard to case. An empty list accepts all files, and an invalid pattern ("[a") matches none.
+    /// Folders are not filtered.
     QStringList nameFilters() const;
     void setNameFilters(const QStringList& filters);
     bool showFolders() const;
@@ -99,7 +102,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 public Q_SLOTS:
-    /// Looks again, soon: for what cannot be followed.
+    /// Lists the folder again soon, for changes that the model cannot detect.
     void refresh();
 
 Q_SIGNALS:
@@ -128,15 +131,15 @@ private:
 
     const std::unique_ptr<FolderQuery> m_query;
     const std::unique_ptr<FolderWatch> m_watch;
-    std::shared_ptr<FolderListing> m_listing; // under way
-    int m_serial = 0;                         // of that listing, or of the one that comes next
+    std::shared_ptr<FolderListing> m_listing; // the running listing
+    int m_serial = 0;                         // of the running listing, or of the next one
     Rows m_rows;
     QString m_prefix; // of the paths of the rows
     Status m_status = NoFolder;
     QTimer m_timer{this};
     int m_pause_ms = 0; // between two listings
     int m_unspeakableNames = 0;
-    bool m_isStale = false;    // a listing was asked for while none could begin
+    bool m_isStale = false;    // a listing was requested while none could begin
     bool m_isApplying = false; // rows are being changed
 };
 

@@ -5,8 +5,8 @@
 namespace zeltools
 {
 
-/// How an application wants its bytes shown, for formatters of its own. The library does not read
-/// it: what the four mean is up to them.
+/// Options with which an application passes the format of bytes to its own formatters. The library
+/// does not read them; their meaning is up to the formatters.
 struct HexOptions
 {
     bool flag;

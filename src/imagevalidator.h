@@ -6,7 +6,7 @@
 #include <QString>
 #include <QUrl>
 
-/// Keeps broken images out of the user interface.
+/// Prevents broken images in the user interface.
 class ZELTOOLS_EXPORT ImageValidator : public QObject
 {
     Q_OBJECT
@@ -15,9 +15,9 @@ public:
     explicit ImageValidator(QObject* parent = nullptr);
     ~ImageValidator() override;
 
-    /// The URL of an image among the resources ("qrc:/img/a.png"), or an empty one, which shows no
-    /// image: for a path without a ".", for anything but "qrc:", and when there is no such
-    /// resource. A path with another "qrc" in it is never found, since all of them are taken away
-    /// to get the name of the resource.
+    /// The URL of an image in the resources ("qrc:/img/a.png"). The URL is empty, so that no image
+    /// is shown, for a path without a ".", a path that does not begin with "qrc:", and a missing
+    /// resource. A path with a second "qrc" is never found, since every "qrc" is removed to get the
+    /// name of the resource.
     Q_INVOKABLE QUrl validatedUrl(const QString& path);
 };

@@ -5,7 +5,8 @@
 namespace zeltools
 {
 
-/// That of the library which the process has loaded, whatever it was compiled against.
+/// The version of the library that this process has loaded, which may differ from the version that
+/// the program was compiled with.
 ZELTOOLS_EXPORT VersionApp libraryVersion();
 
 } // namespace zeltools

@@ -6,51 +6,53 @@
 #include <QString>
 
 /// The process-wide table of the application's folders and files. The host calls init() once at
-/// start-up, before the log manager is used; every path is text put together from the application's
-/// folder, never normalised, so that "/../../" stays in it. Folders end with "/", except
+/// start-up, before it uses the log manager. The paths are built as text from the application's
+/// folder and never normalised, so that "/../../" stays in them. Folders end with "/", except
 /// `kestrelPermanentFilesDir` and `resourcesDir`. All members are empty until init().
 ///
-/// Not locked: write (init(), the repairs) on the main thread before others read.
+/// The members are not locked: call init() and the repairs in the main thread before other threads
+/// read them.
 class ZELTOOLS_EXPORT Path : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The single object, made by the first call.
+    /// The only object, created by the first call.
     static Path* instance();
-    /// Whether an object was constructed; makes none.
+    /// Whether an object was constructed. The call does not create one.
     static bool exists();
 
-    /// Fails an assertion when there is an object already, then constructs one more, which
-    /// instance() does not return.
+    /// Constructs an object. If one exists already, an assertion fails, and instance() does not
+    /// return the new object.
     Path();
     ~Path() override;
 
-    /// Builds all members and creates the folders that must exist, whose failures are not reported.
-    /// "default" as root means `shareDir`; any other root is used as it stands and needs its own
-    /// "/" at the end: "/media/usb" gives `videosDir` "/media/usbres/videos/". May be called again.
+    /// Builds all members and creates the folders that must exist, without reporting failures. The
+    /// root "default" means `shareDir`. Any other root is used unchanged and must end with "/":
+    /// "/media/usb" gives `videosDir` "/media/usbres/videos/". init() may be called again.
     void init(const QString& applicationDirectory, const QString& videosRoot,
               const QString& imagesRoot);
 
-    /// Creates `kestrelPermanentFilesDir` if it is missing. Always true.
+    /// Creates `kestrelPermanentFilesDir` if it is missing. Always returns true.
     bool fixKestrelPermanentFilesLink();
 
     // The repairs below work on the board. On the desktop they do nothing and return true. A
     // failure is one Error line.
 
     /// Makes "databases/machine" in the application's folder a symbolic link to `machineDir`, where
-    /// the data outlives a software update. Replaces a link that points elsewhere, but never a file
-    /// or folder: false then.
+    /// the data outlives a software update. It replaces a link that points elsewhere, but never a
+    /// file or folder; in that case it returns false.
     bool fixMachineDataLink();
-    /// Points `defaultVideosDir` at "res/videos/defaultVideos/" in `shareDir`, created if missing,
-    /// when its folder is not there: the medium of `videosDir` may be unplugged or write-protected.
+    /// Sets `defaultVideosDir` to "res/videos/defaultVideos/" in `shareDir`, which it creates if
+    /// missing, if the current folder does not exist: the medium of `videosDir` may be unplugged or
+    /// write-protected.
     bool fixDefaultVideosPath();
-    /// Copies "dbus/zel.conf" of the application's folder to the system bus's configuration. A copy
-    /// that is up to date is not written again; one that fails leaves the old one as it was.
+    /// Copies "dbus/zel.conf" of the application's folder to the configuration of the system bus.
+    /// An identical copy is not written again, and a failure does not change the old one.
     void copyDbusConfigFile();
-    /// Deletes a file, a link (not what it points to) or a folder with all it contains. True when
-    /// nothing is left, also when nothing was there. An empty path, the root and paths that end
-    /// with "." or ".." are refused.
+    /// Deletes a file, a link (not its target) or a folder with its content. Returns true if
+    /// nothing is left, even if nothing was there. An empty path, the root and paths that end with
+    /// "." or ".." are refused.
     bool deleteFileOrFolder(const QString& fileOrFolder);
 
     QString applicationDir;
@@ -104,7 +106,7 @@ public:
     QString kestrelAppDir;
     QString kestrelPermanentFilesDir;
     QString resourcesDir;
-    QString canTestDir; ///< The board's own folder if it exists when init() runs.
+    QString canTestDir; ///< The board's own folder if it exists during init().
 
 private:
     void buildPaths(const QString& applicationDirectory, const QString& videosRoot,

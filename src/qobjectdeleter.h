@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QPointer>
 
-/// Deletes an object at the end of a scope: at once, or through the event loop of its thread when
-/// `later` is true. Does nothing for null, nor for an object that somebody else has deleted.
+/// Deletes an object at the end of a scope: immediately, or through the event loop of its thread if
+/// `later` is true. It does nothing for null and for an object that has already been deleted.
 class ZELTOOLS_EXPORT QObjectDeleter
 {
 public:

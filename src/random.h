@@ -9,17 +9,17 @@
 namespace utils
 {
 
-/// The one engine of the process, seeded on first use. Not locked: who draws from it directly while
-/// other threads may draw holds randomMutex().
+/// The only engine of the process, seeded on first use. It is not locked: hold randomMutex() to
+/// draw from it directly while other threads may draw.
 ZELTOOLS_EXPORT std::mt19937& randomGenerator();
-/// Held by randomTypeDistributed() while it draws; not recursive.
+/// The mutex that randomTypeDistributed() holds while it draws; it is not recursive.
 ZELTOOLS_EXPORT std::mutex& randomMutex();
 
-/// A uniformly distributed value in [min, max]. Safe to call from any thread.
+/// A uniformly distributed value in [min, max]. Any thread may call it.
 template <typename T, T min, T max>
 T randomTypeDistributed()
 {
-    // The standard knows no distribution of characters.
+    // The standard library has no distribution of characters.
     using Number = std::conditional_t<sizeof(T) == 1, int, T>;
     const std::lock_guard locker(randomMutex());
     static std::uniform_int_distribution<Number> distribution(min, max);

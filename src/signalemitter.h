@@ -7,7 +7,7 @@
 namespace zeltools
 {
 
-/// A ready-made sender for the application; the library neither emits nor connects it.
+/// A sender of signals for the application; the library neither emits nor connects them.
 class ZELTOOLS_EXPORT SignalEmitter : public QObject
 {
     Q_OBJECT

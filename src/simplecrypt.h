@@ -11,25 +11,25 @@
 
 class CryptFiles;
 
-/// Length in bytes of the SHA-1 in a cyphertext.
+/// The length in bytes of the SHA-1 in a cyphertext.
 constexpr int SHA1_SIZE = 20;
 
-/// Turns bytes, texts and files into self-describing cyphertexts and back; docs/format-crypt.md
-/// has the format. A cyphertext may carry metadata that can be read without a key, is compressed
-/// where that pays and protected against damage by a checksum or a SHA-1.
+/// Converts bytes, texts and files to self-describing cyphertexts and back; docs/format-crypt.md
+/// describes the format. A cyphertext may have metadata that can be read without a key. It is
+/// compressed if that makes it shorter, and a checksum or a SHA-1 detects damage.
 ///
-/// The cipher keeps curious eyes out and nothing more: its key has 64 bits, and eight bytes of a
-/// known plaintext give it away.
+/// The cipher only protects against casual reading: its key has 64 bits, and eight bytes of a known
+/// plaintext reveal it.
 ///
-/// No operation throws, also when memory runs out. Failures are an empty result or false, mostly
-/// with a Qt warning and lastError(); lastFailure() tells of each of them, with the file and the
-/// system's error. An object wipes its key from memory when it goes. One object must not be used
-/// from two threads at once; different objects are independent.
+/// No operation throws, even when memory runs out. After a failure the result is empty or false,
+/// mostly with a Qt warning and lastError(). lastFailure() describes every failure with the file
+/// and the error of the system. The destructor wipes the key from memory. Two threads must not use
+/// one object at the same time; different objects are independent.
 class ZELTOOLS_EXPORT SimpleCrypt
 {
 public:
     enum CompressionMode {
-        CompressionWhenSmaller = 0, ///< compress, keep the result when it is shorter
+        CompressionWhenSmaller = 0, ///< compress, and keep the result if it is shorter
         CompressionForced = 1,
         CompressionOff = 2
     };
@@ -69,20 +69,20 @@ public:
     /// qCompress() computes 1 % more than it is given in an int.)
     static constexpr qint64 largestInMemory_B = qint64(1900) * 1024 * 1024;
 
-    /// What made an operation fail.
+    /// The reason of a failure.
     struct Failure
     {
         Error code = CryptNoError;
-        QString path;        ///< the file concerned; empty where none is
-        QString systemError; ///< "No space left on device"; empty when no system call failed
+        QString path;        ///< the file, or empty if the failure concerns none
+        QString systemError; ///< "No space left on device"; empty if no system call failed
     };
 
-    /// Told after each chunk: how many bytes of `total_B` have been read. Encryption reads a file
-    /// twice when it computes a SHA-1, and counts both. Must not touch the SimpleCrypt; an
-    /// std::exception that it throws ends the operation as a failure.
+    /// A callback after each chunk with the number of bytes that have been read of `total_B`.
+    /// Encryption with a SHA-1 reads a file twice and counts both passes. The callback must not use
+    /// the SimpleCrypt; an std::exception that it throws ends the operation as a failure.
     using Progress = std::function<void(qint64 done_B, qint64 total_B)>;
 
-    /// Has no key yet, which 0 would be.
+    /// Constructs an object without a key; note that 0 is a key.
     SimpleCrypt() = default;
     explicit SimpleCrypt(quint64 key);
     SimpleCrypt(const SimpleCrypt&) = default;
@@ -90,119 +90,121 @@ public:
     ~SimpleCrypt();
 
     void setKey(quint64 key);
-    /// Takes the key apart into its eight bytes, the lowest first; setKey() does it.
+    /// Splits the key into its eight bytes, the lowest first; setKey() calls it.
     void splitKey();
-    /// For encryptions; the default is CompressionWhenSmaller.
+    /// Sets the compression of encryptions; the default is CompressionWhenSmaller.
     void setCompression(CompressionMode mode) { m_compressionMode = mode; }
-    /// For encryptions; the default is ProtectionSha1.
+    /// Sets the integrity field of encryptions; the default is ProtectionSha1.
     void setProtection(ProtectionMode mode) { m_protectionMode = mode; }
-    /// Whether the byte in front of the payload is random, so that the same text gives another
-    /// cyphertext each time (the default), or 0xFF.
+    /// Sets whether the byte in front of the payload is random (the default), so that the same text
+    /// gives a different cyphertext each time, or 0xFF.
     void setRandomCharEnabled(bool enabled) { m_randomCharEnabled = enabled; }
-    /// A text that stands readable in front of the payload; empty for none. It is written in the
-    /// local 8-bit encoding but read as Latin-1: only ASCII comes back as it was.
+    /// Sets a text that is stored readably in front of the payload; empty means none. It is written
+    /// in the local 8-bit encoding but read as Latin-1, so that only ASCII is preserved.
     void setMetadata(const QString& metadata) { m_metadata = metadata; }
-    /// Whether encryptions leave the payload as it is. The decryption of such a cyphertext sets
-    /// this too, and nothing but this function clears it: an object that has read one goes on to
-    /// write them, and takes all others for such.
+    /// Sets whether encryptions leave the payload unenciphered. The decryption of such a cyphertext
+    /// also sets this, and only this function clears it: an object that has read one then writes
+    /// unenciphered payloads and reads all others as unenciphered, too.
     void setPlainPayload(bool plain) { m_plainPayload = plain; }
 
-    /// The outcome of the last operation that sets it; some failures leave it as it was.
+    /// The result of the last operation that sets it; some failures do not change it.
     Error lastError() const { return m_lastError; }
-    /// Why the last encryption, decryption or query of a header failed; the code is CryptNoError
-    /// when it did not. It never keeps what an earlier operation left, and has a code also for the
-    /// failures that lastError() leaves out.
+    /// The reason why the last encryption, decryption or query of a header failed; the code is
+    /// CryptNoError if it succeeded. Unlike lastError(), it has a code for every failure and never
+    /// keeps the result of an earlier operation.
     const Failure& lastFailure() const { return m_failure; }
-    /// What the last decryption has checked its payload by. ProtectionOff is also what it says when
-    /// the decryption failed. The flags of a file are not protected themselves: whoever knows that
-    /// a file was written with a SHA-1 must ask here whether one was looked at.
+    /// The integrity field that the last decryption has checked; ProtectionOff if the decryption
+    /// failed. The flags of a file are not protected themselves: a caller who knows that a file was
+    /// written with a SHA-1 must check here whether the decryption has verified one.
     ProtectionMode checkedProtection() const { return m_checkedProtection; }
 
-    /// Empty without a key, and with CryptFileAccess for more than 1900 MiB or where there is too
-    /// little memory. Texts are taken as UTF-8; the string form is base64.
+    /// Encrypts bytes or a text, which is encoded as UTF-8; the string form is base64. The result
+    /// is empty without a key, and with CryptFileAccess for more than 1900 MiB or if memory runs
+    /// out.
     QByteArray encryptToByteArray(const QByteArray& plaintext);
     QByteArray encryptToByteArray(const QString& plaintext);
     QString encryptToString(const QByteArray& plaintext);
     QString encryptToString(const QString& plaintext);
 
-    /// Empty on failure, and for the cyphertext of an empty array; lastError() tells them apart,
-    /// except where the input is too short for a cyphertext or for its header: that leaves it as it
-    /// was. A QString is taken as base64.
+    /// Decrypts a cyphertext; a QString is decoded from base64. The result is empty after a failure
+    /// and for the cyphertext of an empty array. lastError() distinguishes these cases, except that
+    /// an input that is too short for a cyphertext or its header does not change it.
     QByteArray decryptToByteArray(const QByteArray& cyphertext);
     QByteArray decryptToByteArray(const QString& cyphertext);
     QString decryptToString(const QByteArray& cyphertext);
     QString decryptToString(const QString& cyphertext);
 
-    /// Whether it begins as a cyphertext does. An assertion fails on empty data.
+    /// Whether the data begins like a cyphertext. An assertion fails on empty data.
     bool checkVersion(const QByteArray& data) const;
-    /// The length of the metadata in bytes as the header states it; needs its first ten bytes. 0
-    /// when there are none or the header is damaged; may be negative in a forged one. Version 3
-    /// had no metadata.
+    /// The length of the metadata in bytes that the header states; needs the first ten bytes of the
+    /// header. The result is 0 if there are none or the header is damaged, and may be negative for
+    /// a forged header. Version 3 had no metadata.
     qint64 getMetadataSize(const QByteArray& data);
-    /// The 28 bytes in front of metadata: length, its complement, SHA-1. An assertion fails on an
-    /// empty text.
+    /// The 28 bytes in front of the metadata: length, its complement, SHA-1. An assertion fails on
+    /// an empty text.
     QByteArray getMetadataHeader(const QString& metadataStr) const;
-    /// The metadata of a cyphertext, of which the header and the metadata suffice. Empty when there
-    /// are none or they are damaged.
+    /// The metadata of a cyphertext, from its header and its metadata. Empty if there are none or
+    /// they are damaged.
     QString getMetadata(const QByteArray& data);
 
-    /// Four bytes, the lowest first. Missing bytes count as 0.
+    /// Convert between a number and four bytes, the lowest first. Missing bytes count as 0.
     static QByteArray convertInt32ToQByteArray(int value);
     static int convertQByteArrayToInt32(const QByteArray& bytes);
 
-    /// Whole files, in memory: together up to four times the size of the file.
+    /// Encrypt or decrypt a whole file in memory, of which they need up to four times its size.
     ///
-    /// False when one of them cannot be opened, or both are the same, without a change of
-    /// lastError(); and with lastError() when reading or writing fails, the input is larger than
-    /// 1900 MiB, memory runs out or the payload cannot be uncompressed. An output that was there is
-    /// kept then, unless it is the writing that failed.
+    /// They return false without changing lastError() if a file cannot be opened or both are the
+    /// same. They return false and set lastError() if reading or writing fails, the input is larger
+    /// than 1900 MiB, memory runs out or the payload cannot be uncompressed. An existing output is
+    /// kept then, unless writing failed.
     ///
-    /// True when the output holds all that came back. That is nothing where there is no key, and
-    /// where the input is no cyphertext, is damaged or has another key: look at lastError().
+    /// They return true if the output has the whole result. The result is empty without a key, and
+    /// if the input is not a cyphertext, is damaged or has another key: check lastError().
     bool encryptFile(const QString& inputPath, const QString& outputPath);
     bool decryptFile(const QString& inputPath, const QString& outputPath);
 
-    /// The same bytes without compression, in constant memory: a chunk of 1 MiB.
+    /// Writes the same bytes as encryptFile() without compression, in constant memory: a chunk of
+    /// 1 MiB.
     ///
-    /// LOSES THE LAST BYTES of a file that is larger than a chunk and whose size is above a
-    /// multiple of 1,048,576 bytes by 1 to 21 bytes (with ProtectionSha1; by 1 byte without): the
-    /// condition that ends the writing counts the bytes in front of the payload too, and other
-    /// programs rely on the layout that comes of it. The file then fails its integrity check.
-    /// encryptFileInChunks() loses nothing. An empty input, and one without a size such as a pipe,
-    /// becomes a header alone, which nothing decrypts.
+    /// LOSES THE LAST BYTES of a file that is larger than a chunk and whose size exceeds a multiple
+    /// of 1,048,576 bytes by 1 to 21 bytes (with ProtectionSha1; by 1 byte without): the condition
+    /// that ends the writing also counts the bytes in front of the payload, and other programs rely
+    /// on the resulting layout. The file then fails its integrity check. encryptFileInChunks()
+    /// loses nothing. An empty input, and one without a size such as a pipe, becomes a header
+    /// alone, which cannot be decrypted.
     ///
-    /// CompressionForced and ProtectionChecksum are refused with an empty output,
-    /// CompressionWhenSmaller does not compress. The key is not checked: without one it is 0. True
-    /// leaves lastError() as it was. After a failure to read the first pass the output is what it
-    /// was, after a later one part of the new one may be there.
+    /// CompressionForced and ProtectionChecksum are refused with an empty output, and
+    /// CompressionWhenSmaller does not compress. The key is not checked; without one it is 0.
+    /// Success does not change lastError(). A read failure in the first pass does not change the
+    /// output; a later failure may leave part of the new one.
     bool encryptFileSmart(const QString& inputPath, const QString& outputPath,
                           const Progress& progress = Progress());
-    /// encryptFileSmart() with all of the payload, whatever its size: the bytes that encryptFile()
-    /// writes with CompressionOff. The input must be a file that can be read twice.
+    /// Works like encryptFileSmart(), but always writes the whole payload: the bytes that
+    /// encryptFile() writes with CompressionOff. The input must be a file that can be read twice.
     bool encryptFileInChunks(const QString& inputPath, const QString& outputPath,
                              const Progress& progress = Progress());
-    /// In constant memory as well, unless the file is compressed or has a checksum: then it is
-    /// decryptFile(), and returns true as that does. Refuses files shorter than 30 bytes, which
-    /// decryptFile() can read. The output is written before the SHA-1 is known to be wrong, and is
-    /// left behind; a file that is refused for its header leaves an empty one.
+    /// Decrypts in constant memory as well. For a file that is compressed or has a checksum, it
+    /// calls decryptFile() and returns its result. It refuses files shorter than 30 bytes, which
+    /// decryptFile() can read. The output is written before the SHA-1 is verified and stays if that
+    /// fails; a file that is refused because of its header leaves an empty output.
     bool decryptFileSmart(const QString& inputPath, const QString& outputPath,
                           const Progress& progress = Progress());
 
-    /// The number of bytes in front of the payload, that of a checksum not counted; -1 when the
-    /// file cannot be opened, is shorter than 2 bytes or states metadata that are longer than the
-    /// whole file. Whether the file is a cyphertext, or is cut within the header, is not looked at.
+    /// The number of bytes in front of the payload without those of a checksum; -1 if the file
+    /// cannot be opened, is shorter than 2 bytes or states metadata that are longer than the whole
+    /// file. It does not check whether the file is a cyphertext or ends within the header.
     int getHeaderLength(const QString& path);
-    /// Empty when there are none, they are damaged or the file cannot be opened. Only metadata that
-    /// are not damaged are read into memory.
+    /// The metadata of a file. Empty if there are none, they are damaged or the file cannot be
+    /// opened. Only undamaged metadata are read into memory.
     QString getMetadataFromFile(const QString& path);
-    /// Where the SHA-1 of a file with ASCII metadata stands. For a file without metadata it is 31
-    /// all the same.
+    /// The offset of the SHA-1 in a file with ASCII metadata. For a file without metadata the
+    /// result is 31, which is not the offset of its SHA-1.
     int getDataHashOffset(const QString& path);
 
-    /// The header of a file whose payload somebody else writes behind it, unenciphered: set
-    /// metadata and setPlainPayload(true) first. The SHA-1 of the payload goes to
-    /// getDataHashOffset() when it is known; until then another one keeps its place. An assertion
-    /// fails without metadata and with ProtectionChecksum.
+    /// The header of a file whose unenciphered payload the caller appends; set metadata and
+    /// setPlainPayload(true) first. The caller writes the SHA-1 of the payload at
+    /// getDataHashOffset() when it is known; the header has a placeholder there. An assertion fails
+    /// without metadata and with ProtectionChecksum.
     QByteArray getHeaderForCompleteBackup() const;
 
 private:

@@ -7,9 +7,9 @@
 
 class QFile;
 
-/// Checks of the file system, and writing out what the kernel still keeps in memory. The syncs work
-/// on the board only, where the supply may fail at any moment, and block until the data is on the
-/// storage. Safe to call from any thread.
+/// Checks files and folders, and forces data from memory to storage. The sync functions work on the
+/// board only, where the power may fail at any moment, and block until the data is on the storage.
+/// All functions may be called from any thread.
 class ZELTOOLS_EXPORT System
 {
 public:
@@ -36,18 +36,18 @@ public:
         }
     };
 
-    /// Forces what was written to the file to storage. An open file stays open; one that is not is
-    /// opened read-write for the purpose, which creates a missing file. A file that cannot be
-    /// opened, and data that does not reach the storage, is an Error line.
+    /// Forces the written data of the file to storage. An open file stays open. A closed file is
+    /// opened read-write for the sync, which creates a missing file. A file that cannot be opened
+    /// or synced is an Error line.
     static void syncFile(QFile& file);
     static void syncFile(const QString& path);
     static void syncFile(int fileDescriptor);
     static void syncFileSystem();
-    /// Writes out all file systems, then drops the kernel's page cache. The drop needs root and is
-    /// left out silently without.
+    /// Syncs all file systems, then drops the page cache of the kernel. Without root privileges the
+    /// second step is silently skipped.
     static void clearRAMmemory();
 
-    /// Whether the path, links followed, is a file or a folder.
+    /// Whether the path exists and is a file or a folder, respectively; links are followed.
     static bool fileExists(const QString& path);
     static bool folderExists(const QString& path);
     static bool filenameAlreadyExists(const QString& fileName, const QString& folder);

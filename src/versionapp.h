@@ -11,8 +11,8 @@ public:
 
     using VersionNumber::operator=;
 
-    /// Whether there are three identifiers. Gives a Qt warning when not, also on behalf of the
-    /// numbers below.
+    /// Whether there are three identifiers; otherwise it gives a Qt warning. The functions below
+    /// call it, too.
     bool isValidVersionApp() const;
 
     int majorVersionApp() const;

@@ -8,75 +8,78 @@
 #include <chrono>
 #include <functional>
 
-/// Runs command lines and waits for them, changes the environment of this process, and tells where
-/// it is when it crashes.
+/// Runs command lines and waits for them, changes the environment of this process, and prints the
+/// call stack when it crashes.
 ///
-/// A command line goes to "/bin/sh -c", so redirections and pipes work; never put text from outside
-/// into one. Standard input is empty. What the command prints on both outputs goes to the log line
-/// by line as it comes, at Debug under Log::Global; blank lines are left out, and a line of more
-/// than 4 KiB becomes several.
+/// "/bin/sh -c" runs a command line, so redirections and pipes work; a command line must never
+/// contain text from outside. Standard input is empty. The output of the command on both streams is
+/// logged line by line as it arrives, at Debug under Log::Global. Blank lines are skipped, and a
+/// line of more than 4 KiB is split.
 ///
-/// Safe to call from any thread, with or without an event loop; events are not processed meanwhile.
+/// All functions may be called from any thread, with or without an event loop. They do not process
+/// events while they wait.
 class ZELTOOLS_EXPORT WindowsTools
 {
 public:
     WindowsTools() = delete;
 
-    /// A command that runs longer is killed, with all of its process group.
+    /// The time after which a command is killed together with its process group.
     static constexpr std::chrono::minutes commandTimeLimit{5};
 
-    /// True only when the command ended by itself with exit code 0. A command that could not be
-    /// started (the working directory is missing) or was killed is an Error line and has the exit
-    /// code -1. An empty working directory means that of this process.
+    /// Runs a command. Returns true only if it ended by itself with exit code 0. A command that
+    /// could not be started (the working directory is missing) or was killed is an Error line and
+    /// has the exit code -1. An empty working directory means that of this process.
     ///
-    /// The end of the shell is the end of the command: what it leaves in the background goes on
-    /// without its output being read.
+    /// The command ends when the shell ends. Background processes of the shell go on, but their
+    /// output is no longer read.
     static bool runCommand(const QString& command, const QString& workingDirectory = QString(),
                            int* exitCode = nullptr);
-    /// One after the other; stops at the first failure and returns false.
+    /// Runs the commands one after the other. Returns false after the first failure, without
+    /// running the others.
     static bool runCommands(const QStringList& commands,
                             const QString& workingDirectory = QString());
 
-    /// What runCommand() calls; the exit code is never null and -1 when nothing is written to it.
+    /// The function that runCommand() calls. The exit code is never null and is -1 by default.
     using CommandRunner =
         std::function<bool(const QString& command, const QString& workingDirectory, int* exitCode)>;
-    /// Replaces the shell, for tests; an empty function brings it back. Returns the one before,
-    /// empty for the shell. May be called from any thread, and must be callable from any.
+    /// Replaces the shell for tests; an empty function restores it. Returns the previous runner,
+    /// which is empty for the shell. Any thread may call this function and the runner.
     static CommandRunner setCommandRunner(CommandRunner runner);
 
-    /// Gives the variable this value, in place of another one; both texts in UTF-8. An empty value
-    /// is a value. False, and nothing changed, for a name that is empty or holds a "=".
+    /// Sets the variable to this value; both texts are stored as UTF-8. The value may be empty.
+    /// Returns false and changes nothing if the name is empty or contains a "=".
     ///
-    /// Takes the lock under which Qt reads the environment (qgetenv()); code that calls getenv()
-    /// itself must not run meanwhile.
+    /// The function takes the lock under which Qt reads the environment (qgetenv()). No code that
+    /// calls getenv() directly may run at the same time.
     static bool setEnv(const QString& name, const QString& value);
-    /// Removes the variable, if it is there. Otherwise as setEnv().
+    /// Removes the variable if it exists. Names and locking are as for setEnv().
     static bool unsetEnv(const QString& name);
 
-    /// The calls that led here, the caller of this method first, as in
+    /// The call stack, beginning with the caller of this function, with entries such as
     ///
     ///     "DrinkCycle::brew(int)+0x1c (demo+0x4f21)"
     ///
-    /// A function that its program or library does not export has "?" for a name; `addr2line -Cfe`
-    /// finds it by the second part. A program exports its own functions with the linker's
-    /// "-rdynamic" (ENABLE_EXPORTS in CMake). At most 64 calls; what the compiler has merged into
-    /// its caller is not there.
+    /// A function that its program or library does not export has the name "?"; `addr2line -Cfe`
+    /// finds its name by the second part of the entry. A program exports its own functions with the
+    /// linker's "-rdynamic" (ENABLE_EXPORTS in CMake). The stack has at most 64 entries and none
+    /// for functions that the compiler has inlined.
     static QStringList callStack();
-    /// Logs them at Info under Log::Global, a line each.
+    /// Logs the call stack at Info under Log::Global, one line per call.
     static void printCallStack();
 
-    /// From now on a crash (SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT) prints its signal and the
-    /// calls that led to it to standard error, then ends the process as it would have without: the
-    /// exit status and the core dump stay. Not to the log files, which need locks and memory that
-    /// the crash may have left in any state; for the same reason names are not demangled (c++filt
-    /// does that). Where printing takes more than 5 seconds SIGALRM ends the process.
+    /// Installs handlers for SIGSEGV, SIGBUS, SIGFPE, SIGILL and SIGABRT. A crash then prints its
+    /// signal and call stack to standard error and ends the process as it would have without the
+    /// handlers, with the same exit status and core dump. The log files get nothing, because they
+    /// need locks and memory that the crash may have left in any state. For the same reason names
+    /// are not demangled (c++filt does that). If printing takes more than 5 seconds, SIGALRM ends
+    /// the process.
     ///
-    /// Call it from the main thread, which alone can also tell of a stack overflow. A handler that
-    /// was there before is replaced.
+    /// Call it in the main thread, since a stack overflow is reported only in the thread of the
+    /// call. It replaces earlier handlers.
     static void installSignalHandlers();
 
-    /// Would have the hardware restart a machine on which feedWatchdog() is not called for so long.
-    /// There is no such hardware here: it does nothing but log that, and returns false.
+    /// Is meant to make the hardware restart a machine on which feedWatchdog() is not called for
+    /// that time. Without such hardware it only logs this and returns false.
     static bool startWatchdog(std::chrono::seconds timeLimit);
     /// Does nothing.
     static void feedWatchdog();

@@ -6,8 +6,8 @@
 
 #include <stdexcept>
 
-/// A text was to be bytes in hexadecimal, and is not. what() is in the encoding of the locale, and
-/// carries the details behind the name of the class.
+/// The exception for a text that is not bytes in hexadecimal form. what() is in the encoding of the
+/// locale and has the name of the class followed by the details.
 class ZELTOOLS_EXPORT WrongByteDataException : public std::invalid_argument
 {
 public:

@@ -7,8 +7,8 @@
 namespace crash_simulator
 {
 
-/// Fails on purpose, so that the watchdog, the crash handling and the logs of a machine can be
-/// tried out. Nothing of it is caught. The lines go to `Log::Global`.
+/// Crashes or stalls the program on purpose, for tests of the watchdog, the crash handling and the
+/// logs of a machine. The class catches nothing and logs under `Log::Global`.
 class ZELTOOLS_EXPORT CrashSimulator : public QObject
 {
     Q_OBJECT
@@ -17,14 +17,14 @@ public:
     explicit CrashSimulator(QObject* parent);
     ~CrashSimulator() override;
 
-    /// Starts a thread that never ends and is never deleted, whatever becomes of the simulator.
+    /// Starts a thread that never ends and outlives the simulator.
     void simulateStallSecondaryThread();
-    /// Never returns. From another thread than the main one an Error line, and nothing else.
+    /// Stalls the main thread and never returns. In any other thread it only logs an Error line.
     void simulateStallMainThread();
-    /// Reads from address zero. Never returns.
+    /// Reads from address zero and never returns.
     void simulateApplicationCrash();
 
-    /// Sleeps for ever in the thread that calls it.
+    /// Sleeps forever in the calling thread.
     [[noreturn]] void stall();
 };
 

@@ -21,11 +21,11 @@ namespace zeltools::declarativestatemachine
 /// the machine's module (" ^ Transition from Filling to Draining triggered, signal Tank::full"),
 /// start and stop at Info.
 ///
-/// A signal for which the active state has no way is dropped, other than by StateMachine. States
-/// that lead to one another directly in a circle keep the event loop from running.
+/// Unlike StateMachine, it drops a signal for which the active state has no transition. A circle of
+/// direct transitions blocks the event loop.
 ///
-/// Belongs to one thread. The machine may be destroyed in its signals and in the actions and guards
-/// of its states.
+/// A machine belongs to one thread. It may be destroyed in its signals and in the actions and
+/// guards of its states.
 class ZELTOOLS_EXPORT DeclarativeStateMachine : public QObject
 {
     Q_OBJECT
@@ -37,19 +37,18 @@ public:
     DeclarativeStateMachine(const LogModule&&, QObject* parent = nullptr) = delete;
     ~DeclarativeStateMachine() override;
 
-    /// Builds the states; once, before start(). Each fault is a release assertion, after which
-    /// building goes on:
+    /// Builds the states. Call it once, before start(). Each fault is a release assertion, after
+    /// which building continues:
     /// - a transition from the final state is left out;
-    /// - one to a state that is not there is triggered and logged, but leads nowhere;
-    /// - one on a signal that the object does not have is never triggered, unless the text of the
-    ///   signal only lacks normalizing.
-    /// Of two states of one name, transitions lead to the later one.
+    /// - a transition to a missing state is triggered and logged, but leads nowhere;
+    /// - a transition on a signal that the object does not have is never triggered, unless the text
+    ///   of the signal only lacks normalization.
+    /// If two states have the same name, transitions lead to the later one.
     void setDescription(const StateMachineDescription& description);
 
-    /// Enters the initial state when the event loop runs. Takes the place of a restart that is
-    /// pending.
+    /// Enters the initial state when the event loop runs. Replaces a pending restart.
     void start();
-    /// Stops, and starts anew 100 ms after the last call, once however often it is called.
+    /// Stops the machine and starts it once, 100 ms after the last call.
     void restart();
     bool isRunning() const;
 

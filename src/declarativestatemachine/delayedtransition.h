@@ -12,18 +12,19 @@ class QState;
 namespace zeltools::declarativestatemachine
 {
 
-/// Leaves its state when that has been active for a time, never earlier. A state that is left, or
-/// whose machine is stopped, takes its timeout along: it does not reach a state entered later.
+/// Leaves its state when the state has been active for a given time, never earlier. If the state is
+/// left or its machine is stopped, the timeout is cancelled, so that it does not reach a later
+/// state.
 ///
-/// Timeouts are one kind of event (1000, `QEvent::User`) for all delayed transitions: of two in one
-/// state the first timer that fires triggers the first transition. The machine's host must not post
-/// events of that type itself.
+/// All delayed transitions share one event type (1000, `QEvent::User`): with two of them in one
+/// state, the first timer that fires triggers the first transition. The host must not post events
+/// of that type to the machine.
 class ZELTOOLS_EXPORT DelayedTransition : public QAbstractTransition
 {
     Q_OBJECT
 
 public:
-    /// Belongs to the state.
+    /// Constructs a transition that belongs to the state.
     DelayedTransition(QState* source, std::chrono::milliseconds delay);
     ~DelayedTransition() override;
 

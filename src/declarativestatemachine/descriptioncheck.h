@@ -7,10 +7,10 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// What is wrong, or hardly meant, with a description, a line for each; empty when nothing is.
-/// `State "Filling" cannot be reached` is one. Found are states that cannot be reached, that have
-/// no way on or share their name, transitions that never lead to their target, and two timeouts in
-/// one state. Nothing of the description is called.
+/// Returns one text for each probable mistake in a description, such as
+/// `State "Filling" cannot be reached`. The function finds states that cannot be reached or left,
+/// duplicate names, transitions that never lead to their target, and two timeouts in one state. It
+/// calls no action or guard of the description.
 ZELTOOLS_EXPORT QStringList findProblems(const StateMachineDescription& description);
 
 } // namespace zeltools::declarativestatemachine

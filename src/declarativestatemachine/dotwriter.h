@@ -5,9 +5,9 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// The machine in the language of Graphviz; `dot -Tsvg` draws it. A transition bears its
-/// description and what triggers it, a guard as "[guard]"; one to a state that is not there is
-/// dashed. The description need not be sound; nothing of it is called.
+/// Returns the machine in the language of Graphviz; `dot -Tsvg` draws it. The label of a transition
+/// has its description and its trigger, and "[guard]" for a guard. A transition to a missing state
+/// is dashed. The description may have mistakes; the function calls no action or guard of it.
 ZELTOOLS_EXPORT QString toDot(const StateMachineDescription& description);
 
 } // namespace zeltools::declarativestatemachine

@@ -5,7 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// Signals as texts, with or without the code character "2" that `SIGNAL()` puts in front.
+/// Functions for signals as texts, with or without the code character "2" that `SIGNAL()` adds in
+/// front.
 namespace zeltools::signalutils
 {
 

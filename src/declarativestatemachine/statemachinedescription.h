@@ -21,21 +21,22 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// A way out of a state.
+/// A transition from a state to another one or to itself.
 struct TransitionDescription
 {
     enum Type : qint32 {
         Direct = 0,  ///< as soon as the state is entered
-        Timeout = 1, ///< when the state has been entered for a time
-        Signal = 2   ///< when an object emits a signal, and the guard allows it
+        Timeout = 1, ///< when the state has been active for a given time
+        Signal = 2   ///< when an object emits a signal and the guard allows it
     };
 
-    Type type = Direct; ///< any other number makes no transition
+    Type type = Direct; ///< an unknown number makes no transition
     QString targetState;
-    /// Who emits the signal: an object of the machine's thread, or one that outlives the machine.
+    /// The sender of the signal: an object of the machine's thread, or one that outlives the
+    /// machine.
     QObject* obj = nullptr;
-    const char* signal = nullptr;     ///< as `SIGNAL(stopped())` gives it, normalized
-    std::function<bool()> guard = {}; ///< asked when the signal comes; empty lets it through
+    const char* signal = nullptr;     ///< a normalized text such as `SIGNAL(stopped())`
+    std::function<bool()> guard = {}; ///< called for each signal; an empty one accepts all
     std::chrono::milliseconds timeout{0};
     QString description = {}; ///< a label for pictures
 
@@ -53,14 +54,14 @@ struct TransitionDescription
     bool isOfKnownType() const { return type >= Direct && type <= Signal; }
 };
 
-/// A state. Its place in the list fixes its role: the first one is the initial state, the last one
-/// is final and has no transitions, unless it is also the first.
+/// A state. Its place in the list determines its role: the first state is the initial one, and the
+/// last state is final and has no transitions, unless it is also the first.
 struct StateDescription
 {
     QString name;
-    std::function<void()> action = {}; ///< when the state is entered; may be empty
+    std::function<void()> action = {}; ///< called when the state is entered; may be empty
     std::vector<TransitionDescription> transitions = {};
-    std::function<void()> exitAction = {}; ///< when the state is left; may be empty
+    std::function<void()> exitAction = {}; ///< called when the state is left; may be empty
 };
 
 struct StateMachineDescription
@@ -69,7 +70,8 @@ struct StateMachineDescription
     QString name = {}; ///< a title for pictures
 
     bool isFinal(size_t index) const { return index > 0 && index + 1 == states.size(); }
-    /// Where transitions to that name lead: the last state that has it, or -1.
+    /// The index of the state to which transitions of that name lead, which is the last one with
+    /// the name; -1 if no state has it.
     int indexOf(const QString& stateName) const
     {
         int index = static_cast<int>(states.size()) - 1;

@@ -15,18 +15,20 @@ class TestDiagnostics;
 namespace dmesg
 {
 
-/// Captures the kernel log while the application runs: a process follows it (DmesgProcess), the
-/// last lines are kept in memory, and all of them are written to "dmesg.log" in
-/// `Path::debugLogsDir` if that is switched on. Off at first.
+/// Captures the kernel log while the application runs. A process follows the log (DmesgProcess),
+/// and the last lines are kept in memory. If configured, all lines are also written to "dmesg.log"
+/// in `Path::debugLogsDir`, which is off by default.
 ///
-/// The process runs `dmesg` under `script`, which makes it write each line at once.
+/// The process runs `dmesg` under `script`, which makes it write each line immediately.
 ///
-/// Lines arrive in the thread of the process. One lock guards the lines, and it is held while
-/// changed() and newLine() are emitted: a directly connected receiver of these must not call back.
-/// No log line is written with the lock held. In another thread each line is one queued event; a
-/// screen better follows changed() with a timer. Every method may be called from any thread.
-/// Configuration and command belong to one thread, and only while nothing is captured: otherwise a
-/// release assertion fails and the process ends with exit status 1.
+/// Lines arrive in the thread of the process. One lock guards the lines. It is held
+/// while changed() and newLine() are emitted, so that a directly connected receiver must not call
+/// back. No log line is written with the lock held. For a receiver in another thread, each line is
+/// one queued event; a screen should follow changed() with a timer.
+///
+/// Any thread may call every method. Configuration and command belong to one thread and may only be
+/// set while nothing is captured: otherwise a release assertion fails and the process ends with
+/// exit status 1.
 class ZELTOOLS_EXPORT Dmesg : public QObject
 {
     Q_OBJECT
@@ -36,40 +38,42 @@ public:
     {
         RotatingLogFileConfiguration logFile{1.0F, 5, true};
         bool logToFile = false;
-        /// How much is kept in memory. In spite of its name it counts the characters of the lines
-        /// (UTF-16 code units): memory is about twice that and 50 bytes a line.
+        /// The limit of the lines in memory. In spite of its name it counts characters (UTF-16 code
+        /// units): the memory is about twice that and 50 bytes per line.
         qint64 maxRamSize_B = qint64(5) * 1024 * 1024;
     };
     enum Order { OlderFirst = 0, NewerFirst = 1 };
     Q_ENUM(Order)
 
-    /// The one capture, created by the first call and destroyed when the process ends. The path
-    /// layout must be there before lines go to a file.
+    /// The only capture, created by the first call and destroyed when the process ends. The path
+    /// layout must exist before lines go to a file.
     static Dmesg* instance();
     /// Stops the capture, which may take as long as DmesgProcess::stopSlot() waits.
     ~Dmesg() override;
 
-    /// Starts the capture on the board, as DmesgProcess::start(). On the desktop, whose kernel log
-    /// is of no interest, it does nothing.
+    /// Starts the capture on the board like DmesgProcess::start(). On the desktop, whose kernel log
+    /// is irrelevant to the machine, it does nothing.
     void start();
 
-    /// The log file is opened anew. A smaller limit takes effect with the next line.
+    /// Sets the configuration and reopens the log file. A smaller limit takes effect with the next
+    /// line.
     void setConfig(const Config& config);
-    /// What start() runs in place of `script` and `dmesg`.
+    /// Sets the command that start() runs instead of `script` and `dmesg`.
     void setCommand(const System::Command& command);
     static RotatingLogFileConfiguration makeLogFileConfig(float maximumSizeMiB,
                                                           int secondaryFilesCount, bool compressed);
 
     /// The lines in memory, oldest first.
     QStringList lines();
-    /// The last lines, all when `maxLines` is 0, with a line feed between them. Costs what these
-    /// lines cost, however many there are in memory.
+    /// The last lines, or all of them if `maxLines` is 0, with a line feed between them. The cost
+    /// depends on these lines only, not on the number of lines in memory.
     QString linesToString(int maxLines, Order order);
 
-    /// As RotatingLogFile::filename(). Fails a release assertion, which ends the process, when
-    /// lines do not go to a file.
+    /// Works like RotatingLogFile::filename(). If lines do not go to a file, a release assertion
+    /// fails, which ends the process.
     QString logFileName(int index) const;
-    /// Hands what is written to the operating system, as RotatingLogFile::sync(); not to storage.
+    /// Passes written data to the operating system like RotatingLogFile::sync(), but does not force
+    /// it to storage.
     void syncLogFile();
 
     /// Whether this process may write kernel log lines of its own.
@@ -78,13 +82,13 @@ public:
     static bool isDmesgRestricted();
 
 public Q_SLOTS:
-    /// Takes lines as if the process had printed them.
+    /// Handles lines as if the process had printed them.
     void onProcessNewLines(const QStringList& lines);
 
 Q_SIGNALS:
-    /// After changed(), for each line that was added.
+    /// Emitted after changed() for each added line.
     void newLine(const QString& line);
-    /// A line was longer than all that is kept in memory, and is not there.
+    /// Announces that a line was longer than the limit in memory and was not kept there.
     void tooLongLine();
     void changed();
 

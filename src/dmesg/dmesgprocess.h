@@ -18,20 +18,19 @@ namespace dmesg
 
 class LineCutter;
 
-/// Runs a process in a thread of its own and hands on the lines that it prints, without white space
-/// at both ends. What it prints to standard error becomes Info lines; all log lines go to
+/// Runs a process in a thread of its own and emits the lines of its standard output without white
+/// space at both ends. Its standard error becomes Info lines; all log lines are under
 /// `Log::Global`. A process that has ended is not started again.
 ///
-/// Memory is bounded: no more than 8 MiB of a line that does not end are kept, then they are handed
-/// on as a line of their own. A line that is unfinished when the process ends is lost.
+/// Memory is bounded: of a line that does not end, 8 MiB are kept and then emitted as a separate
+/// line. A line that is unfinished when the process ends is lost.
 ///
-/// The process has TERM=dumb in its environment, since nobody looks at its output on a terminal:
-/// `dmesg` then leaves its colours out. It gets SIGTERM if the application ends without stopping
-/// it.
+/// The process has TERM=dumb in its environment, so that `dmesg` prints no colours. It gets SIGTERM
+/// if the application ends without stopping it.
 ///
-/// There must be an application object for the process to be started and its output to be read.
-/// isRunning(), start() and stop() may be called from any thread; the destructor from any but the
-/// own one.
+/// An application object must exist for the process to start and its output to be read. Any thread
+/// may call isRunning(), start() and stop(), and any thread but the object's own may call the
+/// destructor.
 class ZELTOOLS_EXPORT DmesgProcess : public QObject
 {
     Q_OBJECT
@@ -41,28 +40,29 @@ public:
     /// Stops the process as stopSlot() does, if it is running.
     ~DmesgProcess() override;
 
-    /// Block until the slot has run in the own thread, so that no lock may be held that a receiver
-    /// of newLines() takes. In the own thread (a directly connected receiver) the slot is called at
-    /// once.
+    /// Run the slots in the object's own thread and wait for them, so that the caller must not hold
+    /// a lock that a receiver of newLines() takes. Called from that thread (in a directly connected
+    /// receiver), the slot runs immediately.
     void start();
     void stop();
     bool isRunning() const;
-    /// Only while the process is not running.
+    /// Sets the command. Call it only while the process is not running.
     void setCommand(const System::Command& command);
 
 Q_SIGNALS:
-    /// What one piece of output completes, which may be no line at all. Emitted in the own thread.
+    /// Emits the lines that one piece of output completes, which may be none. Emitted in the
+    /// object's own thread.
     void newLines(const QStringList& lines);
     void startSignal();
     void stopSignal();
 
 public Q_SLOTS:
-    // In the own thread.
+    // These slots run in the object's own thread.
 
-    /// An Error line when the process is running already or cannot be started.
+    /// Starts the process. A process that is running or cannot be started is an Error line.
     void startSlot();
-    /// Sends SIGTERM and waits for the end up to 30 seconds, then sends SIGKILL. Lines are handed
-    /// on meanwhile. An Error line when the process is not running.
+    /// Sends SIGTERM, waits up to 30 seconds for the end, then sends SIGKILL. Lines are emitted
+    /// meanwhile. A process that is not running is an Error line.
     void stopSlot();
     void onProcessStdoutReadyRead();
     void onProcessStderrReadyRead();
@@ -79,10 +79,10 @@ private:
     const int m_patience_ms;
     QProcess* m_process;
     QThread m_thread;
-    // Of the process; it changes in the own thread alone.
+    // The state of the process, which only the object's own thread changes.
     std::atomic<QProcess::ProcessState> m_state{QProcess::NotRunning};
-    // Orders what the thread did before the destructor, as waiting for it does, for the thread
-    // sanitizer too, which does not see inside Qt.
+    // Orders the actions of the thread before the destructor. Waiting for the thread does so, too,
+    // but the thread sanitizer does not see that inside Qt.
     std::atomic<bool> m_hasEnded{false};
     QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
     std::unique_ptr<LineCutter> m_output;

@@ -19,7 +19,7 @@ enum Type : int { Boolean = 0, String = 1, Integer = 2 };
 /// "Boolean", "String" or "Integer"; "Boolean" for any other number.
 ZELTOOLS_EXPORT QString typeToString(Type type);
 
-/// What a variable belongs to, for display; the library only stores it. No variable uses 19.
+/// The group of a variable for display, which the library only stores. No variable uses 19.
 enum Category {
     General = 0,
     Test = 1,
@@ -45,37 +45,39 @@ enum Category {
 };
 Q_ENUM_NS(Category)
 
-/// The bits 2 and 4 are the application's own; the library only stores them.
+/// The flags of a variable. The bits 2 and 4 belong to the application; the library only stores
+/// them.
 enum Flag : int {
-    Visible = 1 ///< to be shown to the user; see EnvVarStore::setVisibleIf()
+    Visible = 1 ///< the variable is shown to the user; see EnvVarStore::setVisibleIf()
 };
 Q_DECLARE_FLAGS(Flags, Flag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)
 
 /// A named switch of the machine software. It can have a value from the build (a preprocessor
-/// symbol of the same name) and one from the process environment, the environment file or set();
-/// the latter wins. No value is not the same as an empty one.
+/// symbol of the same name) and a value from the process environment, the environment file or
+/// set(), which takes precedence. An empty value is not the same as no value.
 ///
-/// Variables are objects that live to the end of the process, nearly always static; they register
-/// themselves with EnvVarStore, which keeps the pointer until EnvVarStore::removeEnvVar().
+/// Variables live until the process ends and are nearly always static. They register themselves
+/// with EnvVarStore, which keeps the pointer until EnvVarStore::removeEnvVar().
 ///
-/// Write from the main thread only. Meanwhile other threads may read Booleans and integers through
-/// operator(); everything else they may read while nobody writes.
+/// Only the main thread may write. At the same time other threads may read Booleans and integers
+/// through operator(); they may use all other functions only while no thread writes.
 class ZELTOOLS_EXPORT EnvVar : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Where a value comes from.
+    /// The source of a value.
     enum ValueType {
         Defines = 0, ///< from the build
         Env = 1      ///< from the environment, the environment file or set()
     };
 
-    /// Both texts are Latin-1. Throws std::invalid_argument when the store has a variable of that
-    /// name. Reads no value: derived constructors end with readOrUnregister().
+    /// Registers the variable; both texts are Latin-1. Throws std::invalid_argument if the store
+    /// has a variable of that name. It reads no value: derived constructors end with
+    /// readOrUnregister().
     ///
-    /// `type` is what that exception calls the new variable, since type() cannot answer yet.
+    /// `type` is the type in the text of that exception, since type() cannot be called yet.
     EnvVar(const char* name, const char* description, Category category, Flags flags,
            Type type = Boolean);
     ~EnvVar() override;
@@ -89,38 +91,39 @@ public:
     Category category() const { return m_category; }
     Flags flags() const { return m_flags; }
 
-    /// Emits changed() in any case.
+    /// Sets or clears a flag, and always emits changed().
     void setFlag(Flag flag, bool on);
 
     /// The value from that source, if there is one.
     std::optional<QString> stringValueOpt(ValueType source) const;
-    /// The value in force: that from the environment, else that from the build.
+    /// The effective value: the one from the environment, otherwise the one from the build.
     std::optional<QString> stringValueOpt() const;
-    /// Sets or removes the value from that source, and emits changed() in any case. Throws
-    /// std::invalid_argument, changing nothing, when isStringValueValid() refuses the value:
+    /// Sets or removes the value from that source, and always emits changed(). If
+    /// isStringValueValid() refuses the value, it changes nothing and throws std::invalid_argument:
     /// `Invalid value yes for variable CANBUS_SIMULATION`.
     void setStringValueOpt(ValueType source, std::optional<QString> value);
 
-    /// Reads both sources anew: the text of the build's symbol (Latin-1, may be null) and the
-    /// process environment (UTF-8). A text equal to the name counts as no value, since that is what
-    /// a symbol that is not defined turns into. Throws as setStringValueOpt().
+    /// Reads both sources again: the text of the build's symbol (Latin-1, may be null) and the
+    /// process environment (UTF-8). A text equal to the name counts as no value, since an undefined
+    /// symbol expands to its own name. Throws like setStringValueOpt().
     void update(const char* definedValue);
 
-    /// A line for listings: the name, padded to the width in characters, where the value comes
-    /// from, and the value. `"CANBUS_SIMULATION    (set from env)    : 1"` for a width of 20.
+    /// A line for listings: the name padded to the width in characters, the source of the value,
+    /// and the value. A width of 20 gives `"CANBUS_SIMULATION    (set from env)    : 1"`.
     QString toString(int nameWidth) const;
 
 Q_SIGNALS:
-    /// A value or the flags were set, perhaps to what they were. Emitted in the writer's thread.
+    /// Announces that a value or the flags were set, even if they did not change. Emitted in the
+    /// thread of the writer.
     void changed();
 
 protected:
-    /// update(), for the end of a constructor: when it throws, the object, which will never exist,
-    /// leaves the store.
+    /// Calls update() at the end of a constructor. If update() throws, the incomplete object is
+    /// removed from the store.
     void readOrUnregister(const char* definedValue);
 
-    /// The value in force as a number, 0 when there is none or it is not one. Takes about as long
-    /// as reading an int; may be called from any thread.
+    /// The effective value as a number; 0 if there is none or it is not a number. The call is about
+    /// as fast as reading an int, and any thread may make it.
     int number() const { return m_number.load(std::memory_order_relaxed); }
 
 private:

@@ -5,14 +5,14 @@
 namespace zeltools::envvar
 {
 
-/// A switch whose value is a decimal int; white space around it is allowed, as QString::toInt() has
-/// it.
+/// A switch whose value is a decimal int. White space around it is allowed, as for
+/// QString::toInt().
 class ZELTOOLS_EXPORT EnvVarInt : public EnvVar
 {
     Q_OBJECT
 
 public:
-    /// Throws as EnvVarBool.
+    /// Throws like the constructor of EnvVarBool.
     EnvVarInt(const char* name, const char* description, Category category, Flags flags,
               const char* definedValue);
     ~EnvVarInt() override;
@@ -20,7 +20,7 @@ public:
     Type type() const override { return Integer; }
     bool isStringValueValid(const QString& value) const override;
 
-    /// The value in force, 0 when there is none. May be called from any thread.
+    /// The effective value, or 0 without one. Any thread may call it.
     int operator()() const { return number(); }
     void set(int value);
 };

@@ -4,9 +4,9 @@
 #include <zeltools/envvar/envvarstring.h>
 
 /// The switches of the machine software, constructed when the library is loaded, in this order;
-/// `description()` says what each is for, and so does its row in envvarstable.h. The platform,
-/// the operating system, the encryption of the databases and the model come from the build; the
-/// environment may say otherwise, which is how a desktop build behaves as another model.
+/// `description()` and the row in envvarstable.h give the purpose of each. The platform, the
+/// operating system, the encryption of the databases and the model come from the build; the
+/// environment can override them, so that a desktop build behaves like another model.
 ///
 ///     if (EnvVars::CanBusSimulation())
 namespace zeltools::envvar::EnvVars

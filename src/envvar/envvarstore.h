@@ -11,30 +11,30 @@
 namespace zeltools::envvar
 {
 
-/// The registry of all switches: finds them by name, loads the environment file that a technician
-/// leaves on the machine and saves it, lists what is in force, keeps sets of switches exclusive and
-/// lets the visibility of one follow another.
+/// The registry of all switches. It finds them by name, loads and saves the environment file that a
+/// technician leaves on the machine, lists the effective values, keeps sets of switches exclusive,
+/// and makes the visibility of one switch depend on another.
 ///
-/// It does not own the variables and does not notice when one is destroyed; those that were linked
-/// by makeExclusive() or setVisibleIf() have to live to the end of the process.
+/// It does not own the variables and does not notice when one is destroyed. Variables that were
+/// linked by makeExclusive() or setVisibleIf() must live until the process ends.
 ///
-/// Main thread only; variables register during static initialisation.
+/// The store belongs to the main thread; variables register during static initialisation.
 class ZELTOOLS_EXPORT EnvVarStore : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The one store, created by the first call and never destroyed.
+    /// The only store, created by the first call and never destroyed.
     static EnvVarStore& instance();
 
-    /// Throws as throwAlreadyAdded() when there is a variable of that name. The constructor of a
-    /// variable calls it; a host does for one that it has removed.
+    /// Adds a variable. Throws like throwAlreadyAdded() if there is a variable of that name. The
+    /// constructor of a variable calls it; a host calls it for a variable that it has removed.
     void addEnvVar(EnvVar* var);
-    /// Emits unregisterEnvVar() in any case.
+    /// Removes a variable, and always emits unregisterEnvVar().
     void removeEnvVar(EnvVar* var);
-    /// In the order of their registration.
+    /// All variables in the order of their registration.
     const QVector<EnvVar*>& vars() const { return m_vars; }
-    /// The variable of exactly that name and, if given, that type; null when there is none.
+    /// The variable of exactly that name and, if given, that type; null if there is none.
     EnvVar* findEnvVar(const QString& name, const std::optional<Type>& type = std::nullopt) const;
 
     /// These two always throw std::invalid_argument: `Env var with name X and type Boolean was
@@ -43,45 +43,46 @@ public:
     [[noreturn]] void throwAlreadyAdded(const QString& name, Type type) const;
     [[noreturn]] void throwNotFound(const QString& name, Type type) const;
 
-    /// Puts each pair of the environment file (see keyvaluefile.h) into the process environment, in
-    /// the order of the keys, and gives it to the variable of that name, if there is one. False
-    /// when the file does not exist (an Info line) or cannot be opened (a Warning line).
+    /// Adds each pair of the environment file (see keyvaluefile.h) to the process environment, in
+    /// the order of the keys, and sets the variable of that name, if there is one. Returns false if
+    /// the file does not exist (an Info line) or cannot be opened (a Warning line).
     ///
-    /// A value that the variable refuses throws std::invalid_argument, with the pairs before it
-    /// applied, and that pair already in the process environment, where a child process that has
-    /// these switches would end over it: take it out before starting one.
+    /// If the variable refuses a value, load() throws std::invalid_argument. The pairs before it
+    /// have then been applied, and the refused pair is in the process environment, where it would
+    /// end a child process with these switches: remove it before you start one.
     bool load(const QString& path);
-    /// Writes every variable that has a value from the environment, sorted by name, after
-    /// m_preSaveFunction has agreed. Comments and unknown keys of an existing file are lost.
+    /// Writes every variable that has a value from the environment, sorted by name, if
+    /// m_preSaveFunction succeeds. Comments and unknown keys of an existing file are lost.
     ///
     /// The file is the old or the new one at every moment, see FileReplacement; after a failure it
-    /// is the old one. Only where the folder does not take a second file (no permission, read-only)
-    /// it is written in place by keyvaluefile::save(), and a kill or a full disk may leave part of
-    /// it. Blocks until the file is on the storage. An edit by `zelctl env` is waited for, ten
-    /// seconds at most.
+    /// is the old one. If the folder does not accept a second file (no permission, read-only),
+    /// keyvaluefile::save() writes the file in place, and a kill or a full disk may leave part of
+    /// it. The call blocks until the file is on the storage, and waits up to ten seconds for an
+    /// edit by `zelctl env`.
     SaveResult save(const QString& path);
 
-    /// What save() calls first: it writes nothing and returns this result if that is no success.
-    /// Must not be empty.
+    /// The function that save() calls first. If its result is a failure, save() writes nothing and
+    /// returns that result. The function must not be empty.
     std::function<SaveResult()> m_preSaveFunction;
 
-    /// Logs one Info line for each variable that has a value, with where the value comes from.
+    /// Logs one Info line for each variable that has a value, with the source of the value.
     void printEnabledEnvVars();
 
-    /// From now on, a change of a member that is on switches all others off. Members that are on
-    /// together already are an Error line and stay on. Cannot be undone.
+    /// Makes the switches exclusive: from now on, a change of a member that is on switches all
+    /// others off. Members that are already on together are an Error line and stay on. The set
+    /// cannot be removed.
     void makeExclusive(QSet<EnvVarBool*> set);
-    /// Keeps the Visible flag of the variable equal to the condition. Cannot be undone.
+    /// Keeps the Visible flag of the variable equal to the condition. The link cannot be removed.
     void setVisibleIf(EnvVar* var, EnvVarBool* condition);
 
 Q_SIGNALS:
-    /// The variable is still being constructed: name, description, category and flags can be read,
-    /// its virtual functions not called.
+    /// Announces a variable that is still being constructed: its name, description, category and
+    /// flags can be read, but its virtual functions must not be called.
     void envVarAdded(EnvVar& envVar);
     void unregisterEnvVar(EnvVar* envVar);
 
 public Q_SLOTS:
-    /// The end of a change of a member of an exclusive set; does nothing when called otherwise.
+    /// Completes the change of a member of an exclusive set. Other calls do nothing.
     void updateExclusiveVariables();
 
 private:

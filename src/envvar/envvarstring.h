@@ -11,7 +11,7 @@ class ZELTOOLS_EXPORT EnvVarString : public EnvVar
     Q_OBJECT
 
 public:
-    /// Throws std::invalid_argument for a name that is taken.
+    /// Throws std::invalid_argument if the name is taken.
     EnvVarString(const char* name, const char* description, Category category, Flags flags,
                  const char* definedValue);
     ~EnvVarString() override;
@@ -19,7 +19,8 @@ public:
     Type type() const override { return String; }
     bool isStringValueValid(const QString&) const override { return true; }
 
-    /// The value in force, a null string when there is none. Not while another thread writes.
+    /// The effective value, or a null string without one. Do not call it while another thread
+    /// writes.
     QString operator()() const { return stringValueOpt().value_or(QString()); }
     void set(const QString& value);
 };

@@ -7,7 +7,8 @@
 namespace zeltools::envvar
 {
 
-/// How writing the environment file went; the message tells the user why it failed.
+/// The result of writing the environment file; after a failure the message gives the user the
+/// reason.
 struct SaveResult
 {
     bool success = false;

@@ -12,13 +12,13 @@
 namespace tools
 {
 
-/// A node of a tree of settings, recipes or the like that knows whether something in it or below it
-/// has to be stored. Subclasses hold the data, call setModified() when it changes, and say how it
-/// is stored and read back.
+/// A node in a tree of settings, recipes or similar data that tracks whether it or a descendant has
+/// unsaved changes. Subclasses hold the data, call setModified() when it changes, and implement
+/// storing and reading it.
 ///
-/// A parent owns its children (and is their QObject parent, for QML; leave setParent() alone inside
-/// a tree). Everything belongs to one thread. An object may be deleted in any signal and hook,
-/// trees may be 100,000 objects deep. Misuse and hooks that fail are logged under Log::Hierarchic.
+/// A parent owns its children (and is their QObject parent for QML; do not call setParent() inside
+/// a tree). A tree belongs to one thread. An object may be deleted in any signal and hook, and
+/// trees may be 100,000 objects deep. Misuse and failed hooks are logged under Log::Hierarchic.
 class ZELTOOLS_EXPORT HierarchicalDbObject : public QObject
 {
     Q_OBJECT
@@ -26,60 +26,65 @@ class ZELTOOLS_EXPORT HierarchicalDbObject : public QObject
 
 public:
     HierarchicalDbObject() = default;
-    /// Deletes what is below; in its parent it counts as removed.
+    /// Deletes the descendants. For the parent, this object counts as removed.
     ~HierarchicalDbObject() override;
 
     HierarchicalDbObject* parentObject() const { return m_parent; }
     const QVector<HierarchicalDbObject*>& childObjects() const { return m_children; }
 
-    /// The list of children is part of an object: whoever gets, loses or reorders one is modified.
-    /// The child keeps its own state; a new one that is not stored yet says so by setModified().
+    /// Inserts the child before the one at `index`, which is from 0 to the number of children (the
+    /// end), and removes it from its old parent. Returns false with a Warning and changes nothing
+    /// if there is no such index, or if the child is null, this object, an ancestor, or of another
+    /// thread.
     ///
-    /// Puts the child before the one at `index`, from 0 to the number of children, or at the end,
-    /// and takes it over from its old parent. False and a Warning, with nothing changed, when there
-    /// is no such place, or the child is null, this object, above it, or of another thread.
+    /// The list of children is part of an object: an object that gets, loses or reorders a child is
+    /// modified. The child keeps its own state; a new child that is not stored yet calls
+    /// setModified().
     bool insertChild(int index, HierarchicalDbObject* child);
     bool addChild(HierarchicalDbObject* child) { return insertChild(m_children.size(), child); }
-    /// Lets the child go, which then belongs to the caller; false when it is not one.
+    /// Removes the child, which then belongs to the caller. Returns false if it is not a child.
     bool removeChild(HierarchicalDbObject* child);
     /// Moves a child within the list; `to` is its index afterwards.
     bool moveChild(int from, int to);
 
-    /// Whether this or something below it was changed since it was reset. A new object is not.
+    /// Whether this object or a descendant was changed since it was reset. A new object is not
+    /// modified.
     bool isModified() const { return m_isChanged || m_modifiedChildren > 0; }
 
-    /// Calls `visit` for this object and all below, parents first, until it returns false, and
-    /// returns whether it never did. Those that were there at the beginning are visited, unless
-    /// they have been deleted since; `visit` may change the tree.
+    /// Calls `visit` for this object and all descendants, parents first, until it returns false.
+    /// Returns whether all calls returned true. `visit` may change the tree: the function visits
+    /// the objects that existed at the beginning and have not been deleted since.
     bool walk(const std::function<bool(HierarchicalDbObject& object)>& visit);
 
-    /// Stores, or takes back, all changes in this object and below: calls commitSelf() or
-    /// revertSelf() of each object that was itself changed, parents first, and resets them when all
-    /// have returned true. The first false ends it with an Error and false; then all that was
-    /// modified still is, so that the next try calls all hooks again: a store that can should roll
-    /// back. What else changes an object after its hook, or is added meanwhile, stays modified.
+    /// Store or revert all changes in this object and its descendants. They call commitSelf() or
+    /// revertSelf() of each object that was itself changed, parents first, and reset these objects
+    /// when all calls have returned true. The first false ends the operation with an Error line and
+    /// the result false. All objects then stay modified, and the next try calls all hooks again,
+    /// so that a store should roll back. An object that changes after its hook, or is added
+    /// meanwhile, stays modified.
     ///
-    /// False, too, when a hook has deleted this object, or calls for the same object again. A hook
-    /// that throws counts as one that returned false; the exception reaches the caller.
+    /// They also return false if a hook has deleted this object, and for a call from a hook for the
+    /// same object. A hook that throws counts as one that returned false; the exception reaches the
+    /// caller.
     bool commit();
     bool revert();
 
 public Q_SLOTS:
-    /// Notes that this object itself was changed. Costs a step up for each ancestor that was not
-    /// modified so far.
+    /// Marks this object itself as changed. The cost is proportional to the number of ancestors
+    /// that were not modified before.
     void setModified();
-    /// Forgets all changes in this object and below, as after loading.
+    /// Resets this object and its descendants to unmodified, as after loading.
     void resetModified();
 
 Q_SIGNALS:
-    /// One for each object whose state is another than it last told, from below upwards, when the
-    /// whole tree is up to date.
+    /// Emitted by each object whose state differs from the one it emitted last, from below upwards,
+    /// when the whole tree is up to date.
     void modifiedChanged(bool isModified);
     void childrenChanged();
 
 protected:
-    /// Puts the data of this object, children aside, into the store, or reads it back from there.
-    /// What it changes in its own object counts as done. The base class has no data.
+    /// The hooks that store the data of this object without its children, or read it back. Changes
+    /// that a hook makes to its own object are part of the operation. The base class has no data.
     virtual bool commitSelf() { return true; }
     virtual bool revertSelf() { return true; }
 

@@ -8,7 +8,7 @@ namespace zeltools
 {
 
 /// Keeps the last error text of a component for the user interface and logs each new one under the
-/// component's modules. Belongs to one thread.
+/// component's modules. An object belongs to one thread.
 class ZELTOOLS_EXPORT LastErrorTracker : public QObject
 {
     Q_OBJECT

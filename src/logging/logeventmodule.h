@@ -5,7 +5,7 @@
 #include <QFlags>
 #include <QObject>
 
-/// Holder of the kinds of the event history, readable by name from QML.
+/// The kinds of events in the event history, whose names QML can use.
 class ZELTOOLS_EXPORT LogEventModule : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
         WasteLevel = 0x0800,
         WarningEvent = 0x1000,
         EnergySavingEvent = 0x2000,
-        AllEvents = 0xFFFE ///< Every bit but NoneEvent, also those that have no kind yet.
+        AllEvents = 0xFFFE ///< Every bit but NoneEvent, including bits without a kind.
     };
     Q_ENUM(EventModule)
     Q_DECLARE_FLAGS(EventModules, EventModule)

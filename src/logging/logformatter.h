@@ -10,38 +10,38 @@
 #include <optional>
 #include <type_traits>
 
-/// Builds one log line by streaming, and hands it on when its last copy is destroyed:
+/// Builds one log line by streaming, and passes it to LogNode when its last copy is destroyed:
 ///
 ///     LogFormatter(LogLevel::Info).log(Log::Payment) << "Inserted" << 50 << "cents";
 ///
-/// Whatever QDebug can print can be streamed, with the text that QDebug gives: a blank after each
-/// item, a QString between double quotes. The blank after the last item is dropped. Copies share
-/// one line; they belong to one thread.
+/// Every type that QDebug accepts can be streamed and gives the same text: a blank follows each
+/// item, and a QString is enclosed in double quotes. The blank after the last item is removed.
+/// Copies share one line and belong to one thread.
 ///
-/// A Debug line under modules that nobody wants to see collects no text from the moment on that
-/// log(modules) names them, so name the modules first.
+/// A Debug line that nobody would see collects no text after log(modules) has set its modules, so
+/// set the modules first.
 class ZELTOOLS_EXPORT LogFormatter
 {
 public:
     explicit LogFormatter(const LogLevel::Level& level);
     LogFormatter(const LogFormatter& other);
     LogFormatter& operator=(const LogFormatter& other);
-    /// The last copy hands the line to LogNode; an Event line begins with a blank, its kind and
-    /// "| ", and is announced by LogManager::newLogEvent() too.
+    /// The destructor of the last copy passes the line to LogNode. An Event line begins with a
+    /// blank, its kind and "| ", and is also announced by LogManager::newLogEvent().
     ~LogFormatter();
 
-    /// Replaces the modules of the line; `Log::None` until then.
+    /// Replaces the modules of the line, which are `Log::None` by default.
     LogFormatter& log(const LogModules& modules);
     LogFormatter& log(const LogModule& module) { return log(LogModules(module)); }
     /// Sets the kind of an Event line.
     LogFormatter& logEvent(const LogEventModule::EventModule& event);
 
-    /// Streams the text (UTF-8, null counts as empty), after ":" when there is text already:
-    /// `log("first").log("second")` reads `first : second`.
+    /// Streams the text (UTF-8, null counts as empty), after ":" if the line already has text:
+    /// `log("first").log("second")` gives `first : second`.
     LogFormatter& log(const char* text);
     LogFormatter& log(const QString& text);
 
-    /// As the functions of QDebug.
+    /// These work like the functions of QDebug.
     LogFormatter& noquote();
     LogFormatter& quote();
     LogFormatter& nospace();
@@ -66,8 +66,8 @@ private:
         LogEventModule::EventModule event;
         LogModules modules;
         QString message;
-        // Made for the first item that has no short way below. From then on everything goes through
-        // it, since an item may have changed its state (base, precision, spaces).
+        // The stream is created for the first item that append() does not handle itself. From then
+        // on it formats every item, since an item may change its state (base, precision, spaces).
         std::optional<QDebug> debug;
     };
     struct SpareLine;

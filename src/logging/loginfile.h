@@ -15,9 +15,9 @@ class TraceQueue;
 ///
 ///     15/11/2026 03:37:40:123|text
 ///
-/// Lines may be logged from several threads; the switches belong to one. No caller ever writes to
-/// the file. At most 64 MiB wait for the writer, whose priority is the lowest. Lines that come when
-/// there is no room are dropped; a line of the file tells at their place how many.
+/// Any thread may log lines; the setters belong to one thread. The writer thread alone writes the
+/// file and has the lowest priority. At most 64 MiB wait for it. Lines that arrive when the queue
+/// is full are dropped, and a line of the file gives their number at their place.
 class ZELTOOLS_EXPORT LogInFile : public QObject
 {
     Q_OBJECT
@@ -25,25 +25,25 @@ class ZELTOOLS_EXPORT LogInFile : public QObject
 public:
     class WriterThread;
 
-    /// `name` gives the file its name, without any folder in it. The file is not opened yet.
+    /// `name` is the name of the file without a folder. The constructor does not open the file.
     LogInFile(QObject* parent, const QString& name, const LogModule& module,
               const RotatingLogFileConfiguration& configuration);
-    /// Returns when the writer has every line in the file that waited for it.
+    /// Waits until the writer has written every queued line.
     ~LogInFile() override;
 
-    /// Writes the line to the file if that is on, and a copy between double quotes to the ordinary
-    /// log, at Info, if that is on. Returns before the line is in the file.
+    /// Queues the line for the file if setLogInFile() is on, and writes a copy in double quotes to
+    /// the ordinary log at Info if setLogInDebug() is on.
     void logString(const QString& text);
 
-    /// Off at first. A change opens or closes the file, the latter when what was logged before is
-    /// in it.
+    /// Sets whether lines go to the file, which is off by default. A change opens or closes the
+    /// file; closing waits until all queued lines are written.
     void setLogInFile(bool enable);
-    /// On at first.
+    /// Sets whether lines are copied to the ordinary log, which is on by default.
     void setLogInDebug(bool enable);
 
-    /// False, with a Warning, when the file is open already or cannot be opened.
+    /// Opens the file. Returns false, with a Warning, if it is already open or cannot be opened.
     bool openFile();
-    /// False when the file is not open. Returns when what was logged before is in the file.
+    /// Closes the file after all queued lines are written. Returns false if it is not open.
     bool closeFile();
 
     QString filename() const { return m_file.primaryFilename(); }
@@ -62,21 +62,21 @@ private:
     std::unique_ptr<WriterThread> m_writerThread;
 };
 
-/// Writes the lines of a LogInFile in the order in which they came.
+/// Writes the lines of a LogInFile in the order of their arrival.
 class ZELTOOLS_EXPORT LogInFile::WriterThread : public QThread
 {
     Q_OBJECT
 
 public:
     explicit WriterThread(RotatingLogFile* file);
-    /// Ends the thread when it has written every line that it took.
+    /// Waits until the thread has written every queued line, and ends it.
     ~WriterThread() override;
 
-    /// Returns when every line that came before is written.
+    /// Waits until every line that was queued before is written.
     void waitUntilWritten();
 
 public Q_SLOTS:
-    /// Leaves the line to the thread. Any thread may call it.
+    /// Queues the line for the thread. Any thread may call it.
     void onWriteStringToFile(const QString& line);
 
 protected:

@@ -2,11 +2,11 @@
 
 #include <QMetaType>
 
-/// Holder of the levels of a log line.
+/// The levels of log lines.
 struct LogLevel
 {
-    /// Debug to Critical are severities, where Event marks a line of the machine's event history.
-    /// Grinder, Capsule and M4 are no severities: they send a line to a file of its own.
+    /// The levels from Debug to Critical are severities, except that Event marks a line of the
+    /// machine's event history. Grinder, Capsule and M4 select a separate file for the line.
     enum Level : quint32 { Debug, Info, Event, Warning, Error, Critical, Grinder, Capsule, M4 };
 };
 

@@ -23,12 +23,11 @@ class QMutex;
 /// writes them to five rotating files by their kind, and announces them by signals. It also reads
 /// the events file back, filtered and in pages, for the user interface.
 ///
-/// The path layout (Path) must exist first: without it the first use ends the process with exit
-/// status 1. The one manager is never destroyed, so that threads and destructors may log to the
-/// very end of the process. Lines are handled in the thread that logged them; with
-/// `LOG_FROM_MAIN_THREAD=1` they are queued to the thread of the manager. Setting up, filter rules
-/// and the event history belong to the manager's thread; logging and switching modules may happen
-/// in any.
+/// The path layout (Path) must exist before the first use; otherwise the process ends with exit
+/// status 1. The only manager is never destroyed, so that threads and destructors may log until the
+/// process ends. It handles a line in the thread that logged it; with `LOG_FROM_MAIN_THREAD=1` the
+/// line is queued to the thread of the manager. Call the functions for setup, filter rules and the
+/// event history in the manager's thread. Any thread may log and switch modules.
 class ZELTOOLS_EXPORT LogManager : public QObject
 {
     Q_OBJECT
@@ -41,7 +40,7 @@ class ZELTOOLS_EXPORT LogManager : public QObject
 public:
     enum LogFileId : int { General, Events, Grinder, Capsule, M4ActuatorBoard };
 
-    /// Where a log file is and how it is kept.
+    /// The path and the limits of a log file.
     struct LogFileSettings
     {
         QString path;
@@ -49,8 +48,7 @@ public:
         bool deletedFilesStorage; ///< Whether erased files are kept for one generation.
     };
 
-    /// The kinds that the event history can be filtered by; there is deliberately none for
-    /// EnergySavingEvent and NoneEvent.
+    /// The filters of the event history. EnergySavingEvent and NoneEvent have no filter on purpose.
     enum EventModuleFilter : int {
         AllEvent,
         MenuAccessFilter,
@@ -73,64 +71,70 @@ public:
     static LogManager* instance();
     ~LogManager() override;
 
-    /// Makes the manager ready: call it once at start, after Path::init().
+    /// Makes the manager ready. Call it once at start, after Path::init().
     static void initialize();
     static void registerTypes();
-    /// Receives the lines of the node in place of an earlier connection to it. Whether the lines of
-    /// other threads are queued to the manager's thread is read from `LOG_FROM_MAIN_THREAD` now.
+    /// Connects the manager to the lines of the node and replaces an earlier connection to it. The
+    /// call reads `LOG_FROM_MAIN_THREAD`, which decides whether the lines of other threads are
+    /// queued to the manager's thread.
     bool connectNode(QObject* node);
-    /// Opens the five files in the folders of the path layout, or opens them again. The folders are
-    /// those of the first call. Sets limits and numbers of predecessors back to those of the start.
+    /// Opens or reopens the five files in the folders of the path layout. A later call keeps the
+    /// folders of the first one, but resets the limits and the numbers of predecessors to their
+    /// defaults.
     void initLogFiles();
-    /// Closes the files, after the lines that are queued to this thread, which needs no application
-    /// object for it; what is written afterwards is dropped.
+    /// Writes the lines that are queued to this thread, then closes the files. It needs no
+    /// application object. Later lines are dropped.
     void finalizeLogFiles();
 
-    /// Whether such a line is printed: every level above Debug is, Debug with a module whose
-    /// debugging is on.
+    /// Whether such a line is printed. Every level above Debug is; a Debug line needs a module
+    /// whose debugging is on.
     bool isPrinted(LogLevel::Level level, const LogModules& modules) const;
 
     /// Prints the finished line and writes it to the general file.
     void log(const QString& line);
-    /// Prints the line twice and writes it to the general file with an empty line after it: that is
-    /// how a failure has always looked in the field's files.
+    /// Prints the line twice and writes it to the general file with an empty line after it, which
+    /// is the established form of failures in the log files.
     void logFailure(const QString& line);
     void logEvent(const QString& line);
-    /// Drops the line while debugging of Log::GrinderRegulation is off.
+    /// Logs a grinder line, unless debugging of Log::GrinderRegulation is off.
     void grinderEvent(const QString& line);
     void capsuleEvent(const QString& line);
     void m4ActuatorBoardLog(const QString& line);
-    /// Writes the text in the local 8-bit encoding as it is; drops it while the files are closed.
+    /// Writes the unchanged text in the local 8-bit encoding, or drops it while the files are
+    /// closed.
     void writeLogFile(LogFileId id, const QString& text);
 
-    /// For qInstallMessageHandler(): logs the message, then emits qtLogged().
+    /// A handler for qInstallMessageHandler(), which logs the message and then emits qtLogged().
     static void qtMessageHandler(QtMsgType type, const QMessageLogContext& context,
                                  const QString& message);
-    /// Logs a message of Qt as a general line, whatever modules are on. Some warnings that say
-    /// nothing about the machine are dropped.
+    /// Logs a message of Qt as a general line, regardless of the modules that are on. Some warnings
+    /// that are irrelevant to the machine are dropped.
     static void messageHandler(QtMsgType type, const QMessageLogContext& context,
                                const QString& message);
 
-    /// Whether general lines go to their file; off at first. The other four files take no notice.
+    /// Sets whether general lines go to their file, which is off by default. The other four files
+    /// are not affected.
     void enableLogToFile(bool enable);
-    /// Calls syncLogs() every minute once the host has started it. A line reaches the operating
-    /// system without it.
+    /// The timer that calls syncLogs() every minute after the host has started it. Lines reach the
+    /// operating system without it.
     QTimer* syncTimer() { return &m_syncTimer; }
     void enableModuleDebugging(const LogModule& module);
     void disableModuleDebugging(const LogModule& module);
     QStringList getModulesDebuggingEnvVars();
-    /// LogModules::updateFromEnvVars() on the modules that are on; logs the names that it added.
+    /// Applies LogModules::updateFromEnvVars() to the modules that are on, and logs the names of
+    /// those that were added.
     void enableModulesDebuggingFromEnvVars();
-    /// Applies a rule for each category to Qt's logging categories, beside the rules of earlier
+    /// Adds a rule for each category to Qt's logging categories and keeps the rules of earlier
     /// calls.
     void enableQLoggingCategoryFilterRules(const QStringList& categories, bool enable);
 
-    /// The general file and its predecessor, see RotatingLogFile::totalContent(). Of a content
-    /// above 5000 characters truncation keeps the last 50000 (sic), after a line that says so.
+    /// The content of the general file and its predecessor, see RotatingLogFile::totalContent().
+    /// Truncation applies to more than 5000 characters and keeps the last 50000 (sic), after a line
+    /// that reports it.
     Q_INVOKABLE QString logContent(bool truncate = false);
     QString eventLogTotalContent();
-    /// The path, limit and number of predecessors of the general file. Without files there is
-    /// nothing to tell or set.
+    /// The path of the general file; the next two functions set its limit and number of
+    /// predecessors. Without files the path is empty, and the setters do nothing.
     QString appLogFilePath();
     void setAppLogFileMaximumSizeMiB(double size_MiB);
     void setAppLogFileSecondaryFilesCount(int count);
@@ -145,62 +149,63 @@ public:
     void enableModuleEvent(const LogEventModule::EventModule& event);
     void disableModuleEvent(const LogEventModule::EventModule& event);
     quint32 enabledEvents() const;
-    /// The user at the machine. Kept for the host, not written into lines.
+    /// Stores the user at the machine for the host. Lines do not contain it.
     Q_INVOKABLE void setEventUser(const QString& user);
     QString eventUser() const;
 
-    /// The bit at the position of the filter; no kind for a position outside 0 to 31.
+    /// The kind whose bit is at the position of the filter; no kind for positions outside 0 to 31.
     static LogEventModule::EventModule eventModuleFilterToEventModule(EventModuleFilter filter);
-    /// The position of the bit; 32 when the kind is not a single bit.
+    /// The position of the kind's bit; 32 if the kind is not a single bit.
     static EventModuleFilter eventModuleToEventModuleFilter(LogEventModule::EventModule event);
 
     /// The translated names of the kinds; the index of a name is its EventModuleFilter.
     QStringList eventModuleFilter() const;
-    /// The page that updateEventsText() made last, oldest line first, joined by "\n".
+    /// The page of the last updateEventsText(), with the oldest line first, joined by "\n".
     QString eventsText() const;
     QStringList eventsTextList() const;
     int eventsPagesCount() const;
 
-    /// Publishes a page of the event history, counted from the newest events (page 0). Dates are
-    /// "dd/MM/yyyy", both ends included; unless both are given, dates do not matter.
+    /// Publishes a page of the event history. Page 0 has the newest events. Dates are "dd/MM/yyyy"
+    /// and inclusive; they only filter if both are given.
     Q_INVOKABLE void updateEventsText(LogManager::EventModuleFilter filter,
                                       const QString& strStartDate, const QString& strStopDate,
                                       int pageIndex, int eventsPerPage);
-    /// The text of such a page, publishing nothing.
+    /// The text of such a page, without publishing it.
     QString exportEventsHistory(EventModuleFilter filter, const QString& strStartDate,
                                 const QString& strStopDate, int pageIndex, int eventsPerPage);
-    /// Puts such a page into `text` and returns the number of pages of the whole selection.
+    /// Writes such a page to `text` and returns the number of pages of the whole selection.
     int writeEventsText(QString& text, EventModuleFilter filter, const QString& strStartDate,
                         const QString& strStopDate, int pageIndex, int eventsPerPage);
-    /// With `indexOnly` the numbers of the lines of the file that match; otherwise appends to
-    /// `text` the lines numbered lineIndexes[first] and the `count` - 1 that follow.
+    /// Returns the numbers of the matching lines of the file if `indexOnly` is true. Otherwise it
+    /// appends to `text` the line with the number lineIndexes[first] and the `count` - 1 lines that
+    /// follow in `lineIndexes`.
     QVector<int> findEventsInFile(QString& text, bool indexOnly, const QString& fileName,
                                   EventModuleFilter filter, const QString& strStartDate,
                                   const QString& strStopDate, const QVector<int>& lineIndexes,
                                   int first, int count);
-    /// Logs a change of a parameter that the screen reports, as an event of kind MenuParameter.
+    /// Logs a parameter change on the screen as an event of the kind MenuParameter.
     Q_INVOKABLE void qmlEventLogParameter(const QString& log);
-    /// Tells QML to read the names of the kinds again, after a change of the language.
+    /// Makes QML read the names of the kinds again after a change of the language.
     Q_INVOKABLE void emitEventModuleFilterChangeTrad();
 
 public Q_SLOTS:
     void syncLogs();
-    /// Renders the line and sends it where its modules and level say. A line of exactly the module
-    /// Log::Failure is a failure whatever its level.
+    /// Formats the line and sends it to the destination for its modules and level. A line whose
+    /// only module is Log::Failure is a failure at every level.
     void log(LogLevel::Level level, const Log::Modules& modules, const QString& message);
 
 Q_SIGNALS:
     void grinderLogged(const QString& message);
     void eventLogged(const QString& message);
     void failureLogged(const QString& message);
-    /// The bare message of Qt.
+    /// The message of Qt without time and level.
     void qtLogged(const QString& message);
-    /// For hosts; the library emits it nowhere.
+    /// A signal for hosts, which the library never emits.
     void loggedFromThread(const QString& message);
     void eventsTextChanged();
     void eventsTextListChanged();
     void eventsPagesCountChanged();
-    /// Every Event line when it is written, and the start of the application.
+    /// Announces every Event line when it is logged, and the start of the application.
     void newLogEvent(LogEventModule::EventModule eventModules, const QStringList& args);
     void eventModuleFilterChangeTrad();
 

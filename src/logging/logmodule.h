@@ -9,19 +9,18 @@
 class LogModules;
 
 /// A named area of the machine software ("Payment", "CanBus") whose debug lines can be switched on
-/// by itself. The predefined ones are in logging/log.h; an application adds its own by constructing
-/// them. Identity, equality, order and hash are the id alone.
+/// separately. logging/log.h has the predefined modules; an application constructs its own.
+/// Identity, equality, order and hash depend on the id alone.
 ///
 /// The registry of modules is not locked: construct modules during static initialisation, or at
 /// least before other threads log.
 class ZELTOOLS_EXPORT LogModule
 {
 public:
-    /// Takes the number of registered modules as id and registers this object. A module that is
-    /// destroyed leaves the registry, so ids are unique only among modules that live to the end.
+    /// Registers this object; its id is the number of modules registered before it. A module that
+    /// is destroyed leaves the registry, so ids are unique only among modules that live to the end.
     LogModule(const QString& name, bool hasEnvVar);
-    /// Copies id and name. The copy is not registered, and counts as switchable by an environment
-    /// variable whatever the source says.
+    /// Copies id and name. The copy is not registered, and hasEnvVar() of the copy is always true.
     LogModule(const LogModule& other);
     LogModule& operator=(const LogModule&) = delete;
     ~LogModule();
@@ -34,7 +33,7 @@ public:
     bool hasEnvVar() const { return m_hasEnvVar; }
 
     /// The environment variable that switches debug output: `"CanBus"` gives `ZEL_DEBUG_CANBUS`.
-    /// Empty when the module has none.
+    /// Empty if the module has none.
     QString debugEnvVarName() const;
 
     bool operator==(const LogModule& other) const { return m_id == other.m_id; }

@@ -6,19 +6,19 @@
 #include <QSet>
 #include <QStringList>
 
-/// A set of log modules, kept by id. A plain value: copies are cheap and safe to hand to another
-/// thread, one instance is not to be written from two.
+/// A set of log modules, stored by id. The class is a plain value: copies are cheap and may be
+/// passed to other threads, but two threads must not write to the same instance.
 class ZELTOOLS_EXPORT LogModules
 {
 public:
     LogModules() = default;
-    // Not explicit: log(level, Log::Payment, text) reads as it is meant.
+    // The constructor is not explicit so that log(level, Log::Payment, text) works.
     LogModules(const LogModule& module) { add(module); }
 
     void add(const LogModule& module);
     void remove(const LogModule& module);
 
-    /// A copy of this set with the module added; this set stays as it is.
+    /// A copy of this set with the module added; this set does not change.
     LogModules operator|(const LogModule& module);
 
     bool contains(const LogModule& module) const;
@@ -29,17 +29,17 @@ public:
 
     /// The debug variables of all registered modules that have one, in the order of registration.
     static QStringList getEnvVars();
-    /// Adds and removes modules as the process environment says: `ZEL_DEBUG_ALL=1` adds every
-    /// module that has a variable and nothing else is read; otherwise `ZEL_DEBUG_<NAME>` adds with
-    /// "1" and removes with "0". Any other value changes nothing. Returns the names of the modules
-    /// that were added, in the order of registration.
+    /// Adds and removes modules according to the process environment. `ZEL_DEBUG_ALL=1` adds every
+    /// module that has a variable, and no other variable is read. Otherwise `ZEL_DEBUG_<NAME>` adds
+    /// its module if it is "1" and removes it if it is "0"; any other value changes nothing.
+    /// Returns the names of the added modules in the order of registration.
     QStringList updateFromEnvVars();
 
 private:
     friend class DebugModules;
 
-    // The first ids, all predefined modules among them, are bits of one word: a set of them is
-    // built, copied and tested without memory from the heap on every log line.
+    // The first ids, which include all predefined modules, are bits of one word, so that a log
+    // line builds, copies and tests a set of them without heap memory.
     static constexpr quint32 s_bitCount = 64;
     quint64 m_bits = 0;
     QSet<quint32> m_others;

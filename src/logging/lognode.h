@@ -8,23 +8,23 @@
 
 #include <atomic>
 
-/// The process-wide relay of finished log lines: LogFormatter hands them in, the log manager and
-/// whoever else is connected to logged() receives them. It formats, filters and writes nothing.
-/// Lines may be handed in from any thread; a direct connection is called in that thread.
+/// The process-wide relay of finished log lines. LogFormatter passes lines to it, and the log
+/// manager and all other receivers of logged() get them. The node formats, filters and writes
+/// nothing. Any thread may log a line; directly connected receivers run in that thread.
 class ZELTOOLS_EXPORT LogNode : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The one node, created by the first call and never destroyed.
+    /// The only node, created by the first call and never destroyed.
     static LogNode* instance();
 
-    /// Emits logged(). Before the first instance() the line goes to Qt's warning output as
-    /// "LogNode node installed | " and the message, so that early lines are not lost.
+    /// Emits logged(). Before the first call of instance(), the line goes to Qt's warning output
+    /// as "LogNode node installed | " and the message, so that early lines are not lost.
     static void log(LogLevel::Level level, const LogModules& modules, const QString& message);
 
-    /// False when nothing would come of such a line: only the log manager listens, and would not
-    /// print it. LogFormatter then spares itself the text.
+    /// Whether such a line has any effect. It has none if only the log manager is connected and
+    /// would not print it; LogFormatter then does not collect the text.
     static bool isHeard(LogLevel::Level level, const LogModules& modules);
 
     /// Announces an event line, which is then handed in as any other. LogManager, which receives

@@ -6,22 +6,22 @@
 #include <QLatin1String>
 #include <QString>
 
-/// The fixed texts of log lines. A line reads
+/// Formats log lines. A line has one of these forms:
 ///
 ///     15/11/2026 03:37:40:123| Warning  | text        ordinary levels
 ///     15/11/2026 03:37:40:123| MenuAccess| text       events, whose message begins " MenuAccess| "
 ///     15/11/2026 03:37:40:123|text                    grinder and capsule lines
 ///
-/// Safe to call from any thread.
+/// All functions may be called from any thread.
 class ZELTOOLS_EXPORT LogRenderer
 {
 public:
-    /// Eight characters, padded with blanks, but for "Capsule" and "M4", which are not padded.
-    /// Empty for an unknown level.
+    /// The name of the level, padded with blanks to eight characters; "Capsule" and "M4" are not
+    /// padded. Empty for an unknown level.
     static QString levelToString(LogLevel::Level level);
-    static QLatin1String levelText(LogLevel::Level level); ///< The same without a copy.
-    /// The current local time and, for ordinary levels and M4, the level: all that stands before
-    /// the message.
+    static QLatin1String levelText(LogLevel::Level level); ///< The same text without a copy.
+    /// The text in front of the message: the current local time and, for ordinary levels and M4,
+    /// the level.
     static QString pattern(LogLevel::Level level);
     /// Passes the pieces of pattern() to `append(QLatin1String)` one after the other, so that a
     /// line can be put together in a buffer of any kind. The time stamp is one of logTimestamp().
@@ -30,7 +30,7 @@ public:
     /// pattern() and the message.
     static QString formattedMessage(LogLevel::Level level, const QString& message);
 
-    /// The kind as it stands in the events file, translated. "Undefined" for an unknown kind.
+    /// The translated name of the kind, as in the events file. "Undefined" for an unknown kind.
     static QString eventToString(LogEventModule::EventModule event);
     /// The kinds of a set in the order of their bits, joined by ",".
     static QString eventToString(LogEventModule::EventModules events);

@@ -4,8 +4,8 @@
 
 #include <QFile>
 
-/// The file of a RotatingLogFile: a QFile that never waits for a peer, and that knows whether it is
-/// still the file of its name and whether another open file has its lock. Takes no mutex.
+/// The file of a RotatingLogFile: a QFile that never waits for a peer, and that can tell whether
+/// its name still refers to it and whether another open file holds its lock. It uses no mutex.
 class ZELTOOLS_EXPORT PrimaryFile : public QFile
 {
 public:
@@ -13,23 +13,22 @@ public:
     ~PrimaryFile() override;
 
     using QFile::open;
-    /// Refuses what is neither a regular file nor a character device: opening a FIFO, for example,
-    /// blocks until somebody reads it.
+    /// Opens regular files and character devices only. Opening a FIFO, for example, would block
+    /// until another process reads it.
     bool open(OpenMode mode) override;
     void close() override;
 
-    /// Whether the open file is the one that has the name: nobody has moved or removed it.
+    /// Whether the name still refers to the open file, which has been neither moved nor removed.
     bool hasName() const;
-    /// Makes the open descriptor refer to the file that has the name, created where there is none.
-    /// False when that fails; the descriptor then refers to the same file as before. Who has the
-    /// lock keeps it until that of the other file is there.
+    /// Makes the open descriptor refer to the file that has the name now, and creates this file if
+    /// it is missing. If that fails, it returns false, and the descriptor refers to the same file
+    /// as before. The lock of the new file is taken before that of the old one is released.
     bool reopen();
-    /// The size of the open file; what QFile still holds back does not count. 0 when the system
-    /// does not tell.
+    /// The size of the open file without the data in QFile's buffer. 0 if the system call fails.
     qint64 openSize_B() const;
     /// Takes the lock of the open file, which lasts until the file is closed or the process ends.
-    /// False only when another open file has it, in this process or in another one; where the file
-    /// system knows no locks, and for a device, there is none to be had by anybody.
+    /// False only if another open file holds it, in this process or in another one. On a file
+    /// system without locks, and for a device, it returns true, and so do all other callers.
     bool lock();
     bool isLocked() const { return m_isLocked; }
 

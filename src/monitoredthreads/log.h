@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// Lines about the watched threads, under `Log::Global`.
+/// Functions that log lines about the watched threads under `Log::Global`.
 namespace monitored_threads::log
 {
 

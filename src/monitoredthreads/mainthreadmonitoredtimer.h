@@ -7,7 +7,8 @@
 namespace monitored_threads
 {
 
-/// Would tick for the main thread while it lives, were the Monitor not switched off.
+/// A timer that ticks for the main thread while it lives. It does nothing, because the Monitor is
+/// switched off.
 class ZELTOOLS_EXPORT MainThreadMonitoredTimer : public QObject
 {
     Q_OBJECT

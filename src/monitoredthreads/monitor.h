@@ -10,22 +10,22 @@
 namespace monitored_threads
 {
 
-/// The watchdog of the application's threads, which is switched off: threads register and tick as
-/// if they were watched, nothing is kept, and there is never a stalled thread or a kernel failure
-/// to report. All but instance() may be called from any thread.
+/// The watchdog of the application's threads, which is switched off. Threads register and tick as
+/// if they were watched, but the monitor keeps nothing and never reports a stalled thread or a
+/// kernel failure. Any thread may call all functions but instance().
 class ZELTOOLS_EXPORT Monitor : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The one monitor, created by the first call, which must come from the main thread, and never
-    /// destroyed.
+    /// The only monitor, created by the first call and never destroyed. The first call must come
+    /// from the main thread.
     static Monitor* instance();
     ~Monitor() override;
 
     bool isEnabled() { return false; }
 
-    /// How often a thread ticks: once a second, whatever is set.
+    /// The tick period of threads, which is always one second.
     std::chrono::milliseconds threadsTickPeriod() const { return std::chrono::seconds(1); }
     void setThreadsTickPeriod(std::chrono::milliseconds) {}
     void startMonitoringPeriod() {}
@@ -40,7 +40,7 @@ public:
     bool hasKernelFailure() { return false; }
 
 public Q_SLOTS:
-    /// For dmesg::Dmesg::newLine().
+    /// A slot for dmesg::Dmesg::newLine().
     void onDmesgNewLine(const QString&) {}
 
 private:

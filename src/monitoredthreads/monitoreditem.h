@@ -7,7 +7,8 @@
 namespace monitored_threads
 {
 
-/// Something that the Monitor would watch under this name, were it not switched off.
+/// An item that the Monitor watches under a name. It does nothing, because the Monitor is switched
+/// off.
 class ZELTOOLS_EXPORT MonitoredItem : public QObject
 {
     Q_OBJECT

@@ -7,10 +7,10 @@
 namespace monitored_threads
 {
 
-/// Who ticks for a thread: its own code, or the event loop that it runs.
+/// The source of a thread's ticks: its own code (Off) or its event loop (On).
 enum class AutoTick { Off = 0, On = 1 };
 
-/// A thread that the Monitor would watch, were it not switched off: a plain thread.
+/// A thread for the Monitor to watch. It is a plain thread, because the Monitor is switched off.
 class ZELTOOLS_EXPORT MonitoredQThread : public QThread
 {
     Q_OBJECT

@@ -5,8 +5,8 @@
 namespace zeltools::simulationinterface
 {
 
-/// The endpoint that a raw address names (see SimulationInterfaceAddress), owned by the parent.
-/// Null, after Error lines, for an address that leads nowhere.
+/// Creates the endpoint for a raw address (see SimulationInterfaceAddress), owned by the parent.
+/// Returns null, after Error lines, for an invalid address.
 ZELTOOLS_EXPORT SimulationInterface* createInterface(const QString& rawAddress, QObject* parent);
 
 } // namespace zeltools::simulationinterface

@@ -5,14 +5,15 @@
 namespace zeltools::simulationinterface
 {
 
-/// An open channel to a simulator that carries messages of at most 65535 bytes, framed by
-/// SimulationProtocol. Derived classes carry the bytes.
+/// A channel to a simulator for messages of at most 65535 bytes, framed by SimulationProtocol.
+/// Derived classes transport the bytes.
 ///
-/// Belongs to the thread that made it. It may be deleted inside its own signals; once its
-/// destructor has begun it emits none. An incomplete frame of a simulator that has gone is dropped.
+/// A channel belongs to the thread that created it. It may be deleted inside its own signals; after
+/// its destructor has begun it emits none. When a simulator disconnects, its incomplete frame is
+/// dropped.
 ///
-/// Of the Warnings that the bytes of a simulator cause, a minute brings ten at most and one more
-/// with the count of the others.
+/// The bytes of a simulator cause at most ten Warnings a minute, and one more with the number of
+/// the others.
 class ZELTOOLS_EXPORT SimulationInterface : public QObject
 {
     Q_OBJECT
@@ -24,25 +25,26 @@ public:
     /// Without a valid address the channel never opens.
     virtual bool isAddressValid() const = 0;
     virtual bool connected() const = 0;
-    /// Takes all bytes that have arrived.
+    /// Reads and removes all bytes that have arrived.
     virtual QByteArray incomingData() = 0;
-    /// Sends one frame; false when not all of it was accepted. Does not block.
+    /// Sends one frame without blocking. Returns false if not all of it was accepted.
     virtual bool writeSerializedData(const QByteArray& frame) = 0;
 
-    /// Sends one message. It is lost while there is no connection, and when it is too long.
+    /// Sends one message. It is lost if there is no connection or if it is too long.
     void write(const QByteArray& data);
 
 public Q_SLOTS:
-    /// Emits dataReceived() for each message that is complete with the bytes that have arrived.
+    /// Emits dataReceived() for each message that the arrived bytes complete.
     void processIncomingData();
 
 Q_SIGNALS:
     void dataReceived(const QByteArray& data);
-    /// connected() may have changed.
+    /// Announces a possible change of connected().
     void connectedChanged();
 
 protected:
-    /// Derived classes call it when a connection begins, before its bytes are processed.
+    /// Drops an incomplete frame. Derived classes call it when a connection begins, before its
+    /// bytes are processed.
     void dropIncompleteFrame();
 
 private:

@@ -8,24 +8,24 @@
 namespace zeltools::simulationinterface
 {
 
-/// Which channel leads to a simulator, read from one text: the type, a slash, and the rest, which
-/// the type gives a meaning to. "tcpclient/127.0.0.1/8133" has the type TcpClient and the address
-/// "127.0.0.1/8133". Upper and lower case of the type are the same.
+/// The address of a channel to a simulator, parsed from one text: the type, a slash, and an address
+/// whose meaning depends on the type. "tcpclient/127.0.0.1/8133" has the type TcpClient and the
+/// address "127.0.0.1/8133". The type is not case-sensitive.
 struct ZELTOOLS_EXPORT SimulationInterfaceAddress
 {
-    /// Parses the text at once.
+    /// Calls parseRawAddress().
     explicit SimulationInterfaceAddress(const QString& rawAddress);
 
-    /// Sets type and address from rawAddress. A text without a slash, or with a type that is not
-    /// known, makes the type Unknown and the address empty, with an Error line.
+    /// Sets type and address from rawAddress. A text without a slash or with an unknown type sets
+    /// the type to Unknown and clears the address, with an Error line.
     void parseRawAddress();
 
-    /// "/". It also stands between the IP address and the port.
+    /// The separator "/", which also separates the IP address from the port.
     static QString fieldSeparator();
 
     SimulationInterfaceType type = Unknown;
     QString rawAddress;
-    QString address; ///< All that follows the first slash, further slashes included.
+    QString address; ///< The text after the first slash, including further slashes.
 };
 
 } // namespace zeltools::simulationinterface

@@ -9,21 +9,22 @@
 namespace zeltools::simulationinterface
 {
 
-/// Another framing, for callers that have whole buffers: the byte 0x51, the length of the payload
-/// as a signed integer of four bytes, the highest first, and the payload. It keeps no state; the
-/// endpoints of this library do not use it.
+/// A second framing for callers that have whole buffers: the byte 0x51, the length of the payload
+/// as a signed big-endian integer of four bytes, and the payload. It keeps no state; the endpoints
+/// of this library do not use it.
 struct ZELTOOLS_EXPORT SimulationMessage
 {
-    /// The frame; there always is one.
+    /// The frame of the data, which always has a value.
     static std::optional<QByteArray> encapsulateData(const QByteArray& data);
 
-    /// The message of the frame that the buffer begins with. `consumed` is the number of bytes
-    /// that the caller must drop from it, 0 when the frame is not complete.
+    /// The message of the frame at the beginning of the buffer. `consumed` is the number of bytes
+    /// that the caller must drop, and 0 if the frame is incomplete.
     ///
-    /// Nothing, and the whole buffer consumed, with a Warning, when it does not begin with 0x51. A
-    /// frame with an empty payload comes out only when a byte follows it, on purpose. A negative
-    /// length gives an empty message and makes `consumed` 5 more than it: below 1 the peer is at
-    /// fault, and the caller must not go on with this buffer.
+    /// If the buffer does not begin with 0x51, there is no message, the whole buffer is consumed,
+    /// and a Warning is logged. A frame with an empty payload is returned only when a byte follows
+    /// it, on purpose. A negative length gives an empty message and the `consumed` value of the
+    /// length plus 5: if that is below 1, the peer is faulty, and the caller must discard the
+    /// buffer.
     static std::optional<QByteArray> fromIncomingDataOpt(const QByteArray& data, int& consumed);
 };
 

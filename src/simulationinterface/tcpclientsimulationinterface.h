@@ -13,22 +13,23 @@ namespace zeltools::simulationinterface
 
 class TcpSocket;
 
-/// Connects to a simulator that listens. Tries at once and every three seconds until it is
-/// connected, and again after each disconnection; attempts that fail are not logged. The next
-/// connection waits until a listener has taken all messages of the one before.
+/// Connects to a simulator that listens. It tries immediately and every three seconds until it is
+/// connected, and again after each disconnection; failed attempts are not logged. The next
+/// connection waits until a listener has received all messages of the one before.
 class ZELTOOLS_EXPORT TcpClientSimulationInterface : public SimulationInterface
 {
     Q_OBJECT
 
 public:
-    /// Does nothing for an address that TcpSimulationInterfaceCommon cannot read.
+    /// Starts to connect. It does nothing if TcpSimulationInterfaceCommon cannot parse the address.
     TcpClientSimulationInterface(const SimulationInterfaceAddress& address, QObject* parent);
     ~TcpClientSimulationInterface() override;
 
     bool isAddressValid() const override;
     bool connected() const override;
     QByteArray incomingData() override;
-    /// False while not connected, and while the simulator leaves 64 MiB unread: the frame is lost.
+    /// Returns false, and the frame is lost, without a connection and while the simulator leaves
+    /// 64 MiB unread.
     bool writeSerializedData(const QByteArray& frame) override;
 
 private:

@@ -13,22 +13,24 @@ namespace zeltools::simulationinterface
 
 class TcpSocket;
 
-/// Listens for a simulator and serves one at a time: while one is attached, others are closed at
-/// once. After it has gone the next one waits until a listener has taken all of its messages.
+/// Listens for simulators and serves one at a time: while one is attached, the connections of
+/// others are closed immediately. After it has disconnected, the next one waits until a listener
+/// has received all of its messages.
 class ZELTOOLS_EXPORT TcpServerSimulationInterface : public SimulationInterface
 {
     Q_OBJECT
 
 public:
-    /// Does nothing for an address that TcpSimulationInterfaceCommon cannot read. Where it cannot
-    /// listen, which gives a Warning, it never connects: there is no second attempt.
+    /// Starts to listen. It does nothing if TcpSimulationInterfaceCommon cannot parse the address.
+    /// If it cannot listen, it logs a Warning and does not try again.
     TcpServerSimulationInterface(const SimulationInterfaceAddress& address, QObject* parent);
     ~TcpServerSimulationInterface() override;
 
     bool isAddressValid() const override;
     bool connected() const override;
     QByteArray incomingData() override;
-    /// False while no simulator is attached, and while it leaves 64 MiB unread: the frame is lost.
+    /// Returns false, and the frame is lost, without an attached simulator and while it leaves
+    /// 64 MiB unread.
     bool writeSerializedData(const QByteArray& frame) override;
 
 private:
@@ -37,7 +39,8 @@ private:
     void processClient();
 
     QTcpServer m_server;
-    std::shared_ptr<TcpSocket> m_client; // null, or gone but not all processed: none is attached
+    // No simulator is attached if this is null, or disconnected with unprocessed messages.
+    std::shared_ptr<TcpSocket> m_client;
     std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
 };
 

@@ -12,26 +12,26 @@
 /// Orders methods by the text of their signatures, for maps; Qt has no order for them.
 ZELTOOLS_EXPORT bool operator<(const QMetaMethod& left, const QMetaMethod& right);
 
-/// Base class of the machine's sequences (dispensing, rinsing): states are integers, and signals of
-/// other objects, connected to the slot handleSignal(), drive them.
+/// The base class of the machine's sequences (dispensing, rinsing). States are integers, and
+/// signals of other objects, connected to the slot handleSignal(), drive the machine.
 ///
 ///     connect(pump, &Pump::stopped, this, qOverload<>(&StateMachine::handleSignal));
 ///
-/// A change of state takes a turn of the event loop: setState() leaves the state at once, the next
-/// one is entered when the event loop runs. A signal that comes in between is neither lost nor
-/// handled in the old state: it waits for the next one. (One that is queued, as from another
-/// thread, and whose sender is destroyed before it arrives is an Error line.) All of it is logged
+/// A change of state takes a turn of the event loop: setState() leaves the state immediately, and
+/// the machine enters the next one when the event loop runs. A signal that arrives in between is
+/// neither lost nor handled in the old state: it waits for the next one. (A queued signal, as from
+/// another thread, whose sender is destroyed before it arrives is an Error line.) The machine logs
 /// under `Log::StateMachine`.
 ///
-/// Everything belongs to one thread; signals of other threads come through queued connections. The
-/// machine may be destroyed in any of its own signals and handlers.
+/// A machine belongs to one thread; signals of other threads arrive through queued connections. It
+/// may be destroyed in any of its own signals and handlers.
 class ZELTOOLS_EXPORT StateMachine : public QObject
 {
     Q_OBJECT
 
 public:
-    /// A subclass numbers its states otherwise, normally from 0. A machine that is sent to
-    /// InvalidState does not arrive there: it stays between two states.
+    /// The states that every machine has. A subclass uses other numbers, normally from 0. A machine
+    /// that is set to InvalidState does not enter it and stays between two states.
     enum PseudoState {
         InvalidState = -1, ///< before setInitialState()
         Transition = -2    ///< between two states
@@ -40,9 +40,9 @@ public:
     /// A signal that reached handleSignal().
     struct SignalReception
     {
-        QPointer<const QObject> sender; ///< null when it has been destroyed since
+        QPointer<const QObject> sender; ///< null after its destruction
         QMetaMethod
-            signal; ///< of the sender's meta-object, which must live on (as all but QML's do)
+            signal; ///< of the sender's meta-object, which must stay valid (true except in QML)
         bool receivedDuringTransition;
     };
 
@@ -50,33 +50,34 @@ public:
     StateMachine(int initialState, QObject* parent);
     ~StateMachine() override;
 
-    /// The name of a state in the log: "Transition", "InvalidState" or "Undefined (7)"; subclasses
-    /// name theirs.
+    /// The name of a state for the log: "Transition", "InvalidState" or "Undefined (7)". Subclasses
+    /// add the names of their states.
     virtual QString stateToString(int state) const;
 
     int previousState() const { return m_previousState; }
-    /// Transition while one is pending, in stateExit() already.
+    /// The current state, or Transition while a transition is pending, including in stateExit().
     int currentState() const { return m_currentState; }
-    /// Where the pending transition leads; InvalidState when there is none.
+    /// The target of the pending transition, or InvalidState without one.
     int nextState() const { return m_nextState; }
 
-    /// Enters the first state. Works once; false and an Error line after that.
+    /// Enters the first state. Later calls return false and log an Error line.
     bool setInitialState(int state);
-    /// Leaves the current state for another; with `force` also for itself. False and a log line,
-    /// with nothing changed, when that is the current state or another transition is pending.
+    /// Leaves the current state for another one, or with `force` also for itself. Returns false
+    /// with a log line, and changes nothing, for the current state and while another transition is
+    /// pending.
     bool setState(int state, bool force = false);
     /// Leaves the current state and enters it again.
     bool setStateAgain();
 
-    /// Handles a signal now.
+    /// Handles a signal immediately.
     void handleSignal(const SignalReception& reception);
 
 public Q_SLOTS:
-    /// Completes the pending transition, if there is one, and handles the signals that came
-    /// meanwhile until one of them starts another: the rest of them is then dropped.
+    /// Completes the pending transition, if there is one, and handles the signals that arrived
+    /// meanwhile. If one of them starts another transition, the rest of them is dropped.
     void goToNextState();
-    /// Takes in the signal that called it: handles it now, or, during a transition, at the
-    /// beginning of the next state. Called otherwise than by a signal it logs an Error.
+    /// Handles the signal that calls this slot: immediately, or, during a transition, at the
+    /// beginning of the next state. A call that does not come from a signal logs an Error.
     void handleSignal();
 
 Q_SIGNALS:
@@ -84,8 +85,8 @@ Q_SIGNALS:
     void stateEnter();
 
 protected:
-    /// Called for each signal that is handled; `sender` is null when it has been destroyed since,
-    /// and in its signal destroyed().
+    /// Called for each handled signal. `sender` is null after its destruction and in its signal
+    /// destroyed().
     virtual void onSignal(const QObject* sender, const QMetaMethod& signal,
                           bool receivedDuringTransition);
 
@@ -100,6 +101,6 @@ private:
 protected:
     /// The last reception of each signal that was handled in the current state.
     QMap<QMetaMethod, SignalReception> m_receptions;
-    /// The signal handled last in the current state.
+    /// The last signal that was handled in the current state.
     QMetaMethod m_lastSignal;
 };

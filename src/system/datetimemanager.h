@@ -10,10 +10,10 @@
 namespace zeltools::system
 {
 
-/// The application's one source of "now": tells the date and time, ticks once at every full minute
-/// so that clocks on screens can follow, and takes the requests to set the machine's clock.
+/// The application's only source of the current date and time. It emits a signal at every full
+/// minute, so that clocks on screens can follow, and handles requests to set the machine's clock.
 ///
-/// Belongs to one thread with an event loop. Logs under Log::Machine.
+/// An object belongs to one thread with an event loop and logs under Log::Machine.
 class ZELTOOLS_EXPORT DateTimeManager : public QObject
 {
     Q_OBJECT
@@ -23,21 +23,21 @@ public:
     explicit DateTimeManager(QObject* parent = nullptr);
     ~DateTimeManager() override;
 
-    /// In local time.
+    /// The current date and time in local time.
     virtual QDateTime currentDateTime() const;
-    /// Sets the clock of the system on the board, and none on the desktop, then emits the signals.
-    /// They come also when the clock could not be set, which is an Error line, and for an invalid
-    /// date and time, which no clock is set to. `syncRtc` asks for writeDateTimeToRtc().
+    /// Sets the system clock on the board, and no clock on the desktop, then emits the signals. It
+    /// also emits them if the clock could not be set, which is an Error line, and for an invalid
+    /// date and time, to which no clock is set. `syncRtc` requests writeDateTimeToRtc().
     virtual void setDateTime(const QDateTime& dateTime, bool syncRtc);
 
     TimeZoneHelper* timeZoneHelper() { return &m_timeZoneHelper; }
-    /// Makes the next tick come at the next full minute of currentDateTime(), or up to a second
-    /// after it: milliseconds do not count.
+    /// Schedules the next tick for the next full minute of currentDateTime(). Milliseconds are
+    /// ignored, so that it comes up to a second later.
     void restartMinuteTimer();
 
     Q_INVOKABLE void setLocalDateTime(int year, int month, int day, int hour, int minute,
                                       int second, bool syncRtc = true);
-    /// The fields of the system's local time, whatever currentDateTime() tells.
+    /// The fields of the system's local time, independent of currentDateTime().
     Q_INVOKABLE int currentLocalYear() const;
     Q_INVOKABLE int currentLocalMonth() const;
     Q_INVOKABLE int currentLocalDay() const;
@@ -46,18 +46,18 @@ public:
     Q_INVOKABLE int currentLocalSecond() const;
 
 Q_SIGNALS:
-    /// With the time asked for less the system's time before.
+    /// Announces the difference between the requested time and the system's time before.
     void dateTimeSet(std::chrono::milliseconds newMinusOld);
-    /// A minute is over, the time was set or the time zone has changed.
+    /// Announces a full minute, a new time or a new time zone.
     void dateTimeChanged();
-    /// To be written into the hardware clock, in UTC.
+    /// Requests that the application write this time, in UTC, to the hardware clock.
     void writeDateTimeToRtc(const QDateTime& dateTime);
 
 protected:
-    /// Sets the clock of the system, and returns an empty text or why it was not set.
+    /// A function that sets a clock and returns the reason of a failure, or an empty text.
     using ClockSetter = QString (*)(const QDateTime& dateTime);
 
-    /// With another clock to set, or null for none.
+    /// Constructs a manager that sets another clock, or none if the function is null.
     DateTimeManager(ClockSetter setClock, QObject* parent);
 
 private:

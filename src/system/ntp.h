@@ -13,38 +13,38 @@
 namespace zeltools::system::service
 {
 
-/// Network time. Where PackagesManager has a package for it, this service switches that package;
-/// elsewhere it is the fallback: a client that asks one server over UDP every hour and tells the
-/// answer. It sets no clock itself.
+/// The service for network time. If PackagesManager finds a package for network time, this service
+/// switches that package. Otherwise it is a fallback client, which asks one server over UDP every
+/// hour and announces the answer. It sets no clock itself.
 ///
-/// Whether the fallback is on is kept over restarts in "/usr/share/zel/ntp" ("1" or "0"), which is
-/// replaced safely, and only when the value changes. A machine without the folder, or on which the
-/// file cannot be opened, keeps nothing and logs nothing; a write that fails is a Warning. At the
-/// next start the fallback is then as the file still has it, or off without one.
+/// The file "/usr/share/zel/ntp" ("1" or "0") stores whether the fallback is on. It is replaced
+/// safely, and only when the value changes. A machine without the folder, or on which the file
+/// cannot be opened, stores nothing and logs nothing; a failed write is a Warning. The next start
+/// then uses the value in the file, or off without a file.
 ///
-/// The answer is as good as the network: one from another address than the server's is ignored, but
-/// it is not authenticated and the time on the way is not made up for. An answer that carries no
-/// time is ignored as well. Failures are logged under Log::Network. Belongs to one thread with an
-/// event loop; may be deleted in its signals.
+/// Answers are not authenticated, and their travel time is not compensated. Answers from another
+/// address than the server's and answers without a time are ignored. Failures are logged under
+/// Log::Network. An object belongs to one thread with an event loop and may be deleted in its
+/// signals.
 class ZELTOOLS_EXPORT Ntp final : public Service
 {
     Q_OBJECT
 
 public:
-    /// Takes up the state of the last run: the package is given its own setting anew, or the
-    /// fallback starts if it was on.
+    /// Restores the state of the last run: the current setting of the package is applied again, or
+    /// the fallback starts if it was on.
     explicit Ntp(const QHostAddress& server);
     ~Ntp() override;
 
     bool available() const override { return true; }
     void enable(bool on) override;
     bool enabled() const override;
-    /// Sends one request at once when enabled.
+    /// Sends one request immediately if the service is enabled.
     void refresh() override;
 
 Q_SIGNALS:
-    /// The time of the server, in UTC and whole seconds. Counted from 1900 in 32 bits, so that
-    /// after 7 February 2036 it begins again at 1900.
+    /// Announces the time of the server in UTC and whole seconds. The server counts 32 bits from
+    /// 1900, so that the time begins again at 1900 after 7 February 2036.
     void currentTime(const QDateTime& dateTime);
 
 private:
@@ -58,7 +58,7 @@ private:
 
     QHostAddress m_server;
     QTimer m_pollTimer;
-    // Goes on after its signal, in which a listener may delete the service.
+    // The socket continues after its signal, in which a listener may delete the service.
     QScopedPointer<QUdpSocket, QScopedPointerDeleteLater> m_socket;
     bool m_isFallbackEnabled = false;
     int m_failedTransmissions = 0;

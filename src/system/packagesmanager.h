@@ -14,11 +14,12 @@
 namespace zeltools::system
 {
 
-/// Finds out which packages for keeping time the image of the machine has, and switches the
-/// system's own synchronisation with network time on and off. On the desktop it logs the commands
-/// that it would run and runs none: the developer's clock is not ours.
+/// Detects the time packages on the machine's image, and switches the system's own synchronisation
+/// with network time on and off. On the desktop it only logs the commands, because the developer's
+/// clock does not belong to the machine.
 ///
-/// Belongs to one thread. What it finds and does is logged under Log::SystemPackagesManager.
+/// The manager belongs to one thread. It logs its results and actions under
+/// Log::SystemPackagesManager.
 class ZELTOOLS_EXPORT PackagesManager : public QObject
 {
     Q_OBJECT
@@ -27,50 +28,51 @@ public:
     enum Package { Ntp, Tzdata, TimeSync };
     Q_ENUM(Package)
 
-    /// How to see from the file system that a package is there and of use.
+    /// The conditions in the file system under which a package counts as available.
     struct PackageInspectionData
     {
         QString packageName;
         QStringList files;
-        /// Files whose whole content has to match. In multi-line patterns "^" begins each line.
+        /// Files whose whole content must match. In multi-line patterns "^" matches at each line.
         QMap<QString, QRegularExpression> configurationFiles;
-        /// A file that has to exist too; looked for first.
+        /// A file that must exist, too; it is checked first.
         std::optional<QString> initScript;
         /// The name under which the init script is registered.
         std::optional<QString> serviceName;
     };
 
-    /// Created by the first call and never destroyed.
+    /// The only manager, created by the first call and never destroyed.
     static PackagesManager& instance();
 
-    /// Looks once, and gives the same answer until the process ends: images do not change while the
-    /// machine runs.
+    /// Whether the package is available. The first result is kept until the process ends, since the
+    /// image does not change while the machine runs.
     static bool packageAvailable(Package package);
-    /// Looks each time. The first thing that is missing or does not match is an Info line, a
-    /// configuration file that cannot be opened a Warning.
+    /// Whether the conditions hold, checked at each call. The first condition that fails is an Info
+    /// line; a configuration file that cannot be opened is a Warning.
     static bool packageAvailable(const PackageInspectionData& data);
 
-    /// The package that keeps network time: `Ntp` where it is available, else `TimeSync`, else
-    /// nothing.
+    /// The package that keeps network time: `Ntp` if it is available, otherwise `TimeSync`,
+    /// otherwise none.
     std::optional<Package> ntpPackage() const;
     bool ntpAvailable() const { return ntpPackage().has_value(); }
 
-    /// Whether that package is switched on. Blocks while `timedatectl` is asked about `TimeSync`,
-    /// 30 s at the longest; one that cannot answer is an Error line and counts as off, and so does
-    /// `TimeSync` on the desktop.
+    /// Whether that package is switched on. For `TimeSync` the call blocks while `timedatectl`
+    /// runs, at most 30 s. If that fails, it is an Error line and the package counts as off; on the
+    /// desktop, `TimeSync` always counts as off.
     bool ntpEnabled() const { return ntpState().value_or(false); }
-    /// The same; nothing when `timedatectl` could not be run or has not come to an end.
+    /// The same as ntpEnabled(), but without a value if `timedatectl` could not be run or did not
+    /// end.
     std::optional<bool> ntpState() const;
-    /// Switches that package; without one, only emits the signal. Blocks while the commands run
-    /// (see WindowsTools), none of which keeps the next one from running: a failure is a Warning.
+    /// Switches that package; without one, it only emits the signal. The call blocks while the
+    /// commands run (see WindowsTools). A failed command is a Warning, and the next one still runs.
     void setNtpEnabled(bool on);
 
 Q_SIGNALS:
-    /// After each setNtpEnabled(), also when nothing has changed.
+    /// Emitted after each setNtpEnabled(), even if nothing has changed.
     void ntpEnabledChanged();
 
 private:
-    friend class TestTimeServices; // each image that it tries has its own /etc: nothing is cached
+    friend class TestTimeServices; // clears the kept results, since each test has its own /etc
 
     PackagesManager();
     ~PackagesManager() override;

@@ -7,7 +7,7 @@
 namespace zeltools::system
 {
 
-/// Something that the application can switch on and off, and that ServiceManager finds by its
+/// A service that the application can switch on and off, and that ServiceManager finds by its
 /// identifier.
 class ZELTOOLS_EXPORT Service : public QObject
 {
@@ -22,11 +22,11 @@ public:
 
     Id id() const { return m_id; }
 
-    /// Whether the machine can have the service at all.
+    /// Whether the machine supports the service.
     virtual bool available() const = 0;
     virtual void enable(bool on) = 0;
     virtual bool enabled() const = 0;
-    /// Makes an enabled service do its work now instead of when it is next due.
+    /// Makes an enabled service do its work immediately instead of at the next due time.
     virtual void refresh() = 0;
 
 Q_SIGNALS:

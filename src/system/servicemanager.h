@@ -8,19 +8,19 @@
 namespace zeltools::system
 {
 
-/// Owns the services that the application adds, one for each identifier, and passes on what is
-/// asked of them. An identifier that was never added throws std::out_of_range. Belongs to one
+/// Owns the services that the application adds, one for each identifier, and forwards calls to
+/// them. An identifier that was never added throws std::out_of_range. The manager belongs to one
 /// thread.
 class ZELTOOLS_EXPORT ServiceManager : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Created by the first call and never destroyed.
+    /// The only manager, created by the first call and never destroyed.
     static ServiceManager& instance();
 
-    /// The service must not be null. Where there is one with its identifier already, that one stays
-    /// and the new one is destroyed.
+    /// Adds a service, which must not be null. If the manager has a service with that identifier,
+    /// it keeps it and destroys the new one.
     void add(std::unique_ptr<Service>&& service);
 
     bool available(Service::Id id) const;
@@ -29,7 +29,7 @@ public:
     void refresh(Service::Id id);
 
 Q_SIGNALS:
-    /// One of the services was switched.
+    /// Announces that one of the services was switched.
     void serviceStatusChanged();
 
 private:

@@ -12,16 +12,17 @@ class SimulationInterface;
 namespace zeltools::system
 {
 
-/// A clock that a simulator drives over a simulation interface: it sends "2024/03/01 08:30:00" to
-/// set it, as local time, and hears of each change that the machine asks for in the same form, as
-/// UTC. Asking does not move this clock, nor any other on the board: only the simulator does.
+/// A clock that a simulator drives over a simulation interface. The simulator sends
+/// "2024/03/01 08:30:00" in local time to set it, and receives each request of the machine in the
+/// same form in UTC. Only the simulator changes this clock; requests change neither this clock nor
+/// another one on the board.
 class ZELTOOLS_EXPORT SimulatedDateTimeManager : public DateTimeManager
 {
     Q_OBJECT
 
 public:
-    /// Begins with the time of the system. An address that leads to no simulator ends the process
-    /// with exit status 1, after a release assertion.
+    /// Starts with the time of the system. An invalid address ends the process with exit status 1,
+    /// after a release assertion.
     explicit SimulatedDateTimeManager(const QString& address, QObject* parent = nullptr);
     ~SimulatedDateTimeManager() override;
 
@@ -29,14 +30,15 @@ public:
     static QString timeFormat(); ///< "hh:mm:ss"
     static QString dateTimeFormat();
 
-    /// Invalid after the simulator has sent what is no date and time, until it sends one again.
+    /// The simulated time. After a message that is not a date and time, it is invalid until the
+    /// next valid message.
     QDateTime currentDateTime() const override;
     void setCurrentDateTime(const QDateTime& dateTime);
-    /// Sends it as it is; does nothing while no simulator is connected.
+    /// Sends the unchanged time; does nothing while no simulator is connected.
     void sendDateTime(const QDateTime& dateTime);
 
 public Q_SLOTS:
-    /// What follows a zero byte does not count.
+    /// Handles a message of the simulator. A zero byte ends its text.
     void processIncomingData(const QByteArray& data);
 
 private:
