@@ -32,6 +32,17 @@ struct Request
     int perPage = 0;
 };
 
+struct EventFiles
+{
+    QStringList paths;      // oldest first
+    QVector<ino_t> numbers; // tell the files apart whatever their names
+
+    bool operator==(const EventFiles& other) const
+    {
+        return paths == other.paths && numbers == other.numbers;
+    }
+};
+
 /// The texts in the files by the keys of the kinds.
 QMap<QString, QString> kinds()
 {
@@ -109,9 +120,9 @@ QString readRequest(const QCommandLineParser& parser, Request& request)
     return QString();
 }
 
-/// Puts the event files into `files`, oldest first; returns why that is impossible, or nothing.
-/// A file that cannot be opened is found before anything is printed.
-QString findFiles(const QString& folder, QStringList& files)
+/// Puts the event files into `files`; returns why that is impossible, or nothing. A file that
+/// cannot be opened is found before anything is printed.
+QString findFiles(const QString& folder, EventFiles& files)
 {
     for (const char* name : {"zel_events.log.1", "zel_events.log"}) {
         const QString path = QDir(folder).filePath(name);
@@ -125,11 +136,30 @@ QString findFiles(const QString& folder, QStringList& files)
             return "cannot read " + path + ": it is not a file";
         if (access(encodedPath.constData(), R_OK) != 0)
             return "cannot read " + path + ": " + std::strerror(errno);
-        files.append(path);
+        files.paths.append(path);
+        files.numbers.append(status.st_ino);
     }
-    if (!files.isEmpty())
+    if (!files.paths.isEmpty())
         return QString();
     return QDir(folder).exists() ? folder + " holds no zel_events.log" : "no folder " + folder;
+}
+
+/// Reads the page, anew when the machine has rotated its files meanwhile: events would be missing
+/// or doubled. Returns why there is none, or nothing.
+QString readPage(const QString& folder, const Request& request, EventHistory::Page& page)
+{
+    constexpr int attempts = 20;
+    for (int i = 0; i < attempts; ++i) {
+        EventFiles files;
+        const QString obstacle = findFiles(folder, files);
+        if (!obstacle.isEmpty())
+            return obstacle;
+        page = EventHistory::page(files.paths, request.selection, request.page, request.perPage);
+        EventFiles now;
+        if (findFiles(folder, now).isEmpty() && now == files)
+            return QString();
+    }
+    return "the files in " + folder + " rotate faster than they can be read";
 }
 
 QJsonObject eventObject(const QString& line)
@@ -166,13 +196,11 @@ ExitStatus runEvents(const QStringList& arguments)
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
-    QStringList files;
-    const QString obstacle = findFiles(folders.first(), files);
+    EventHistory::Page page;
+    const QString obstacle = readPage(folders.first(), request, page);
     if (!obstacle.isEmpty())
         return fail(Failed, obstacle);
 
-    const EventHistory::Page page =
-        EventHistory::page(files, request.selection, request.page, request.perPage);
     // An empty line counts in the page but shows no event.
     QStringList lines = page.lines;
     lines.removeAll(QString());
