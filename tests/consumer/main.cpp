@@ -4,8 +4,13 @@
 #include <zeltools/logging/loginfile.h>
 #include <zeltools/logging/logmanager.h>
 #include <zeltools/path.h>
+#include <zeltools/system/datetimemanager.h>
 
 #include <QCoreApplication>
+
+// A host may need these as values of its own.
+Q_DECLARE_METATYPE(std::chrono::milliseconds)
+Q_DECLARE_METATYPE(std::chrono::hours)
 
 int main(int argc, char** argv)
 {
