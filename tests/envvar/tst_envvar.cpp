@@ -116,7 +116,8 @@ private Q_SLOTS:
         QVERIFY(m_store.save(m_path).success);
         for (int i = 0; i < 300; ++i) {
             const pid_t saver = fork();
-            while (saver == 0) {
+            QVERIFY(saver >= 0);
+            while (saver == 0) { // NOLINT(bugprone-infinite-loop): until it is killed
                 text.set(QString(1 + (text().size() + 1) % 9000, 'x'));
                 m_store.save(m_path);
             }
