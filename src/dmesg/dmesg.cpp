@@ -164,7 +164,7 @@ void Dmesg::initLogFile()
         LogFormatter(LogLevel::Error).log(Log::Global) << "Failed opening log file";
 }
 
-void Dmesg::appendLine(const QString& line, QMutexLocker& locker)
+void Dmesg::appendLine(const QString& line, zeltools::MutexLocker& locker)
 {
     const qint64 length = line.size();
     if (length > m_config.maxRamSize_B) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <zeltools/logging/primaryfile.h>
+#include <zeltools/qtversion.h>
 #include <zeltools/zeltools_export.h>
 
-#include <QMutex>
 #include <QObject>
 #include <QStringList>
 #include <QThreadPool>
@@ -60,8 +60,9 @@ public:
     /// write(), which first hands on what was written to the QFile itself.
     PrimaryFile file;
 
-    /// Held during every operation; hold it to make several of them one.
-    QMutex* mutex() const { return &m_mutex; }
+    /// Held during every operation; hold it to make several of them one. A QMutex with Qt 5, a
+    /// QRecursiveMutex with Qt 6.
+    zeltools::RecursiveMutex* mutex() const { return &m_mutex; }
 
     /// False, with an Error line, while the file is open.
     bool setPrimaryFilename(const QString& filename);
@@ -166,7 +167,7 @@ private:
 
     static constexpr int s_checkInterval_ms = 100; // of checkOutsideChange()
 
-    mutable QMutex m_mutex{QMutex::Recursive};
+    mutable zeltools::RecursiveMutex m_mutex;
     QString m_primaryFilename;
     qint64 m_maximumSize_B;
     qint64 m_size_B = -1; // of the open file; -1: not known
