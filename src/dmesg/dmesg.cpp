@@ -173,7 +173,7 @@ void Dmesg::initLogFile()
     m_logFile = logFile;
 }
 
-void Dmesg::appendLine(const QString& line, QMutexLocker& locker)
+void Dmesg::appendLine(const QString& line, zeltools::MutexLocker& locker)
 {
     const qint64 length = line.size();
     if (length > m_config.maxRamSize_B) {
