@@ -101,7 +101,7 @@ private:
     void initLogFile();
     void appendLine(const QString& line, zeltools::MutexLocker& locker);
     void removeOldestLine();
-    void logLine(const QString& line, QMutexLocker& locker);
+    void logLine(const QString& line, zeltools::MutexLocker& locker);
 
     Config m_config;
     QStringList m_lines; // oldest first; takes its first line off without moving the others
