@@ -151,7 +151,7 @@ QString readPage(const QString& folder, const Request& request, EventHistory::Pa
     constexpr int attempts = 20;
     for (int i = 0; i < attempts; ++i) {
         EventFiles files;
-        const QString obstacle = findFiles(folder, files);
+        QString obstacle = findFiles(folder, files);
         if (!obstacle.isEmpty())
             return obstacle;
         page = EventHistory::page(files.paths, request.selection, request.page, request.perPage);
