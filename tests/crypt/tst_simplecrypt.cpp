@@ -338,7 +338,7 @@ private Q_SLOTS:
         QCOMPARE(whole(file("missing"), file("out")), "no|2|");
         QCOMPARE(whole("/proc/self/mem", file("out")), "no|6|");
         s_isMemoryShort = true;
-        QCOMPARE(whole(file("bytes"), file("out")), "no|6|qCompress: Not enough memory");
+        QVERIFY(whole(file("bytes"), file("out")).startsWith("no|6|qCompress"));
         s_isMemoryShort = false;
         support::writeFile(file("bad"), QByteArray("\4\x11\0\x7f\xff\xff\xf0", 7) + s_text);
         QCOMPARE(decryptSmart(file("bad"), file("out")),
