@@ -14,5 +14,8 @@ install(FILES ${PROJECT_BINARY_DIR}/ZelToolsConfig.cmake
               ${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cmake DESTINATION ${package_dir})
 # From the folder of the file to the prefix, so that an installed tree can be moved.
 file(RELATIVE_PATH ZELTOOLS_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+list(TRANSFORM ZELTOOLS_QT_MODULES REPLACE "(.+)" "Qt${ZELTOOLS_QT}\\1 >= ${ZELTOOLS_QT_VERSION}"
+     OUTPUT_VARIABLE modules)
+list(JOIN modules ", " ZELTOOLS_PC_REQUIRES)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zeltools.pc.in ${PROJECT_BINARY_DIR}/zeltools.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zeltools.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -123,8 +123,8 @@ QString withoutPrefixes(const QString& text)
     QString rest;
     int start = 0;
     for (int found = 0; (found = text.indexOf(QLatin1String("0X"), start)) >= 0; start = found + 2)
-        rest += text.midRef(start, found - start);
-    return start == 0 ? text : rest += text.midRef(start);
+        rest.append(text.constData() + start, found - start);
+    return start == 0 ? text : rest.append(text.constData() + start, text.size() - start);
 }
 
 bool isHexadecimal(const QString& text)

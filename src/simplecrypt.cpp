@@ -29,7 +29,8 @@ QByteArray compress(const QByteArray& payload)
 }
 
 // The length in front of compressed data, four bytes that an attacker may have chosen, is what
-// qUncompress() allocates at first. Deflate makes at most 1032 bytes of one.
+// qUncompress() allocates at first. Deflate makes at most 1032 bytes of one. Qt 5 refuses what is
+// larger than its arrays, Qt 6 tries to allocate it.
 QByteArray uncompress(QByteArray payload)
 {
     constexpr qint64 mostOfOneByte = 1032;
@@ -38,7 +39,11 @@ QByteArray uncompress(QByteArray payload)
     if (payload.size() > int(sizeof(quint32))) {
         const qint64 stated = qFromBigEndian<quint32>(payload.constData());
         const qint64 possible = payload.size() * mostOfOneByte;
-        if (stated > possible && stated <= std::numeric_limits<int>::max())
+        if (stated > std::numeric_limits<int>::max()) {
+            qWarning("qUncompress: Input data is corrupted");
+            throw CryptException({SimpleCrypt::CryptIntegrityMismatch, {}, {}});
+        }
+        if (stated > possible)
             qToBigEndian(static_cast<quint32>(possible), payload.data());
         // qUncompress() takes missing memory for damage; this throws where there is too little.
         if (stated <= SimpleCrypt::largestInMemory_B)

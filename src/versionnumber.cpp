@@ -1,7 +1,6 @@
 #include "versionnumber.h"
 
 #include <QStringList>
-#include <QVector>
 
 #include <algorithm>
 
@@ -47,7 +46,8 @@ VersionNumber& VersionNumber::operator=(const QString& text)
 std::vector<int> VersionNumber::toListId(const QString& text)
 {
     std::vector<int> identifiers;
-    for (const QStringRef& part : text.splitRef('.'))
+    const QStringList parts = text.split('.');
+    for (const QString& part : parts)
         identifiers.push_back(part.toInt());
     return identifiers;
 }

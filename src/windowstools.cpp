@@ -2,12 +2,10 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "qtversion.h"
 
 #include <QDeadlineTimer>
 #include <QMutex>
-#include <QProcess>
-#include <QTextCodec>
-#include <QTextDecoder>
 
 #include <algorithm>
 #include <utility>
@@ -33,17 +31,19 @@ ReplacedRunner& replacedRunner()
     return *replaced;
 }
 
-class ShellProcess final : public QProcess
+// Gives a child a group of its own, so that the time limit ends the children of the shell too.
+void leaveGroup()
+{
+    ::setpgid(0, 0);
+}
+
+class ShellProcess final : public zeltools::ChildProcess
 {
 public:
     explicit ShellProcess(std::chrono::milliseconds timeLimit);
 
     /// Empty when the command ended by itself, otherwise why it did not.
     QString run(const QString& command);
-
-protected:
-    // A group of its own, so that the time limit ends the children of the shell too.
-    void setupChildProcess() override { ::setpgid(0, 0); }
 
 private:
     void onOutput();
@@ -53,12 +53,12 @@ private:
     std::chrono::milliseconds m_timeLimit;
     QDeadlineTimer m_deadline;
     bool m_isOverdue = false;
-    // Puts a character together again that was cut by the end of a piece.
-    QTextDecoder m_decoder{QTextCodec::codecForName("UTF-8")};
+    zeltools::Utf8Decoder m_decoder;
 };
 
 ShellProcess::ShellProcess(std::chrono::milliseconds timeLimit)
-    : m_timeLimit(timeLimit)
+    : ChildProcess(leaveGroup)
+    , m_timeLimit(timeLimit)
     , m_deadline(timeLimit)
 {
     setStandardInputFile(nullDevice());
@@ -98,7 +98,7 @@ void ShellProcess::logOutput(qint64 atLeast_B)
     char piece[s_pieceSize_B + 1];
     while (canReadLine() || bytesAvailable() >= atLeast_B) {
         const qint64 size_B = readLine(piece, sizeof piece);
-        QString text = m_decoder.toUnicode(piece, static_cast<int>(size_B));
+        QString text = m_decoder.decode(piece, static_cast<int>(size_B));
         if (text.endsWith(QLatin1Char('\n')))
             text.chop(1);
         if (!text.isEmpty())

@@ -110,6 +110,18 @@ private:
     bool m_wasSet;
 };
 
+/// Whether the call ends with this exception.
+template <typename Exception, typename Call>
+bool throws(const Call& call)
+{
+    try {
+        call();
+    } catch (const Exception&) {
+        return true;
+    }
+    return false;
+}
+
 inline QByteArray readFile(const QString& name)
 {
     QFile file(name);

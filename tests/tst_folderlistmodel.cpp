@@ -112,7 +112,10 @@ public:
                                  data(row, FolderListModel::IsFolderRole),
                                  data(row, FolderListModel::ModifiedRole)});
     }
-    QString names() { return QStringList(view).replaceInStrings(QRegExp(" .*"), "").join(' '); }
+    QString names()
+    {
+        return QStringList(view).replaceInStrings(QRegularExpression(" .*"), "").join(' ');
+    }
     // The view as Qt has it.
     QStringList expected() const
     {

@@ -37,7 +37,8 @@ QString table(const QVector<QStringList>& rows)
     QVector<int> widths(rows.value(0).size());
     for (const QStringList& row : rows) {
         for (int column = 0; column < row.size(); ++column)
-            widths[column] = std::max(widths[column], std::min(row[column].size(), maximumWidth));
+            widths[column] =
+                std::max(widths[column], std::min<int>(row[column].size(), maximumWidth));
     }
     QString text;
     for (const QStringList& row : rows) {

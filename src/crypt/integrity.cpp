@@ -1,6 +1,7 @@
 #include "crypt/integrity_p.h"
 
 #include "crypt/sha1_p.h"
+#include "qtversion.h"
 #include <QtEndian>
 
 namespace integrity
@@ -32,7 +33,7 @@ QByteArray of(int flags, const char* payload, qint64 size)
     case SimpleCrypt::ProtectionChecksum: {
         // The one number of the format with its high byte first.
         QByteArray field(sizeof(quint16), '\0');
-        qToBigEndian(qChecksum(payload, static_cast<uint>(size)), field.data());
+        qToBigEndian(zeltools::checksum(payload, size), field.data());
         return field;
     }
     case SimpleCrypt::ProtectionSha1:

@@ -43,7 +43,7 @@ Sha1::~Sha1() = default;
 void Sha1::add(const char* bytes, qint64 size)
 {
     if (m_engine->qtHash)
-        m_engine->qtHash->addData(bytes, static_cast<int>(size));
+        m_engine->qtHash->addData(QByteArray::fromRawData(bytes, static_cast<int>(size)));
     else
         EVP_DigestUpdate(m_engine->context.get(), bytes, static_cast<size_t>(size));
 }

@@ -16,7 +16,7 @@ Sha1::~Sha1() = default;
 
 void Sha1::add(const char* bytes, qint64 size)
 {
-    m_engine->hash.addData(bytes, static_cast<int>(size));
+    m_engine->hash.addData(QByteArray::fromRawData(bytes, static_cast<int>(size)));
 }
 
 QByteArray Sha1::result()

@@ -26,14 +26,15 @@ struct FolderEntry : QSharedData
     const qint64 size_B;
     const qint64 modified_ms; // since 1970, in UTC
 
-    QStringRef baseName() const { return name.leftRef(dot()); }
-    QStringRef suffix() const { return name.midRef(dot() + 1); }
+    QStringView baseName() const { return QStringView(name).left(dot()); }
+    QStringView suffix() const { return QStringView(name).mid(qMin(dot() + 1, size())); }
 
 private:
+    int size() const { return static_cast<int>(name.size()); }
     int dot() const
     {
-        const int last = isFolder ? -1 : name.lastIndexOf(QLatin1Char('.'));
-        return last < 0 ? name.size() : last;
+        const auto last = isFolder ? -1 : static_cast<int>(name.lastIndexOf(QLatin1Char('.')));
+        return last < 0 ? size() : last;
     }
 };
 

@@ -173,7 +173,7 @@ void Dmesg::initLogFile()
     m_logFile = logFile;
 }
 
-void Dmesg::appendLine(const QString& line, QMutexLocker& locker)
+void Dmesg::appendLine(const QString& line, zeltools::MutexLocker& locker)
 {
     const qint64 length = line.size();
     if (length > m_config.maxRamSize_B) {
@@ -205,7 +205,7 @@ void Dmesg::removeOldestLine()
     m_dataSize_B -= lineLength;
 }
 
-void Dmesg::logLine(const QString& line, QMutexLocker& locker)
+void Dmesg::logLine(const QString& line, zeltools::MutexLocker& locker)
 {
     const std::shared_ptr<RotatingLogFile> logFile = m_logFile;
     if (!m_config.logToFile || !logFile)

@@ -2,6 +2,7 @@
 
 #include <zeltools/dmesg/dmesgprocess.h>
 #include <zeltools/logging/rotatinglogfile.h>
+#include <zeltools/qtversion.h>
 #include <zeltools/system.h>
 
 #include <QMutex>
@@ -98,9 +99,9 @@ private:
     Dmesg();
 
     void initLogFile();
-    void appendLine(const QString& line, QMutexLocker& locker);
+    void appendLine(const QString& line, zeltools::MutexLocker& locker);
     void removeOldestLine();
-    void logLine(const QString& line, QMutexLocker& locker);
+    void logLine(const QString& line, zeltools::MutexLocker& locker);
 
     Config m_config;
     QStringList m_lines; // oldest first; takes its first line off without moving the others

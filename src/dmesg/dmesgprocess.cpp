@@ -3,6 +3,7 @@
 #include "dmesg/linecutter_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "qtversion.h"
 
 #include <QProcessEnvironment>
 
@@ -18,15 +19,11 @@ namespace
 constexpr const char* s_startSignature = "void dmesg::DmesgProcess::startSlot()";
 constexpr const char* s_stopSignature = "void dmesg::DmesgProcess::stopSlot()";
 
-class Child final : public QProcess
+// A crash of the application would leave it behind until the kernel prints something.
+void endWithParent()
 {
-public:
-    using QProcess::QProcess;
-
-protected:
-    // A crash of the application would leave it behind until the kernel prints something.
-    void setupChildProcess() override { ::prctl(PR_SET_PDEATHSIG, SIGTERM); }
-};
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+}
 
 } // namespace
 
@@ -37,7 +34,7 @@ DmesgProcess::DmesgProcess()
 
 DmesgProcess::DmesgProcess(std::chrono::milliseconds patience)
     : m_patience_ms(static_cast<int>(patience.count()))
-    , m_process(new Child(this))
+    , m_process(new zeltools::ChildProcess(endWithParent, this))
     , m_output(std::make_unique<LineCutter>())
     , m_errors(std::make_unique<LineCutter>())
 {

@@ -126,7 +126,7 @@ void EnvVarStore::printEnabledEnvVars()
     for (EnvVar* var : qAsConst(m_vars)) {
         if (var->stringValueOpt()) {
             enabled.append(var);
-            width = std::max(width, var->name().size());
+            width = std::max<int>(width, var->name().size());
         }
     }
     for (const EnvVar* var : qAsConst(enabled)) {

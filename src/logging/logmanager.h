@@ -3,6 +3,7 @@
 #include <zeltools/logging/logeventmodule.h>
 #include <zeltools/logging/loglevel.h>
 #include <zeltools/logging/logmodules.h>
+#include <zeltools/qtversion.h>
 
 #include <QMap>
 #include <QObject>
@@ -16,7 +17,6 @@
 class LineQueue;
 class LogFileSet;
 class LogLine;
-class QMutex;
 
 /// The process-wide sink of all logging. It receives the lines of LogNode and of Qt, drops the
 /// Debug lines of modules that are not switched on, prints the others on the standard error stream,
@@ -218,7 +218,7 @@ private:
     void writeAndAnnounce(LogFileId id, const QString& line,
                           void (LogManager::*announce)(const QString&));
     QString totalContent(LogFileId id) const;
-    QMutex* mutexOf(LogFileId id) const;
+    zeltools::RecursiveMutex* mutexOf(LogFileId id) const;
 
     std::unique_ptr<LogFileSet> m_files;
     std::unique_ptr<LineQueue> m_queue;

@@ -97,7 +97,7 @@ void LogManager::deleteGeneralFile()
     deleteLogFile(General);
 }
 
-QMutex* LogManager::mutexOf(LogFileId id) const
+zeltools::RecursiveMutex* LogManager::mutexOf(LogFileId id) const
 {
     const RotatingLogFile* log = m_files->file(id);
     return log != nullptr ? log->mutex() : nullptr;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <zeltools/logging/primaryfile.h>
+#include <zeltools/qtversion.h>
 #include <zeltools/zeltools_export.h>
 
-#include <QMutex>
 #include <QObject>
 #include <QStringList>
 #include <QThreadPool>
@@ -60,8 +60,9 @@ public:
     /// write(), which first flushes data that was written to the QFile itself.
     PrimaryFile file;
 
-    /// The mutex that every operation holds; hold it to combine several operations.
-    QMutex* mutex() const { return &m_mutex; }
+    /// The mutex that every operation holds; hold it to combine several operations. It is a QMutex
+    /// with Qt 5 and a QRecursiveMutex with Qt 6.
+    zeltools::RecursiveMutex* mutex() const { return &m_mutex; }
 
     /// Sets the path of the primary. Returns false, with an Error line, while the file is open.
     bool setPrimaryFilename(const QString& filename);
@@ -169,7 +170,7 @@ private:
 
     static constexpr int s_checkInterval_ms = 100; // of checkOutsideChange()
 
-    mutable QMutex m_mutex{QMutex::Recursive};
+    mutable zeltools::RecursiveMutex m_mutex;
     QString m_primaryFilename;
     qint64 m_maximumSize_B;
     qint64 m_size_B = -1; // of the open file; -1: not known

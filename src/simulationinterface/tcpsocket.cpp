@@ -125,7 +125,7 @@ bool TcpSocket::write(const QByteArray& frame)
     }
     if (unsent_B == 0)
         return m_socket->write(frame) == frame.size();
-    m_unsent.reserve(std::max(m_unsent.size() + frame.size(), batch_B));
+    m_unsent.reserve(std::max<int>(m_unsent.size() + frame.size(), batch_B));
     m_unsent.append(frame.constData(), frame.size());
     if (m_unsent.size() + frame.size() > batch_B)
         handOver();

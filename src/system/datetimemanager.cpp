@@ -22,14 +22,14 @@ namespace
 
 constexpr int s_minute_s = 60;
 
-/// QDateTime's own text, which names the day and the month in the language of the system, in
-/// English.
+/// QDateTime's own text with English names, which Qt 5 takes from the language of the system.
 QString toEnglish(const QDateTime& dateTime)
 {
-    const QString names = QStringLiteral("ddd MMM ");
     const QDate date = dateTime.date();
-    const int namesSize = QLocale::system().toString(date, names).size();
-    return QLocale::c().toString(date, names) + dateTime.toString().mid(namesSize);
+    const QString text = date.toString(); // the names, the day and the year
+    const auto namesSize = text.lastIndexOf(' ', text.lastIndexOf(' ') - 1) + 1;
+    return QLocale::c().toString(date, QStringLiteral("ddd MMM ")) +
+           dateTime.toString().mid(namesSize);
 }
 
 QString setSystemClock(const QDateTime& dateTime)

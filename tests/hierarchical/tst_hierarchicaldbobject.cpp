@@ -126,7 +126,7 @@ private Q_SLOTS:
         m_leaf->hook = [] { return false; };
         QVERIFY(!m_root->commit());
         m_leaf->hook = []() -> bool { throw std::runtime_error("full disk"); };
-        QVERIFY_EXCEPTION_THROWN(m_root->commit(), std::runtime_error);
+        QVERIFY(support::throws<std::runtime_error>([&] { m_root->commit(); }));
         QCOMPARE(journal(), "commit root commit leaf commit root commit leaf"); // parents first
         m_leaf->hook = [this] { return !m_root->commit(); };                    // refused inside
         m_b->hook = [this] { return m_b->setModified(), m_leaf->setModified(), true; };

@@ -127,7 +127,7 @@ private Q_SLOTS:
         support::LineRecorder recorder;
         EventHistory::appendLines(text, m_new, indexes, first, count, error);
         QTEST(text, "text");
-        QTEST(recorder.takeMessages().size(), "errors");
+        QTEST(int(recorder.takeMessages().size()), "errors");
     }
 
     void aLargeFileComesBackWhole()

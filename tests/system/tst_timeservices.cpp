@@ -158,7 +158,7 @@ private Q_SLOTS:
     void isManagedAndRetriesFourTimes()
     {
         ServiceManager& services = ServiceManager::instance();
-        QVERIFY_EXCEPTION_THROWN(services.refresh(Service::Ntp), std::out_of_range);
+        QVERIFY(support::throws<std::out_of_range>([&] { services.refresh(Service::Ntp); }));
         services.add(std::make_unique<Ntp>(m_unreachable));
         const QPointer<Ntp> second = new Ntp(m_unreachable);
         services.add(std::unique_ptr<Service>(second));
