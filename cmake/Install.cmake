@@ -12,6 +12,10 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cma
     COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/ZelToolsConfig.cmake
               ${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cmake DESTINATION ${package_dir})
+# gdb loads it together with the library.
+install(FILES ${PROJECT_SOURCE_DIR}/cmake/gdb/zeltools.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR}
+        RENAME libZelTools.so.${PROJECT_VERSION}-gdb.py)
 # From the folder of the file to the prefix, so that an installed tree can be moved.
 file(RELATIVE_PATH ZELTOOLS_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 list(TRANSFORM ZELTOOLS_QT_MODULES REPLACE "(.+)" "Qt${ZELTOOLS_QT}\\1 >= ${ZELTOOLS_QT_VERSION}"
