@@ -2,6 +2,7 @@
 
 #include <zeltools/logging/eventhistory.h>
 #include <zeltools/logging/logrenderer.h>
+#include <zeltools/samefile.h>
 
 #include <QDate>
 #include <QDir>
@@ -34,12 +35,13 @@ struct Request
 
 struct EventFiles
 {
-    QStringList paths;      // oldest first
-    QVector<ino_t> numbers; // tell the files apart whatever their names
+    QStringList paths; // oldest first
+    QVector<struct stat> states;
 
-    bool operator==(const EventFiles& other) const
+    bool areSameAs(const EventFiles& other) const
     {
-        return paths == other.paths && numbers == other.numbers;
+        return std::equal(states.begin(), states.end(), other.states.begin(), other.states.end(),
+                          zeltools::isSameFile);
     }
 };
 
@@ -137,7 +139,7 @@ QString findFiles(const QString& folder, EventFiles& files)
         if (access(encodedPath.constData(), R_OK) != 0)
             return "cannot read " + path + ": " + std::strerror(errno);
         files.paths.append(path);
-        files.numbers.append(status.st_ino);
+        files.states.append(status);
     }
     if (!files.paths.isEmpty())
         return QString();
@@ -156,7 +158,7 @@ QString readPage(const QString& folder, const Request& request, EventHistory::Pa
             return obstacle;
         page = EventHistory::page(files.paths, request.selection, request.page, request.perPage);
         EventFiles now;
-        if (findFiles(folder, now).isEmpty() && now == files)
+        if (findFiles(folder, now).isEmpty() && now.areSameAs(files))
             return QString();
     }
     return "the files in " + folder + " rotate faster than they can be read";

@@ -1,5 +1,7 @@
 #include "readfile.h"
 
+#include <zeltools/filedescriptor.h>
+
 #include <QFile>
 
 #include <cerrno>
@@ -11,26 +13,6 @@
 
 namespace
 {
-
-class Descriptor
-{
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_descriptor >= 0)
-            close(m_descriptor);
-    }
-    Q_DISABLE_COPY(Descriptor)
-
-    operator int() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
 
 QString reason()
 {
@@ -69,7 +51,7 @@ QString whyUnreadable(const QString& path)
 FileContent readFile(const QString& path, qint64 limit)
 {
     const QString obstacle = "cannot read " + path + ": ";
-    const Descriptor file(
+    const zeltools::FileDescriptor file(
         open(QFile::encodeName(path).constData(),
              O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)); // a pipe must not wait
     if (file < 0)
