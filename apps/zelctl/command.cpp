@@ -1,7 +1,6 @@
 #include "command.h"
 
 #include <QJsonDocument>
-#include <QJsonObject>
 
 #include <cerrno>
 #include <cstdio>
@@ -47,6 +46,14 @@ ExitStatus print(const QString& text)
 ExitStatus printLine(const QString& text)
 {
     return print(text + QLatin1Char('\n'));
+}
+
+QJsonObject jsonObject(std::initializer_list<std::pair<const char*, QJsonValue>> members)
+{
+    QJsonObject object;
+    for (const auto& [name, value] : members)
+        object.insert(QString::fromLatin1(name), value);
+    return object;
 }
 
 ExitStatus printJson(const QJsonObject& object)

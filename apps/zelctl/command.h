@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
-class QJsonObject;
+#include <initializer_list>
+#include <utility>
 
 /// The exit status, which scripts read. A command that has not done its work gives the reason in
 /// one line on stderr.
@@ -36,5 +38,7 @@ ExitStatus writeOutput(const QByteArray& bytes);
 ExitStatus print(const QString& text);
 /// Prints a text and a line feed.
 ExitStatus printLine(const QString& text);
+/// An object of members with ASCII names.
+QJsonObject jsonObject(std::initializer_list<std::pair<const char*, QJsonValue>> members);
 /// Prints an object in one line.
 ExitStatus printJson(const QJsonObject& object);

@@ -5,7 +5,6 @@
 
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonObject>
 
 namespace
 {
@@ -75,9 +74,9 @@ QString readInfo(const QString& path, Info& info)
 
 ExitStatus printInfo(const Info& info)
 {
-    QJsonObject object{{QStringLiteral("version"), info.version},
-                       {QStringLiteral("flags"), QJsonArray::fromStringList(flagNames(info.flags))},
-                       {QStringLiteral("headerLength"), info.leadEnd + info.digestSize}};
+    QJsonObject object = jsonObject({{"version", info.version},
+                                     {"flags", QJsonArray::fromStringList(flagNames(info.flags))},
+                                     {"headerLength", info.leadEnd + info.digestSize}});
     if (!info.metadata.isEmpty())
         object[QStringLiteral("metadata")] = info.metadata;
     else if (info.metadataSize > 0)

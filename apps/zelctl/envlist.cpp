@@ -3,7 +3,6 @@
 #include <zeltools/envvar/envvarstore.h>
 
 #include <QJsonArray>
-#include <QJsonObject>
 #include <QMetaEnum>
 
 #include <algorithm>
@@ -52,19 +51,19 @@ ExitStatus printCatalogue(bool isJson)
         const auto category =
             QString::fromLatin1(QMetaEnum::fromType<Category>().valueToKey(var->category()));
         const auto define = var->stringValueOpt(EnvVar::Defines);
-        array.append(QJsonObject{
-            {QStringLiteral("name"), var->name()},
-            {QStringLiteral("type"), type},
-            {QStringLiteral("category"), category},
-            {QStringLiteral("flags"), int(var->flags())},
-            {QStringLiteral("default"), define ? QJsonValue(*define) : QJsonValue()},
-            {QStringLiteral("description"), var->description()},
-        });
+        array.append(jsonObject({
+            {"name", var->name()},
+            {"type", type},
+            {"category", category},
+            {"flags", int(var->flags())},
+            {"default", define ? QJsonValue(*define) : QJsonValue()},
+            {"description", var->description()},
+        }));
         rows.append({var->name(), type, category, QString::number(int(var->flags())),
                      define.value_or(QStringLiteral("-")),
                      QString(var->description()).replace(QLatin1Char('\n'), QLatin1Char(' '))});
     }
-    return isJson ? printJson({{QStringLiteral("switches"), array}}) : print(table(rows));
+    return isJson ? printJson(jsonObject({{"switches", array}})) : print(table(rows));
 }
 
 ExitStatus printList(const QString& path, const Settings& settings, bool isJson)
@@ -73,13 +72,13 @@ ExitStatus printList(const QString& path, const Settings& settings, bool isJson)
     QVector<QStringList> rows;
     QString invalid;
     for (const Setting& setting : settings.all()) {
-        array.append(QJsonObject{
-            {QStringLiteral("name"), setting.name},
-            {QStringLiteral("value"), setting.value},
-            {QStringLiteral("source"), setting.source},
-            {QStringLiteral("known"), setting.fault != QLatin1String("unknown")},
-            {QStringLiteral("valid"), setting.reason.isEmpty()},
-        });
+        array.append(jsonObject({
+            {"name", setting.name},
+            {"value", setting.value},
+            {"source", setting.source},
+            {"known", setting.fault != QLatin1String("unknown")},
+            {"valid", setting.reason.isEmpty()},
+        }));
         const QString separator = setting.fault.isEmpty() ? QString() : QStringLiteral(", ");
         rows.append({setting.name, setting.source + separator + setting.fault, setting.value});
         if (!setting.reason.isEmpty() && invalid.isEmpty())
@@ -88,7 +87,7 @@ ExitStatus printList(const QString& path, const Settings& settings, bool isJson)
     if (invalid.isEmpty() && !Settings::refusedAtStart().isEmpty())
         invalid = environmentMessage(Settings::refusedAtStart());
     const ExitStatus status =
-        isJson ? printJson({{QStringLiteral("settings"), array}}) : print(table(rows));
+        isJson ? printJson(jsonObject({{"settings", array}})) : print(table(rows));
     return status == Done && !invalid.isEmpty() ? fail(Failed, invalid) : status;
 }
 

@@ -6,7 +6,6 @@
 
 #include <QDate>
 #include <QJsonArray>
-#include <QJsonObject>
 #include <QMap>
 #include <QMetaEnum>
 #include <QRegularExpression>
@@ -115,19 +114,16 @@ QJsonObject eventObject(const QString& line)
         QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(line);
     if (!match.hasMatch())
-        return {{QStringLiteral("line"), line}};
-    return {{QStringLiteral("time"), match.captured(1)},
-            {QStringLiteral("kind"), match.captured(2)},
-            {QStringLiteral("text"), match.captured(3)}};
+        return jsonObject({{"line", line}});
+    return jsonObject(
+        {{"time", match.captured(1)}, {"kind", match.captured(2)}, {"text", match.captured(3)}});
 }
 
 ExitStatus printPageAsJson(int page, int pagesCount, const QStringList& lines)
 {
     QJsonArray events;
     std::transform(lines.begin(), lines.end(), std::back_inserter(events), eventObject);
-    return printJson({{QStringLiteral("page"), page},
-                      {QStringLiteral("pages"), pagesCount},
-                      {QStringLiteral("events"), events}});
+    return printJson(jsonObject({{"page", page}, {"pages", pagesCount}, {"events", events}}));
 }
 
 /// Tells a reader at a terminal, even there apart from the events, which page this is.

@@ -3,8 +3,6 @@
 #include "commandparser.h"
 #include <zeltools/libraryversion.h>
 
-#include <QJsonObject>
-
 namespace
 {
 
@@ -47,10 +45,10 @@ ExitStatus compare(const VersionNumber& a, const VersionNumber& b, bool isJson)
         fail(Done, QStringLiteral("%1 and %2 have different numbers of parts, which the machine "
                                   "warns of; only those that both have decide between < and >")
                        .arg(a.toString(), b.toString()));
-    return isJson ? printJson({{QStringLiteral("a"), a.toString()},
-                               {QStringLiteral("b"), b.toString()},
-                               {QStringLiteral("comparison"), sign},
-                               {QStringLiteral("sameSize"), isSameSize}})
+    return isJson ? printJson(jsonObject({{"a", a.toString()},
+                                          {"b", b.toString()},
+                                          {"comparison", sign},
+                                          {"sameSize", isSameSize}}))
                   : printLine(sign);
 }
 
@@ -88,9 +86,6 @@ ExitStatus runVersion(const QStringList& arguments)
         return compare(versions[0], versions[1], isJson);
     const QString text = versions.isEmpty() ? zeltools::libraryVersion().toString()
                                             : VersionNumber(versions[0]).toString();
-    return isJson
-               ? printJson(
-                     {{versions.isEmpty() ? QStringLiteral("library") : QStringLiteral("version"),
-                       text}})
-               : printLine(text);
+    return isJson ? printJson(jsonObject({{versions.isEmpty() ? "library" : "version", text}}))
+                  : printLine(text);
 }
