@@ -22,8 +22,7 @@ private Q_SLOTS:
         const QString live = m_dir.filePath("zel_events.log");
         support::writeFile(live + ".1", m_lines[0] + '\n');
         support::writeFile(live, m_lines[1] + QByteArray(9, '\0') + m_lines[2] + '\n' + m_lines[3]);
-        runInShell("mkdir -p folder/zel_events.log bad; ln -s /proc/self/mem bad/zel_events.log",
-                   m_dir.path());
+        runInShell("mkdir bad; ln -s /proc/self/mem bad/zel_events.log", m_dir.path());
     }
 
     void answers_data()
@@ -42,11 +41,7 @@ private Q_SLOTS:
             "zelctl: unknown kind \"Menu\"; the kinds a\n");
         row("zelctl events . --from 30/02/2026 --to 01/03/2026",
             "zelctl: \"30/02/2026\" is not a date of the form dd/MM/yyyy\nstatus 2\n");
-        row("zelctl events . --per-page 0",
-            "zelctl: --per-page needs a number from 1 on\nstatus 2\n");
         row("zelctl events nowhere", "zelctl: no folder nowhere\nstatus 1\n");
-        row("zelctl events folder",
-            "zelctl: cannot read folder/zel_events.log: it is not a file\nstatus 1\n");
         row("zelctl events bad", "zelctl: cannot read bad/zel_events.log: Input/output error; "
                                  "events are missing\nstatus 1\n");
         row("zelctl events . >/dev/full",
@@ -62,9 +57,6 @@ private Q_SLOTS:
         row("printf 'a\\n\\377' | zelctl hex - --from-bytes", "61-0A-FF\n");
         row("printf 'aa\\nz\\033z' | zelctl hex -",
             "zelctl: line 2: Wrong format: \"z?z\" -> \"Z?Z\"\nstatus 1\n");
-        row("zelctl hex abc", "zelctl: Odd number of hex characters\nstatus 1\n");
-        row("zelctl hex aa --to-bytes --from-bytes",
-            "zelctl: --to-bytes goes with no other option\nstatus 2\n");
         row("head -c 70M /dev/zero | zelctl hex -",
             "zelctl: cannot read the standard input: it is too large\nstatus 1\n");
 

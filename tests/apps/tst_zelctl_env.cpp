@@ -46,24 +46,22 @@ private Q_SLOTS:
         QTest::addColumn<QString>("words");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("message");
-        const auto row = [](const char* name, const char* words, int status, const char* message) {
-            QTest::newRow(name) << words << status << message;
-        };
-        row("no Boolean, even forced", "env set --force LAB_TEST 2", 1, "\"2\" is no");
-        row("log switch", "env set ZEL_DEBUG_PAYMENT yes", 1, "\"yes\" is no");
-        row("typing error", "env set LABTEST 1", 1, "LABTEST is no switch");
-        row("unset a typing error", "env unset LABTEST", 1, "LABTEST is no switch");
-        row("name of a comment", "env set --force '#A' 1", 1, "the name \"#A\"");
-        row("unset the blank lines", "env unset ''", 2, "name is empty");
-        row("blank at the end", "env set EXE_MODEL 'a '", 1, "the value \"a \"");
-        row("line feed, masked", "env set EXE_MODEL 'a\nB=1'", 1, "\"a?B=1\"");
-        row("half a character", "env set EXE_MODEL $(printf '\\303')", 2, "UTF-8");
-        row("no value", "env get QML_SCREENSAVER", 1, "has no value");
-        row("invalid in the file", "env get LAB_TEST", 1, "\"yes\" is no");
-        row("no file", "other unset LAB_TEST", 1, "other: No such file");
-        row("pipe", "pipe list", 1, "pipe: it is not a file");
-        row("link to nothing", "link set LAB_TEST 1", 1, "points to nothing");
-        row("set without a value", "env set LAB_TEST", 2, "--help");
+        QTest::newRow("no Boolean, even forced")
+            << "env set --force LAB_TEST 2" << 1 << "\"2\" is no";
+        QTest::newRow("log switch") << "env set ZEL_DEBUG_PAYMENT yes" << 1 << "\"yes\" is no";
+        QTest::newRow("typing error") << "env set LABTEST 1" << 1 << "LABTEST is no switch";
+        QTest::newRow("unset a typing error") << "env unset LABTEST" << 1 << "LABTEST is no switch";
+        QTest::newRow("name of a comment") << "env set --force '#A' 1" << 1 << "the name \"#A\"";
+        QTest::newRow("unset the blank lines") << "env unset ''" << 2 << "name is empty";
+        QTest::newRow("blank at the end") << "env set EXE_MODEL 'a '" << 1 << "the value \"a \"";
+        QTest::newRow("line feed, masked") << "env set EXE_MODEL 'a\nB=1'" << 1 << "\"a?B=1\"";
+        QTest::newRow("half a character") << "env set EXE_MODEL $(printf '\\303')" << 2 << "UTF-8";
+        QTest::newRow("no value") << "env get QML_SCREENSAVER" << 1 << "has no value";
+        QTest::newRow("invalid in the file") << "env get LAB_TEST" << 1 << "\"yes\" is no";
+        QTest::newRow("no file") << "other unset LAB_TEST" << 1 << "other: No such file";
+        QTest::newRow("pipe") << "pipe list" << 1 << "pipe: it is not a file";
+        QTest::newRow("link to nothing") << "link set LAB_TEST 1" << 1 << "points to nothing";
+        QTest::newRow("set without a value") << "env set LAB_TEST" << 2 << "--help";
     }
     void refuses()
     {
