@@ -31,6 +31,9 @@ private Q_SLOTS:
         const auto row = [](const char* command, const QString& answer) {
             QTest::newRow(command) << answer;
         };
+        const auto refused = [&row](const char* command, const char* message, int status) {
+            row(command, QString("zelctl: %1\nstatus %2\n").arg(message).arg(status));
+        };
         const QString all = m_lines.join('\n') + '\n', first = m_lines[0] + '\n';
         row("zelctl events .", all);
         row("zelctl events . --per-page 3 --page 1", first);
@@ -39,13 +42,13 @@ private Q_SLOTS:
         row("zelctl events . --from 01/03/2026 --to 01/03/2026", first);
         row("zelctl events . --kind Menu 2>&1 | cut -c 1-40",
             "zelctl: unknown kind \"Menu\"; the kinds a\n");
-        row("zelctl events . --from 30/02/2026 --to 01/03/2026",
-            "zelctl: \"30/02/2026\" is not a date of the form dd/MM/yyyy\nstatus 2\n");
-        row("zelctl events nowhere", "zelctl: no folder nowhere\nstatus 1\n");
-        row("zelctl events bad", "zelctl: cannot read bad/zel_events.log: Input/output error; "
-                                 "events are missing\nstatus 1\n");
-        row("zelctl events . >/dev/full",
-            "zelctl: cannot write the output: No space left on device\nstatus 1\n");
+        refused("zelctl events . --from 30/02/2026 --to 01/03/2026",
+                "\"30/02/2026\" is not a date of the form dd/MM/yyyy", 2);
+        refused("zelctl events nowhere", "no folder nowhere", 1);
+        refused("zelctl events bad",
+                "cannot read bad/zel_events.log: Input/output error; events are missing", 1);
+        refused("zelctl events . >/dev/full", "cannot write the output: No space left on device",
+                1);
         row("zelctl events . --json --per-page 2",
             "{\"events\":[{\"kind\":\"MenuAccess\",\"text\":\"\\u001b[31mred | caf\u00e9\","
             "\"time\":\"02/03/2026 10:00:00:000\"},{\"line\":\"02/03/2026 11:0\"}],\"page\":0,"
@@ -55,17 +58,16 @@ private Q_SLOTS:
         row("printf 'aa:bb\\r\\n\\n0xcc' | zelctl hex - --separator ''", "AABB\n\nCC\n");
         row("printf 'aa\\nbb\\n' | zelctl hex - --to-bytes | od -An -tx1", " aa bb\n");
         row("printf 'a\\n\\377' | zelctl hex - --from-bytes", "61-0A-FF\n");
-        row("printf 'aa\\nz\\033z' | zelctl hex -",
-            "zelctl: line 2: Wrong format: \"z?z\" -> \"Z?Z\"\nstatus 1\n");
-        row("head -c 70M /dev/zero | zelctl hex -",
-            "zelctl: cannot read the standard input: it is too large\nstatus 1\n");
+        refused("printf 'aa\\nz\\033z' | zelctl hex -", "line 2: Wrong format: \"z?z\" -> \"Z?Z\"",
+                1);
+        refused("head -c 70M /dev/zero | zelctl hex -",
+                "cannot read the standard input: it is too large", 1);
 
         row("zelctl version ' 1.2' +1.02", "=\n");
         row("zelctl version 1.2 1.2.0 --json 2>/dev/null",
             "{\"a\":\"1.2\",\"b\":\"1.2.0\",\"comparison\":\"!=\",\"sameSize\":false}\n");
         row("zelctl version 1.3 1.2.7 2>/dev/null", ">\n");
-        row("zelctl version 1.2a 1.2",
-            "zelctl: \"2a\" in \"1.2a\" is no number of a version\nstatus 1\n");
+        refused("zelctl version 1.2a 1.2", "\"2a\" in \"1.2a\" is no number of a version", 1);
         row("[ \"zelctl $(zelctl version)\" = \"$(zelctl --version)\" ]", "");
     }
     void answers() { QTEST(runInShell(QTest::currentDataTag(), m_dir.path()), "answer"); }

@@ -50,7 +50,6 @@ private Q_SLOTS:
             << "env set --force LAB_TEST 2" << 1 << "\"2\" is no";
         QTest::newRow("log switch") << "env set ZEL_DEBUG_PAYMENT yes" << 1 << "\"yes\" is no";
         QTest::newRow("typing error") << "env set LABTEST 1" << 1 << "LABTEST is no switch";
-        QTest::newRow("unset a typing error") << "env unset LABTEST" << 1 << "LABTEST is no switch";
         QTest::newRow("name of a comment") << "env set --force '#A' 1" << 1 << "the name \"#A\"";
         QTest::newRow("unset the blank lines") << "env unset ''" << 2 << "name is empty";
         QTest::newRow("blank at the end") << "env set EXE_MODEL 'a '" << 1 << "the value \"a \"";
@@ -71,10 +70,10 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QFETCH(int, status);
         const QString error = run("zelctl env " + words + " >output");
-        const QString end = QString("\nstatus %1\n").arg(status);
-        QVERIFY2(error.startsWith("zelctl: ") && error.contains(message), qPrintable(error));
-        QVERIFY2(error.indexOf('\n') == error.size() - end.size() && error.endsWith(end),
-                 qPrintable(error));
+        const auto pattern = QString("^zelctl: .*%1.*\nstatus %2\n$")
+                                 .arg(QRegularExpression::escape(message))
+                                 .arg(status);
+        QVERIFY2(error.contains(QRegularExpression(pattern)), qPrintable(error));
         QCOMPARE(run("ls -A; cat env output"), before);
     }
 
@@ -93,10 +92,7 @@ private Q_SLOTS:
                  "QML_SCREENSAVER file, not reached 1\n"
                  "A file, unknown b=r\n"
                  "zelctl: env: \"yes\" is no value for LAB_TEST, which is 0 or 1\nstatus 1\n");
-        QCOMPARE(run(machine +
-                     "for name in ENCRYPTED_CONFIG ENCRYPTED_MACHINE CANBUS_DUMP_TO_FILE A;"
-                     "do zelctl env env get $name || exit; done"),
-                 "1\n0\n1\nb=r\n");
+        QCOMPARE(run("zelctl env env get A"), "b=r\n");
         QVERIFY(run("zelctl env env list --json").contains(R"("source":"file","valid":false)"));
         // It would end at its start, whatever the file has.
         QCOMPARE(run("echo LAB_TEST=0 >env; LAB_TEST=x zelctl env env list >/dev/null"),
@@ -106,9 +102,10 @@ private Q_SLOTS:
 
     void showsTheCatalogue()
     {
-        const QString catalogue = run("zelctl env catalogue; zelctl env catalogue --json");
-        QCOMPARE(catalogue.count('\n'), 96 + 1); // no description has broken a line
-        QVERIFY(catalogue.contains(R"("flags":7,"name":"CANBUS_INTERFACE_PATH","type":"String"})"));
+        QCOMPARE(run("zelctl env catalogue | wc -l"), "96\n"); // no description breaks a line
+        // All texts, types and flags, in their order, but not the defaults of the build.
+        QCOMPARE(run("zelctl env catalogue --json | sed 's/\"default\":[^,]*,//g' | sha1sum"),
+                 "d1085d83bd3fc68813e77099023838b53946ecb1  -\n");
     }
 
     void keepsModeOwnerAndLink()
@@ -121,16 +118,11 @@ private Q_SLOTS:
                  "innocent\nLAB_TEST=1\nenv\n4751 " + owner);
     }
 
-    void makesAFileAsTheUmaskSays()
-    {
-        QCOMPARE(run("umask 027; zelctl env env set LAB_TEST 1; cat env; stat -c %a env"),
-                 "LAB_TEST=1\n640\n");
-    }
-
     void losesNoEditOfManyAtOnce()
     {
-        run("for i in $(seq 10 39); do zelctl env env set --force N$i x & done; wait");
-        QCOMPARE(run("sort env; ls -A"), run("seq -f N%g=x 10 39; echo env"));
+        run("umask 027; for i in $(seq 10 39); do zelctl env env set --force N$i x & done; wait");
+        QCOMPARE(run("sort env; ls -A; stat -c %a env"),
+                 run("seq -f N%g=x 10 39; echo env; echo 640"));
     }
 };
 
