@@ -165,7 +165,7 @@ std::optional<QMap<QString, QString>> load(const QString& path, bool logOpenFail
 bool save(const QString& path, const QMap<QString, QString>& map)
 {
     QFile file(path);
-    // Without a buffer the result of a write is what the disk had room for.
+    // Without a buffer, write() returns the number of bytes that the disk had room for.
     if (!canOpen(path) ||
         !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         warn(s_saveSignature, "Failed opening file", path);

@@ -126,7 +126,7 @@ ExitStatus printPageAsJson(int page, int pagesCount, const QStringList& lines)
     return printJson(jsonObject({{"page", page}, {"pages", pagesCount}, {"events", events}}));
 }
 
-/// Tells a reader at a terminal, even there apart from the events, which page this is.
+/// Prints the lines, and on stderr the number of the page if a terminal shows them.
 ExitStatus printPage(int page, int pagesCount, const QStringList& lines)
 {
     const ExitStatus status = lines.isEmpty() ? Done : printLine(lines.join(QLatin1Char('\n')));

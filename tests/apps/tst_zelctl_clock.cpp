@@ -3,7 +3,7 @@
 
 using namespace zeltools::system;
 
-/// The test is the machine, and the program its simulator.
+/// The test plays the machine, and the program its simulator.
 class TestZelctlClock : public QObject
 {
     Q_OBJECT
