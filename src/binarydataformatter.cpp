@@ -61,7 +61,8 @@ QString BinaryDataFormatter::format(const QString& prefix, const QString& separa
     const qint64 size = qint64(m_data.size()) * (2 + qint64(separator.size()));
     if (size >= INT_MAX)
         qBadAlloc(); // Qt does so from half of that size on
-    const QString digits = QString::fromLatin1(m_data.toHex());
+    // In upper case already, since QString::toUpper() skips a letter behind half a surrogate pair.
+    const QString digits = QString::fromLatin1(m_data.toHex().toUpper());
     QString text;
     text.reserve(static_cast<int>(size));
     for (int i = 0; i < digits.size(); i += 2) {

@@ -108,6 +108,7 @@ private Q_SLOTS:
         const BinaryDataFormatter formatter(QByteArray("\0\xaf\x80", 3));
         QCOMPARE(formatter.format("0x", "-"), "0x00-AF-80");
         QCOMPARE(formatter.format("", "\u00dfx"), "00SSXAFSSX80");
+        QVERIFY(formatter.format("", QString(QChar(0xd8ac))).contains("AF")); // half a character
         QCOMPARE(BinaryDataFormatter(QByteArray()).format("pre", "-"), "pre");
         const QString separator(3000000, '-');
         QVERIFY(support::throws<std::bad_alloc>(
