@@ -1,5 +1,5 @@
-// Holds the parser of key-value files against the plain way to read them, and what it found against
-// what it finds in a file written from that.
+// Compares the parser of key-value files with a reader that goes line by line, and reads a file
+// back that is written from the pairs.
 
 #include "fuzz.h"
 #include <zeltools/keyvaluefile.h>
@@ -30,8 +30,9 @@ Map readLineByLine(QByteArray content)
     return map;
 }
 
-// Whether a line can hold the pair. What was read may be more than that: a NUL keeps white space
-// away from the end of a line, and a byte order mark, which the conversion drops, from its begin.
+// Whether a line can hold the pair. Some pairs that were read cannot be written: a NUL protects
+// white space at the end of a line, and a byte order mark, which the conversion drops, at its
+// start.
 bool fits(const QString& key, const QString& value)
 {
     const QByteArray line = keyvaluefile::toLine(key, value).chopped(1);

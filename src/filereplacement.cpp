@@ -1,5 +1,8 @@
 #include "filereplacement.h"
 
+#include "filedescriptor.h"
+#include "hiddenfile_p.h"
+#include "samefile.h"
 #include "writewhole.h"
 
 #include <QDeadlineTimer>
@@ -7,7 +10,6 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
 #include <fcntl.h>
@@ -21,32 +23,8 @@ namespace zeltools
 namespace
 {
 
-class Descriptor
-{
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_descriptor >= 0)
-            close(m_descriptor);
-    }
-    Q_DISABLE_COPY(Descriptor)
-
-    operator int() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
-
-bool isSame(const struct stat& a, const struct stat& b)
-{
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
-// Everybody who may open a folder may lock it, and may forget to let it go.
+/// Waits for a limited time, because any process that may open a folder may lock it and never
+/// release the lock.
 bool lockPatiently(int descriptor)
 {
     const QDeadlineTimer deadline(10000);
@@ -58,91 +36,8 @@ bool lockPatiently(int descriptor)
     return true;
 }
 
-bool isNamed(int file, int folder, const char* name)
-{
-    struct stat held = {};
-    struct stat named = {};
-    return fstat(file, &held) == 0 && fstatat(folder, name, &named, AT_SYMLINK_NOFOLLOW) == 0 &&
-           isSame(held, named);
-}
-
-/// False with `errno` when there is a file that cannot be removed: EWOULDBLOCK for one in use.
-bool removeStale(int folder, const char* name)
-{
-    const Descriptor stale(openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (stale < 0)
-        return errno == ENOENT;
-    if (flock(stale, LOCK_EX | LOCK_NB) != 0)
-        return false;
-    return !isNamed(stale, folder, name) || unlinkat(folder, name, 0) == 0;
-}
-
-/// The descriptor of a new and locked file; -1 with `errno`, which is EWOULDBLOCK when another
-/// process writes such a file.
-///
-/// A process removes a file of that name only with the lock on it. It may take a new one for a
-/// stale one before the creator has locked it, so the creator looks whether its file is still
-/// there.
-int createLocked(int folder, const char* name, mode_t mode)
-{
-    constexpr int attempts = 100; // each failure means that another process has got further
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        const int file = openat(folder, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-        if (file < 0 && (errno != EEXIST || !removeStale(folder, name)))
-            return -1;
-        if (file < 0)
-            continue;
-        const bool isLocked = flock(file, LOCK_EX | LOCK_NB) == 0;
-        const int number = errno;
-        if (isLocked && isNamed(file, folder, name))
-            return file;
-        const bool hasNoLocks = !isLocked && number != EWOULDBLOCK;
-        if (hasNoLocks) // nobody else can write such a file either
-            unlinkat(folder, name, 0);
-        close(file);
-        if (hasNoLocks) {
-            errno = number;
-            return -1;
-        }
-    }
-    errno = EWOULDBLOCK;
-    return -1;
-}
-
-/// The hidden file. It goes with the object unless it has taken its final name.
-class Temporary
-{
-public:
-    Temporary(int folder, const QByteArray& name, mode_t mode)
-        : m_folder(folder)
-        , m_name(name)
-        , m_file(createLocked(folder, name.constData(), mode))
-    {
-    }
-    ~Temporary()
-    {
-        if (m_file >= 0 && !m_isRenamed)
-            unlinkat(m_folder, m_name.constData(), 0);
-    }
-    Q_DISABLE_COPY(Temporary)
-
-    int file() const { return m_file; }
-    bool rename(const QByteArray& name)
-    {
-        m_isRenamed = renameat(m_folder, m_name.constData(), m_folder, name.constData()) == 0;
-        return m_isRenamed;
-    }
-
-private:
-    const int m_folder;
-    const QByteArray m_name;
-    const Descriptor m_file;
-    bool m_isRenamed = false;
-};
-
-/// Whether the error number says that the folder does not take a second file, or not one that could
-/// take the place of the first. A full disk is not among them: writing in place might lose the file
-/// there.
+/// Whether the error number means that the folder does not accept a second file, or none that could
+/// replace the first. A full disk does not count, because writing in place could lose the file.
 bool isAboutTheFolder(int number)
 {
     switch (number) {
@@ -204,21 +99,21 @@ bool FileReplacement::replace(const Writer& writer)
     if (!m_error.isEmpty() || !check(exists || errno == ENOENT, "read", m_name))
         return false;
     // Nobody may read it before it has the mode of the old file.
-    Temporary temporary(m_folder, m_temporaryName, exists ? 0600 : 0644);
-    if (temporary.file() < 0 && errno == EWOULDBLOCK) {
+    HiddenFile hidden(m_folder, m_temporaryName, exists ? 0600 : 0644);
+    if (hidden.descriptor() < 0 && errno == EWOULDBLOCK) {
         m_error = QStringLiteral("another process is writing ") + path();
         return false;
     }
-    return check(temporary.file() >= 0, "create", m_temporaryName) &&
-           write(temporary.file(), exists ? &old : nullptr, writer) &&
-           check(temporary.rename(m_name), "replace", m_name) && syncFolder();
+    return check(hidden.descriptor() >= 0, "create", m_temporaryName) &&
+           write(hidden.descriptor(), exists ? &old : nullptr, writer) &&
+           check(hidden.rename(m_name), "replace", m_name) && syncFolder();
 }
 
 bool FileReplacement::sync()
 {
     if (!m_error.isEmpty())
         return false;
-    const Descriptor file(openat(m_folder, m_name.constData(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(openat(m_folder, m_name.constData(), O_RDONLY | O_CLOEXEC));
     return check(file >= 0 && fsync(file) == 0, "sync", m_name) && syncFolder();
 }
 
@@ -232,12 +127,12 @@ bool FileReplacement::wouldLose(const QString& path) const
 bool FileReplacement::isHolding(const QByteArray& name, const struct stat& file) const
 {
     struct stat held = {};
-    return fstatat(m_folder, name.constData(), &held, 0) == 0 && isSame(held, file);
+    return fstatat(m_folder, name.constData(), &held, 0) == 0 && isSameFile(held, file);
 }
 
 bool FileReplacement::write(int file, const struct stat* old, const Writer& writer)
 {
-    // Owner, content and mode in this order: each takes bits off the mode that was there before.
+    // In this order, since a change of the owner and a write both clear bits of the mode.
     if (old != nullptr &&
         !check(fchown(file, old->st_uid, old->st_gid) == 0, "keep the owner of", m_name))
         return false;
@@ -251,7 +146,7 @@ bool FileReplacement::write(int file, const struct stat* old, const Writer& writ
 
 bool FileReplacement::syncFolder()
 {
-    // Until then a power cut may bring the old name back. Some file systems have no such call.
+    // A power cut before this call may bring the old file back. Some file systems refuse the call.
     return check(fsync(m_folder) == 0 || errno == EINVAL, "sync the folder of", m_name);
 }
 

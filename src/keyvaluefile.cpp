@@ -6,11 +6,8 @@
 #include "logging/logformatter.h"
 #include "system.h"
 
+#include <QByteArrayList>
 #include <QFile>
-
-#include <algorithm>
-#include <string_view>
-#include <vector>
 
 #include <sys/stat.h>
 
@@ -20,62 +17,7 @@ namespace zeltools::keyvaluefile
 namespace
 {
 
-std::string_view trimmed(std::string_view line)
-{
-    constexpr std::string_view whiteSpace = " \t\n\v\f\r";
-    line.remove_prefix(std::min(line.find_first_not_of(whiteSpace), line.size()));
-    return line.substr(0, line.find_last_not_of(whiteSpace) + 1);
-}
-
-std::string_view upToNul(std::string_view text)
-{
-    return text.substr(0, text.find('\0'));
-}
-
-struct Pair
-{
-    std::string_view key;
-    std::string_view value;
-
-    bool operator<(const Pair& other) const { return key < other.key; }
-};
-
-QString text(std::string_view utf8)
-{
-    return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
-}
-
-/// Returns the number of lines.
-qint64 parseInto(QMap<QString, QString>& map, std::string_view rest)
-{
-    std::vector<Pair> pairs;
-    qint64 lines = 0;
-    char all = 0; // of the bytes of all keys
-    for (; !rest.empty(); ++lines) {
-        const size_t size = std::min(rest.find('\n'), rest.size() - 1) + 1;
-        const std::string_view line = trimmed(rest.substr(0, size));
-        rest.remove_prefix(size);
-        if (!line.empty() && line.front() == '#')
-            continue;
-        const size_t equals = line.find('=');
-        const Pair pair{upToNul(line.substr(0, equals)),
-                        equals == line.npos ? "1" : upToNul(line.substr(equals + 1))};
-        if (!pairs.empty() && pairs.back().key == pair.key)
-            pairs.back() = pair; // a run of blank lines, say
-        else
-            pairs.push_back(pair);
-        for (const char c : pair.key)
-            all = static_cast<char>(all | c);
-    }
-    // Pairs of one key keep their order: the later one wins. In order, the place of each is known
-    // without a search through a tree that has left the cache. Beyond ASCII the order of the bytes
-    // is not that of the texts, nor are equal texts equal bytes.
-    if ((all & 0x80) == 0 && !std::is_sorted(pairs.begin(), pairs.end()))
-        std::stable_sort(pairs.begin(), pairs.end());
-    for (const Pair& pair : pairs)
-        map.insert(map.cend(), text(pair.key), text(pair.value));
-    return lines;
-}
+using Map = QMap<QString, QString>;
 
 constexpr auto s_loadSignature =
     "optional<QMap<QString, QString> > zeltools::keyvaluefile::load(const QString&, bool)";
@@ -87,8 +29,28 @@ void warn(const char* signature, const char* message, const QString& path)
     LogFormatter(LogLevel::Warning).log(Log::Global) << signature << message << path;
 }
 
-/// Makes pairs of a file that comes piece by piece. Whole lines are parsed at once, and a line that
-/// is too long is dropped as it comes: a damaged file of any size takes little memory.
+/// The text up to the first NUL.
+QString textOf(const QByteArray& utf8)
+{
+    const auto size = qstrnlen(utf8.constData(), static_cast<uint>(utf8.size()));
+    return QString::fromUtf8(utf8.constData(), static_cast<int>(size));
+}
+
+void insertLine(Map& map, const QByteArray& line)
+{
+    const QByteArray trimmed = line.trimmed();
+    if (trimmed.startsWith('#'))
+        return;
+    const int equals = trimmed.indexOf('=');
+    if (equals < 0)
+        map.insert(textOf(trimmed), QStringLiteral("1"));
+    else
+        map.insert(textOf(trimmed.left(equals)), textOf(trimmed.mid(equals + 1)));
+}
+
+/// Parses a file that arrives in pieces. It keeps a line until its end has arrived, and of a line
+/// that is too long only one byte more than allowed, so a damaged file of any size takes little
+/// memory.
 class PieceParser
 {
 public:
@@ -97,66 +59,56 @@ public:
     {
     }
 
-    /// How large the next piece may be. A line that fills it without an end is too long.
-    qint64 room() const { return std::min(s_pieceSize, s_longestLine + 1 - m_rest.size()); }
-    void add(const QByteArray& piece);
-    QMap<QString, QString> finish();
+    void add(const QByteArray& piece)
+    {
+        const QByteArrayList parts = piece.split('\n');
+        for (int i = 0; i < parts.size(); ++i) {
+            if (i > 0)
+                endLine();
+            append(parts[i]);
+        }
+    }
+    Map finish()
+    {
+        if (!m_line.isEmpty())
+            endLine();
+        return m_map;
+    }
 
 private:
-    void parse(int size);
-    void dropLongLine();
+    bool isTooLong() const { return m_line.size() > s_longestLine; }
+    void append(const QByteArray& part)
+    {
+        const bool wasTooLong = isTooLong();
+        m_line += part.left(s_longestLine + 1 - m_line.size());
+        if (isTooLong() && !wasTooLong)
+            LogFormatter(LogLevel::Warning).log(Log::Global)
+                << s_loadSignature << "Ignoring line" << m_number << "longer than 16 MiB of file"
+                << m_path;
+    }
+    void endLine()
+    {
+        if (!isTooLong())
+            insertLine(m_map, m_line);
+        m_line.clear();
+        ++m_number;
+    }
 
-    static constexpr qint64 s_pieceSize = qint64(1024) * 1024;
-    static constexpr qint64 s_longestLine = qint64(16) * 1024 * 1024;
+    static constexpr int s_longestLine = 16 * 1024 * 1024;
 
     const QString m_path;
-    QMap<QString, QString> m_map;
-    QByteArray m_rest; ///< a line without its end
-    qint64 m_line = 1; ///< the number of that line
-    bool m_isDropping = false;
+    Map m_map;
+    QByteArray m_line;
+    qint64 m_number = 1;
 };
 
-void PieceParser::add(const QByteArray& piece)
+/// Returns no map after a read error.
+std::optional<Map> read(QFile& file)
 {
-    m_rest += piece;
-    if (m_isDropping)
-        dropLongLine();
-    parse(m_rest.lastIndexOf('\n') + 1);
-    if (m_rest.size() <= s_longestLine)
-        return;
-    LogFormatter(LogLevel::Warning).log(Log::Global)
-        << s_loadSignature << "Ignoring line" << m_line << "longer than 16 MiB of file" << m_path;
-    m_isDropping = true;
-    dropLongLine();
-}
-
-QMap<QString, QString> PieceParser::finish()
-{
-    parse(m_rest.size());
-    return m_map;
-}
-
-void PieceParser::parse(int size)
-{
-    m_line += parseInto(m_map, std::string_view(m_rest.constData(), size_t(size)));
-    m_rest.remove(0, size);
-}
-
-void PieceParser::dropLongLine()
-{
-    const int lineFeed = m_rest.indexOf('\n');
-    m_isDropping = lineFeed < 0;
-    m_rest.remove(0, m_isDropping ? m_rest.size() : lineFeed + 1);
-    if (!m_isDropping)
-        ++m_line;
-}
-
-/// Nothing after a read error.
-std::optional<QMap<QString, QString>> read(QFile& file)
-{
+    constexpr qint64 pieceSize = 65536;
     PieceParser parser(file.fileName());
     for (;;) {
-        const QByteArray piece = file.read(parser.room());
+        const QByteArray piece = file.read(pieceSize);
         if (file.error() != QFile::NoError)
             return std::nullopt;
         if (piece.isEmpty())
@@ -165,7 +117,15 @@ std::optional<QMap<QString, QString>> read(QFile& file)
     }
 }
 
-/// Opening a pipe would wait for somebody at its other end.
+QByteArray contentOf(const Map& map)
+{
+    QByteArray content;
+    for (auto entry = map.begin(); entry != map.end(); ++entry)
+        content += toLine(entry.key(), entry.value());
+    return content;
+}
+
+/// Opening a pipe would wait for a process at its other end.
 bool canOpen(const QString& path)
 {
     struct stat status = {};
@@ -177,8 +137,12 @@ bool canOpen(const QString& path)
 
 QMap<QString, QString> parse(const QByteArray& content)
 {
-    QMap<QString, QString> map;
-    parseInto(map, std::string_view(content.constData(), size_t(content.size())));
+    Map map;
+    QByteArrayList lines = content.split('\n');
+    if (lines.last().isEmpty()) // no line begins after the last line feed
+        lines.removeLast();
+    for (const QByteArray& line : qAsConst(lines))
+        insertLine(map, line);
     return map;
 }
 
@@ -190,7 +154,7 @@ QByteArray toLine(const QString& key, const QString& value)
 std::optional<QMap<QString, QString>> load(const QString& path, bool logOpenFailure)
 {
     QFile file(path);
-    std::optional<QMap<QString, QString>> map;
+    std::optional<Map> map;
     if (canOpen(path) && file.open(QIODevice::ReadOnly))
         map = read(file);
     if (!map && logOpenFailure)
@@ -201,18 +165,16 @@ std::optional<QMap<QString, QString>> load(const QString& path, bool logOpenFail
 bool save(const QString& path, const QMap<QString, QString>& map)
 {
     QFile file(path);
-    // Without a buffer the result of a write is what the disk had room for.
+    // Without a buffer, write() returns the number of bytes that the disk had room for.
     if (!canOpen(path) ||
         !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         warn(s_saveSignature, "Failed opening file", path);
         return false;
     }
-    for (auto entry = map.begin(); entry != map.end(); ++entry) {
-        const QByteArray line = toLine(entry.key(), entry.value());
-        if (file.write(line) != line.size()) {
-            warn(s_saveSignature, "Failed writing to file", path);
-            return false;
-        }
+    const QByteArray content = contentOf(map);
+    if (file.write(content) != content.size()) {
+        warn(s_saveSignature, "Failed writing to file", path);
+        return false;
     }
     file.close();
     System::syncFile(file);
@@ -221,12 +183,9 @@ bool save(const QString& path, const QMap<QString, QString>& map)
 
 bool saveSafely(const QString& path, const QMap<QString, QString>& map)
 {
-    QByteArray content;
-    for (auto entry = map.begin(); entry != map.end(); ++entry)
-        content += toLine(entry.key(), entry.value());
     FileReplacement file(path, FileReplacement::Edit); // an edit may be under way
     const bool isOpen = file.errorString().isEmpty();
-    if (isOpen && file.replace(content))
+    if (isOpen && file.replace(contentOf(map)))
         return true;
     if (file.needsWritingInPlace())
         return save(path, map);

@@ -7,8 +7,8 @@
 namespace
 {
 
-/// Below, at or above 0 as the first identifiers that differ have it; 0 when one list begins with
-/// the other.
+/// Compares the first identifiers that differ: the result is below or above 0. It is 0 if one list
+/// begins with the other.
 int compareCommon(const std::vector<int>& a, const std::vector<int>& b)
 {
     const auto [left, right] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());

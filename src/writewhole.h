@@ -9,7 +9,7 @@
 namespace zeltools
 {
 
-/// write(2) until all is written, nothing more can be, or the system refuses: a line leaves the
+/// Calls write(2) until all bytes are written or the system refuses, so that a line leaves the
 /// process in one piece wherever that is possible. The reader of a non-blocking pipe gets a tenth
 /// of a second to make room. Returns the number of bytes written.
 inline ssize_t writeWhole(int descriptor, const char* data, size_t length)

@@ -11,7 +11,7 @@ namespace
 
 constexpr int endingSignals[]{SIGHUP, SIGINT, SIGTERM};
 
-/// Another signal mask while the object lives.
+/// Sets another signal mask during the life of the object.
 class SignalMask
 {
 public:
@@ -34,7 +34,7 @@ sigset_t maskWithEndingSignals()
     return mask;
 }
 
-/// Removes a file when a signal ends the process while the object lives.
+/// Removes a file if a signal ends the process during the life of the object.
 class SignalCleaner
 {
 public:
@@ -47,7 +47,7 @@ public:
     Q_DISABLE_COPY(SignalCleaner)
 
 private:
-    // Signals that are ignored stay so.
+    // A signal that is ignored stays ignored.
     static void change(void (*from)(int), void (*to)(int))
     {
         for (const int number : endingSignals) {
@@ -77,7 +77,7 @@ bool replaceCleanly(zeltools::FileReplacement& file, const QByteArray& content)
 bool replaceCleanly(zeltools::FileReplacement& file,
                     const zeltools::FileReplacement::Writer& writer)
 {
-    // Outside the writer the hidden file may already, or still, be that of another process.
+    // Outside the writer, the hidden file may belong to another process.
     const SignalMask held(maskWithEndingSignals());
     return file.replace([&](int descriptor) {
         const SignalCleaner cleaner(file.temporaryPath());

@@ -1,16 +1,15 @@
 #include "clockcommand.h"
 
+#include "clocklink.h"
+#include "commandparser.h"
 #include <zeltools/logging/lognode.h>
 #include <zeltools/simulationinterface/createinterface.h>
 #include <zeltools/system/simulateddatetimemanager.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QLocale>
 #include <QTimeZone>
 #include <QTimer>
 
-#include <chrono>
 #include <memory>
 
 using zeltools::simulationinterface::SimulationInterface;
@@ -19,28 +18,15 @@ using zeltools::system::SimulatedDateTimeManager;
 namespace
 {
 
-using namespace std::chrono_literals;
-
-// A machine that another simulator is attached to closes the link, and gives no other sign.
-constexpr auto s_refusalTime = 1s;
-
-struct Request
+void describe(CommandParser& parser)
 {
-    QString address;
-    QDateTime dateTime; ///< to set, in the machine's zone; invalid: none
-    bool isFollowing = false;
-    std::chrono::seconds timeLimit{};
-};
-
-void addOptions(QCommandLineParser& parser)
-{
-    parser.setApplicationDescription(
+    parser.setDescription(
         "The simulator's end of a simulated clock: sets the clock of a machine, or prints the\n"
         "dates and times, in UTC, that the machine asks for, the first one or all.\n\n"
         "tcpserver waits for the machine to connect, tcpclient connects to it; the machine has\n"
         "the other one of the two. Example:\n\n"
         "  zelctl clock tcpclient/127.0.0.1/8133 --set \"2024/03/01 08:30:00\"");
-    parser.addPositionalArgument("ADDRESS", "tcpserver/IP/PORT or tcpclient/IP/PORT.");
+    parser.addArgument("ADDRESS", "tcpserver/IP/PORT or tcpclient/IP/PORT.");
     parser.addOptions({
         {"set",
          "Sets the clock to <TIME>, yyyy/MM/dd hh:mm:ss in the machine's zone. It is done "
@@ -58,34 +44,37 @@ void addOptions(QCommandLineParser& parser)
     });
 }
 
-/// Reads the time to set and returns what is wrong with it, or nothing.
-QString readDateTime(const QCommandLineParser& parser, QDateTime& dateTime)
+/// Reads the time to set. Returns the problem with it, or an empty text.
+QString readDateTime(const CommandParser& parser, QDateTime& dateTime)
 {
-    const QString text = parser.value("set"), form = SimulatedDateTimeManager::dateTimeFormat();
-    const auto date =
-        QDate::fromString(text.section(' ', 0, 0), SimulatedDateTimeManager::dateFormat());
+    const QString text = parser.value("set");
+    const QString day = text.section(QLatin1Char(' '), 0, 0);
+    const auto date = QDate::fromString(day, SimulatedDateTimeManager::dateFormat());
     const auto time =
-        QTime::fromString(text.section(' ', 1), SimulatedDateTimeManager::timeFormat());
+        QTime::fromString(text.mid(day.size() + 1), SimulatedDateTimeManager::timeFormat());
     if (!date.isValid() || !time.isValid())
-        return QStringLiteral("\"%1\" is not a date and time of the form %2").arg(text, form);
+        return QStringLiteral("\"%1\" is not a date and time of the form %2")
+            .arg(text, SimulatedDateTimeManager::dateTimeFormat());
     const QString name = parser.value("zone");
     const QTimeZone zone(name.toLatin1());
     if (!name.isEmpty() && !zone.isValid())
         return QStringLiteral("there is no time zone \"%1\"").arg(name);
     dateTime = name.isEmpty() ? QDateTime(date, time) : QDateTime(date, time, zone);
-    if (!dateTime.isValid() && name.isEmpty())
-        return "this computer's time zone skips " + text + "; --zone names that of the machine";
-    if (!dateTime.isValid())
-        return name + " skips " + text;
-    return QString();
+    if (dateTime.isValid())
+        return QString();
+    return name.isEmpty()
+               ? QStringLiteral("this computer's time zone skips %1; --zone names that of the "
+                                "machine")
+                     .arg(text)
+               : QStringLiteral("%1 skips %2").arg(name, text);
 }
 
-/// Returns what is wrong with the arguments, or nothing.
-QString readRequest(const QCommandLineParser& parser, Request& request)
+/// Reads the arguments. Returns the problem with them, or an empty text.
+QString readRequest(const CommandParser& parser, ClockRequest& request)
 {
-    const QStringList addresses = parser.positionalArguments();
+    const QStringList addresses = parser.arguments();
     if (addresses.size() != 1)
-        return "clock needs one address, see \"zelctl clock --help\"";
+        return QStringLiteral("clock needs one address, see \"zelctl clock --help\"");
     request.address = addresses.first();
     request.isFollowing = parser.isSet("follow");
     if (parser.isSet("set")) {
@@ -96,104 +85,20 @@ QString readRequest(const QCommandLineParser& parser, Request& request)
     constexpr int day_s = 24 * 60 * 60;
     const int limit_s = parser.value("timeout").toInt();
     if (limit_s < 1 || limit_s > day_s)
-        return "--timeout needs a number of seconds from 1 to 86400";
+        return QStringLiteral("--timeout needs a number of seconds from 1 to 86400");
     request.timeLimit = std::chrono::seconds(limit_s);
     return QString();
 }
-
-void end(ExitStatus status)
-{
-    QCoreApplication::exit(status);
-}
-
-/// What a machine that is connected gets or gives. Ends the event loop when it is done.
-class ClockLink
-{
-public:
-    ClockLink(const Request& request, SimulationInterface& link)
-        : m_request(request)
-        , m_link(link)
-    {
-    }
-
-    void onConnectedChanged()
-    {
-        if (!m_link.connected()) {
-            onClosed();
-            return;
-        }
-        m_sinceConnected.start();
-        if (m_request.dateTime.isValid())
-            send();
-    }
-
-    void onReceived(const QByteArray& data)
-    {
-        if (m_request.dateTime.isValid() && !m_request.isFollowing)
-            return;
-        const ExitStatus status = print(withoutControls(QString::fromUtf8(data)) + '\n');
-        if (status != Done || !m_request.isFollowing)
-            end(status);
-    }
-
-    void onTimeout()
-    {
-        if (m_isSent)
-            return;
-        QString problem = m_closing;
-        if (m_link.connected() || m_closing.isEmpty())
-            problem = QStringLiteral("no machine has %1 in %2 s")
-                          .arg(m_link.connected() ? "asked for a time" : "connected")
-                          .arg(m_request.timeLimit.count());
-        end(fail(Failed, problem));
-    }
-
-private:
-    void onClosed()
-    {
-        const bool isRefusal =
-            std::chrono::milliseconds(m_sinceConnected.elapsed()) < s_refusalTime;
-        QString closing = "the machine has closed the link";
-        if (isRefusal)
-            closing += ", it may have another simulator";
-        // One refusal follows the other for as long as the other simulator stays.
-        const bool isNew = !isRefusal || closing != m_closing;
-        m_closing = closing;
-        if (m_request.isFollowing && isNew)
-            fail(Failed, closing + "; waiting for it");
-        else if (m_isSent && !m_request.isFollowing)
-            end(fail(Failed, closing));
-    }
-
-    void send()
-    {
-        if (!m_isSent)
-            m_sinceSet.start();
-        const QDateTime now = m_request.dateTime.addMSecs(m_sinceSet.elapsed());
-        const QString form = SimulatedDateTimeManager::dateTimeFormat();
-        m_link.write(QLocale::c().toString(now, form).toLatin1());
-        m_isSent = true;
-        if (!m_request.isFollowing)
-            QTimer::singleShot(s_refusalTime, &m_link, [] { end(Done); });
-    }
-
-    const Request& m_request;
-    SimulationInterface& m_link;
-    QElapsedTimer m_sinceSet;
-    QElapsedTimer m_sinceConnected;
-    QString m_closing; // how the last link ended
-    bool m_isSent = false;
-};
 
 } // namespace
 
 ExitStatus runClock(const QStringList& arguments)
 {
-    QCommandLineParser parser;
-    addOptions(parser);
-    if (const auto status = parse(parser, arguments))
+    CommandParser parser;
+    describe(parser);
+    if (const auto status = parser.parse(arguments))
         return *status;
-    Request request;
+    ClockRequest request;
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
@@ -207,7 +112,7 @@ ExitStatus runClock(const QStringList& arguments)
     if (!link)
         return fail(WrongUsage, complaint);
     if (!complaint.isEmpty())
-        return fail(Failed, "cannot listen on " + request.address);
+        return fail(Failed, QStringLiteral("cannot listen on ") + request.address);
 
     ClockLink clock(request, *link);
     QObject::connect(link.get(), &SimulationInterface::connectedChanged, &context,

@@ -3,5 +3,5 @@
 #include "command.h"
 
 /// `zelctl clock`: the simulator's end of a machine's simulated clock (SimulatedDateTimeManager).
-/// Sets it, or prints what the machine asks it to be set to.
+/// It sets the clock, or prints the times that the machine asks for.
 ExitStatus runClock(const QStringList& arguments);

@@ -1,5 +1,7 @@
 #include "command.h"
 
+#include <QJsonDocument>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -10,9 +12,14 @@ QString withoutControls(QString text, const QString& kept)
 {
     for (QChar& character : text) {
         if (character.category() == QChar::Other_Control && !kept.contains(character))
-            character = '?';
+            character = QLatin1Char('?');
     }
     return text;
+}
+
+QString systemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
 }
 
 ExitStatus fail(ExitStatus status, const QString& message)
@@ -26,25 +33,30 @@ ExitStatus writeOutput(const QByteArray& bytes)
     const auto size = static_cast<size_t>(bytes.size());
     if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
         return Done;
-    return fail(Failed, QStringLiteral("cannot write the output: ") + std::strerror(errno));
+    return fail(Failed, QStringLiteral("cannot write the output: ") + systemError());
 }
 
 ExitStatus print(const QString& text)
 {
     const bool isTerminal = isatty(STDOUT_FILENO) != 0;
-    return writeOutput((isTerminal ? withoutControls(text, "\t\n") : text).toUtf8());
+    return writeOutput(
+        (isTerminal ? withoutControls(text, QStringLiteral("\t\n")) : text).toUtf8());
 }
 
-std::optional<ExitStatus> parse(QCommandLineParser& parser, const QStringList& arguments)
+ExitStatus printLine(const QString& text)
 {
-    parser.addOption({{"h", "help"}, "Shows this help."});
-    const bool isParsed = parser.parse(arguments);
-    if (parser.isSet("help"))
-        return print(parser.helpText());
-    if (!isParsed)
-        return fail(WrongUsage, parser.errorText());
-    // What a malformed text decodes to; no file would be found by it, and no value read back.
-    if (arguments.join(QString()).contains(QChar::ReplacementCharacter))
-        return fail(WrongUsage, "the arguments are not UTF-8");
-    return std::nullopt;
+    return print(text + QLatin1Char('\n'));
+}
+
+QJsonObject jsonObject(std::initializer_list<std::pair<const char*, QJsonValue>> members)
+{
+    QJsonObject object;
+    for (const auto& [name, value] : members)
+        object.insert(QString::fromLatin1(name), value);
+    return object;
+}
+
+ExitStatus printJson(const QJsonObject& object)
+{
+    return printLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
 }

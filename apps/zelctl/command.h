@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QCommandLineParser>
+#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 
-#include <optional>
+#include <initializer_list>
+#include <utility>
 
-/// What a script can read from the exit status. A command that has not done its work says why in
+/// The exit status, which scripts read. A command that has not done its work gives the reason in
 /// one line on stderr.
 enum ExitStatus { Done = 0, Failed = 1, WrongUsage = 2 };
 
@@ -15,22 +16,29 @@ struct Command
 {
     const char* name;
     const char* summary;
-    /// Gets "zelctl <name>" and what follows it on the command line.
+    /// Takes "zelctl <name>" and all that follows it on the command line.
     ExitStatus (*run)(const QStringList& arguments);
 };
 
-/// What comes from outside must not command a terminal by an escape sequence in it. `kept` are the
-/// control characters that stay.
+/// Masks control characters, so that a text from outside cannot command a terminal by an escape
+/// sequence. The characters in `kept` stay.
 QString withoutControls(QString text, const QString& kept = QString());
 
-/// All streams are UTF-8 whatever the locale, as the log files are.
+/// The text for `errno`.
+QString systemError();
+
+/// Prints the message on stderr and returns the status. All streams are UTF-8 in every locale, as
+/// the log files are.
 ExitStatus fail(ExitStatus status, const QString& message);
 
-/// Done only when all of it has left the process: a full disk is a failure.
+/// Writes to stdout. A full disk is a failure: the result is Done only if all bytes have left the
+/// process.
 ExitStatus writeOutput(const QByteArray& bytes);
-/// The same for a text, with its control characters masked on a terminal.
+/// Prints a text, with its control characters masked on a terminal.
 ExitStatus print(const QString& text);
-
-/// Reads the command line. The status is for a command that ends here: with its help, or because
-/// it was called wrongly.
-std::optional<ExitStatus> parse(QCommandLineParser& parser, const QStringList& arguments);
+/// Prints a text and a line feed.
+ExitStatus printLine(const QString& text);
+/// An object of members with ASCII names.
+QJsonObject jsonObject(std::initializer_list<std::pair<const char*, QJsonValue>> members);
+/// Prints an object in one line.
+ExitStatus printJson(const QJsonObject& object);

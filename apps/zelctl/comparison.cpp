@@ -45,7 +45,7 @@ bool Comparison::isSame()
     return m_ends[0] >= 0 && m_isSame && m_expected.atEnd();
 }
 
-// Reads to the end in any case: the writer would wait for it.
+// It reads to the end even after a difference, since the writer would wait otherwise.
 void Comparison::compare()
 {
     while (true) {

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-/// Holds what is written to a path against a file, byte by byte, in a thread of its own.
+/// Compares the bytes that are written to a path with a file, in a thread of its own.
 class Comparison
 {
 public:
@@ -14,9 +14,9 @@ public:
     ~Comparison();
     Q_DISABLE_COPY(Comparison)
 
-    /// A pipe. Empty when there is none; isSame() is false then.
+    /// The path of a pipe to write to. Empty if there is none; isSame() is false then.
     QString path() const;
-    /// Once all has been written and closed: whether it was the content of the file.
+    /// Whether the bytes were the content of the file. Call it once all is written and closed.
     bool isSame();
 
 private:

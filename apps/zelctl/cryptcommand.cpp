@@ -1,9 +1,11 @@
 #include "cryptcommand.h"
 
+#include "commandparser.h"
 #include "cryptinfo.h"
 #include "cryptjob.h"
 #include "cryptkey.h"
 
+#include <QByteArrayList>
 #include <QLoggingCategory>
 
 #include <sys/prctl.h>
@@ -11,37 +13,46 @@
 namespace
 {
 
-/// Which of the names is the value of an option; -1 when none is.
-int choice(const QCommandLineParser& parser, const QString& option, const QStringList& names)
+constexpr QLatin1String s_encrypt("encrypt");
+constexpr QLatin1String s_decrypt("decrypt");
+constexpr QLatin1String s_info("info");
+
+// In the order of the enumerations.
+constexpr auto s_protections = "off checksum sha1";
+constexpr auto s_compressions = "smaller forced off";
+
+/// The index of the option's value among the names, or -1.
+int choice(const CommandParser& parser, const char* option, const char* names)
 {
-    return names.indexOf(parser.value(option));
+    return QString::fromLatin1(names).split(QLatin1Char(' ')).indexOf(parser.value(option));
 }
 
-/// What is wrong with the option of a decryption, or nothing.
-QString readRequirement(const QCommandLineParser& parser, Job& job)
+/// Reads the option of a decryption. Returns the problem with it, or an empty text.
+QString readRequirement(const CommandParser& parser, Job& job)
 {
     if (!parser.isSet("require"))
         return QString();
-    const int protection = choice(parser, "require", {"off", "checksum", "sha1"});
+    const int protection = choice(parser, "require", s_protections);
     if (protection <= SimpleCrypt::ProtectionOff)
-        return "--require is checksum or sha1";
+        return QStringLiteral("--require is checksum or sha1");
     job.required = static_cast<SimpleCrypt::ProtectionMode>(protection);
     return QString();
 }
 
-/// What is wrong with the options of an encryption, or nothing.
-QString readSettings(const QCommandLineParser& parser, Job& job)
+/// Reads the options of an encryption. Returns the problem with them, or an empty text.
+QString readSettings(const CommandParser& parser, Job& job)
 {
-    const int protection = choice(parser, "protection", {"off", "checksum", "sha1"});
-    const int compression = choice(parser, "compression", {"smaller", "forced", "off"});
+    const int protection = choice(parser, "protection", s_protections);
+    const int compression = choice(parser, "compression", s_compressions);
     if (protection < 0)
-        return "--protection is off, checksum or sha1";
+        return QStringLiteral("--protection is off, checksum or sha1");
     if (compression < 0)
-        return "--compression is smaller, forced or off";
+        return QStringLiteral("--compression is smaller, forced or off");
     const QString metadata = parser.value("metadata");
     for (const QChar character : metadata) {
         if (character.unicode() >= 0x80)
-            return "--metadata takes ASCII only: anything else would be read back changed";
+            return QStringLiteral(
+                "--metadata takes ASCII only: anything else would be read back changed");
     }
     job.crypt.setProtection(static_cast<SimpleCrypt::ProtectionMode>(protection));
     job.crypt.setCompression(static_cast<SimpleCrypt::CompressionMode>(compression));
@@ -53,9 +64,9 @@ QString readSettings(const QCommandLineParser& parser, Job& job)
     return QString();
 }
 
-void addOptions(QCommandLineParser& parser)
+void addOptions(CommandParser& parser)
 {
-    parser.setApplicationDescription(
+    parser.setDescription(
         "Encrypts and decrypts files, and shows what their header says.\n\n"
         "  encrypt IN OUT  checks what it wrote by decrypting it\n"
         "  decrypt IN OUT\n"
@@ -68,8 +79,8 @@ void addOptions(QCommandLineParser& parser)
         "The flags of a file are not protected: one that has lost them is decrypted without a\n"
         "check, into garbage, and the program says only that nothing was checked. --require\n"
         "refuses such a file.");
-    parser.addPositionalArgument("WORDS", "As above.",
-                                 "encrypt|decrypt IN OUT\n       zelctl crypt [options] info FILE");
+    parser.addArgument("WORDS", "As above.",
+                       "encrypt|decrypt IN OUT\n       zelctl crypt [options] info FILE");
     parser.addOptions({
         {"key-file", "Reads the key from FILE.", "FILE"},
         {"metadata", "Puts a readable ASCII text into the header.", "TEXT"},
@@ -83,45 +94,66 @@ void addOptions(QCommandLineParser& parser)
     });
 }
 
-} // namespace
-
-ExitStatus runCrypt(const QStringList& arguments)
+/// The options that do not belong to an action.
+QByteArrayList misplacedOptions(const QString& action)
 {
-    prctl(PR_SET_DUMPABLE, 0); // a core file would show the key
-    // The results say it in one line.
-    QLoggingCategory::setFilterRules("default.warning=false");
-    QCommandLineParser parser;
-    addOptions(parser);
-    if (const std::optional<ExitStatus> status = parse(parser, arguments))
-        return *status;
-    const QStringList words = parser.positionalArguments();
-    const QString action = words.value(0);
-    const bool isInfo = action == "info";
-    QStringList misplaced{"metadata", "protection", "compression", "plain", "fixed-lead"};
-    if (action == "encrypt")
-        misplaced = QStringList{"require"};
-    misplaced += isInfo ? QStringList{"key-file", "whole-file", "require"} : QStringList{"json"};
-    for (const QString& option : qAsConst(misplaced)) {
-        if (parser.isSet(option))
-            return fail(WrongUsage, "--" + option + " does not belong to \"" + action + '"');
-    }
-    if (words.size() != (isInfo ? 2 : 3) || words.contains(QString()) ||
-        !QStringList({"encrypt", "decrypt", "info"}).contains(action))
-        return fail(WrongUsage, "see \"zelctl crypt --help\" for what crypt needs");
+    const QByteArrayList forEncryption{"metadata", "protection", "compression", "plain",
+                                       "fixed-lead"};
+    if (action == s_encrypt)
+        return {"require", "json"};
+    if (action == s_info)
+        return forEncryption + QByteArrayList{"key-file", "whole-file", "require"};
+    return forEncryption + QByteArrayList{"json"};
+}
 
-    if (isInfo)
-        return showInfo(words[1], parser.isSet("json"));
+/// The problem with the words and options, or an empty text.
+QString misuseOf(const CommandParser& parser)
+{
+    const QStringList words = parser.arguments();
+    const QString action = words.value(0);
+    const QByteArrayList misplaced = misplacedOptions(action);
+    for (const QByteArray& option : misplaced) {
+        if (parser.isSet(option.constData()))
+            return QStringLiteral("--%1 does not belong to \"%2\"")
+                .arg(QString::fromLatin1(option), action);
+    }
+    const bool isAction = action == s_encrypt || action == s_decrypt || action == s_info;
+    if (!isAction || words.size() != (action == s_info ? 2 : 3) || words.contains(QString()))
+        return QStringLiteral("see \"zelctl crypt --help\" for what crypt needs");
+    return QString();
+}
+
+ExitStatus runJob(const CommandParser& parser, const QStringList& words)
+{
     Job job;
     job.input = words[1];
     job.output = words[2];
     job.keyFile = parser.value("key-file");
-    job.isEncryption = action == "encrypt";
+    job.isEncryption = words[0] == s_encrypt;
     job.isWhole = parser.isSet("whole-file");
     const QString misuse =
         job.isEncryption ? readSettings(parser, job) : readRequirement(parser, job);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
-    const QString why =
+    const QString problem =
         parser.isSet("key-file") ? readKeyFile(job.keyFile, job.crypt) : readKeyVariable(job.crypt);
-    return why.isEmpty() ? process(job) : fail(Failed, why);
+    return problem.isEmpty() ? run(job) : fail(Failed, problem);
+}
+
+} // namespace
+
+ExitStatus runCrypt(const QStringList& arguments)
+{
+    prctl(PR_SET_DUMPABLE, 0); // a core file would show the key
+    // The results report the same problems in one line.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+    CommandParser parser;
+    addOptions(parser);
+    if (const std::optional<ExitStatus> status = parser.parse(arguments))
+        return *status;
+    const QString misuse = misuseOf(parser);
+    if (!misuse.isEmpty())
+        return fail(WrongUsage, misuse);
+    const QStringList words = parser.arguments();
+    return words[0] == s_info ? showInfo(words[1], parser.isSet("json")) : runJob(parser, words);
 }

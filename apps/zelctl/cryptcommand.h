@@ -2,6 +2,6 @@
 
 #include "command.h"
 
-/// `zelctl crypt`: encrypts and decrypts files, and shows what their header says. Reads back what
-/// it has written before it gives it its name.
+/// `zelctl crypt`: encrypts and decrypts files, and shows what their header says. It decrypts
+/// its output again before the file gets its name.
 ExitStatus runCrypt(const QStringList& arguments);

@@ -5,8 +5,6 @@
 
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace
 {
@@ -21,12 +19,12 @@ QStringList flagNames(int flags)
     QStringList set;
     for (const auto& [flag, name] : names) {
         if ((flags & flag) != 0)
-            set += name;
+            set += QString::fromLatin1(name);
     }
     return set;
 }
 
-/// What `zelctl crypt info` shows.
+/// The record that `zelctl crypt info` shows.
 struct Info
 {
     int version;
@@ -37,20 +35,21 @@ struct Info
     int digestSize;
 };
 
-/// Longer metadata than anybody writes are not read.
+/// Metadata of a damaged file may be of any length. They are shown up to this size.
 constexpr qint64 s_longestShownMetadata = largestTextFile;
 
-/// Reads nothing but the header. Returns what is wrong with the file, or nothing.
+/// Reads the header alone. Returns the problem with the file, or an empty text.
 QString readInfo(const QString& path, Info& info)
 {
     QFile file(path);
     const QString obstacle = whyUnreadable(path);
     if (!obstacle.isEmpty() || !file.open(QIODevice::ReadOnly))
-        return obstacle.isEmpty() ? path + ": " + file.errorString() : obstacle;
+        return obstacle.isEmpty() ? QStringLiteral("%1: %2").arg(path, file.errorString())
+                                  : obstacle;
     const QByteArray start = file.read(SimpleCrypt::shortestStreamed_B);
     SimpleCrypt crypt;
     if (start.size() < SimpleCrypt::shortestHeader_B || !crypt.checkVersion(start))
-        return path + " is not a cyphertext";
+        return path + QStringLiteral(" is not a cyphertext");
     info.version = static_cast<quint8>(start.at(0));
     info.flags = static_cast<quint8>(start.at(1));
     const bool hasHash = (info.flags & SimpleCrypt::FlagSha1) != 0;
@@ -67,24 +66,24 @@ QString readInfo(const QString& path, Info& info)
         failure = crypt.lastFailure();
     }
     if (!failure.systemError.isEmpty())
-        return path + ": " + failure.systemError;
+        return QStringLiteral("%1: %2").arg(path, failure.systemError);
     return failure.code != SimpleCrypt::CryptNoError || info.leadEnd + info.digestSize > file.size()
-               ? "the header of " + path + " is damaged"
+               ? QStringLiteral("the header of %1 is damaged").arg(path)
                : QString();
 }
 
-ExitStatus printJson(const Info& info)
+ExitStatus printInfo(const Info& info)
 {
-    QJsonObject object{{"version", info.version},
-                       {"flags", QJsonArray::fromStringList(flagNames(info.flags))},
-                       {"headerLength", info.leadEnd + info.digestSize}};
+    QJsonObject object = jsonObject({{"version", info.version},
+                                     {"flags", QJsonArray::fromStringList(flagNames(info.flags))},
+                                     {"headerLength", info.leadEnd + info.digestSize}});
     if (!info.metadata.isEmpty())
-        object["metadata"] = info.metadata;
+        object[QStringLiteral("metadata")] = info.metadata;
     else if (info.metadataSize > 0)
-        object["metadataSize"] = info.metadataSize;
+        object[QStringLiteral("metadataSize")] = info.metadataSize;
     if (info.digestSize > 0)
-        object["digestOffset"] = info.leadEnd;
-    return print(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+        object[QStringLiteral("digestOffset")] = info.leadEnd;
+    return printJson(object);
 }
 
 } // namespace
@@ -92,12 +91,13 @@ ExitStatus printJson(const Info& info)
 ExitStatus showInfo(const QString& path, bool isJson)
 {
     Info info = {};
-    const QString why = readInfo(path, info);
-    if (!why.isEmpty())
-        return fail(Failed, why);
+    const QString problem = readInfo(path, info);
+    if (!problem.isEmpty())
+        return fail(Failed, problem);
     if (isJson)
-        return printJson(info);
-    QString metadata = "none";
+        return printInfo(info);
+    const QString none = QStringLiteral("none");
+    QString metadata = none;
     if (!info.metadata.isEmpty())
         metadata = withoutControls(info.metadata);
     else if (info.metadataSize > 0)
@@ -105,7 +105,7 @@ ExitStatus showInfo(const QString& path, bool isJson)
     return print(QStringLiteral("version        %1\nflags          %2\nmetadata       %3\n"
                                 "header length  %4\ndigest offset  %5\n")
                      .arg(info.version)
-                     .arg(flagNames(info.flags).join(' '), metadata)
+                     .arg(flagNames(info.flags).join(QLatin1Char(' ')), metadata)
                      .arg(info.leadEnd + info.digestSize)
-                     .arg(info.digestSize > 0 ? QString::number(info.leadEnd) : "none"));
+                     .arg(info.digestSize > 0 ? QString::number(info.leadEnd) : none));
 }

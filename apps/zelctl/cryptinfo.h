@@ -2,5 +2,5 @@
 
 #include "command.h"
 
-/// Shows what the header of a cyphertext says, for which no key is needed.
+/// Shows the header of a cyphertext. It needs no key.
 ExitStatus showInfo(const QString& path, bool isJson);

@@ -15,54 +15,59 @@ using zeltools::FileReplacement;
 namespace
 {
 
-QString cannot(const Job& job, const QString& why)
+constexpr QLatin1String s_standardStream("-");
+constexpr QLatin1String s_isDifferent("what was written does not decrypt to it");
+
+QString cannot(const Job& job, const QString& reason)
 {
-    return QStringLiteral("cannot %1 %2: %3")
-        .arg(job.isEncryption ? "encrypt" : "decrypt", job.input, why);
+    const QString format = job.isEncryption ? QStringLiteral("cannot encrypt %1: %2")
+                                            : QStringLiteral("cannot decrypt %1: %2");
+    return format.arg(job.input, reason);
 }
 
-/// What has hindered the library; empty when nothing has.
+/// The message about a failure of the library, or an empty text.
 QString explain(const Job& job, const SimpleCrypt::Failure& failure)
 {
     switch (failure.code) {
     case SimpleCrypt::CryptNoError:
         return QString();
     case SimpleCrypt::CryptBadVersion:
-        return cannot(job, "it is not a cyphertext");
+        return cannot(job, QStringLiteral("it is not a cyphertext"));
     case SimpleCrypt::CryptIntegrityMismatch:
-        return cannot(job, "it is damaged, or the key is another one");
+        return cannot(job, QStringLiteral("it is damaged, or the key is another one"));
     default: // the settings have been checked
         break;
     }
     if (failure.systemError.isEmpty())
-        return cannot(job, "it has become shorter meanwhile");
+        return cannot(job, QStringLiteral("it has become shorter meanwhile"));
     if (failure.path.isEmpty() || failure.path == job.input)
         return cannot(job, failure.systemError);
-    return "cannot write " + job.output + ": " + failure.systemError;
+    return QStringLiteral("cannot write %1: %2").arg(job.output, failure.systemError);
 }
 
-/// The same for a decryption that has succeeded: whether that was with the check that is asked for.
+/// The message about a decryption that has succeeded without the required check, or an empty text.
 QString explainProtection(const Job& job)
 {
     if (!job.required || job.crypt.checkedProtection() == *job.required)
         return QString();
     const bool isHash = *job.required == SimpleCrypt::ProtectionSha1;
-    return cannot(job, isHash ? "it has no SHA-1 to check" : "it has no checksum to check");
+    return cannot(job, isHash ? QStringLiteral("it has no SHA-1 to check")
+                              : QStringLiteral("it has no checksum to check"));
 }
 
 bool isStreamed(const Job& job)
 {
-    return !job.isWhole && job.input != "-" && job.output != "-" &&
+    return !job.isWhole && job.input != s_standardStream && job.output != s_standardStream &&
            QFileInfo(job.input).size() >= SimpleCrypt::shortestStreamed_B;
 }
 
-/// Decrypts what an encryption has written. Returns what went wrong, or nothing.
+/// Decrypts the output of an encryption. Returns the problem, or an empty text.
 QString checkOutput(const Job& job, const QString& output)
 {
     ProgressBar bar("checking");
     Comparison comparison(job.input);
     SimpleCrypt check = job.crypt;
-    check.setPlainPayload(false); // the header says it
+    check.setPlainPayload(false); // the header has it
     const bool isRead =
         check.decryptFileSmart(output, comparison.path(), [&bar](qint64 done_B, qint64 total_B) {
             bar.show(done_B, total_B);
@@ -70,11 +75,11 @@ QString checkOutput(const Job& job, const QString& output)
     if (comparison.isSame() && isRead)
         return QString();
     const QString& error = check.lastFailure().systemError;
-    return error.isEmpty() ? cannot(job, "what was written does not decrypt to it")
-                           : "cannot check " + job.output + ": " + error;
+    return error.isEmpty() ? cannot(job, s_isDifferent)
+                           : QStringLiteral("cannot check %1: %2").arg(job.output, error);
 }
 
-/// Returns what went wrong, or nothing.
+/// Returns the problem, or an empty text.
 QString stream(Job& job, const QString& output)
 {
     {
@@ -85,46 +90,43 @@ QString stream(Job& job, const QString& output)
         else
             job.crypt.decryptFileSmart(job.input, output, progress);
     }
-    QString why = explain(job, job.crypt.lastFailure());
-    if (!why.isEmpty())
-        return why;
+    QString problem = explain(job, job.crypt.lastFailure());
+    if (!problem.isEmpty())
+        return problem;
     return job.isEncryption ? checkOutput(job, output) : explainProtection(job);
 }
 
-/// Sets `why` on failure.
-QByteArray transform(Job& job, const QByteArray& bytes, QString& why)
+/// Encrypts or decrypts in memory. Returns the problem, or an empty text.
+QString transform(Job& job, const QByteArray& bytes, QByteArray& result)
 {
-    QByteArray result = job.isEncryption ? job.crypt.encryptToByteArray(bytes)
-                                         : job.crypt.decryptToByteArray(bytes);
-    why = explain(job, job.crypt.lastFailure());
-    if (!why.isEmpty())
-        return result;
-    if (!job.isEncryption) {
-        why = explainProtection(job);
-        return result;
-    }
+    result = job.isEncryption ? job.crypt.encryptToByteArray(bytes)
+                              : job.crypt.decryptToByteArray(bytes);
+    QString problem = explain(job, job.crypt.lastFailure());
+    if (!problem.isEmpty())
+        return problem;
+    if (!job.isEncryption)
+        return explainProtection(job);
     SimpleCrypt check = job.crypt;
-    check.setPlainPayload(false); // the header says it
+    check.setPlainPayload(false); // the header has it
     const bool isSame = check.decryptToByteArray(result) == bytes;
-    if (!check.lastFailure().systemError.isEmpty())
-        why = cannot(job, check.lastFailure().systemError);
-    else if (!isSame)
-        why = cannot(job, "what was written does not decrypt to it");
-    return result;
+    const QString& error = check.lastFailure().systemError;
+    if (!error.isEmpty())
+        return cannot(job, error);
+    return isSame ? QString() : cannot(job, s_isDifferent);
 }
 
 /// `file` is null for the standard output.
 ExitStatus processWhole(Job& job, FileReplacement* file)
 {
-    const FileContent content = job.input == "-"
+    const FileContent content = job.input == s_standardStream
                                     ? readStandardInput(SimpleCrypt::largestInMemory_B)
                                     : readFile(job.input, SimpleCrypt::largestInMemory_B);
     if (!content.error.isEmpty())
         return fail(Failed, content.error);
-    QString why;
-    const QByteArray result = transform(job, content.bytes, why);
-    if (!why.isEmpty())
-        return fail(Failed, why);
+    QByteArray result;
+    const QString problem = transform(job, content.bytes, result);
+    if (!problem.isEmpty())
+        return fail(Failed, problem);
     if (file == nullptr)
         return writeOutput(result);
     return replaceCleanly(*file, result) ? Done : fail(Failed, file->errorString());
@@ -132,16 +134,17 @@ ExitStatus processWhole(Job& job, FileReplacement* file)
 
 ExitStatus processFile(Job& job)
 {
-    const QString obstacle = job.input == "-" ? QString() : whyUnreadable(job.input);
+    const QString obstacle = job.input == s_standardStream ? QString() : whyUnreadable(job.input);
     if (!obstacle.isEmpty())
         return fail(Failed, obstacle);
-    if (job.output == "-")
+    if (job.output == s_standardStream)
         return processWhole(job, nullptr);
     FileReplacement file(job.output);
     if (!file.errorString().isEmpty())
         return fail(Failed, file.errorString());
     if (file.wouldLose(job.input) || file.wouldLose(job.keyFile))
-        return fail(Failed, "writing " + job.output + " would lose the input or the key");
+        return fail(Failed,
+                    QStringLiteral("writing %1 would lose the input or the key").arg(job.output));
     if (!isStreamed(job))
         return processWhole(job, &file);
     const auto write = [&job](int descriptor) {
@@ -152,18 +155,19 @@ ExitStatus processFile(Job& job)
 
 } // namespace
 
-ExitStatus process(Job& job)
+ExitStatus run(Job& job)
 {
     ExitStatus status = Failed;
     try {
         status = processFile(job);
     } catch (const std::bad_alloc&) {
-        return fail(Failed, cannot(job, "Cannot allocate memory"));
+        return fail(Failed, cannot(job, QStringLiteral("Cannot allocate memory")));
     } catch (const std::system_error& error) { // of a thread
-        return fail(Failed, cannot(job, error.what()));
+        return fail(Failed, cannot(job, QString::fromLocal8Bit(error.what())));
     }
     if (status == Done && !job.isEncryption &&
         job.crypt.checkedProtection() == SimpleCrypt::ProtectionOff)
-        fail(Done, job.input + " has no checksum and no SHA-1: nothing was checked");
+        fail(Done,
+             QStringLiteral("%1 has no checksum and no SHA-1: nothing was checked").arg(job.input));
     return status;
 }

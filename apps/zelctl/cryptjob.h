@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// What `zelctl crypt encrypt` or `decrypt` has been told to do.
+/// The task of `zelctl crypt encrypt` or `decrypt`.
 struct Job
 {
     QString input;   ///< "-" is the standard input
@@ -16,10 +16,10 @@ struct Job
     SimpleCrypt crypt;
     bool isEncryption = false;
     bool isWhole = false; ///< in memory, not in chunks
-    /// What a decryption must have checked the payload by.
+    /// The check without which a decryption fails.
     std::optional<SimpleCrypt::ProtectionMode> required;
 };
 
-/// Does it, and reports errors on stderr. The output appears when it is complete and, for an
-/// encryption, has been decrypted again.
-ExitStatus process(Job& job);
+/// Encrypts or decrypts, and reports errors on stderr. The output appears when it is complete and,
+/// for an encryption, has been decrypted again.
+ExitStatus run(Job& job);

@@ -16,7 +16,7 @@
 namespace
 {
 
-/// Takes the key from a text and wipes the text. False when it is no key.
+/// Takes the key from a text and wipes the text. Returns false if the text is no key.
 bool takeKey(char* text, size_t size, SimpleCrypt& crypt)
 {
     const auto isSpace = [](char c) { return std::isspace(static_cast<uchar>(c)) != 0; };
@@ -49,22 +49,23 @@ QString readKeyFile(const QString& path, SimpleCrypt& crypt)
     QFile file(path);
     char text[4096]; // read without a buffer that would keep the key
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return "cannot read " + path + ": " + file.errorString();
+        return QStringLiteral("cannot read %1: %2").arg(path, file.errorString());
     const qint64 size = file.read(text, sizeof text);
     if (size < 0)
-        return "cannot read " + path + ": " + file.errorString();
+        return QStringLiteral("cannot read %1: %2").arg(path, file.errorString());
     const bool isWhole = size < qint64(sizeof text);
     return takeKey(text, static_cast<size_t>(size), crypt) && isWhole
                ? QString()
-               : path + " holds no key of 16 hexadecimal digits";
+               : path + QStringLiteral(" holds no key of 16 hexadecimal digits");
 }
 
 QString readKeyVariable(SimpleCrypt& crypt)
 {
     char* const text = std::getenv("ZEL_KEY");
     if (text == nullptr || *text == '\0')
-        return "a key is missing: --key-file or the environment variable ZEL_KEY";
+        return QStringLiteral("a key is missing: --key-file or the environment variable ZEL_KEY");
     return takeKey(text, std::strlen(text), crypt)
                ? QString()
-               : "the environment variable ZEL_KEY holds no key of 16 hexadecimal digits";
+               : QStringLiteral(
+                     "the environment variable ZEL_KEY holds no key of 16 hexadecimal digits");
 }

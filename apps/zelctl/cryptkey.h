@@ -4,9 +4,9 @@
 
 class SimpleCrypt;
 
-/// Gives a key of 16 hexadecimal digits, with "0x" and white space around them or not, from a file
-/// to an object that encrypts. No other copy of it is left in memory. Returns what is wrong with
-/// the key, or nothing.
+/// Reads a key of 16 hexadecimal digits, with an optional "0x" and white space around it, from a
+/// file and sets it. No other copy of the key stays in memory. Returns the problem with the key, or
+/// an empty text.
 QString readKeyFile(const QString& path, SimpleCrypt& crypt);
-/// The same from the environment variable ZEL_KEY, which is wiped too.
+/// Reads the key from the environment variable ZEL_KEY and wipes that.
 QString readKeyVariable(SimpleCrypt& crypt);

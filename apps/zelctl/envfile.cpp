@@ -14,7 +14,7 @@ auto isOf(const QString& name)
     return [name](const QByteArray& line) { return parse(line).contains(name); };
 }
 
-/// CR LF, LF, or nothing at the end of a file.
+/// The line's CR LF or LF; empty for a last line without one.
 QByteArray lineEnd(const QByteArray& line)
 {
     return line.endsWith("\r\n") ? "\r\n" : line.endsWith('\n') ? "\n" : "";
@@ -22,7 +22,7 @@ QByteArray lineEnd(const QByteArray& line)
 
 QByteArray lineOf(const QString& name, const QString& value)
 {
-    return QString(name + '=' + value).toUtf8();
+    return QString(name + QLatin1Char('=') + value).toUtf8();
 }
 
 } // namespace

@@ -1,49 +1,27 @@
 #include "eventscommand.h"
 
-#include <zeltools/logging/eventhistory.h>
+#include "commandparser.h"
+#include "eventpage.h"
 #include <zeltools/logging/logrenderer.h>
 
 #include <QDate>
-#include <QDir>
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QMap>
 #include <QMetaEnum>
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <iterator>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
 
-struct Request
-{
-    EventSelection selection;
-    int page = 0;
-    int perPage = 0;
-};
+constexpr QLatin1String s_dateFormat("dd/MM/yyyy");
 
-struct EventFiles
-{
-    QStringList paths;      // oldest first
-    QVector<ino_t> numbers; // tell the files apart whatever their names
-
-    bool operator==(const EventFiles& other) const
-    {
-        return paths == other.paths && numbers == other.numbers;
-    }
-};
-
-/// The texts in the files by the keys of the kinds.
+/// Maps the names of the kinds to their texts in the files.
 QMap<QString, QString> kinds()
 {
     const auto events = QMetaEnum::fromType<LogEventModule::EventModule>();
@@ -51,17 +29,17 @@ QMap<QString, QString> kinds()
     for (int i = 0; i < events.keyCount(); ++i) {
         const auto event = static_cast<LogEventModule::EventModule>(events.value(i));
         if (event != LogEventModule::AllEvents)
-            kinds.insert(events.key(i), LogRenderer::eventToString(event));
+            kinds.insert(QString::fromLatin1(events.key(i)), LogRenderer::eventToString(event));
     }
     return kinds;
 }
 
 QString kindKeys()
 {
-    return QStringList(kinds().keys()).join(", ");
+    return QStringList(kinds().keys()).join(QStringLiteral(", "));
 }
 
-/// Empty for an unknown kind.
+/// The text in the files for the name or the text of a kind; empty for an unknown one.
 QString kindInFile(const QString& name)
 {
     const QMap<QString, QString> all = kinds();
@@ -73,13 +51,14 @@ QString kindInFile(const QString& name)
     return QString();
 }
 
-void addOptions(QCommandLineParser& parser)
+void addOptions(CommandParser& parser)
 {
-    parser.setApplicationDescription("Prints the events in DIR/zel_events.log.1 and "
-                                     "DIR/zel_events.log, oldest first, a page at a time.");
-    parser.addPositionalArgument("DIR", "The folder of the event files.", "DIR");
+    const QByteArray kindHelp = "Only events of this kind: " + kindKeys().toLatin1() + '.';
+    parser.setDescription("Prints the events in DIR/zel_events.log.1 and "
+                          "DIR/zel_events.log, oldest first, a page at a time.");
+    parser.addArgument("DIR", "The folder of the event files.", "DIR");
     parser.addOptions({
-        {"kind", "Only events of this kind: " + kindKeys() + '.', "NAME"},
+        {"kind", kindHelp.constData(), "NAME"},
         {"from", "Only events of this day and later; together with --to.", "dd/MM/yyyy"},
         {"to", "Only events of this day and earlier; together with --from.", "dd/MM/yyyy"},
         {"page", "Which page; 0, the default, has the newest events.", "N", "0"},
@@ -88,131 +67,102 @@ void addOptions(QCommandLineParser& parser)
     });
 }
 
-/// The first thing wrong with the options; empty when `request` is filled.
-QString readRequest(const QCommandLineParser& parser, Request& request)
+/// Reads the first and the last day. Returns the problem with them, or an empty text.
+QString readDates(const CommandParser& parser, EventSelection& selection)
+{
+    if (parser.isSet("from") != parser.isSet("to"))
+        return QStringLiteral("--from and --to belong together");
+    if (!parser.isSet("from"))
+        return QString();
+    selection.startDate = parser.value("from");
+    selection.stopDate = parser.value("to");
+    const QDate from = QDate::fromString(selection.startDate, s_dateFormat);
+    const QDate to = QDate::fromString(selection.stopDate, s_dateFormat);
+    if (!from.isValid() || !to.isValid())
+        return QStringLiteral("\"%1\" is not a date of the form %2")
+            .arg(from.isValid() ? selection.stopDate : selection.startDate, s_dateFormat);
+    return from > to ? QStringLiteral("--from is after --to") : QString();
+}
+
+/// Reads the options. Returns the first problem with them, or an empty text.
+QString readRequest(const CommandParser& parser, EventRequest& request)
 {
     EventSelection& selection = request.selection;
     if (parser.isSet("kind")) {
         selection.kind = kindInFile(parser.value("kind"));
         if (selection.kind.isEmpty())
-            return "unknown kind \"" + parser.value("kind") + "\"; the kinds are " + kindKeys();
+            return QStringLiteral("unknown kind \"%1\"; the kinds are %2")
+                .arg(parser.value("kind"), kindKeys());
     }
-    if (parser.isSet("from") != parser.isSet("to"))
-        return "--from and --to belong together";
-    if (parser.isSet("from")) {
-        selection.startDate = parser.value("from");
-        selection.stopDate = parser.value("to");
-        const QDate from = QDate::fromString(selection.startDate, "dd/MM/yyyy");
-        const QDate to = QDate::fromString(selection.stopDate, "dd/MM/yyyy");
-        if (!from.isValid() || !to.isValid())
-            return QStringLiteral("\"%1\" is not a date of the form dd/MM/yyyy")
-                .arg(from.isValid() ? selection.stopDate : selection.startDate);
-        if (from > to)
-            return "--from is after --to";
-    }
+    QString problem = readDates(parser, selection);
+    if (!problem.isEmpty())
+        return problem;
     bool isNumber = false;
     request.page = parser.value("page").toInt(&isNumber);
     if (!isNumber || request.page < 0)
-        return "--page needs a number from 0 on";
+        return QStringLiteral("--page needs a number from 0 on");
     request.perPage = parser.value("per-page").toInt(&isNumber);
     if (!isNumber || request.perPage < 1)
-        return "--per-page needs a number from 1 on";
+        return QStringLiteral("--per-page needs a number from 1 on");
     return QString();
-}
-
-/// Puts the event files into `files`; returns why that is impossible, or nothing. A file that
-/// cannot be opened is found before anything is printed.
-QString findFiles(const QString& folder, EventFiles& files)
-{
-    for (const char* name : {"zel_events.log.1", "zel_events.log"}) {
-        const QString path = QDir(folder).filePath(name);
-        const QByteArray encodedPath = QFile::encodeName(path);
-        struct stat status = {};
-        const bool exists = stat(encodedPath.constData(), &status) == 0;
-        if (!exists && errno == ENOENT)
-            continue;
-        // Opening a pipe would wait for its writer.
-        if (exists && !S_ISREG(status.st_mode))
-            return "cannot read " + path + ": it is not a file";
-        if (access(encodedPath.constData(), R_OK) != 0)
-            return "cannot read " + path + ": " + std::strerror(errno);
-        files.paths.append(path);
-        files.numbers.append(status.st_ino);
-    }
-    if (!files.paths.isEmpty())
-        return QString();
-    return QDir(folder).exists() ? folder + " holds no zel_events.log" : "no folder " + folder;
-}
-
-/// Reads the page, anew when the machine has rotated its files meanwhile: events would be missing
-/// or doubled. Returns why there is none, or nothing.
-QString readPage(const QString& folder, const Request& request, EventHistory::Page& page)
-{
-    constexpr int attempts = 20;
-    for (int i = 0; i < attempts; ++i) {
-        EventFiles files;
-        QString obstacle = findFiles(folder, files);
-        if (!obstacle.isEmpty())
-            return obstacle;
-        page = EventHistory::page(files.paths, request.selection, request.page, request.perPage);
-        EventFiles now;
-        if (findFiles(folder, now).isEmpty() && now == files)
-            return QString();
-    }
-    return "the files in " + folder + " rotate faster than they can be read";
 }
 
 QJsonObject eventObject(const QString& line)
 {
     static const QRegularExpression form(
-        R"(^(\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3})\| ([^|]*)\| (.*)$)",
+        QStringLiteral(R"(^(\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3})\| ([^|]*)\| (.*)$)"),
         QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(line);
     if (!match.hasMatch())
-        return {{"line", line}};
-    return {{"time", match.captured(1)}, {"kind", match.captured(2)}, {"text", match.captured(3)}};
+        return jsonObject({{"line", line}});
+    return jsonObject(
+        {{"time", match.captured(1)}, {"kind", match.captured(2)}, {"text", match.captured(3)}});
 }
 
-QString jsonText(int page, int pagesCount, const QStringList& lines)
+ExitStatus printPageAsJson(int page, int pagesCount, const QStringList& lines)
 {
     QJsonArray events;
     std::transform(lines.begin(), lines.end(), std::back_inserter(events), eventObject);
-    const QJsonObject object{{"page", page}, {"pages", pagesCount}, {"events", events}};
-    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    return printJson(jsonObject({{"page", page}, {"pages", pagesCount}, {"events", events}}));
+}
+
+/// Prints the lines, and on stderr the number of the page if a terminal shows them.
+ExitStatus printPage(int page, int pagesCount, const QStringList& lines)
+{
+    const ExitStatus status = lines.isEmpty() ? Done : printLine(lines.join(QLatin1Char('\n')));
+    if (isatty(STDOUT_FILENO) != 0)
+        std::fprintf(stderr, "page %d of %d\n", page, pagesCount);
+    return status;
 }
 
 } // namespace
 
 ExitStatus runEvents(const QStringList& arguments)
 {
-    QCommandLineParser parser;
+    CommandParser parser;
     addOptions(parser);
-    if (const std::optional<ExitStatus> status = parse(parser, arguments))
+    if (const std::optional<ExitStatus> status = parser.parse(arguments))
         return *status;
-    const QStringList folders = parser.positionalArguments();
+    const QStringList folders = parser.arguments();
     if (folders.size() != 1 || folders.first().isEmpty())
-        return fail(WrongUsage, "events needs one folder, see \"zelctl events --help\"");
-    Request request;
+        return fail(WrongUsage,
+                    QStringLiteral("events needs one folder, see \"zelctl events --help\""));
+    EventRequest request;
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
     EventHistory::Page page;
-    const QString obstacle = readPage(folders.first(), request, page);
+    const QString obstacle = readEventPage(folders.first(), request, page);
     if (!obstacle.isEmpty())
         return fail(Failed, obstacle);
 
     // An empty line counts in the page but shows no event.
     QStringList lines = page.lines;
     lines.removeAll(QString());
-    const bool isJson = parser.isSet("json");
-    QString output = isJson ? jsonText(request.page, page.pagesCount, lines) : lines.join('\n');
-    if (!output.isEmpty())
-        output += '\n';
-    const ExitStatus status = print(output);
-    // For the reader at a terminal; apart from the events even there.
-    if (isatty(STDOUT_FILENO) != 0 && !isJson)
-        std::fprintf(stderr, "page %d of %d\n", request.page, page.pagesCount);
+    const ExitStatus status = parser.isSet("json")
+                                  ? printPageAsJson(request.page, page.pagesCount, lines)
+                                  : printPage(request.page, page.pagesCount, lines);
     if (status == Done && !page.error.isEmpty())
-        return fail(Failed, page.error + "; events are missing");
+        return fail(Failed, page.error + QStringLiteral("; events are missing"));
     return status;
 }

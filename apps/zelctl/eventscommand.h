@@ -2,6 +2,6 @@
 
 #include "command.h"
 
-/// `zelctl events`: prints a page of the event files in a folder, oldest event first. Only reads; a
-/// machine that rotates its files at that very moment may hide some events from it.
+/// `zelctl events`: prints a page of the event files in a folder, oldest event first. It changes no
+/// file. Events may be missing if the machine rotates its files at that moment.
 ExitStatus runEvents(const QStringList& arguments);

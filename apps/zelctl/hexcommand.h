@@ -2,5 +2,5 @@
 
 #include "command.h"
 
-/// `zelctl hex`: brings hexadecimal text into one form, and turns it into bytes and bytes into it.
+/// `zelctl hex`: brings hexadecimal text into one form, and converts between it and bytes.
 ExitStatus runHex(const QStringList& arguments);

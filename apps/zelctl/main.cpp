@@ -27,11 +27,13 @@ constexpr Command s_commands[]{
 
 QString help()
 {
-    QString text = "Usage: zelctl COMMAND [options]\n\nCommands:\n";
+    QString text = QStringLiteral("Usage: zelctl COMMAND [options]\n\nCommands:\n");
     for (const Command& command : s_commands)
-        text += QStringLiteral("  %1  %2\n").arg(command.name, -8).arg(command.summary);
-    return text + "\n\"zelctl COMMAND --help\" explains a command, \"zelctl --version\" tells the "
-                  "version.\n";
+        text += QStringLiteral("  %1  %2\n")
+                    .arg(QString::fromLatin1(command.name), -8)
+                    .arg(QString::fromLatin1(command.summary));
+    return text + QStringLiteral("\n\"zelctl COMMAND --help\" explains a command, \"zelctl "
+                                 "--version\" tells the version.\n");
 }
 
 } // namespace
@@ -62,6 +64,7 @@ int main(int argc, char* argv[])
     }
     const QString hint = QStringLiteral("; \"zelctl --help\" lists the commands");
     if (argc < 2)
-        return fail(WrongUsage, "a command is missing" + hint);
-    return fail(WrongUsage, "unknown command \"" + QString::fromUtf8(name) + '"' + hint);
+        return fail(WrongUsage, QStringLiteral("a command is missing") + hint);
+    return fail(WrongUsage,
+                QStringLiteral("unknown command \"%1\"").arg(QString::fromUtf8(name)) + hint);
 }

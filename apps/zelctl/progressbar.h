@@ -3,11 +3,12 @@
 #include <QElapsedTimer>
 #include <QtGlobal>
 
-/// One line on a terminal for work that takes longer than half a second; nothing elsewhere.
+/// Shows one line on a terminal for work that takes longer than half a second. Without a terminal
+/// it shows nothing.
 class ProgressBar
 {
 public:
-    /// `label` must outlive the object.
+    /// The label must outlive the object.
     explicit ProgressBar(const char* label);
     /// Clears the line.
     ~ProgressBar();

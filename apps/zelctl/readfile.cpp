@@ -1,9 +1,11 @@
 #include "readfile.h"
 
+#include "command.h"
+#include <zeltools/filedescriptor.h>
+
 #include <QFile>
 
 #include <cerrno>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,32 +14,15 @@
 namespace
 {
 
-class Descriptor
+constexpr QLatin1String s_isNoFile("it is not a file");
+constexpr QLatin1String s_isTooLarge("it is too large");
+
+QString cannotRead(const QString& path, const QString& reason)
 {
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_descriptor >= 0)
-            close(m_descriptor);
-    }
-    Q_DISABLE_COPY(Descriptor)
-
-    operator int() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
-
-QString reason()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
+    return QStringLiteral("cannot read %1: %2").arg(path, reason);
 }
 
-FileContent readAll(int descriptor, const QString& obstacle, qint64 limit)
+FileContent readAll(int descriptor, const QString& path, qint64 limit)
 {
     QByteArray bytes;
     char buffer[65536];
@@ -46,11 +31,11 @@ FileContent readAll(int descriptor, const QString& obstacle, qint64 limit)
         if (count == 0)
             return {bytes, {}, true};
         if (bytes.size() + count > limit)
-            return {{}, obstacle + "it is too large", true};
+            return {{}, cannotRead(path, s_isTooLarge), true};
         if (count > 0)
             bytes.append(buffer, static_cast<int>(count));
         else if (errno != EINTR)
-            return {{}, obstacle + reason(), true};
+            return {{}, cannotRead(path, systemError()), true};
     }
 }
 
@@ -61,28 +46,27 @@ QString whyUnreadable(const QString& path)
     const QByteArray encodedPath = QFile::encodeName(path);
     struct stat status = {};
     if (stat(encodedPath.constData(), &status) == 0 && !S_ISREG(status.st_mode))
-        return "cannot read " + path + ": it is not a file"; // opening a pipe would wait
-    return access(encodedPath.constData(), R_OK) == 0 ? QString()
-                                                      : "cannot read " + path + ": " + reason();
+        return cannotRead(path, s_isNoFile); // opening a pipe would wait
+    return access(encodedPath.constData(), R_OK) == 0 ? QString() : cannotRead(path, systemError());
 }
 
 FileContent readFile(const QString& path, qint64 limit)
 {
-    const QString obstacle = "cannot read " + path + ": ";
-    const Descriptor file(
+    const zeltools::FileDescriptor file(
         open(QFile::encodeName(path).constData(),
              O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)); // a pipe must not wait
+    const bool exists = file >= 0 || errno != ENOENT;
     if (file < 0)
-        return {{}, obstacle + reason(), errno != ENOENT};
+        return {{}, cannotRead(path, systemError()), exists};
     struct stat status = {};
     if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode))
-        return {{}, obstacle + "it is not a file", true};
+        return {{}, cannotRead(path, s_isNoFile), true};
     if (status.st_size > limit)
-        return {{}, obstacle + "it is too large", true};
-    return readAll(file, obstacle, limit);
+        return {{}, cannotRead(path, s_isTooLarge), true};
+    return readAll(file, path, limit);
 }
 
 FileContent readStandardInput(qint64 limit)
 {
-    return readAll(STDIN_FILENO, "cannot read the standard input: ", limit);
+    return readAll(STDIN_FILENO, QStringLiteral("the standard input"), limit);
 }

@@ -10,13 +10,13 @@ struct FileContent
     bool exists;
 };
 
-/// A hundred times what any file has that a machine is configured by.
+/// A hundred times the size of the largest configuration file of a machine.
 constexpr qint64 largestTextFile = qint64(16) * 1024 * 1024;
 
 /// Reads a regular file of at most `limit` bytes. Anything else is an error: a pipe would wait for
 /// its writer.
 FileContent readFile(const QString& path, qint64 limit = largestTextFile);
-/// Reads what standard input holds until it ends.
+/// Reads the standard input to its end.
 FileContent readStandardInput(qint64 limit);
-/// Why the path is no file that could be read; empty when it is one. A link is followed.
+/// The reason why the path is not a readable file, or an empty text. A link is followed.
 QString whyUnreadable(const QString& path);

@@ -17,11 +17,11 @@ constexpr const char* s_names[]{
 char* s_setAside[sizeof s_names / sizeof *s_names]; // "NAME=value", in the memory of the process
 size_t s_setAsideCount = 0;
 
-// The sanitizers' run-time libraries may not be there yet, nor is the C library.
+// At this time neither the C library nor the run-time libraries of the sanitizers may be used.
 #define EARLY                                                                                      \
     __attribute__((no_sanitize("address"), no_sanitize("thread"), no_sanitize("undefined")))
 
-/// The value when the entry is one of that variable, else null.
+/// The value if the entry belongs to that variable, otherwise null.
 EARLY const char* valueOf(const char* entry, const char* name)
 {
     while (*name != '\0' && *entry == *name) {
@@ -52,7 +52,7 @@ EARLY void setRefusedVariablesAside(int, char**, char** environment)
     *kept = nullptr;
 }
 
-// The only functions that the loader calls before the constructors of the shared libraries.
+// The loader calls only these functions before the constructors of the shared libraries.
 [[gnu::section(".preinit_array"),
   gnu::used]] void (*s_beforeLibraries)(int, char**, char**) = setRefusedVariablesAside;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Puts the variables back into the process environment that the program has set aside before the
-/// library was loaded.
+/// Puts the variables that the program has set aside before the library was loaded back into the
+/// process environment.
 ///
 /// A switch that refuses its value in the environment throws while the library is loaded, which
 /// ends any program that uses it. The program that shows such values has to get past that, so these

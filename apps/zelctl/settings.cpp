@@ -12,11 +12,15 @@ using zeltools::envvar::typeToString;
 namespace
 {
 
-/// Switches that are read straight from the process environment, where the file puts them.
+constexpr QLatin1String s_file("file");
+constexpr QLatin1String s_invalid("invalid");
+
+/// Switches that are read directly from the process environment, where the file puts them.
 const QStringList& logSwitches()
 {
     static const QStringList names =
-        LogModules::getEnvVars() + QStringList{"ZEL_DEBUG_ALL", "LOG_FROM_MAIN_THREAD"};
+        LogModules::getEnvVars() +
+        QStringList{QStringLiteral("ZEL_DEBUG_ALL"), QStringLiteral("LOG_FROM_MAIN_THREAD")};
     return names;
 }
 
@@ -60,10 +64,12 @@ QString Settings::refusal(const QString& name, const QString& value)
         var != nullptr ? var->type() == zeltools::envvar::Boolean : isSwitch(name);
     // A log switch would silently ignore anything but these two.
     if (var != nullptr ? var->isStringValueValid(value)
-                       : !isBoolean || value == "0" || value == "1")
+                       : !isBoolean || value == QLatin1String("0") || value == QLatin1String("1"))
         return QString();
     return QStringLiteral("\"%1\" is no value for %2, which is %3")
-        .arg(value, name, isBoolean ? "0 or 1" : "of type " + typeToString(var->type()));
+        .arg(value, name,
+             isBoolean ? QStringLiteral("0 or 1")
+                       : QStringLiteral("of type ") + typeToString(var->type()));
 }
 
 QString Settings::refusedAtStart()
@@ -79,15 +85,16 @@ QString Settings::refusedAtStart()
 Setting Settings::fromFile(const QString& name, const QString& value) const
 {
     if (!isSwitch(name))
-        return {name, value, "file", "unknown", {}};
+        return {name, value, s_file, QLatin1String("unknown"), {}};
     const QString reason = refusal(name, value);
     if (!reason.isEmpty())
-        return {name, value, "file", "invalid", reason};
+        return {name, value, s_file, s_invalid, reason};
     if (!m_firstRefused.isEmpty() && m_firstRefused < name)
-        return {name, value, "file", "not reached",
-                "the machine reads in the order of the names and stops before " + name + ": " +
-                    refusal(m_firstRefused, m_file[m_firstRefused])};
-    return {name, value, "file", "", {}};
+        return {
+            name, value, s_file, QLatin1String("not reached"),
+            QStringLiteral("the machine reads in the order of the names and stops before %1: %2")
+                .arg(name, refusal(m_firstRefused, m_file[m_firstRefused]))};
+    return {name, value, s_file, {}, {}};
 }
 
 std::optional<Setting> Settings::find(const QString& name) const
@@ -98,11 +105,13 @@ std::optional<Setting> Settings::find(const QString& name) const
     const std::optional<QString> value = isSwitch(name) ? environmentValue(name) : std::nullopt;
     if (value) {
         const QString reason = refusal(name, *value);
-        return Setting{name, *value, "environment", reason.isEmpty() ? "" : "invalid", reason};
+        return Setting{name, *value, QLatin1String("environment"),
+                       reason.isEmpty() ? QLatin1String() : s_invalid, reason};
     }
     const EnvVar* var = EnvVarStore::instance().findEnvVar(name);
     const auto define = var != nullptr ? var->stringValueOpt(EnvVar::Defines) : std::nullopt;
-    return define ? std::optional(Setting{name, *define, "define", "", {}}) : std::nullopt;
+    return define ? std::optional(Setting{name, *define, QLatin1String("define"), {}, {}})
+                  : std::nullopt;
 }
 
 QVector<Setting> Settings::all() const

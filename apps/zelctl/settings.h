@@ -11,9 +11,9 @@ struct Setting
 {
     QString name;
     QString value;
-    const char* source; ///< "file", "environment" or "define"
-    const char* fault;  ///< "unknown", "invalid", "not reached" or empty
-    QString reason;     ///< why the machine does not get the value; empty when it does
+    QLatin1String source; ///< "file", "environment" or "define"
+    QLatin1String fault;  ///< "unknown", "invalid", "not reached" or empty
+    QString reason;       ///< why the machine does not get the value; empty if it does
 };
 
 /// The settings of a machine that starts with an environment file, with the process environment of
@@ -26,20 +26,20 @@ public:
     explicit Settings(const QMap<QString, QString>& file);
 
     static bool isSwitch(const QString& name);
-    /// Why the machine would refuse the value; empty when it would take it.
+    /// The reason why the machine would refuse the value; empty if it would accept it.
     static QString refusal(const QString& name, const QString& value);
-    /// Why a machine would not even start in this process environment; empty when it would.
+    /// The reason why a machine would not start in this process environment; empty if it would.
     static QString refusedAtStart();
 
     std::optional<Setting> find(const QString& name) const;
-    /// In the order of the catalogue; other names of the file come last.
+    /// All settings in the order of the catalogue; other names of the file come last.
     QVector<Setting> all() const;
 
 private:
     Setting fromFile(const QString& name, const QString& value) const;
 
     const QMap<QString, QString> m_file;
-    /// Where EnvVarStore::load() stops: the first switch, in the order of the names, that refuses
-    /// its value in the file. Empty when none does.
+    /// The first switch, in the order of the names, that refuses its value in the file. There
+    /// EnvVarStore::load() stops. Empty if no switch does.
     QString m_firstRefused;
 };

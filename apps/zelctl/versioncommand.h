@@ -2,5 +2,5 @@
 
 #include "command.h"
 
-/// `zelctl version`: compares two versions as the machine does, or tells that of the library.
+/// `zelctl version`: compares two versions as the machine does, or shows the library's version.
 ExitStatus runVersion(const QStringList& arguments);

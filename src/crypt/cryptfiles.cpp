@@ -2,6 +2,7 @@
 
 #include "crypt/cryptexception_p.h"
 #include "crypt/cryptlimits_p.h"
+#include "samefile.h"
 #include "system.h"
 
 #include <cerrno>
@@ -29,7 +30,7 @@ bool isSameFile(const QFile& open, const QString& path)
     struct stat one = {};
     struct stat other = {};
     return isRegular(open, one) && stat(QFile::encodeName(path).constData(), &other) == 0 &&
-           one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+           zeltools::isSameFile(one, other);
 }
 
 } // namespace

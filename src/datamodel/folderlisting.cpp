@@ -1,10 +1,13 @@
 #include "datamodel/folderlisting_p.h"
 
+#include "ascii.h"
+
 #include <QElapsedTimer>
 #include <QFile>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -19,17 +22,10 @@ namespace tools::datamodel
 namespace
 {
 
-bool isAscii(const char* text)
-{
-    while (*text != 0 && (*text & 0x80) == 0) // a char has no sign on ARM
-        ++text;
-    return *text == 0;
-}
-
 // Null when there is no text that leads back to that name.
 QString decoded(const char* name)
 {
-    if (isAscii(name))
+    if (zeltools::isAscii(name, std::strlen(name)))
         return QString::fromLatin1(name);
     const QString text = QFile::decodeName(name);
     return QFile::encodeName(text) == name ? text : QString();

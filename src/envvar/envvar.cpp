@@ -69,8 +69,8 @@ void EnvVar::update(const char* definedValue)
     const bool isDefined = definedValue != nullptr && defined != m_name;
     setStringValueOpt(Defines, isDefined ? std::optional(defined) : std::nullopt);
 
-    // One look-up: a copy of the whole environment for each of a hundred variables is felt at
-    // start-up. Null means not set, which is not the same as empty.
+    // A look-up of one variable: to copy the whole environment for each of a hundred variables
+    // would slow the start. A null value means unset, which is not the same as empty.
     const QByteArray value = qgetenv(m_name.toUtf8().constData());
     setStringValueOpt(Env, value.isNull() ? std::nullopt : std::optional(QString::fromUtf8(value)));
 }

@@ -1,6 +1,6 @@
 #include "envvar/envvars.h"
 
-// The text of what a symbol stands for: "1" when the build defines it so, its own name when not.
+// The expansion of a symbol as text: "1" if the build defines it so, its own name if undefined.
 #define TEXT(symbol) #symbol
 #define ZELTOOLS_SWITCH(object, variable, type, category, flags, description)                      \
     EnvVar##type object(#variable, description, category, Flags(QFlag(flags)), TEXT(variable));

@@ -1,10 +1,10 @@
 // The rows of the catalogue, for a file that defines ZELTOOLS_SWITCH() and includes this one where
-// the rows belong. It has no include guard, since each file makes something else of them, and
+// the rows belong. It has no include guard, since each file uses the rows in its own way, and
 // undefines the macro at its end.
 //
-// The order is that of registration and of listings. What looks irregular (descriptions that two
-// rows share or that lack a parenthesis, categories, flags, misspellings) is what the application
-// and its users know, and stays.
+// The order is that of registration and of listings. Irregular texts and values (descriptions that
+// two rows share or that lack a parenthesis, categories, flags, misspellings) are known to the
+// application and its users, and stay.
 #ifndef ZELTOOLS_SWITCH
 #define ZELTOOLS_SWITCH(object, variable, type, category, flags, description)
 #endif

@@ -149,7 +149,7 @@ void EnvVarStore::makeExclusive(QSet<EnvVarBool*> set)
     }
     for (const EnvVarBool* var : qAsConst(set)) {
         connect(var, &EnvVar::changed, this, &EnvVarStore::updateExclusiveVariables,
-                Qt::UniqueConnection); // a member of two sets
+                Qt::UniqueConnection); // it may be a member of two sets
     }
     m_exclusiveSets.append(std::move(set));
 }
@@ -159,7 +159,7 @@ void EnvVarStore::updateExclusiveVariables()
     auto* const changed = qobject_cast<EnvVarBool*>(sender());
     if (changed == nullptr)
         return;
-    // A copy: whoever hears of the others may make another set exclusive.
+    // A copy, because a listener may make another set exclusive.
     const QVector<QSet<EnvVarBool*>> sets = m_exclusiveSets;
     for (const QSet<EnvVarBool*>& set : sets) {
         if (!(*changed)() || !set.contains(changed))
@@ -174,7 +174,7 @@ void EnvVarStore::updateExclusiveVariables()
 void EnvVarStore::setVisibleIf(EnvVar* var, EnvVarBool* condition)
 {
     // Setting the flag is a change of the variable, which may lead back here through another link
-    // or an exclusive set: that must not go round for ever.
+    // or an exclusive set. The rollback guard ends such a circle.
     auto follow = [var, condition, isFollowing = false]() mutable {
         if (isFollowing)
             return;

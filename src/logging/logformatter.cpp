@@ -1,5 +1,6 @@
 #include "logging/logformatter.h"
 
+#include "ascii.h"
 #include "logging/log.h"
 #include "logging/lognode.h"
 #include "logging/logrenderer.h"
@@ -14,19 +15,6 @@ namespace
 
 // A line longer than this gives its memory back, so that no thread keeps a megabyte for ever.
 constexpr int s_keptCapacity = 1024;
-
-bool isAscii(const char* text, size_t size)
-{
-    quint64 all = 0;
-    for (; size >= sizeof all; text += sizeof all, size -= sizeof all) {
-        quint64 word;
-        std::memcpy(&word, text, sizeof word);
-        all |= word;
-    }
-    for (; size > 0; ++text, --size)
-        all |= static_cast<uchar>(*text);
-    return (all & 0x8080808080808080) == 0;
-}
 
 // QDebug writes such a text between quotes as it is; anything else it may have to escape.
 bool isPlain(const QString& text)
@@ -233,7 +221,7 @@ void LogFormatter::appendText(const char* utf8)
         return;
     }
     const size_t size = utf8 != nullptr ? std::strlen(utf8) : 0;
-    if (isAscii(utf8, size))
+    if (zeltools::isAscii(utf8, size))
         m_line->message += QLatin1String(utf8, static_cast<int>(size));
     else
         m_line->message += QString::fromUtf8(utf8, static_cast<int>(size));

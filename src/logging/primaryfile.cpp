@@ -1,6 +1,7 @@
 #include "logging/primaryfile.h"
 
 #include "logging/openwithoutwaiting_p.h"
+#include "samefile.h"
 
 #include <cerrno>
 
@@ -30,7 +31,7 @@ bool PrimaryFile::hasName() const
     struct stat open;
     struct stat named;
     return fstat(handle(), &open) == 0 && stat(encodeName(fileName()).constData(), &named) == 0 &&
-           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+           zeltools::isSameFile(open, named);
 }
 
 bool PrimaryFile::reopen()

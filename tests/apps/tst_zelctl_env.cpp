@@ -1,7 +1,5 @@
+#include "shell.h"
 #include "support.h"
-
-#include <QProcess>
-#include <QtTest>
 
 #include <memory>
 
@@ -10,16 +8,7 @@ class TestZelctlEnv : public QObject
 {
     Q_OBJECT
 
-    /// What the command prints and, unless it is 0, its exit status.
-    QString run(const QString& command)
-    {
-        const QString path = "export LC_ALL=C PATH=\"${0%/*}:$PATH\"; ";
-        QProcess shell;
-        shell.setWorkingDirectory(m_dir->path());
-        shell.setProcessChannelMode(QProcess::MergedChannels);
-        shell.start("/bin/sh", {"-c", path + '(' + command + ") || echo status $?", ZELCTL_PATH});
-        return shell.waitForFinished() ? QString(shell.readAll()) : "hangs";
-    }
+    QString run(const QString& command) const { return runInShell(command, m_dir->path()); }
 
     std::unique_ptr<QTemporaryDir> m_dir;
 
@@ -57,14 +46,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("words");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("message");
-        QTest::newRow("no Boolean, even forced") << "env set --force LAB_TEST 2" << 1 << "\"2\" is";
+        QTest::newRow("no Boolean, even forced")
+            << "env set --force LAB_TEST 2" << 1 << "\"2\" is no";
         QTest::newRow("log switch") << "env set ZEL_DEBUG_PAYMENT yes" << 1 << "\"yes\" is no";
         QTest::newRow("typing error") << "env set LABTEST 1" << 1 << "LABTEST is no switch";
-        QTest::newRow("unset a typing error") << "env unset LABTEST" << 1 << "LABTEST is no switch";
         QTest::newRow("name of a comment") << "env set --force '#A' 1" << 1 << "the name \"#A\"";
         QTest::newRow("unset the blank lines") << "env unset ''" << 2 << "name is empty";
         QTest::newRow("blank at the end") << "env set EXE_MODEL 'a '" << 1 << "the value \"a \"";
-        QTest::newRow("line feed, masked") << "env set EXE_MODEL 'a\nB=1'" << 1 << "\"a\\?B=1\"";
+        QTest::newRow("line feed, masked") << "env set EXE_MODEL 'a\nB=1'" << 1 << "\"a?B=1\"";
         QTest::newRow("half a character") << "env set EXE_MODEL $(printf '\\303')" << 2 << "UTF-8";
         QTest::newRow("no value") << "env get QML_SCREENSAVER" << 1 << "has no value";
         QTest::newRow("invalid in the file") << "env get LAB_TEST" << 1 << "\"yes\" is no";
@@ -81,7 +70,9 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QFETCH(int, status);
         const QString error = run("zelctl env " + words + " >output");
-        const auto pattern = QString("^zelctl: .*%1.*\nstatus %2\n$").arg(message).arg(status);
+        const auto pattern = QString("^zelctl: .*%1.*\nstatus %2\n$")
+                                 .arg(QRegularExpression::escape(message))
+                                 .arg(status);
         QVERIFY2(error.contains(QRegularExpression(pattern)), qPrintable(error));
         QCOMPARE(run("ls -A; cat env output"), before);
     }
@@ -101,10 +92,7 @@ private Q_SLOTS:
                  "QML_SCREENSAVER file, not reached 1\n"
                  "A file, unknown b=r\n"
                  "zelctl: env: \"yes\" is no value for LAB_TEST, which is 0 or 1\nstatus 1\n");
-        QCOMPARE(run(machine +
-                     "for name in ENCRYPTED_CONFIG ENCRYPTED_MACHINE CANBUS_DUMP_TO_FILE A;"
-                     "do zelctl env env get $name || exit; done"),
-                 "1\n0\n1\nb=r\n");
+        QCOMPARE(run("zelctl env env get A"), "b=r\n");
         QVERIFY(run("zelctl env env list --json").contains(R"("source":"file","valid":false)"));
         // It would end at its start, whatever the file has.
         QCOMPARE(run("echo LAB_TEST=0 >env; LAB_TEST=x zelctl env env list >/dev/null"),
@@ -114,9 +102,10 @@ private Q_SLOTS:
 
     void showsTheCatalogue()
     {
-        const QString catalogue = run("zelctl env catalogue; zelctl env catalogue --json");
-        QCOMPARE(catalogue.count('\n'), 96 + 1); // no description has broken a line
-        QVERIFY(catalogue.contains(R"("flags":7,"name":"CANBUS_INTERFACE_PATH","type":"String"})"));
+        QCOMPARE(run("zelctl env catalogue | wc -l"), "96\n"); // no description breaks a line
+        // All texts, types and flags, in their order, but not the defaults of the build.
+        QCOMPARE(run("zelctl env catalogue --json | sed 's/\"default\":[^,]*,//g' | sha1sum"),
+                 "d1085d83bd3fc68813e77099023838b53946ecb1  -\n");
     }
 
     void keepsModeOwnerAndLink()
@@ -129,16 +118,11 @@ private Q_SLOTS:
                  "innocent\nLAB_TEST=1\nenv\n4751 " + owner);
     }
 
-    void makesAFileAsTheUmaskSays()
-    {
-        QCOMPARE(run("umask 027; zelctl env env set LAB_TEST 1; cat env; stat -c %a env"),
-                 "LAB_TEST=1\n640\n");
-    }
-
     void losesNoEditOfManyAtOnce()
     {
-        run("for i in $(seq 10 39); do zelctl env env set --force N$i x & done; wait");
-        QCOMPARE(run("sort env; ls -A"), run("seq -f N%g=x 10 39; echo env"));
+        run("umask 027; for i in $(seq 10 39); do zelctl env env set --force N$i x & done; wait");
+        QCOMPARE(run("sort env; ls -A; stat -c %a env"),
+                 run("seq -f N%g=x 10 39; echo env; echo 640"));
     }
 };
 
