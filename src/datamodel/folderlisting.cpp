@@ -137,7 +137,7 @@ void FolderListing::addEntry(int folder, const char* name, unsigned char type)
 {
     const QString text = decoded(name);
     if (text.isNull()) {
-        ++m_unspeakableNames;
+        ++m_undecodableNames;
         return;
     }
     const bool mayBeFolder = type == DT_DIR || type == DT_LNK || type == DT_UNKNOWN;

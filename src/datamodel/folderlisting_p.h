@@ -52,7 +52,7 @@ public:
     int error() const { return m_error; } ///< errno
     /// What the path led to.
     FolderId folderId() const { return m_folderId; }
-    int unspeakableNames() const { return m_unspeakableNames; }
+    int undecodableNames() const { return m_undecodableNames; }
     int duration_ms() const { return m_duration_ms; }
     const FolderRows& rows() const { return m_rows; }
     const RowChanges& changes() const { return m_changes; }
@@ -79,7 +79,7 @@ private:
     QVector<QRegularExpression> m_filters;
     FolderId m_folderId;
     int m_error = 0;
-    int m_unspeakableNames = 0;
+    int m_undecodableNames = 0;
     int m_duration_ms = 0;
     QSet<QString> m_names; // of the rows
     FolderRows m_rows;
