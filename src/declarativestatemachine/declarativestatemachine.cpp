@@ -11,7 +11,7 @@ DeclarativeStateMachine::DeclarativeStateMachine(const LogModule& module, QObjec
     , m_module(module)
     , m_machine(new InnerMachine(module))
 {
-    constexpr int restartDelay_ms = 100; // the stop takes a turn of the event loop
+    constexpr int restartDelay_ms = 100; // Stopping takes a turn of the event loop.
     m_restartTimer.setSingleShot(true);
     m_restartTimer.setInterval(restartDelay_ms);
     connect(&m_restartTimer, &QTimer::timeout, this, &DeclarativeStateMachine::start);
@@ -39,7 +39,7 @@ void DeclarativeStateMachine::setDescription(const StateMachineDescription& desc
 void DeclarativeStateMachine::start()
 {
     m_restartTimer.stop();
-    // The inner machine would forget a start that comes before the stop has had its turn.
+    // The inner machine ignores start() until it has stopped.
     m_isStartAwaited = m_isStopAwaited;
     if (m_isStopAwaited)
         return;

@@ -39,7 +39,7 @@ void verify(bool holds, const char* expression, const QString& message, int line
         printReleaseAssertMsg(expression, message, __FILE__, line);
 }
 
-// Building goes on after a check that failed.
+// Building continues after a failed check.
 void verifyTransition(const TransitionDescription& transition, const QString& source,
                       bool isSourceFinal, bool isTargetThere)
 {

@@ -14,13 +14,14 @@ LogFormatter logLine(LogLevel::Level level)
     return LogFormatter(level).log(Log::StateMachine);
 }
 
-// Asked before a Debug line, whose names then are not formed for nobody.
+// Called before a Debug line, so that names of states are only made for a line that is logged.
 bool isDebugged()
 {
     return LogNode::isHeard(LogLevel::Debug, Log::StateMachine);
 }
 
-// In its last signal an object has already let go of the pointers that would be told of its end.
+// When an object emits destroyed(), it has already cleared all QPointers, and a new one would never
+// be cleared.
 bool isDestruction(const QMetaMethod& signal)
 {
     return signal.enclosingMetaObject() == &QObject::staticMetaObject &&
@@ -158,7 +159,8 @@ void StateMachine::handleSignal(const SignalReception& reception)
         logLine(LogLevel::Debug)
             << "void StateMachine::handleSignal(const StateMachine::SignalReception&)"
             << ": Processing signal" << reception.signal.name();
-    // A copy: the handler may change the state, which empties the lists that this may come from.
+    // The copy stays valid when the handler changes the state, which clears the lists that may hold
+    // the reception.
     const QMetaMethod signal = reception.signal;
     m_receptions.insert(signal, reception);
     m_lastSignal = signal;

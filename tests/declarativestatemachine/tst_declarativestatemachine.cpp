@@ -14,7 +14,7 @@
 
 using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
-using Way = TransitionDescription;
+using Transition = TransitionDescription;
 using zeltools::SignalEmitter;
 
 namespace
@@ -34,13 +34,13 @@ public:
     }
     ~Story() override { delete machine; }
 
-    StateDescription state(const QString& name, const std::vector<Way>& ways = {})
+    StateDescription state(const QString& name, const std::vector<Transition>& ways = {})
     {
         return {name, [=] { happens(name); }, ways, [=] { happens("out of " + name); }};
     }
-    Way onNotify(const QString& target, const std::function<bool()>& guard = {})
+    Transition onNotify(const QString& target, const std::function<bool()>& guard = {})
     {
-        return Way::on(&emitter, SIGNAL(notify()), target, guard);
+        return Transition::on(&emitter, SIGNAL(notify()), target, guard);
     }
     void run(const std::vector<StateDescription>& states)
     {
@@ -76,13 +76,14 @@ private Q_SLOTS:
         bool isOpen = false;
         QElapsedTimer clock;
         clock.start();
-        story.run({story.state("Ready", {Way::direct("Filling")}),
-                   {"Filling", {}, {{Way::Type(3), "Ready"}, Way::after(30ms, "Full")}},
-                   {"Full",
-                    {},
-                    {story.onNotify("Done", [&] { return isOpen; }),
-                     Way::on(&story.emitter, SIGNAL(objectNameChanged(QString)), "Full")}},
-                   story.state("Done")});
+        story.run(
+            {story.state("Ready", {Transition::direct("Filling")}),
+             {"Filling", {}, {{Transition::Type(3), "Ready"}, Transition::after(30ms, "Full")}},
+             {"Full",
+              {},
+              {story.onNotify("Done", [&] { return isOpen; }),
+               Transition::on(&story.emitter, SIGNAL(objectNameChanged(QString)), "Full")}},
+             story.state("Done")});
         QTRY_COMPARE(story.events.size(), 5);
         QVERIFY(clock.elapsed() >= 30);
         Q_EMIT story.emitter.notify();
@@ -98,10 +99,10 @@ private Q_SLOTS:
         auto* const other = new SignalEmitter;
         story.run({{"A",
                     [=] { other->deleteLater(); },
-                    {Way::direct("%1"), Way::on(nullptr, SIGNAL(notify()), "B"),
-                     Way::on(&story.emitter, SIGNAL(empty()), "C"),
-                     Way::on(other, "2destroyed( QObject * )", "B")}},
-                   {"B", {}, {Way::direct("A")}}});
+                    {Transition::direct("%1"), Transition::on(nullptr, SIGNAL(notify()), "B"),
+                     Transition::on(&story.emitter, SIGNAL(empty()), "C"),
+                     Transition::on(other, "2destroyed( QObject * )", "B")}},
+                   {"B", {}, {Transition::direct("A")}}});
         QTRY_COMPARE(story.text(), support::readFile(QFINDTESTDATA("faults.log")));
     }
 
@@ -109,10 +110,11 @@ private Q_SLOTS:
     {
         Story story;
         auto other = std::make_unique<SignalEmitter>();
-        const Way onOther = Way::on(other.get(), SIGNAL(notify()), "Late");
-        story.run({story.state("A", {onOther, Way::after(20ms, "Late"), story.onNotify("B")}),
-                   story.state("B", {onOther, Way::after(1h, "Late"), story.onNotify("A")}),
-                   story.state("Late")});
+        const Transition onOther = Transition::on(other.get(), SIGNAL(notify()), "Late");
+        story.run(
+            {story.state("A", {onOther, Transition::after(20ms, "Late"), story.onNotify("B")}),
+             story.state("B", {onOther, Transition::after(1h, "Late"), story.onNotify("A")}),
+             story.state("Late")});
         while (!story.machine->isRunning()) // for less than the timeout
             QCoreApplication::processEvents();
         other.reset();
@@ -144,8 +146,8 @@ private Q_SLOTS:
     void restartsInQuickSuccessionGiveOneStart()
     {
         Story story;
-        story.run({story.state("A", {story.onNotify("B"), Way::after(1h, "Late")}),
-                   story.state("B", {Way::after(20ms, "Late")}), story.state("Late")});
+        story.run({story.state("A", {story.onNotify("B"), Transition::after(1h, "Late")}),
+                   story.state("B", {Transition::after(20ms, "Late")}), story.state("Late")});
         QTRY_VERIFY(story.machine->isRunning());
         Q_EMIT story.emitter.notify();
         for (int i = 0; i < 5; ++i)
@@ -160,7 +162,7 @@ private Q_SLOTS:
     void aStartReplacesAPendingRestart()
     {
         Story story;
-        story.run({story.state("A", {Way::after(1h, "Late")}), story.state("Late")});
+        story.run({story.state("A", {Transition::after(1h, "Late")}), story.state("Late")});
         for (int events = 5; events < 12; events += 3) { // at first it has not even started
             story.machine->restart();
             story.machine->start();
@@ -186,9 +188,10 @@ private Q_SLOTS:
             };
             connect(story.machine, &DeclarativeStateMachine::runningChanged, this,
                     [&] { story.happens("running"); });
-            const Way shut = story.onNotify("A", [&] { return story.happens("guard"), false; });
+            const Transition shut =
+                story.onNotify("A", [&] { return story.happens("guard"), false; });
             story.run({story.state("A", {shut, shut, story.onNotify("B")}),
-                       story.state("B", {Way::direct("C")}), story.state("C")});
+                       story.state("B", {Transition::direct("C")}), story.state("C")});
             for (int i = 0; i < 5; ++i) {
                 QCoreApplication::processEvents();
                 Q_EMIT story.emitter.notify();
@@ -201,13 +204,13 @@ private Q_SLOTS:
     void pictures()
     {
         SignalEmitter emitter; // all that a picture shows, and names that have to be escaped
-        Way near =
-            Way::on(&emitter, SIGNAL(objectNameChanged(QString)), "a_b", [] { return true; });
+        Transition near = Transition::on(&emitter, SIGNAL(objectNameChanged(QString)), "a_b",
+                                         [] { return true; });
         near.description = "<near>";
         const StateMachineDescription machine{
-            {{"1st \"a\\b\"", {}, {Way::direct("a b"), near}},
-             {"a b", {}, {Way::after(1500ms, "a_b"), Way::direct("Lost")}},
-             {"a_b", {}, {Way::direct("a b")}}},
+            {{"1st \"a\\b\"", {}, {Transition::direct("a b"), near}},
+             {"a b", {}, {Transition::after(1500ms, "a_b"), Transition::direct("Lost")}},
+             {"a_b", {}, {Transition::direct("a b")}}},
             "Rinse & go"};
         QCOMPARE(toDot(machine), support::readFile(QFINDTESTDATA("rinse.dot")));
         QCOMPARE(toScxml(machine), support::readFile(QFINDTESTDATA("rinse.scxml")));
@@ -217,13 +220,15 @@ private Q_SLOTS:
     {
         SignalEmitter emitter;
         QCOMPARE(findProblems({}), QStringList("There are no states"));
-        QCOMPARE(findProblems({{{"A", {}, {Way::after(1ms, "B")}}, {"B"}}}), QStringList());
-        const QStringList problems =
-            findProblems({{{"Twin", {}, {Way::direct("A"), Way::direct("Lost")}},
-                           {"A", {}, {Way::on(&emitter, SIGNAL(gone()), "B")}},
-                           {"Twin", {}, {{Way::Type(3), "A"}, Way::after(1ms, "A")}},
-                           {"B", {}, {Way::direct("B"), Way::after(1s, "B"), Way::after(1s, "B")}},
-                           {"C", {}, {Way::direct("A")}}}});
+        QCOMPARE(findProblems({{{"A", {}, {Transition::after(1ms, "B")}}, {"B"}}}), QStringList());
+        const QStringList problems = findProblems(
+            {{{"Twin", {}, {Transition::direct("A"), Transition::direct("Lost")}},
+              {"A", {}, {Transition::on(&emitter, SIGNAL(gone()), "B")}},
+              {"Twin", {}, {{Transition::Type(3), "A"}, Transition::after(1ms, "A")}},
+              {"B",
+               {},
+               {Transition::direct("B"), Transition::after(1s, "B"), Transition::after(1s, "B")}},
+              {"C", {}, {Transition::direct("A")}}}});
         QCOMPARE(problems.join('\n') + '\n', support::readFile(QFINDTESTDATA("problems.txt")));
     }
 };
