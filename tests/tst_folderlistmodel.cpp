@@ -87,29 +87,16 @@ public:
             names += data(row, Qt::DisplayRole).toString();
         return names.join(' ');
     }
-    QVariantList rows() const
-    {
-        QVariantList rows;
-        for (int row = 0; row < model.count(); ++row) {
-            for (const auto role : {FolderListModel::NameRole, FolderListModel::SizeRole,
-                                    FolderListModel::IsFolderRole, FolderListModel::ModifiedRole})
-                rows += data(row, role);
-        }
-        return rows;
-    }
-    // The rows as Qt reads them from the disk.
-    QVariantList expected() const
+    // The names as Qt reads them from the disk.
+    QString expected() const
     {
         const auto kinds = (model.showFolders() ? QDir::AllDirs : QDir::NoDot) |
                            (model.showFiles() ? QDir::Files : QDir::NoDot);
         const auto order = model.sortReversed() ? QDir::Reversed : QDir::Name;
-        const QDir folder(dir.path(), {}, QDir::DirsFirst | QDir::IgnoreCase | order,
-                          kinds | QDir::NoDotAndDotDot);
-        QVariantList rows;
-        for (const QFileInfo& info : folder.entryInfoList(model.nameFilters()))
-            rows += QVariantList{info.fileName(), info.isDir() ? 0 : info.size(), info.isDir(),
-                                 info.lastModified()};
-        return rows;
+        return QDir(dir.path())
+            .entryList(model.nameFilters(), kinds | QDir::NoDotAndDotDot,
+                       QDir::DirsFirst | QDir::IgnoreCase | order)
+            .join(' ');
     }
 
     const QTemporaryDir dir;
@@ -136,28 +123,24 @@ private Q_SLOTS:
                 held.append({f.model.index(row), f.data(row, Qt::DisplayRole).toString()});
             for (int change = any(100); change > 0; --change) {
                 const QString name = QString("%1.%2").arg(any(300), 3).arg("tLx"[any(3)]);
-                if (any(4) == 0)
-                    QFile::remove(f.path(name)) || QDir(f.path(name)).removeRecursively();
-                else if (any(6) == 0)
-                    QDir().mkpath(f.path(name));
-                else if (any(3) == 0)
-                    QFile::rename(f.path(name), f.path(name + "r"));
-                else if (!QFileInfo(f.path(name)).isDir())
-                    f.write(name, any(50));
+                if (QFileInfo::exists(f.path(name)))
+                    QFile::remove(f.path(name)) || QDir().rmdir(f.path(name));
+                else
+                    any(6) == 0 ? void(QDir().mkpath(f.path(name))) : f.write(name);
             }
             f.model.setShowFolders(any(4) != 0);
             f.model.setShowFiles(any(4) != 0);
             f.model.setSortReversed(any(4) == 0);
             f.model.setNameFilters(any(4) == 0 ? QStringList{"*.T", "1??.l"} : QStringList());
             f.model.refresh(); // there are more files than are followed
-            QTRY_COMPARE(f.rows(), f.expected());
+            QTRY_COMPARE(f.names(), f.expected());
             for (const auto& [index, name] : qAsConst(held))
                 QVERIFY(!index.isValid() || f.model.data(index) == name);
         }
         QVERIFY(f.journal.contains("layout") && !f.journal.filter("move").isEmpty());
     }
 
-    void tellsTheFewestChanges()
+    void makesTheFewestChanges()
     {
         Fixture f;
         connect(&f.model, &FolderListModel::rowsInserted, [&] {
@@ -178,7 +161,7 @@ private Q_SLOTS:
              "move 0-0 move 3-3 move 2-2"}};
         for (const auto& [change, expected] : rows) {
             {
-                const std::lock_guard whole(s_disk); // or half of the change might be read
+                const std::lock_guard whole(s_disk); // Half of a change is not read.
                 f.journal.clear();
                 change();
             }
@@ -195,37 +178,40 @@ private Q_SLOTS:
               "ln -s . here && ln -s nowhere broken && ln -s loop loop && ln -s two.dots.txt file");
         support::LineRecorder lines;
         QTRY_COMPARE(f.names(), "deep.er here broken file loop pipe twice two.dots.txt");
-        QCOMPARE(lines.take().size(), 1); // of the one that is left out
+        QCOMPARE(lines.take().size(), 1); // for the name that is left out
         QCOMPARE(f.data(7, FolderListModel::PathRole), f.path("two.dots.txt"));
         QCOMPARE(f.data(7, FolderListModel::BaseNameRole), "two.dots");
-        QVERIFY(f.data(7, FolderListModel::SuffixRole) == "txt" &&
-                f.data(0, FolderListModel::IsFolderRole) == true);
+        QCOMPARE(f.data(7, FolderListModel::SuffixRole), "txt");
+        QCOMPARE(f.data(7, FolderListModel::ModifiedRole),
+                 QFileInfo(f.path("two.dots.txt")).lastModified());
+        QVERIFY(f.data(0, FolderListModel::IsFolderRole).toBool());
         f.run("mkdir -p real/folder && touch real/file && ln -s real/folder link");
         f.model.setFolder(f.path("link/.././/"));
         QTRY_COMPARE(f.names(), "folder file"); // as the kernel resolves ".."
         QCOMPARE(f.data(1, FolderListModel::PathRole), f.path("link/../file"));
     }
 
-    // A log file that is rotated: another one has its name while somebody still reads it.
-    void followsFilesAndReadsFloodsAtOnce()
+    // As when a log file is rotated, a new file gets its name while somebody still reads the old
+    // one.
+    void followsFilesAndJoinsManyChanges()
     {
         Fixture f;
         f.write("log");
-        // Before it is followed.
+        // The file changes before it is followed.
         connect(&f.model, &FolderListModel::rowsInserted, [&] { f.write("log", 3); });
         QTRY_COMPARE(f.data(0, FolderListModel::SizeRole), 3);
         QFile old(f.path("log"));
         QVERIFY(old.open(QIODevice::ReadOnly));
         f.write(".new", 5);
         f.run("mv .new log");
-        QTRY_COMPARE(f.rows(), f.expected());
+        QTRY_COMPARE(f.data(0, FolderListModel::SizeRole), 5);
         QElapsedTimer timer;
         timer.start();
         for (int size = 1; size <= 300; ++size) {
             f.write("log", size);
             QCoreApplication::processEvents();
         }
-        QTRY_COMPARE(f.rows(), f.expected());
+        QTRY_COMPARE(f.data(0, FolderListModel::SizeRole), 300);
         QVERIFY2(f.journal.size() <= timer.elapsed() / 100 + 4, qPrintable(f.journal.join(' ')));
     }
 
@@ -239,7 +225,7 @@ private Q_SLOTS:
         for (int round = 0; round < 3; ++round) {
             QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
             QCOMPARE(lines.take().size(), 1);
-            QVERIFY(f.rows().isEmpty() && QDir().mkpath(folder));
+            QVERIFY(f.names().isEmpty() && QDir().mkpath(folder));
             f.write("a/b/c/file");
             QTRY_COMPARE(f.names(), "file");
             QCOMPARE(f.model.status(), FolderListModel::Ready);
@@ -253,15 +239,6 @@ private Q_SLOTS:
         QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
         f.model.setFolder("");
         QCOMPARE(f.model.status(), FolderListModel::NoFolder);
-
-        QVERIFY(QDir().mkpath(folder) && ::chmod(QFile::encodeName(f.dir.path()), 0755) == 0);
-        QVERIFY(::chmod(QFile::encodeName(folder), 0) == 0);
-        if (::getuid() == 0 && ::seteuid(65534) != 0)
-            QSKIP("root, who may read all, cannot become somebody else", SkipSingle);
-        f.model.setFolder(folder);
-        QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
-        QVERIFY(::seteuid(::getuid()) == 0 && ::chmod(QFile::encodeName(folder), 0755) == 0);
-        QTRY_COMPARE(f.model.status(), FolderListModel::Ready);
     }
 
     void dropsLateListings()
@@ -295,7 +272,7 @@ private Q_SLOTS:
         QTRY_COMPARE(f.names(), "only");
     }
 
-    void endsWhileADiskHangs() // or this program would not
+    void endsWhileADiskHangs() // This program ends.
     {
         s_disk.lock();
         FolderListModel model;
