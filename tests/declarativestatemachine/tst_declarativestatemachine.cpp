@@ -180,14 +180,17 @@ private Q_SLOTS:
 
     void pictures()
     {
+        const QString first = "1 \"a\\b\"", last = "1_\"a\\b\"";
         SignalEmitter emitter; // all that a picture shows, and names that have to be escaped
-        Transition near = Transition::on(&emitter, SIGNAL(objectNameChanged(QString)), "a_b",
-                                         [] { return true; });
+        Transition near =
+            Transition::on(&emitter, SIGNAL(objectNameChanged(QString)), last, [] { return true; });
         near.description = "<near>";
         const StateMachineDescription machine{
-            {{"1st \"a\\b\"", {}, {Transition::direct("a b"), near}},
-             {"a b", {}, {Transition::after(1500ms, "a_b"), Transition::direct("Lost")}},
-             {"a_b", {}, {Transition::direct("a b")}}},
+            {{first,
+              {},
+              {near, Transition::direct(last), Transition::after(1500ms, last),
+               Transition::direct("Lost")}},
+             {last, {}, {Transition::direct(first)}}},
             "Rinse & go"};
         QCOMPARE(toDot(machine), support::readFile(QFINDTESTDATA("rinse.dot")));
         QCOMPARE(toScxml(machine), support::readFile(QFINDTESTDATA("rinse.scxml")));

@@ -168,22 +168,6 @@ private Q_SLOTS:
         QTRY_COMPARE(first.story, "a good b b good success");
     }
 
-    void aMissingCallableThrows()
-    {
-        Group group("");
-        const auto [trigger, listen, check] = group.steps("a");
-        for (const tools::EventSteps& steps : std::vector<tools::EventSteps>{
-                 {{}, listen, check}, {trigger, {}, check}, {trigger, listen, {}}}) {
-            group.handler->addEvent(steps);
-            QVERIFY(support::throws<std::bad_function_call>([&] {
-                group.handler->start();
-                group.handler->checkResult(true);
-            }));
-            QCOMPARE(group.timer->isActive(), !steps.check); // or the group would wait for ever
-            group.handler->failEvents();
-        }
-    }
-
     void answersInsideTheTriggerTakeNoStack()
     {
         constexpr int count = 50000;
