@@ -207,11 +207,11 @@ private Q_SLOTS:
         server.reset();
         expected += "down";
         QTRY_COMPARE(m_events, expected);
-        fakeclock::advance(3s); // An attempt fails.
+        fakeclock::advance(4s); // The first attempt fails.
         server = make<Server>(port);
-        fakeclock::advance(2s);
-        QVERIFY(!client->connected());
         fakeclock::advance(1s);
+        QVERIFY(!client->connected());
+        fakeclock::advance(2s);
         QTRY_VERIFY(client->connected() && server->connected());
         QVERIFY(!client->findChild<QTimer*>()->isActive());
         server->write("new");
