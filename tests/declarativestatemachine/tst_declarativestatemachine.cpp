@@ -133,7 +133,7 @@ private Q_SLOTS:
     {
         Story story;
         auto* const pause = story.machine->findChild<QTimer*>();
-        story.run({story.state("A", {story.onNotify("B")}),
+        story.run({story.state("A", {story.onNotify("B"), Transition::after(1h, "Late")}),
                    story.state("B", {Transition::after(1min, "Late")}), story.state("Late")});
         story.machine->restart(); // before it has started
         story.machine->start();   // replaces the restart
