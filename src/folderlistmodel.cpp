@@ -1,14 +1,11 @@
 #include "folderlistmodel.h"
 
-#include "datamodel/folderlisting_p.h"
-#include "datamodel/folderwatch_p.h"
+#include "datamodel/folderreader_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QThreadPool>
 #include <QUrl>
 
 namespace tools::datamodel
@@ -17,138 +14,103 @@ namespace tools::datamodel
 namespace
 {
 
-constexpr int s_shortestPause_ms = 100; // what happens in that time is read at once
-constexpr int s_mostReaders = 16;       // more than there are disks that hang
-constexpr int s_longestEnd_ms = 1000;
-
-// For what hangs: the threads of the application are left to others, and it waits for them when it
-// ends, as a pool does that is deleted.
-QThreadPool& readers()
-{
-    static QThreadPool* const pool = [] {
-        auto* const threads = new QThreadPool;
-        threads->setMaxThreadCount(s_mostReaders);
-        // What does not hang ends before the static objects that it uses.
-        qAddPostRoutine([] { readers().waitForDone(s_longestEnd_ms); });
-        return threads;
-    }();
-    return *pool;
-}
-
 QString absolutePath(const QString& folder)
 {
     if (folder.isEmpty())
         return {};
+    const QLatin1Char slash('/');
     const bool isUrl = folder.startsWith(QLatin1String("file:"));
     const QString path = isUrl ? QUrl(folder).toLocalFile() : folder;
-    const bool isAbsolute = path.startsWith(QLatin1Char('/'));
-    QStringList names = QString(isAbsolute ? path : QDir::currentPath() + '/' + path)
-                            .split(QLatin1Char('/'), Qt::SkipEmptyParts);
-    names.removeAll(QStringLiteral(".")); // but no "..": that of a linked folder is not the text's
-    return '/' + names.join(QLatin1Char('/'));
+    const QString start = path.startsWith(slash) ? QString() : QDir::currentPath() + slash;
+    QStringList names = QString(start + path).split(slash, Qt::SkipEmptyParts);
+    names.removeAll(QStringLiteral(".")); // Only the kernel resolves ".." behind a link.
+    return slash + names.join(slash);
 }
 
 } // namespace
 
 FolderListModel::FolderListModel(QObject* parent)
     : QAbstractListModel(parent)
-    , m_query(std::make_unique<FolderQuery>())
-    , m_watch(std::make_unique<FolderWatch>())
+    , m_reader(std::make_unique<FolderReader>(m_rows))
 {
-    m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &FolderListModel::list);
-    connect(m_watch.get(), &FolderWatch::changed, this, [this] { schedule(m_pause_ms); });
+    connect(m_reader.get(), &FolderReader::listed, this, &FolderListModel::apply);
+    connect(m_reader.get(), &FolderReader::followed, this, &FolderListModel::finish);
 }
 
-FolderListModel::~FolderListModel()
-{
-    if (m_listing)
-        m_listing->abandon();
-}
+FolderListModel::~FolderListModel() = default;
 
 QString FolderListModel::folder() const
 {
-    return m_query->folder;
+    return m_reader->query().folder;
 }
 
 void FolderListModel::setFolder(const QString& folder)
 {
     const QString path = absolutePath(folder);
-    if (path == m_query->folder)
+    if (path == this->folder())
         return;
-    if (m_listing)
-        m_listing->abandon();
-    m_listing.reset();
-    ++m_serial; // what that one has told already comes too late
-    m_watch->stop();
-    m_query->folder = path;
-    if (!m_isApplying)
+    m_reader->setFolder(path);
+    if (!m_reader->isPaused())
         clearRows();
-    setStatus(m_query->folder.isEmpty() ? NoFolder : Listing);
-    schedule(0);
+    setStatus(path.isEmpty() ? NoFolder : Listing);
     Q_EMIT folderChanged();
 }
 
 QStringList FolderListModel::nameFilters() const
 {
-    return m_query->nameFilters;
+    return m_reader->query().nameFilters;
 }
 
 void FolderListModel::setNameFilters(const QStringList& filters)
 {
-    change(m_query->nameFilters, filters, &FolderListModel::nameFiltersChanged);
+    change(&FolderQuery::nameFilters, filters, &FolderListModel::nameFiltersChanged);
 }
 
 bool FolderListModel::showFolders() const
 {
-    return m_query->showFolders;
+    return m_reader->query().showFolders;
 }
 
 void FolderListModel::setShowFolders(bool on)
 {
-    change(m_query->showFolders, on, &FolderListModel::showFoldersChanged);
+    change(&FolderQuery::showFolders, on, &FolderListModel::showFoldersChanged);
 }
 
 bool FolderListModel::showFiles() const
 {
-    return m_query->showFiles;
+    return m_reader->query().showFiles;
 }
 
 void FolderListModel::setShowFiles(bool on)
 {
-    change(m_query->showFiles, on, &FolderListModel::showFilesChanged);
+    change(&FolderQuery::showFiles, on, &FolderListModel::showFilesChanged);
 }
 
 FolderListModel::SortField FolderListModel::sortField() const
 {
-    return m_query->sortField;
+    return m_reader->query().sortField;
 }
 
 void FolderListModel::setSortField(SortField field)
 {
-    change(m_query->sortField, field, &FolderListModel::sortFieldChanged);
+    change(&FolderQuery::sortField, field, &FolderListModel::sortFieldChanged);
 }
 
 bool FolderListModel::sortReversed() const
 {
-    return m_query->sortReversed;
+    return m_reader->query().sortReversed;
 }
 
 void FolderListModel::setSortReversed(bool on)
 {
-    change(m_query->sortReversed, on, &FolderListModel::sortReversedChanged);
+    change(&FolderQuery::sortReversed, on, &FolderListModel::sortReversedChanged);
 }
 
 template <typename Value, typename Signal>
-void FolderListModel::change(Value& member, const Value& value, Signal signal)
+void FolderListModel::change(Value FolderQuery::*member, const Value& value, Signal signal)
 {
-    if (member == value)
-        return;
-    member = value;
-    if (m_listing)
-        m_listing->cancel(); // the next one begins when it has ended: one thread is enough to hang
-    schedule(0);
-    Q_EMIT(this->*signal)();
+    if (m_reader->set(member, value))
+        Q_EMIT(this->*signal)();
 }
 
 int FolderListModel::rowCount(const QModelIndex& parent) const
@@ -191,67 +153,28 @@ QHash<int, QByteArray> FolderListModel::roleNames() const
 
 void FolderListModel::refresh()
 {
-    schedule(0);
+    m_reader->refresh();
 }
 
-// Earlier than before, if need be, but never later: else an unending flood would put it off for
-// ever.
-void FolderListModel::schedule(int delay_ms)
+void FolderListModel::finish(const FolderListing& listing)
 {
-    if (!m_timer.isActive() || m_timer.remainingTime() > delay_ms)
-        m_timer.start(delay_ms);
+    logProblems(listing);
+    setStatus(listing.isReadable() ? Ready : Unreadable);
 }
 
-void FolderListModel::list()
-{
-    if (m_query->folder.isEmpty())
-        return;
-    if (m_isApplying || m_listing) {
-        m_isStale = true;
-        return;
-    }
-    m_isStale = false;
-    m_listing = std::make_shared<FolderListing>(++m_serial, *m_query, m_rows);
-    connect(m_listing.get(), &FolderListing::finished, this, &FolderListModel::finish,
-            Qt::QueuedConnection);
-    readers().start([listing = m_listing] { listing->run(); });
-}
-
-void FolderListModel::finish(int serial)
-{
-    if (serial != m_serial)
-        return;
-    const std::shared_ptr<FolderListing> listing = std::move(m_listing);
-    if (listing->isCanceled()) {
-        list();
-        return;
-    }
-    m_pause_ms =
-        qMax(s_shortestPause_ms, 4 * listing->duration_ms()); // a fifth of the time at most
-    apply(*listing);
-    if (m_isStale)
-        schedule(m_pause_ms);
-    if (serial != m_serial)
-        return; // another folder was set meanwhile
-    logProblems(*listing);
-    if (m_watch->follow(*listing))
-        schedule(m_pause_ms);
-    setStatus(listing->isReadable() ? Ready : Unreadable);
-}
-
-// Once for each problem, not each time that the folder is read.
+// Logs a problem once, and not each time that the folder is read.
 void FolderListModel::logProblems(const FolderListing& listing)
 {
     const auto warn = [this](const QString& problem) {
         LogFormatter(LogLevel::Warning).log(Log::Datamodel).noquote()
-            << "void tools::datamodel::FolderListModel::finish(int)" << problem << m_query->folder;
+            << "void tools::datamodel::FolderListModel::finish(int)" << problem << folder();
     };
     if (!listing.isReadable() && m_status != Unreadable)
         warn(QLatin1String("Cannot read: ") + qt_error_string(listing.error()));
-    if (listing.unspeakableNames() > m_unspeakableNames)
-        warn(QStringLiteral("%1 names left out, since they are no text")
-                 .arg(listing.unspeakableNames()));
-    m_unspeakableNames = listing.unspeakableNames();
+    if (listing.undecodableNames() > m_undecodableNames)
+        warn(QStringLiteral("%1 names cannot be decoded and are left out:")
+                 .arg(listing.undecodableNames()));
+    m_undecodableNames = listing.undecodableNames();
 }
 
 void FolderListModel::setStatus(Status status)
@@ -267,7 +190,7 @@ void FolderListModel::apply(const FolderListing& listing)
     const FolderRows& rows = listing.rows();
     const RowChanges& changes = listing.changes();
     const int oldCount = m_rows.size();
-    m_isApplying = true;
+    m_reader->pause();
     for (const auto& [first, count] : changes.removed) {
         beginRemoveRows({}, first, first + count - 1);
         m_rows.remove(first, count);
@@ -284,9 +207,9 @@ void FolderListModel::apply(const FolderListing& listing)
         std::copy_n(rows.begin() + first, count, m_rows.begin() + first);
         Q_EMIT dataChanged(index(first), index(first + count - 1), roles);
     }
-    m_isApplying = false;
-    if (listing.query().folder != m_query->folder)
-        clearRows(); // before others may begin to list into them
+    m_reader->resume();
+    if (listing.query().folder != folder())
+        clearRows(); // before the next listing is compared with them
     if (m_rows.size() != oldCount)
         Q_EMIT countChanged();
 }
@@ -301,7 +224,7 @@ void FolderListModel::applyMoves(const RowChanges& changes)
     const QVector<int>& order = changes.order;
     if (order.isEmpty())
         return;
-    // Views take this hint as "the same rows", and keep what they can.
+    // With this hint views keep what belongs to a row.
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
     FolderRows rows(m_rows.size());
     for (int row = 0; row < rows.size(); ++row)
@@ -317,8 +240,8 @@ void FolderListModel::applyMoves(const RowChanges& changes)
 
 void FolderListModel::clearRows()
 {
-    m_prefix = pathPrefix(m_query->folder);
-    m_unspeakableNames = 0;
+    m_prefix = pathPrefix(folder());
+    m_undecodableNames = 0;
     if (m_rows.isEmpty())
         return;
     beginResetModel();

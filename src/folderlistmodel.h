@@ -5,7 +5,6 @@
 #include <QAbstractListModel>
 #include <QExplicitlySharedDataPointer>
 #include <QStringList>
-#include <QTimer>
 #include <QVector>
 
 #include <memory>
@@ -17,7 +16,7 @@ struct FolderEntry;
 struct FolderQuery;
 struct RowChanges;
 class FolderListing;
-class FolderWatch;
+class FolderReader;
 
 /// A model of the files and folders in one folder for QML, which follows changes on disk.
 ///
@@ -119,28 +118,19 @@ private:
     using Rows = QVector<QExplicitlySharedDataPointer<const FolderEntry>>;
 
     template <typename Value, typename Signal>
-    void change(Value& member, const Value& value, Signal signal);
-    void schedule(int delay_ms);
-    void list();
-    void finish(int serial);
-    void logProblems(const FolderListing& listing);
-    void setStatus(Status status);
+    void change(Value FolderQuery::*member, const Value& value, Signal signal);
     void apply(const FolderListing& listing);
     void applyMoves(const RowChanges& changes);
+    void finish(const FolderListing& listing);
+    void logProblems(const FolderListing& listing);
+    void setStatus(Status status);
     void clearRows();
 
-    const std::unique_ptr<FolderQuery> m_query;
-    const std::unique_ptr<FolderWatch> m_watch;
-    std::shared_ptr<FolderListing> m_listing; // the running listing
-    int m_serial = 0;                         // of the running listing, or of the next one
     Rows m_rows;
+    const std::unique_ptr<FolderReader> m_reader;
     QString m_prefix; // of the paths of the rows
     Status m_status = NoFolder;
-    QTimer m_timer{this};
-    int m_pause_ms = 0; // between two listings
-    int m_unspeakableNames = 0;
-    bool m_isStale = false;    // a listing was requested while none could begin
-    bool m_isApplying = false; // rows are being changed
+    int m_undecodableNames = 0;
 };
 
 } // namespace tools::datamodel

@@ -1,25 +1,20 @@
-// Below qemu-user Qt cannot start processes: the emulator does not know the descriptors of
-// processes that Qt would wait for, and the kernel cannot execute the machine's programs. These
-// definitions come before those of the C library, and let Qt do without the former and through the
-// emulator.
+// Under qemu-user, Qt cannot start processes: the emulator does not implement the process
+// descriptors on which Qt waits, and the kernel cannot execute programs of the machine's processor.
+// These definitions replace those of the C library: Qt does without such descriptors, and starts
+// the machine's programs in the emulator.
+
+#include "interpose.h"
 
 #include <cerrno>
 #include <cstdarg>
 #include <fstream>
 #include <vector>
 
-#include <dlfcn.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 namespace
 {
-
-template <typename Function>
-Function* real(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
 
 bool isForTheMachine(const char* path)
 {
@@ -30,7 +25,7 @@ bool isForTheMachine(const char* path)
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) long syscall(long number, ...) noexcept
+INTERPOSED long syscall(long number, ...) noexcept
 {
     long arguments[6];
     va_list list;
@@ -43,15 +38,15 @@ extern "C" __attribute__((visibility("default"))) long syscall(long number, ...)
         errno = ENOSYS;
         return -1;
     }
-    static auto* const next = real<long(long, ...)>("syscall");
+    static auto* const next = original<long(long, ...)>("syscall");
     return next(number, arguments[0], arguments[1], arguments[2], arguments[3], arguments[4],
                 arguments[5]);
 }
 
-extern "C" __attribute__((visibility("default"))) int
-execve(const char* path, char* const arguments[], char* const environment[]) noexcept
+INTERPOSED int execve(const char* path, char* const arguments[], char* const environment[]) noexcept
 {
-    static auto* const next = real<int(const char*, const char* const*, char* const*)>("execve");
+    static auto* const next =
+        original<int(const char*, const char* const*, char* const*)>("execve");
     if (!isForTheMachine(path))
         return next(path, arguments, environment);
     std::vector<const char*> emulated{EMULATOR, "-L", SYSROOT, path};
@@ -61,8 +56,7 @@ execve(const char* path, char* const arguments[], char* const environment[]) noe
     return next(EMULATOR, emulated.data(), environment);
 }
 
-extern "C" __attribute__((visibility("default"))) int execv(const char* path,
-                                                            char* const arguments[]) noexcept
+INTERPOSED int execv(const char* path, char* const arguments[]) noexcept
 {
     return execve(path, arguments, environ);
 }

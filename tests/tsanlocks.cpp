@@ -1,56 +1,44 @@
-// Debian's Qt is built without the thread sanitizer, which therefore does not know that a QMutex
-// orders the threads that take it, nor that a thread of a pool begins after its work was handed
-// over. These definitions come before Qt's own in every test program, call them, and tell the
+// Debian's Qt is built without the thread sanitizer. The sanitizer therefore does not see that a
+// QMutex orders the threads that lock it, nor that a thread of a pool begins after start() was
+// called. These definitions replace Qt's own in every test program, call them and inform the
 // sanitizer.
+
+#include "interpose.h"
 
 #include <functional>
 #include <utility>
 
-#include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
 
-namespace
+INTERPOSED void _ZN6QMutex4lockEv(void* mutex)
 {
-
-template <typename Function>
-Function* real(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
-
-} // namespace
-
-extern "C" __attribute__((visibility("default"))) void _ZN6QMutex4lockEv(void* mutex)
-{
-    static const auto lock = real<void(void*)>("_ZN6QMutex4lockEv");
+    static const auto lock = original<void(void*)>("_ZN6QMutex4lockEv");
     lock(mutex);
     __tsan_acquire(mutex);
 }
 
-extern "C" __attribute__((visibility("default"))) bool _ZN6QMutex7tryLockEi(void* mutex,
-                                                                            int timeout)
+INTERPOSED bool _ZN6QMutex7tryLockEi(void* mutex, int timeout)
 {
-    static const auto tryLock = real<bool(void*, int)>("_ZN6QMutex7tryLockEi");
+    static const auto tryLock = original<bool(void*, int)>("_ZN6QMutex7tryLockEi");
     const bool isLocked = tryLock(mutex, timeout);
     if (isLocked)
         __tsan_acquire(mutex);
     return isLocked;
 }
 
-extern "C" __attribute__((visibility("default"))) void _ZN6QMutex6unlockEv(void* mutex)
+INTERPOSED void _ZN6QMutex6unlockEv(void* mutex)
 {
-    static const auto unlock = real<void(void*)>("_ZN6QMutex6unlockEv");
+    static const auto unlock = original<void(void*)>("_ZN6QMutex6unlockEv");
     __tsan_release(mutex);
     unlock(mutex);
 }
 
 using Work = std::function<void()>;
-// An argument of a class with a destructor is passed as its address.
-extern "C" __attribute__((visibility("default"))) void
-_ZN11QThreadPool5startESt8functionIFvvEEi(void* pool, Work* work, int priority)
+// A call passes the address of an argument whose class has a destructor.
+INTERPOSED void _ZN11QThreadPool5startESt8functionIFvvEEi(void* pool, Work* work, int priority)
 {
     static const auto start =
-        real<void(void*, Work*, int)>("_ZN11QThreadPool5startESt8functionIFvvEEi");
+        original<void(void*, Work*, int)>("_ZN11QThreadPool5startESt8functionIFvvEEi");
     __tsan_release(pool);
     Work told = [pool, inner = std::move(*work)] {
         __tsan_acquire(pool);

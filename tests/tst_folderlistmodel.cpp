@@ -1,4 +1,5 @@
 #include "folderlistmodel.h"
+#include "interpose.h"
 #include "support.h"
 
 #include <QAbstractItemModelTester>
@@ -8,51 +9,37 @@
 #include <random>
 
 #include <dirent.h>
-#include <dlfcn.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace tools::datamodel;
 using Tester = QAbstractItemModelTester;
 
-namespace
-{
-
 // The disk does not answer while another thread holds this.
-std::recursive_mutex s_disk;
+static std::recursive_mutex s_disk;
 
-template <typename Function>
-Function* real(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
-
-} // namespace
-
-// In place of the system's own, in the library, too.
-#define HOOK extern "C" __attribute__((visibility("default")))
-
-HOOK DIR* opendir(const char* path)
+INTERPOSED DIR* opendir(const char* path)
 {
     s_disk.lock();
-    DIR* const folder = real<DIR*(const char*)>("opendir")(path);
+    DIR* const folder = original<decltype(opendir)>("opendir")(path);
     if (folder == nullptr)
         s_disk.unlock();
     return folder;
 }
 
-HOOK int closedir(DIR* folder)
+INTERPOSED int closedir(DIR* folder)
 {
     s_disk.unlock();
-    return real<int(DIR*)>("closedir")(folder);
+    return original<decltype(closedir)>("closedir")(folder);
 }
 
-HOOK dirent* readdir(DIR* folder) // as when a file is replaced while its folder is read
+// Returns an entry twice, as when a file is replaced while its folder is read.
+INTERPOSED dirent* readdir(DIR* folder)
 {
     static dirent* again = nullptr;
     if (again != nullptr)
         return std::exchange(again, nullptr);
-    dirent* const entry = real<dirent*(DIR*)>("readdir")(folder);
+    dirent* const entry = original<decltype(readdir)>("readdir")(folder);
     again = entry != nullptr && qstrcmp(entry->d_name, "twice") == 0 ? entry : nullptr;
     return entry;
 }
@@ -60,39 +47,26 @@ HOOK dirent* readdir(DIR* folder) // as when a file is replaced while its folder
 namespace
 {
 
-/// A folder and a model of it, with what a view makes of the model's signals alone.
+/// A folder, a model of it and a journal of the model's signals.
 class Fixture : public QObject
 {
 public:
     Fixture()
     {
-        connect(&model, &FolderListModel::rowsInserted, [this](auto&, int first, int last) {
-            for (int row = first; row <= last; ++row)
-                view.insert(row, text(row));
-            note("insert", first, last);
-        });
-        connect(&model, &FolderListModel::rowsRemoved, [this](auto&, int first, int last) {
-            view.erase(view.begin() + first, view.begin() + last + 1);
-            note("remove", first, last);
-        });
-        connect(&model, &FolderListModel::rowsMoved,
-                [this](auto&, int first, int last, auto&, int before) {
-                    const auto at = view.begin();
-                    before > last ? std::rotate(at + first, at + last + 1, at + before)
-                                  : std::rotate(at + before, at + first, at + last + 1);
-                    note("move", first, last);
-                });
+        const auto note = [this](const QString& what) {
+            return [this, what](const QModelIndex&, int first, int last) {
+                journal += QString("%1 %2-%3").arg(what).arg(first).arg(last);
+            };
+        };
+        connect(&model, &FolderListModel::rowsInserted, note("insert"));
+        connect(&model, &FolderListModel::rowsRemoved, note("remove"));
+        connect(&model, &FolderListModel::rowsMoved, note("move"));
+        connect(&model, &FolderListModel::layoutChanged, [this] { journal += "layout"; });
         connect(&model, &FolderListModel::dataChanged,
-                [this](const QModelIndex& first, const QModelIndex& last, const auto& roles) {
-                    read(first.row(), last.row());
+                [=](const QModelIndex& first, const QModelIndex& last, const auto& roles) {
                     if (roles.contains(FolderListModel::SizeRole)) // or only the time
-                        note("size", first.row(), last.row());
+                        note("size")({}, first.row(), last.row());
                 });
-        connect(&model, &FolderListModel::layoutChanged, [this] {
-            read(0, view.size() - 1);
-            journal += "layout";
-        });
-        connect(&model, &FolderListModel::modelReset, [this] { view.clear(); });
         model.setFolder(dir.path());
     }
 
@@ -106,48 +80,29 @@ public:
         QCOMPARE(QProcess::execute("sh", {"-c", "cd $0 && " + command, dir.path()}), 0);
     }
     QVariant data(int row, int role) const { return model.index(row).data(role); }
-    QString text(int row) const
+    QString names() const
     {
-        return text(QVariantList{data(row, Qt::DisplayRole), data(row, FolderListModel::SizeRole),
-                                 data(row, FolderListModel::IsFolderRole),
-                                 data(row, FolderListModel::ModifiedRole)});
+        QStringList names;
+        for (int row = 0; row < model.count(); ++row)
+            names += data(row, Qt::DisplayRole).toString();
+        return names.join(' ');
     }
-    QString names()
+    // The names as Qt reads them from the disk.
+    QString expected() const
     {
-        return QStringList(view).replaceInStrings(QRegularExpression(" .*"), "").join(' ');
-    }
-    // The view as Qt has it.
-    QStringList expected() const
-    {
-        QStringList texts;
         const auto kinds = (model.showFolders() ? QDir::AllDirs : QDir::NoDot) |
                            (model.showFiles() ? QDir::Files : QDir::NoDot);
         const auto order = model.sortReversed() ? QDir::Reversed : QDir::Name;
-        const auto infos = QDir(dir.path())
-                               .entryInfoList(model.nameFilters(), kinds | QDir::NoDotAndDotDot,
-                                              QDir::DirsFirst | QDir::IgnoreCase | order);
-        for (const auto& info : infos)
-            texts += text(QVariantList{info.fileName(), info.isDir() ? 0 : info.size(),
-                                       info.isDir(), info.lastModified()});
-        return texts;
+        return QDir(dir.path())
+            .entryList(model.nameFilters(), kinds | QDir::NoDotAndDotDot,
+                       QDir::DirsFirst | QDir::IgnoreCase | order)
+            .join(' ');
     }
 
     const QTemporaryDir dir;
     FolderListModel model;
     const Tester tester{&model, Tester::FailureReportingMode::QtTest};
-    QStringList view, journal;
-
-private:
-    static QString text(const QVariant& row) { return row.toStringList().join(' '); }
-    void read(int first, int last)
-    {
-        for (int row = first; row <= last; ++row)
-            view[row] = text(row);
-    }
-    void note(const char* what, int first, int last)
-    {
-        journal += QString("%1 %2-%3").arg(what).arg(first).arg(last);
-    }
+    QStringList journal;
 };
 
 } // namespace
@@ -168,28 +123,24 @@ private Q_SLOTS:
                 held.append({f.model.index(row), f.data(row, Qt::DisplayRole).toString()});
             for (int change = any(100); change > 0; --change) {
                 const QString name = QString("%1.%2").arg(any(300), 3).arg("tLx"[any(3)]);
-                if (any(4) == 0)
-                    QFile::remove(f.path(name)) || QDir(f.path(name)).removeRecursively();
-                else if (any(6) == 0)
-                    QDir().mkpath(f.path(name));
-                else if (any(3) == 0)
-                    QFile::rename(f.path(name), f.path(name + "r"));
-                else if (!QFileInfo(f.path(name)).isDir())
-                    f.write(name, any(50));
+                if (QFileInfo::exists(f.path(name)))
+                    QFile::remove(f.path(name)) || QDir().rmdir(f.path(name));
+                else
+                    any(6) == 0 ? void(QDir().mkpath(f.path(name))) : f.write(name);
             }
             f.model.setShowFolders(any(4) != 0);
             f.model.setShowFiles(any(4) != 0);
             f.model.setSortReversed(any(4) == 0);
             f.model.setNameFilters(any(4) == 0 ? QStringList{"*.T", "1??.l"} : QStringList());
             f.model.refresh(); // there are more files than are followed
-            QTRY_COMPARE(f.view, f.expected());
+            QTRY_COMPARE(f.names(), f.expected());
             for (const auto& [index, name] : qAsConst(held))
                 QVERIFY(!index.isValid() || f.model.data(index) == name);
         }
         QVERIFY(f.journal.contains("layout") && !f.journal.filter("move").isEmpty());
     }
 
-    void tellsTheFewestChanges()
+    void makesTheFewestChanges()
     {
         Fixture f;
         connect(&f.model, &FolderListModel::rowsInserted, [&] {
@@ -210,7 +161,7 @@ private Q_SLOTS:
              "move 0-0 move 3-3 move 2-2"}};
         for (const auto& [change, expected] : rows) {
             {
-                const std::lock_guard whole(s_disk); // or half of the change might be read
+                const std::lock_guard whole(s_disk); // Half of a change is not read.
                 f.journal.clear();
                 change();
             }
@@ -227,37 +178,40 @@ private Q_SLOTS:
               "ln -s . here && ln -s nowhere broken && ln -s loop loop && ln -s two.dots.txt file");
         support::LineRecorder lines;
         QTRY_COMPARE(f.names(), "deep.er here broken file loop pipe twice two.dots.txt");
-        QCOMPARE(lines.take().size(), 1); // of the one that is left out
+        QCOMPARE(lines.take().size(), 1); // for the name that is left out
         QCOMPARE(f.data(7, FolderListModel::PathRole), f.path("two.dots.txt"));
         QCOMPARE(f.data(7, FolderListModel::BaseNameRole), "two.dots");
-        QVERIFY(f.data(7, FolderListModel::SuffixRole) == "txt" &&
-                f.text(0).startsWith("deep.er 0 true"));
+        QCOMPARE(f.data(7, FolderListModel::SuffixRole), "txt");
+        QCOMPARE(f.data(7, FolderListModel::ModifiedRole),
+                 QFileInfo(f.path("two.dots.txt")).lastModified());
+        QVERIFY(f.data(0, FolderListModel::IsFolderRole).toBool());
         f.run("mkdir -p real/folder && touch real/file && ln -s real/folder link");
         f.model.setFolder(f.path("link/.././/"));
         QTRY_COMPARE(f.names(), "folder file"); // as the kernel resolves ".."
         QCOMPARE(f.data(1, FolderListModel::PathRole), f.path("link/../file"));
     }
 
-    // A log file that is rotated: another one has its name while somebody still reads it.
-    void followsFilesAndReadsFloodsAtOnce()
+    // As when a log file is rotated, a new file gets its name while somebody still reads the old
+    // one.
+    void followsFilesAndJoinsManyChanges()
     {
         Fixture f;
         f.write("log");
-        // Before it is followed.
+        // The file changes before it is followed.
         connect(&f.model, &FolderListModel::rowsInserted, [&] { f.write("log", 3); });
         QTRY_COMPARE(f.data(0, FolderListModel::SizeRole), 3);
         QFile old(f.path("log"));
         QVERIFY(old.open(QIODevice::ReadOnly));
         f.write(".new", 5);
         f.run("mv .new log");
-        QTRY_COMPARE(f.view, f.expected());
+        QTRY_COMPARE(f.data(0, FolderListModel::SizeRole), 5);
         QElapsedTimer timer;
         timer.start();
         for (int size = 1; size <= 300; ++size) {
             f.write("log", size);
             QCoreApplication::processEvents();
         }
-        QTRY_COMPARE(f.view, f.expected());
+        QTRY_COMPARE(f.data(0, FolderListModel::SizeRole), 300);
         QVERIFY2(f.journal.size() <= timer.elapsed() / 100 + 4, qPrintable(f.journal.join(' ')));
     }
 
@@ -271,7 +225,7 @@ private Q_SLOTS:
         for (int round = 0; round < 3; ++round) {
             QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
             QCOMPARE(lines.take().size(), 1);
-            QVERIFY(f.view.isEmpty() && QDir().mkpath(folder));
+            QVERIFY(f.names().isEmpty() && QDir().mkpath(folder));
             f.write("a/b/c/file");
             QTRY_COMPARE(f.names(), "file");
             QCOMPARE(f.model.status(), FolderListModel::Ready);
@@ -285,53 +239,41 @@ private Q_SLOTS:
         QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
         f.model.setFolder("");
         QCOMPARE(f.model.status(), FolderListModel::NoFolder);
-
-        QVERIFY(QDir().mkpath(folder) && ::chmod(QFile::encodeName(f.dir.path()), 0755) == 0);
-        QVERIFY(::chmod(QFile::encodeName(folder), 0) == 0);
-        if (::getuid() == 0 && ::seteuid(65534) != 0)
-            QSKIP("root, who may read all, cannot become somebody else", SkipSingle);
-        f.model.setFolder(folder);
-        QTRY_COMPARE(f.model.status(), FolderListModel::Unreadable);
-        QVERIFY(::seteuid(::getuid()) == 0 && ::chmod(QFile::encodeName(folder), 0755) == 0);
-        QTRY_COMPARE(f.model.status(), FolderListModel::Ready);
     }
 
-    void dropsWhatComesLate()
+    void dropsLateListings()
     {
         Fixture large, f;
         for (int i = 0; i < 3000; ++i)
             large.write(QString::number(i));
         f.write("only");
-        QTRY_COMPARE(f.names(), "only");
-        for (int delay = 0; delay < 20; ++delay) {
+        for (int delay_ms = 0; delay_ms < 20; ++delay_ms) {
             f.model.setFolder(large.dir.path());
-            QCOMPARE(f.view, QStringList());
-            QTest::qWait(delay); // to any point of the listing
+            QCoreApplication::processEvents(); // The listing begins,
+            QThread::msleep(4 * delay_ms);     // and its end may be in the event queue.
             f.model.setFolder(f.dir.path());
+            QCOMPARE(f.names(), "");
             QTRY_COMPARE(f.names(), "only");
-
             FolderListModel dying;
             dying.setFolder(large.dir.path());
-            QTest::qWait(delay);
+            QTest::qWait(delay_ms);
         }
-        // Set behind changes and in the middle of them, and events handled there.
-        connect(&f.model, &FolderListModel::countChanged, [&] {
-            if (f.model.count() > 1) {
+        // Receivers set the folder between the changes of the rows and after them.
+        const auto restore = [&] {
+            if (f.model.count() > 1 && f.model.folder() == large.dir.path()) {
                 f.model.setFolder(f.dir.path());
-                QTRY_COMPARE(f.names(), "only");
+                QTest::qWait(10);
             }
-        });
+        };
+        connect(&f.model, &FolderListModel::countChanged, restore);
         f.model.setFolder(large.dir.path());
         QTRY_COMPARE(f.names(), "only");
-        connect(&f.model, &FolderListModel::rowsInserted, [&] {
-            f.model.setFolder(f.dir.path());
-            QTest::qWait(10);
-        });
+        connect(&f.model, &FolderListModel::rowsInserted, restore);
         f.model.setFolder(large.dir.path());
         QTRY_COMPARE(f.names(), "only");
     }
 
-    void endsWhileADiskHangs() // or this program would not
+    void endsWhileADiskHangs() // This program ends.
     {
         s_disk.lock();
         FolderListModel model;

@@ -6,22 +6,22 @@
 
 #include <functional>
 
-/// The boards of the machine in one simulated object. Requests are answered by signals, most of
-/// them in the event loop, and not always well.
+/// Simulates the boards of the machine. Signals answer the requests, most of them from the event
+/// loop; some answers are wrong, late or missing.
 class Board : public QObject
 {
     Q_OBJECT
 
 public:
-    /// How the next requests are answered, a letter each: "g" well, "w" wrongly, "l" when the
-    /// caller has long given up, "-" not at all. Requests without a letter are answered well.
+    /// Each letter determines the answer to one request: "g" a good one, "w" a wrong one, "l" one
+    /// after the timeout of the caller, "-" none. Further requests get a good answer.
     explicit Board(const QByteArray& answers);
 
-    void grind();   ///< ground(); a wrong dose is too small
-    void brew();    ///< brewed()
-    void fill();    ///< tankFull()
-    void drain();   ///< tankEmpty(), before it returns
-    void command(); ///< answered()
+    void grind();   ///< emits ground(); a wrong dose is too small
+    void brew();    ///< emits brewed()
+    void fill();    ///< emits tankFull()
+    void drain();   ///< emits tankEmpty() before it returns
+    void command(); ///< emits answered()
 
     double dose_g() const { return m_dose_g; }
 

@@ -24,7 +24,7 @@ using namespace std::chrono_literals;
 namespace
 {
 
-// Returns when the signal has come, or it should long have.
+// Returns after the signal or a timeout.
 template <typename Sender, typename Signal>
 void waitFor(const Sender& sender, Signal signal)
 {
@@ -40,7 +40,7 @@ bool hasHappened(const char* title, const QStringList& journal, const QStringLis
     const QString comma = QStringLiteral(", ");
     out << title << ": " << journal.join(comma) << '\n';
     if (journal != expected)
-        out << "  but it should be: " << expected.join(comma) << '\n';
+        out << "  expected: " << expected.join(comma) << '\n';
     return journal == expected;
 }
 
@@ -64,7 +64,7 @@ bool draw(const StateMachineDescription& machine, const QString& folder, QTextSt
         return false;
     const QString dot = QStandardPaths::findExecutable(QStringLiteral("dot"));
     if (dot.isEmpty()) {
-        out << "With graphviz installed it would be drawn, too.\n";
+        out << "Install graphviz to draw it.\n";
         return true;
     }
     const QString picture = name + QLatin1String(".svg");
@@ -76,7 +76,7 @@ bool draw(const StateMachineDescription& machine, const QString& folder, QTextSt
 
 bool makeDrink(const QString& diagramFolder, QTextStream& out)
 {
-    Board board("wg-g"); // the first dose is too small, then nothing flows
+    Board board("wg-g"); // The first dose is too small, and the first brewing gets no answer.
     QStringList journal;
     const StateMachineDescription description = describeDrink(board, journal);
     for (const QString& problem : findProblems(description))
@@ -109,7 +109,7 @@ bool rinse(QTextStream& out)
 tools::EventSteps commandSteps(const QString& command, Board& board, QStringList& journal)
 {
     const auto connectAnswer = [&board](tools::EventGroupHandler* handler) {
-        // Kept by the connection itself, for as long as there is one.
+        // The lambda of the connection keeps the pointer as long as the connection exists.
         auto connection = std::make_shared<QMetaObject::Connection>();
         *connection = QObject::connect(
             &board, &Board::answered, handler,
@@ -129,7 +129,7 @@ tools::EventSteps commandSteps(const QString& command, Board& board, QStringList
 
 bool sendCommands(QTextStream& out)
 {
-    Board board("gwglg"); // one command is refused once, the answer to one comes after its timeout
+    Board board("gwglg"); // One command is refused once, and one answer comes after the timeout.
     QStringList journal;
     tools::EventGroupHandler handler(2, 1s);
     QObject::connect(&handler, &tools::EventGroupHandler::success,
@@ -140,7 +140,7 @@ bool sendCommands(QTextStream& out)
         handler.addEvent(commandSteps(QLatin1String(command), board, journal));
     handler.start();
     waitFor(handler, &tools::EventGroupHandler::success);
-    waitFor(board, &Board::answered); // the late one, which nobody waits for any more
+    waitFor(board, &Board::answered); // the late answer
     return hasHappened(
         "Commands", journal,
         QStringLiteral("wake ok heat refused heat ok open open ok success").split(QLatin1Char(' ')),

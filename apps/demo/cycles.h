@@ -3,7 +3,7 @@
 #include <QString>
 #include <QTextStream>
 
-/// Makes a drink, rinses and sends commands, each by another kind of sequence, with boards that
-/// answer wrongly, late or not at all at times. Prints what happened; false when it was not what
-/// has to happen. Leaves pictures of the drink's machine in the folder, unless that is empty.
+/// Makes a drink, rinses and sends commands, each with another kind of sequence, while some answers
+/// of the boards are wrong, late or missing. Prints the steps and returns whether they are the
+/// expected ones. Writes pictures of the drink's machine to the folder, unless its name is empty.
 bool runCycles(const QString& diagramFolder, QTextStream& out);

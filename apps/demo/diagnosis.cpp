@@ -42,7 +42,7 @@ bool showKernelLog(QTextStream& out)
         capture->setCommand(command);
         capture->start();
         waitFor(hasCome);
-    } else { // which captures nothing of its own
+    } else { // The desktop build does not start the capture itself.
         DmesgProcess process;
         QObject::connect(&process, &DmesgProcess::newLines, capture, &Dmesg::onProcessNewLines,
                          Qt::DirectConnection);
@@ -54,7 +54,7 @@ bool showKernelLog(QTextStream& out)
         << capture->linesToString(2, Dmesg::NewerFirst) << '\n';
     QFile file(capture->logFileName(0));
     const bool isWhole = file.open(QIODevice::ReadOnly) && file.readAll() == s_kernelLog;
-    return isWhole && capture->lines().size() == 2; // the first has made room
+    return isWhole && capture->lines().size() == 2; // The first line was dropped.
 }
 
 bool showCallStack(QTextStream& out)

@@ -2,9 +2,9 @@
 
 #include <QTextStream>
 
-/// Captures the kernel log of a machine that is made up, in memory and in a file. Prints its end;
-/// false when anything of it is missing.
+/// Captures the kernel log of an imaginary machine in memory and in a file. Prints its last lines
+/// and returns whether both are complete.
 bool showKernelLog(QTextStream& out);
 
-/// Prints the calls that led here. False when their names are not there.
+/// Prints the call stack and returns whether it contains the names of the functions.
 bool showCallStack(QTextStream& out);

@@ -2,6 +2,6 @@
 
 #include "linetally.h"
 
-/// Makes one drink: the grinder, the brewer, the payment and the actuator board each work in a
-/// thread of their own and log as the real ones do. Returns when all are done.
+/// Makes one drink: the grinder, the brewer, the payment and the actuator board each work and log
+/// in a thread of their own. Returns when all have finished.
 void makeDrink(int number, LineTally& tally);

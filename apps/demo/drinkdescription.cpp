@@ -4,12 +4,12 @@
 
 using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
-using Way = TransitionDescription;
+using Transition = TransitionDescription;
 
 namespace
 {
 
-Way labelled(const QString& label, Way way)
+Transition labelled(const QString& label, Transition way)
 {
     way.description = label;
     return way;
@@ -34,18 +34,18 @@ StateMachineDescription describeDrink(Board& board, QStringList& journal)
     const auto isEnough = [&board] { return board.dose_g() >= 7; };
     const auto isTooLittle = [&board] { return board.dose_g() < 7; };
 
-    return {
-        {{heating, enter(heating), {Way::after(20ms, grinding)}},
-         {grinding,
-          enter(grinding, [&board] { board.grind(); }),
-          {labelled(QStringLiteral("enough"), Way::on(&board, SIGNAL(ground()), brewing, isEnough)),
-           labelled(QStringLiteral("too little"),
-                    Way::on(&board, SIGNAL(ground()), grinding, isTooLittle))}},
-         {brewing,
-          enter(brewing, [&board] { board.brew(); }),
-          {Way::on(&board, SIGNAL(brewed()), ready),
-           labelled(QStringLiteral("no flow"), Way::after(200ms, venting))}},
-         {venting, enter(venting), {Way::direct(brewing)}},
-         {ready, enter(ready)}},
-        QStringLiteral("Drink cycle")};
+    return {{{heating, enter(heating), {Transition::after(20ms, grinding)}},
+             {grinding,
+              enter(grinding, [&board] { board.grind(); }),
+              {labelled(QStringLiteral("enough"),
+                        Transition::on(&board, SIGNAL(ground()), brewing, isEnough)),
+               labelled(QStringLiteral("too little"),
+                        Transition::on(&board, SIGNAL(ground()), grinding, isTooLittle))}},
+             {brewing,
+              enter(brewing, [&board] { board.brew(); }),
+              {Transition::on(&board, SIGNAL(brewed()), ready),
+               labelled(QStringLiteral("no flow"), Transition::after(200ms, venting))}},
+             {venting, enter(venting), {Transition::direct(brewing)}},
+             {ready, enter(ready)}},
+            QStringLiteral("Drink cycle")};
 }

@@ -6,7 +6,7 @@
 
 class Board;
 
-/// How a drink is made: heat, grind until the dose is enough, brew, and vent and brew again when
-/// nothing flows. The states note their names in the journal as they are entered.
+/// Describes how a drink is made: heat, grind until the dose is large enough, and brew; without an
+/// answer, vent and brew again. Each state adds its name to the journal when it is entered.
 zeltools::declarativestatemachine::StateMachineDescription describeDrink(Board& board,
                                                                          QStringList& journal);

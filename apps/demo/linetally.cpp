@@ -10,7 +10,7 @@ namespace
 struct Kind
 {
     const char* name;
-    int file; // where its lines belong; -1: nowhere
+    int file; // the index of the file of its lines, or -1 for none
 };
 
 constexpr std::array<Kind, LineTally::kindsCount> s_kinds{{{"debug-off", -1},

@@ -5,7 +5,7 @@
 #include <array>
 #include <atomic>
 
-/// The kinds of lines that the demo writes; each has one file where its lines belong, or none.
+/// The kinds of lines that the demo writes. The lines of a kind go to one file or to none.
 enum class LineKind {
     DebugOff,
     DebugOn,
@@ -21,19 +21,20 @@ enum class LineKind {
     M4ActuatorBoard
 };
 
-/// Counts the lines that are written, and afterwards those that are in the files. Every line
-/// carries the mark of its kind. mark() may be called from any thread.
+/// Counts the written lines, and afterwards the lines in the files. Each line ends with a mark of
+/// its kind. Any thread may call mark().
 class LineTally
 {
 public:
     static constexpr int kindsCount = static_cast<int>(LineKind::M4ActuatorBoard) + 1;
 
-    /// Counts a line and returns the text to end it with: "[info 12]".
+    /// Counts a line and returns its mark, such as "[info 12]".
     QString mark(LineKind kind);
 
-    /// A table of lines written by kind and lines found in each file, predecessors included.
+    /// A table of the written lines by kind and of the lines found in each file and its
+    /// predecessor.
     QString table() const;
-    /// Whether every line is where it belongs, once, and nowhere else.
+    /// Whether every line is in its file once and in no other file.
     bool isComplete() const;
     /// Reads the files of the log manager.
     void readFiles(const QString& debugDir, const QString& eventsDir);

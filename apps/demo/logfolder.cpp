@@ -18,7 +18,7 @@ namespace
 void runLoopUntil(const std::function<bool()>& isDone)
 {
     QEventLoop loop;
-    QTimer look; // some of what is waited for happens on the disk
+    QTimer look; // The state of the disk is checked again without an event.
     look.start(20ms);
     const QDeadlineTimer deadline(10s);
     while (!isDone() && !deadline.hasExpired())

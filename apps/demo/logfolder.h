@@ -4,20 +4,20 @@
 
 #include <QTextStream>
 
-/// The folder of the machine's own log files as a service screen shows it, followed while lines are
-/// written and files rotate.
+/// Shows the folder of the machine's log files, as a service screen does, and follows it while
+/// lines are written and files rotate.
 class LogFolder
 {
 public:
     LogFolder();
 
-    /// Prints the files as soon as the screen shows what is on the disk, the predecessor of the
-    /// general file among it; false when that does not come.
+    /// Waits until the model has the files of the disk, including the predecessor of the general
+    /// log file, and prints them. Returns false after a timeout.
     bool show(QTextStream& out);
 
 private:
     bool isUpToDate() const;
 
     tools::datamodel::FolderListModel m_model;
-    int m_changes = 0; // rows that came, changed or went
+    int m_changes = 0; // of rows: insertions, removals, moves and new values
 };

@@ -1,5 +1,5 @@
-// A machine application in miniature: it starts as a real one does, makes drinks until a log file
-// rotates, and shows what reached which file. Exit status 0 only when all of it is right.
+// A machine application in miniature. It starts like a real one, makes drinks until a log file
+// rotates, and shows which lines reached which file. The exit status is 0 only if all are right.
 
 #include "cycles.h"
 #include "diagnosis.h"
@@ -36,9 +36,9 @@ void startLogging(const QString& folder)
 
     LogManager* manager = LogManager::instance();
     manager->enableLogToFile(true);
-    manager->setAppLogFileMaximumSizeMiB(16.0 / 1024); // small, so that it rotates soon
+    manager->setAppLogFileMaximumSizeMiB(16.0 / 1024); // so small that it rotates soon
     manager->enableModulesDebuggingFromEnvVars();
-    manager->disableModuleDebugging(Log::Payment); // the table counts on these four
+    manager->disableModuleDebugging(Log::Payment); // The table relies on these four.
     manager->disableModuleDebugging(Log::CanBus);
     manager->enableModuleDebugging(Log::Beverage); // also without an environment file
     manager->enableModuleDebugging(Log::GrinderRegulation);
@@ -53,7 +53,8 @@ bool makeDrinksUntilRotation(LineTally& tally)
     constexpr int mostDrinks = 1000;
     for (int drink = 1; drink <= mostDrinks; ++drink) {
         makeDrink(drink, tally);
-        QCoreApplication::processEvents(); // lines wait for it with LOG_FROM_MAIN_THREAD=1
+        QCoreApplication::processEvents(); // With LOG_FROM_MAIN_THREAD=1, lines wait for the event
+                                           // loop.
         if (QFile::exists(predecessor))
             return true;
     }
@@ -92,12 +93,12 @@ int main(int argc, char** argv)
     parser.addOption(environment);
     const QCommandLineOption diagram(
         QStringLiteral("diagram"),
-        QStringLiteral("Leave pictures of the drink's state machine in <DIR>."),
+        QStringLiteral("Write pictures of the drink's state machine to <DIR>."),
         QStringLiteral("DIR"));
     parser.addOption(diagram);
     const QCommandLineOption clock(
         QStringLiteral("clock"),
-        QStringLiteral("Have the clock set by `zelctl clock` over the link <ADDRESS>."),
+        QStringLiteral("Let `zelctl clock` set the clock over the link <ADDRESS>."),
         QStringLiteral("ADDRESS"));
     parser.addOption(clock);
     parser.process(application);

@@ -41,7 +41,7 @@ void RinseCycle::onSignal(const QObject*, const QMetaMethod& signal, bool receiv
                      (receivedDuringTransition ? QLatin1String(" (waited)") : QLatin1String()));
     if (currentState() == Filling && signal == QMetaMethod::fromSignal(&Board::tankFull)) {
         setState(Draining);
-        m_board.drain(); // the tank is empty before Draining is entered: the signal waits for it
+        m_board.drain(); // tankEmpty() is emitted before Draining is entered and waits for it.
     } else if (currentState() == Draining) {
         --m_roundsLeft;
         setState(m_roundsLeft > 0 ? Filling : Done);

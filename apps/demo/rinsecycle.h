@@ -17,7 +17,7 @@ public:
     RinseCycle(Board& board, int rounds);
 
     QString stateToString(int state) const override;
-    /// The states that were entered and the signals that were handled.
+    /// The entered states and the handled signals.
     const QStringList& journal() const { return m_journal; }
 
 Q_SIGNALS:

@@ -7,14 +7,14 @@
 namespace
 {
 
-/// What stands for the machine's database.
+/// Stands in for the machine's database.
 struct Store
 {
     QMap<QString, int> values;
     QStringList journal;
 };
 
-/// A setting, or a group of them, which stores nothing.
+/// A setting, or a group of settings, which has no value of its own.
 class Setting : public tools::HierarchicalDbObject
 {
 public:
@@ -43,7 +43,7 @@ public:
 protected:
     bool commitSelf() override
     {
-        if (m_value < 0) // as a constraint of the database would have it
+        if (m_value < 0) // like a constraint of a database
             return false;
         m_store.values.insert(objectName(), m_value);
         return true;
@@ -82,7 +82,7 @@ bool changeSettings(QTextStream& out)
     const bool isStoredAgain = machine.commit();
 
     const QString journal = store.journal.join(QLatin1Char(' '));
-    out << "\nSettings, modified (+) and not any more (-): " << journal << "\nStored:";
+    out << "\nSettings, modified (+) and unmodified again (-): " << journal << "\nStored:";
     for (auto value = store.values.cbegin(); value != store.values.cend(); ++value)
         out << ' ' << value.key() << '=' << value.value();
     out << '\n';

@@ -2,6 +2,6 @@
 
 #include <QTextStream>
 
-/// Changes the settings of the machine as a service screen would: takes changes back, stores them,
-/// and meets a store that refuses one. False when anything else happened than has to.
+/// Changes the settings of the machine as a service screen does: reverts changes, stores them, and
+/// handles a store that refuses one. Returns whether all steps had the expected result.
 bool changeSettings(QTextStream& out);

@@ -19,17 +19,17 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto s_patience = 10s;
+constexpr auto s_timeout = 10s;
 constexpr int s_isDone = 1;
 
-// False when nothing has ended the loop in time.
+// Returns false after a timeout.
 bool runLoop(QEventLoop& loop)
 {
-    QTimer::singleShot(s_patience, &loop, [&] { loop.exit(0); });
+    QTimer::singleShot(s_timeout, &loop, [&] { loop.exit(0); });
     return loop.exec() == s_isDone;
 }
 
-QString freePlace()
+QString freeAddress()
 {
     QTcpServer server;
     server.listen(QHostAddress::LocalHost);
@@ -40,11 +40,11 @@ QString freePlace()
 
 bool askBoiler(QTextStream& out)
 {
-    const QString place = freePlace();
+    const QString address = freeAddress();
     const std::unique_ptr<SimulationInterface> machine(
-        createInterface(QLatin1String("tcpserver/") + place, nullptr));
+        createInterface(QLatin1String("tcpserver/") + address, nullptr));
     const std::unique_ptr<SimulationInterface> boiler(
-        createInterface(QLatin1String("tcpclient/") + place, nullptr));
+        createInterface(QLatin1String("tcpclient/") + address, nullptr));
     QObject::connect(boiler.get(), &SimulationInterface::dataReceived,
                      [&](const QByteArray& question) {
                          if (question == "temperature")
@@ -74,7 +74,7 @@ bool followClock(const QString& address, QTextStream& out)
     out.flush();
     QEventLoop loop;
     QObject::connect(&clock, &SimulatedDateTimeManager::dateTimeChanged, &loop, [&] {
-        // The end of a minute of our own does not count.
+        // The signal at the end of each minute does not count.
         if (qAbs(clock.currentDateTime().secsTo(QDateTime::currentDateTime())) > 1)
             loop.exit(s_isDone);
     });

@@ -3,9 +3,9 @@
 #include <QString>
 #include <QTextStream>
 
-/// Asks a simulated boiler for its temperature over a link of its own. False without an answer.
+/// Asks a simulated boiler for its temperature over a link. Returns false without an answer.
 bool askBoiler(QTextStream& out);
 
-/// Lets the clock be set by the simulator at that address (`zelctl clock`), then asks for the next
-/// day, as a service screen would. False when nobody sets it in ten seconds.
+/// Lets the simulator at the address (`zelctl clock`) set the clock, then sets the next day, as a
+/// service screen does. Returns false if the simulator does not set it within ten seconds.
 bool followClock(const QString& address, QTextStream& out);

@@ -21,7 +21,7 @@ void loadSwitches(const QString& environmentFile, QTextStream& out)
             out << "The environment file " << environmentFile << " cannot be read.\n";
     } catch (const std::invalid_argument& error) {
         QString reason = QString::fromUtf8(error.what());
-        for (QChar& character : reason) // what the file holds must not command the terminal
+        for (QChar& character : reason) // The content of the file must not control the terminal.
             character = character.isPrint() ? character : QLatin1Char('?');
         out << "The environment file " << environmentFile << " is wrong: " << reason
             << ". Starting with the switches that come before it in the order of their names.\n";
@@ -39,7 +39,7 @@ void linkSwitches()
 
 bool changeAndSaveSwitches(QTextStream& out)
 {
-    EnvVars::PaymentSimulationTcp.set(true); // and the other payment simulation goes off
+    EnvVars::PaymentSimulationTcp.set(true); // This switches the other payment simulation off.
     const QString file = Path::instance()->environmentFile;
     QDir().mkpath(QFileInfo(file).path());
     const envvar::SaveResult result = EnvVarStore::instance().save(file);

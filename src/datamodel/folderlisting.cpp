@@ -22,7 +22,7 @@ namespace tools::datamodel
 namespace
 {
 
-// Null when there is no text that leads back to that name.
+// Returns a null string if no text is encoded as this name.
 QString decoded(const char* name)
 {
     if (zeltools::isAscii(name, std::strlen(name)))
@@ -64,14 +64,14 @@ FolderListing::FolderListing(int serial, FolderQuery query, FolderRows before)
 void FolderListing::run()
 {
     list();
-    const QMutexLocker locker(&m_telling);
+    const QMutexLocker locker(&m_finishMutex);
     Q_EMIT finished(m_serial);
 }
 
 void FolderListing::abandon()
 {
     cancel();
-    const QMutexLocker locker(&m_telling);
+    const QMutexLocker locker(&m_finishMutex);
     disconnect();
 }
 
@@ -92,7 +92,7 @@ void FolderListing::list()
     m_duration_ms = static_cast<int>(timer.elapsed());
 }
 
-// Qt would warn of a pattern that is not valid at each name.
+// Leaves out invalid patterns, for which Qt would print a warning with each name.
 void FolderListing::compileFilters()
 {
     for (const QString& filter : m_query.nameFilters) {
@@ -103,8 +103,8 @@ void FolderListing::compileFilters()
     }
 }
 
-// What Qt has for this asks the system several times for each file, in a folder of 10,000 half of
-// the time.
+// QDir makes several system calls for each file, which take half of the time in a folder of 10,000
+// files.
 void FolderListing::read()
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> folder(
@@ -118,7 +118,7 @@ void FolderListing::read()
         m_folderId = {state.st_dev, state.st_ino};
     const auto next = [&folder] {
         errno = 0;
-        return readdir(folder.get()); // a stream of our own: no other thread uses it
+        return readdir(folder.get()); // No other thread uses this stream.
     };
     while (const dirent* const entry = next()) {
         if (m_isCanceled)
@@ -126,14 +126,14 @@ void FolderListing::read()
         if (entry->d_name[0] != '.')
             addEntry(dirfd(folder.get()), entry->d_name, entry->d_type);
     }
-    m_error = errno; // 0 at the end, not when the disk is pulled out meanwhile
+    m_error = errno; // 0 at the end of the folder, but not if the disk was removed
 }
 
 void FolderListing::addEntry(int folder, const char* name, unsigned char type)
 {
     const QString text = decoded(name);
     if (text.isNull()) {
-        ++m_unspeakableNames;
+        ++m_undecodableNames;
         return;
     }
     const bool mayBeFolder = type == DT_DIR || type == DT_LNK || type == DT_UNKNOWN;
@@ -143,12 +143,12 @@ void FolderListing::addEntry(int folder, const char* name, unsigned char type)
     struct stat state = {};
     if (fstatat(folder, name, &state, 0) != 0 &&
         fstatat(folder, name, &state, AT_SYMLINK_NOFOLLOW) != 0)
-        return; // gone since
+        return; // It was removed in the meantime.
     const bool isFolder = S_ISDIR(state.st_mode);
     if (!(isFolder ? m_query.showFolders : isWantedFile))
         return;
     if (m_names.contains(text))
-        return; // a file that is replaced while we read may come twice, and rows go by names
+        return; // A file that is replaced during the loop can come twice; names must be unique.
     m_names.insert(text);
     const bool hasSize = S_ISREG(state.st_mode);
     m_rows.append(FolderRows::value_type(
@@ -179,7 +179,7 @@ void FolderListing::chooseFilesToFollow()
 {
     const int folders = static_cast<int>(std::count_if(
         m_rows.cbegin(), m_rows.cend(), [](const auto& row) { return row->isFolder; }));
-    if (m_rows.size() - folders > mostFilesToFollow)
+    if (m_rows.size() - folders > maximumFilesToFollow)
         return;
     for (const auto& row : qAsConst(m_rows)) {
         const QString path = pathPrefix(m_query.folder) + row->name;

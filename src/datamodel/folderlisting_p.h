@@ -27,36 +27,37 @@ struct FolderQuery
 
 using FolderId = QPair<dev_t, ino_t>;
 
-/// Reads a folder once, in any thread, and works out what that changes in the rows of before.
+/// Reads a folder once, in any thread, and finds the changes that lead from the previous rows to
+/// the new ones.
 class FolderListing : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Small enough for the watches that a machine has (8192 for all programs on older kernels).
-    static constexpr int mostFilesToFollow = 256;
+    /// Older kernels have 8192 watches for all programs.
+    static constexpr int maximumFilesToFollow = 256;
 
     FolderListing(int serial, FolderQuery query, FolderRows before);
 
     void run();
-    /// From any thread: run() ends soon, and its results are worth nothing.
+    /// Lets run() end early, with incomplete results. Any thread may call it.
     void cancel() { m_isCanceled = true; }
-    /// As cancel(), with nobody told any more. A signal that is on its way is waited for: Qt loses
-    /// a piece of memory when the receiver goes meanwhile.
+    /// Cancels the listing and disconnects all receivers. The function waits until a running
+    /// emission has returned: Qt leaks memory if the receiver is deleted during it.
     void abandon();
     bool isCanceled() const { return m_isCanceled; }
 
     const FolderQuery& query() const { return m_query; }
-    // The rest after finished():
+    // The results, which are valid after finished():
     bool isReadable() const { return m_error == 0; }
     int error() const { return m_error; } ///< errno
-    /// What the path led to.
+    /// The folder to which the path led.
     FolderId folderId() const { return m_folderId; }
-    int unspeakableNames() const { return m_unspeakableNames; }
+    int undecodableNames() const { return m_undecodableNames; }
     int duration_ms() const { return m_duration_ms; }
     const FolderRows& rows() const { return m_rows; }
     const RowChanges& changes() const { return m_changes; }
-    /// The files whose content can be followed: all that can, or none when they are too many.
+    /// The readable files; none if there are more than maximumFilesToFollow.
     const QStringList& filesToFollow() const { return m_filesToFollow; }
 
 Q_SIGNALS:
@@ -75,11 +76,11 @@ private:
     const FolderQuery m_query;
     const FolderRows m_before;
     std::atomic<bool> m_isCanceled{false};
-    QMutex m_telling;
+    QMutex m_finishMutex;
     QVector<QRegularExpression> m_filters;
     FolderId m_folderId;
     int m_error = 0;
-    int m_unspeakableNames = 0;
+    int m_undecodableNames = 0;
     int m_duration_ms = 0;
     QSet<QString> m_names; // of the rows
     FolderRows m_rows;

@@ -37,12 +37,12 @@ bool FolderWatch::follow(const FolderListing& listing)
     const QStringList& files = listing.filesToFollow();
     QSet<QString> wanted(files.cbegin(), files.cend());
     wanted.insert(listing.isReadable() ? folder : nearestReadableAbove(folder));
-    // Something is mounted there now, or the folder has another name: the watch is on that one.
+    // After a mount or a rename the watches belong to the folder that had this path before.
     const bool isOther = std::exchange(m_folderId, listing.folderId()) != listing.folderId();
     QSet<QString> outdated;
     for (const QString& path : m_watcher.files() + m_watcher.directories()) {
-        // A file that was replaced under its name is another one now; the watch is on the old one
-        // for as long as somebody has it open.
+        // If another file has got this name, the watch stays with the old file as long as a process
+        // has it open.
         if (isOther || !wanted.contains(path) || m_changedFiles.contains(path))
             outdated.insert(path);
         else
@@ -51,7 +51,7 @@ bool FolderWatch::follow(const FolderListing& listing)
     m_changedFiles.clear();
     if (!outdated.isEmpty())
         m_watcher.removePaths(outdated.values());
-    // Of those that cannot be followed no change is known either.
+    // Paths that cannot be watched count as not followed.
     return !wanted.isEmpty() && m_watcher.addPaths(wanted.values()).size() < wanted.size();
 }
 

@@ -8,7 +8,7 @@
 namespace tools::datamodel
 {
 
-/// Tells that a folder or some of its files may have changed.
+/// Watches a folder and some of its files, and emits a signal when they may have changed.
 class FolderWatch : public QObject
 {
     Q_OBJECT
@@ -16,9 +16,10 @@ class FolderWatch : public QObject
 public:
     FolderWatch();
 
-    /// Follows what was listed from now on, and nothing else. A folder that cannot be read is
-    /// waited for at the nearest one above it. True when something is followed that was not before:
-    /// what happened to it since it was looked at is not known, so look again.
+    /// Watches the listed folder and files and nothing else. For a folder that cannot be read, it
+    /// watches the nearest readable folder above it. Returns true if a new path is watched: the
+    /// caller must list the folder again, since changes between the listing and this call are
+    /// unknown.
     bool follow(const FolderListing& listing);
     void stop();
 

@@ -12,7 +12,7 @@ namespace tools::datamodel
 namespace
 {
 
-// Marks the values of a longest increasing subsequence of a permutation: these can stay.
+// Marks the values of a longest increasing subsequence of a permutation; these rows can stay.
 QVector<bool> findStaying(const QVector<int>& order)
 {
     QVector<int> tails;                      // the smallest last value of a sequence of each length
@@ -32,8 +32,8 @@ QVector<bool> findStaying(const QVector<int>& order)
     return staying;
 }
 
-// Puts each value that cannot stay behind its predecessor, together with those that follow it
-// already. More moves than a view should make: the whole order instead.
+// Moves each value that cannot stay behind its predecessor, together with the values that follow it
+// already. If that takes more than maximumMoves, the result is the whole order instead.
 void findMoves(QVector<int> order, RowChanges& changes)
 {
     const QVector<bool> staying = findStaying(order);
@@ -51,7 +51,7 @@ void findMoves(QVector<int> order, RowChanges& changes)
         }
         if (first == before)
             continue;
-        if (changes.moved.size() == RowChanges::mostMoves) {
+        if (changes.moved.size() == RowChanges::maximumMoves) {
             changes.moved.clear();
             changes.order.swap(order);
             return;

@@ -10,7 +10,7 @@
 namespace tools::datamodel
 {
 
-/// A file or folder, as it was when it was read. Shared between threads, never changed.
+/// A file or folder as it was when it was listed. Entries are immutable and shared between threads.
 struct FolderEntry : QSharedData
 {
     FolderEntry(const QString& entryName, bool isAFolder, qint64 sizeInBytes, qint64 time_ms)
@@ -45,7 +45,8 @@ inline QString pathPrefix(const QString& folder)
     return folder.endsWith(QLatin1Char('/')) ? folder : folder + QLatin1Char('/');
 }
 
-/// The way from some rows to others, in the order of the members: each step counts on those before.
+/// The changes that lead from some rows to others, in the order of the members. The row numbers of
+/// each step are those after the steps before it.
 struct RowChanges
 {
     struct Range
@@ -57,7 +58,7 @@ struct RowChanges
     {
         int first;
         int count;
-        int before; ///< the row in front of which they come, counted before they move
+        int before; ///< the row before which they are inserted, counted before the move
     };
     struct Change
     {
@@ -66,16 +67,16 @@ struct RowChanges
         QVector<int> roles;
     };
 
-    QVector<Range> removed;  ///< from the back
-    QVector<Move> moved;     ///< the fewest rows, at most `mostMoves` times
-    QVector<int> order;      ///< in place of more: where each of the remaining rows goes
-    QVector<Range> inserted; ///< from the front
+    QVector<Range> removed;  ///< the last range first
+    QVector<Move> moved;     ///< at most `maximumMoves`, of as few rows as possible
+    QVector<int> order;      ///< instead of more moves: the new row of each remaining row
+    QVector<Range> inserted; ///< the first range first
     QVector<Change> changed;
 
-    static constexpr int mostMoves = 64;
+    static constexpr int maximumMoves = 64;
 };
 
-/// Takes n log n steps for n rows; those of one name are the same one.
+/// Takes O(n log n) time for n rows. Rows with the same name are the same row.
 RowChanges findRowChanges(const FolderRows& from, const FolderRows& to);
 
 template <typename T>

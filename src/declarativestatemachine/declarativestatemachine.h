@@ -3,19 +3,13 @@
 #include <zeltools/declarativestatemachine/statemachinedescription.h>
 #include <zeltools/logging/logmodule.h>
 
-#include <QMap>
 #include <QObject>
 #include <QTimer>
 
-#include <memory>
-
-class QAbstractState;
-class QAbstractTransition;
-class QState;
-class QStateMachine;
-
 namespace zeltools::declarativestatemachine
 {
+
+class InnerMachine;
 
 /// Runs a sequence that is described as data. Each transition that fires is logged at Debug under
 /// the machine's module (" ^ Transition from Filling to Draining triggered, signal Tank::full"),
@@ -56,22 +50,12 @@ Q_SIGNALS:
     void runningChanged();
 
 private:
-    using States = QMap<QString, QAbstractState*>;
-
-    QAbstractState* addState(const StateDescription& description, bool isFinal);
-    void addTransition(const TransitionDescription& description, const QString& sourceName,
-                       QAbstractState* source, const States& states);
-    QAbstractTransition* makeTransition(const TransitionDescription& description, QState* source);
-    template <typename Callable>
-    auto callOut(const Callable& callable);
-
     const LogModule& m_module;
-    std::unique_ptr<QStateMachine> m_machine;
+    InnerMachine* const m_machine; // deletes itself after abandon()
     QTimer m_restartTimer{this};
     bool m_isStarting = false;
     bool m_isStopAwaited = false;
     bool m_isStartAwaited = false; // as soon as it has stopped
-    int m_callsOut = 0;            // running calls of the machine into the host
 };
 
 } // namespace zeltools::declarativestatemachine

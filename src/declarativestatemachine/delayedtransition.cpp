@@ -11,8 +11,8 @@
 namespace zeltools::declarativestatemachine
 {
 
-// Waits in the machine's queue, where another event may come first and end the state. It can't be
-// taken out of there, but it can be made an event that means nothing to any transition.
+// A timeout in the machine's queue. An event before it may end the state. The timeout cannot be
+// removed from the queue then, but revoke() gives it a type to which no transition reacts.
 class DelayedTransition::TimeoutEvent : public QEvent
 {
 public:
@@ -38,7 +38,7 @@ DelayedTransition::DelayedTransition(QState* source, std::chrono::milliseconds d
 {
     using std::chrono::milliseconds;
     m_timer.setSingleShot(true);
-    m_timer.setTimerType(Qt::PreciseTimer); // the others may be early
+    m_timer.setTimerType(Qt::PreciseTimer); // Other types may be early.
     m_timer.setInterval(
         std::clamp(delay, milliseconds(0), milliseconds(std::numeric_limits<int>::max())));
     connect(source, &QState::entered, &m_timer, qOverload<>(&QTimer::start));
@@ -60,7 +60,7 @@ void DelayedTransition::onTransition(QEvent*) {}
 
 void DelayedTransition::postTimeout()
 {
-    // A machine that is stopped does not exit its states, so this may be the timer of an earlier
+    // A machine that is stopped does not exit its states, so the timer may belong to an earlier
     // run.
     QStateMachine* const runner = machine();
     if (runner == nullptr || !runner->isRunning() ||

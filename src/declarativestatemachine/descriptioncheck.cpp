@@ -10,7 +10,7 @@ namespace zeltools::declarativestatemachine
 namespace
 {
 
-// Why the transition never leads to its target; empty when it does.
+// Returns the reason why the transition never leads to its target; empty if there is none.
 QString faultOf(const TransitionDescription& transition, const StateMachineDescription& description)
 {
     if (description.indexOf(transition.targetState) < 0)
@@ -36,17 +36,17 @@ QStringList problemsOf(size_t index, const StateMachineDescription& description)
             problems.append(QStringLiteral("is final, but has transitions"));
         return problems;
     }
-    bool hasWayOn = false;
+    bool canBeLeft = false;
     int timeouts = 0;
     for (const TransitionDescription& transition : state.transitions) {
         const QString fault = faultOf(transition, description);
         if (!fault.isEmpty())
             problems.append(fault);
-        hasWayOn = hasWayOn || (fault.isEmpty() && transition.targetState != state.name);
+        canBeLeft = canBeLeft || (fault.isEmpty() && transition.targetState != state.name);
         timeouts += transition.type == TransitionDescription::Timeout ? 1 : 0;
     }
-    if (!hasWayOn)
-        problems.append(QStringLiteral("has no way on"));
+    if (!canBeLeft)
+        problems.append(QStringLiteral("cannot be left"));
     if (timeouts > 1)
         problems.append(QStringLiteral("has %1 timeouts, of which the first to end triggers the "
                                        "first transition")

@@ -13,7 +13,7 @@ namespace
 bool isDestruction(const QObject* obj, const char* signal)
 {
     QByteArray signature = QMetaObject::normalizedSignature(signal);
-    if (signature.startsWith('2')) // the code of SIGNAL()
+    if (signature.startsWith('2')) // The code that SIGNAL() adds.
         signature.remove(0, 1);
     const QMetaObject* const meta = obj->metaObject();
     const QMetaMethod method = meta->method(meta->indexOfSignal(signature));
@@ -31,12 +31,12 @@ GuardedSignalTransition::GuardedSignalTransition(const QObject* obj, const char*
     if (obj == nullptr)
         return;
     if (isDestruction(obj, signal)) {
-        // The machine may take up the signal later, when its sender is no more.
+        // The machine may process the signal later, when its sender no longer exists.
         connect(obj, &QObject::destroyed, this, &GuardedSignalTransition::emitterDestroyed);
         setSenderObject(this);
         setSignal(SIGNAL(emitterDestroyed()));
     } else {
-        // The base class would go on using the object whenever the state is entered or left.
+        // The base class would use the object whenever the state is entered or left.
         connect(obj, &QObject::destroyed, this, [this] { setSenderObject(nullptr); });
     }
 }

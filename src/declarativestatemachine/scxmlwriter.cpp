@@ -134,7 +134,7 @@ private:
         m_xml.writeEndElement();
     }
 
-    // The event that is sent at the end of the time, unless the state is left before.
+    // The state sends the event after its timeout and cancels it when it is left earlier.
     void writeTimeout(const QString& event, std::chrono::milliseconds timeout)
     {
         start("onentry");

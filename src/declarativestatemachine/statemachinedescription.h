@@ -13,10 +13,11 @@
 /// A sequence as data: DeclarativeStateMachine runs it, toDot() and toScxml() draw it and
 /// findProblems() checks it.
 ///
-///     using Way = TransitionDescription;
+///     using Transition = TransitionDescription;
+///     const Transition drain = Transition::on(&tank, SIGNAL(full()), "Draining");
 ///     const StateMachineDescription rinse{
-///         {{"Filling", [&] { valve.open(); }, {Way::on(&tank, SIGNAL(full()), "Draining")}},
-///          {"Draining", [&] { valve.close(); }, {Way::after(5s, "Done")}},
+///         {{"Filling", [&] { valve.open(); }, {drain}},
+///          {"Draining", [&] { valve.close(); }, {Transition::after(5s, "Done")}},
 ///          {"Done"}}};
 namespace zeltools::declarativestatemachine
 {

@@ -1,9 +1,8 @@
 #include "hierarchical/hierarchicaldbobject.h"
 
+#include "hierarchical/treeoperation_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
-
-#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -25,15 +24,17 @@ LogFormatter logLine(LogLevel::Level level, const char* signature)
 HierarchicalDbObject::~HierarchicalDbObject()
 {
     if (HierarchicalDbObject* const parent = m_parent) {
-        Flips flips;
-        parent->detach(this, flips);
-        setParent(nullptr); // or who is told, and deletes the parent, would delete this again
-        parent->tellChildren(flips);
+        StateChanges changes;
+        parent->detach(this, changes);
+        // A receiver of the signal may delete the parent, which must not delete this object again.
+        setParent(nullptr);
+        parent->announceChildren(changes);
     }
     deleteDescendants();
 }
 
-// From below, one after the other: destructors that call one another would use up the stack.
+// Deletes the lowest objects first, in a loop: destructors that call one another would use up the
+// stack.
 void HierarchicalDbObject::deleteDescendants()
 {
     QVector<HierarchicalDbObject*> descendants;
@@ -41,7 +42,8 @@ void HierarchicalDbObject::deleteDescendants()
         for (HierarchicalDbObject* child : qAsConst(object->m_children))
             child->m_parent = nullptr;
         object->m_children.clear();
-        // Backwards, so that each is its parent's first when its turn comes: that is found at once.
+        // In reverse order, so that each object is its parent's first child when it is deleted,
+        // which QObject finds immediately.
         const QObjectList& children = object->children();
         for (auto child = children.crbegin(); child != children.crend(); ++child) {
             if (auto* descendant = qobject_cast<HierarchicalDbObject*>(*child))
@@ -51,33 +53,34 @@ void HierarchicalDbObject::deleteDescendants()
     release(this);
     for (int i = 0; i < descendants.size(); ++i)
         release(descendants[i]);
-    QVector<Guarded> left(descendants.crbegin(), descendants.crend()); // some delete others
+    QVector<Guarded> left(descendants.crbegin(),
+                          descendants.crend()); // a destructor may delete others
     for (const Guarded& descendant : qAsConst(left))
         delete descendant.data();
 }
 
-const char* HierarchicalDbObject::whyNot(int index, const HierarchicalDbObject* child) const
+const char* HierarchicalDbObject::insertionError(int index, const HierarchicalDbObject* child) const
 {
     if (child == nullptr)
-        return "there is no child";
+        return "the child is null";
     if (index < 0 || index > m_children.size())
-        return "there is no such place";
+        return "there is no such index";
     if (child->thread() != thread())
-        return "the child is of another thread:";
+        return "the child belongs to another thread:";
     if (child == this)
         return "an object cannot be its own child:";
     if (child->m_children.isEmpty())
-        return nullptr; // above nobody
+        return nullptr; // An object without children is not above its parent.
     for (const HierarchicalDbObject* above = m_parent; above != nullptr; above = above->m_parent) {
         if (above == child)
-            return "the child is above its parent:";
+            return "the child is an ancestor of its parent:";
     }
     return nullptr;
 }
 
 bool HierarchicalDbObject::insertChild(int index, HierarchicalDbObject* child)
 {
-    if (const char* reason = whyNot(index, child)) {
+    if (const char* reason = insertionError(index, child)) {
         logLine(LogLevel::Warning,
                 "bool tools::HierarchicalDbObject::insertChild(int, tools::HierarchicalDbObject*)")
             << reason << index << child;
@@ -89,21 +92,21 @@ bool HierarchicalDbObject::insertChild(int index, HierarchicalDbObject* child)
         return moveChild(from, index > from ? index - 1 : index);
     }
 
-    Flips flips;
+    StateChanges changes;
     if (oldParent != nullptr)
-        oldParent->detach(child, flips);
+        oldParent->detach(child, changes);
     m_children.insert(index, child);
     child->m_parent = this;
-    noteChange(flips);
+    markChanged(changes);
     m_modifiedChildren += child->isModified() ? 1 : 0;
     const Guarded self(this), old(oldParent);
     child->setParent(this);
     if (old)
         Q_EMIT old->childrenChanged();
     if (self)
-        self->tellChildren(flips);
+        self->announceChildren(changes);
     else
-        tell(flips);
+        announce(changes);
     return true;
 }
 
@@ -112,15 +115,15 @@ bool HierarchicalDbObject::removeChild(HierarchicalDbObject* child)
     if (child == nullptr || child->m_parent != this) {
         logLine(LogLevel::Warning,
                 "bool tools::HierarchicalDbObject::removeChild(tools::HierarchicalDbObject*)")
-            << "is no child:" << child;
+            << "is not a child:" << child;
         return false;
     }
-    Flips flips;
-    detach(child, flips);
+    StateChanges changes;
+    detach(child, changes);
     const Guarded self(this);
     child->setParent(nullptr);
     if (self)
-        self->tellChildren(flips);
+        self->announceChildren(changes);
     return true;
 }
 
@@ -129,34 +132,34 @@ bool HierarchicalDbObject::moveChild(int from, int to)
     const int last = m_children.size() - 1;
     if (qMin(from, to) < 0 || qMax(from, to) > last) {
         logLine(LogLevel::Warning, "bool tools::HierarchicalDbObject::moveChild(int, int)")
-            << "there is no such place" << from << to;
+            << "there is no such index" << from << to;
         return false;
     }
     if (from == to)
         return true;
     m_children.move(from, to);
-    Flips flips;
-    noteChange(flips);
-    tellChildren(flips);
+    StateChanges changes;
+    markChanged(changes);
+    announceChildren(changes);
     return true;
 }
 
-void HierarchicalDbObject::detach(HierarchicalDbObject* child, Flips& flips)
+void HierarchicalDbObject::detach(HierarchicalDbObject* child, StateChanges& changes)
 {
-    noteChange(flips);
+    markChanged(changes);
     const bool isLast = m_children.constLast() == child;
     m_children.remove(isLast ? m_children.size() - 1 : m_children.indexOf(child));
     m_modifiedChildren -= child->isModified() ? 1 : 0;
     child->m_parent = nullptr;
-    // QObject searches its own list from the front for the child that is about to leave: the last
-    // one goes there, or deleting 40,000 from the end would take seconds.
+    // QObject searches its own list from the front for the child that leaves. The last child is
+    // moved to the front; otherwise deleting 40,000 children from the end would take seconds.
     auto& siblings = const_cast<QObjectList&>(children());
     if (!siblings.isEmpty() && siblings.constLast() == child)
         siblings.prepend(siblings.takeLast());
 }
 
-// This object and those below, parents first: all, or those that were themselves changed, which are
-// looked for only where something is modified.
+// Returns this object and its descendants, parents first: all of them, or those that were changed
+// themselves. For the latter, the function visits modified subtrees only.
 QVector<HierarchicalDbObject::Guarded> HierarchicalDbObject::collect(Which which)
 {
     QVector<Guarded> objects;
@@ -186,75 +189,34 @@ bool HierarchicalDbObject::walk(const std::function<bool(HierarchicalDbObject&)>
 
 bool HierarchicalDbObject::commit()
 {
-    return callHooks(&HierarchicalDbObject::commitSelf,
-                     "bool tools::HierarchicalDbObject::commit()");
+    return TreeOperation{this, &HierarchicalDbObject::commitSelf,
+                         "bool tools::HierarchicalDbObject::commit()"}
+        .run();
 }
 
 bool HierarchicalDbObject::revert()
 {
-    return callHooks(&HierarchicalDbObject::revertSelf,
-                     "bool tools::HierarchicalDbObject::revert()");
-}
-
-bool HierarchicalDbObject::callHooks(OwnHook hook, const char* signature)
-{
-    if (m_isCallingHooks) {
-        logLine(LogLevel::Error, signature) << "called again by a hook of" << this;
-        return false;
-    }
-    HookedObjects hooked;
-    if (!callHooks(hook, signature, hooked))
-        return false;
-    Flips flips;
-    for (const auto& [guarded, changesCount] : qAsConst(hooked)) {
-        HierarchicalDbObject* const object = guarded;
-        if (object != nullptr && object->m_changesCount == changesCount)
-            object->forgetChange(flips);
-    }
-    tell(flips);
-    return true;
-}
-
-bool HierarchicalDbObject::callHooks(OwnHook hook, const char* signature, HookedObjects& hooked)
-{
-    const Guarded self(this);
-    m_isCallingHooks = true;
-    const auto leave = qScopeGuard([&self] { // also when a hook throws
-        if (HierarchicalDbObject* const object = self)
-            object->m_isCallingHooks = false;
-    });
-    for (const Guarded& guarded : collect(Which::Changed)) {
-        HierarchicalDbObject* const object = guarded;
-        if (object == nullptr || !object->m_isChanged)
-            continue;
-        const bool isDone = (object->*hook)();
-        if (!self || !isDone) {
-            logLine(LogLevel::Error, signature)
-                << (self ? "failed at" : "the tree was deleted by a hook") << guarded.data();
-            return false;
-        }
-        if (guarded)
-            hooked.append({guarded, object->m_changesCount});
-    }
-    return true;
+    return TreeOperation{this, &HierarchicalDbObject::revertSelf,
+                         "bool tools::HierarchicalDbObject::revert()"}
+        .run();
 }
 
 void HierarchicalDbObject::setModified()
 {
-    Flips flips;
-    noteChange(flips);
-    tell(flips);
+    StateChanges changes;
+    markChanged(changes);
+    announce(changes);
 }
 
 void HierarchicalDbObject::resetModified()
 {
-    Flips flips;
+    StateChanges changes;
     for (HierarchicalDbObject* object : collect(Which::Changed))
-        object->forgetChange(flips);
-    tell(flips);
+        object->markUnchanged(changes);
+    announce(changes);
 }
 
-void HierarchicalDbObject::noteChange(Flips& flips)
+void HierarchicalDbObject::markChanged(StateChanges& changes)
 {
     ++m_changesCount;
     const bool wasModified = isModified();
@@ -262,36 +224,36 @@ void HierarchicalDbObject::noteChange(Flips& flips)
     if (wasModified)
         return;
     logLine(LogLevel::Debug, "modified:") << this;
-    flips.append(this);
+    changes.append(this);
     for (HierarchicalDbObject* above = m_parent; above != nullptr; above = above->m_parent) {
         const bool wasAboveModified = above->isModified();
         ++above->m_modifiedChildren;
         if (wasAboveModified)
             return;
-        flips.append(above);
+        changes.append(above);
     }
 }
 
-void HierarchicalDbObject::forgetChange(Flips& flips)
+void HierarchicalDbObject::markUnchanged(StateChanges& changes)
 {
     if (!m_isChanged)
         return;
     m_isChanged = false;
     for (HierarchicalDbObject* object = this; !object->isModified(); object = object->m_parent) {
-        flips.append(object);
+        changes.append(object);
         if (object->m_parent == nullptr)
             return;
         --object->m_parent->m_modifiedChildren;
     }
 }
 
-// A handler may flip objects back that wait here for their turn; they then have nothing to tell.
-void HierarchicalDbObject::tell(const Flips& flips)
+// A receiver may change the state of a later object back, which then emits nothing.
+void HierarchicalDbObject::announce(const StateChanges& changes)
 {
-    for (HierarchicalDbObject* object : flips) {
-        if (object != nullptr && object->m_toldModified != object->isModified()) {
-            object->m_toldModified = object->isModified();
-            Q_EMIT object->modifiedChanged(object->m_toldModified);
+    for (HierarchicalDbObject* object : changes) {
+        if (object != nullptr && object->m_announcedModified != object->isModified()) {
+            object->m_announcedModified = object->isModified();
+            Q_EMIT object->modifiedChanged(object->m_announcedModified);
         }
     }
 }

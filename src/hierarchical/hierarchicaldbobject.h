@@ -7,7 +7,6 @@
 #include <QVector>
 
 #include <functional>
-#include <utility>
 
 namespace tools
 {
@@ -90,32 +89,29 @@ protected:
 
 private:
     using Guarded = QPointer<HierarchicalDbObject>;
-    using Flips = QVector<Guarded>; // objects whose state has flipped, in the order to tell it
+    // The objects whose isModified() has changed, in the order of their signals.
+    using StateChanges = QVector<Guarded>;
     enum class Which { All, Changed };
-    using OwnHook = bool (HierarchicalDbObject::*)();
-    // The objects whose hook has succeeded, with the count of their changes at that time.
-    using HookedObjects = QVector<std::pair<Guarded, quint64>>;
+    struct TreeOperation; // a running commit() or revert()
 
-    const char* whyNot(int index, const HierarchicalDbObject* child) const;
-    void detach(HierarchicalDbObject* child, Flips& flips);
+    const char* insertionError(int index, const HierarchicalDbObject* child) const;
+    void detach(HierarchicalDbObject* child, StateChanges& changes);
     void deleteDescendants();
     QVector<Guarded> collect(Which which);
-    bool callHooks(OwnHook hook, const char* signature);
-    bool callHooks(OwnHook hook, const char* signature, HookedObjects& hooked);
-    void noteChange(Flips& flips);
-    void forgetChange(Flips& flips);
-    static void tell(const Flips& flips);
-    void tellChildren(const Flips& flips)
+    void markChanged(StateChanges& changes);
+    void markUnchanged(StateChanges& changes);
+    static void announce(const StateChanges& changes);
+    void announceChildren(const StateChanges& changes)
     {
         Q_EMIT childrenChanged();
-        tell(flips);
+        announce(changes);
     }
 
     HierarchicalDbObject* m_parent = nullptr;
     QVector<HierarchicalDbObject*> m_children;
     int m_modifiedChildren = 0;
-    bool m_isChanged = false;    // itself
-    bool m_toldModified = false; // by the last modifiedChanged()
+    bool m_isChanged = false;         // itself
+    bool m_announcedModified = false; // by the last modifiedChanged()
     bool m_isCallingHooks = false;
     quint64 m_changesCount = 0;
 };

@@ -34,7 +34,8 @@ SimulationInterface::~SimulationInterface()
 
 void SimulationInterface::write(const QByteArray& data)
 {
-    // Its memory serves the next message. Not a member: the endpoint may be deleted meanwhile.
+    // The next message uses the same memory. It is no member, since the endpoint may be deleted
+    // during the call.
     static thread_local QByteArray spare;
     QByteArray frame = std::exchange(spare, {});
     if (SimulationProtocol::serialize(data, frame))
@@ -48,7 +49,7 @@ void SimulationInterface::processIncomingData()
     CompleteFrames frames = m_protocol.takeFrames(bytes);
     if (frames.fault != FrameFault::None && mayWarn())
         SimulationProtocol::warnOf(frames.fault);
-    const QPointer<SimulationInterface> self(this); // a listener may delete it
+    const QPointer<SimulationInterface> self(this); // A receiver may delete the endpoint.
     for (QByteArray message; self && frames.takeMessage(message);)
         Q_EMIT dataReceived(message);
 }
@@ -58,7 +59,8 @@ void SimulationInterface::dropIncompleteFrame()
     m_protocol.clear();
 }
 
-// The limit belongs to the endpoint, so that a simulator does not evade it by connecting again.
+// The limit belongs to the endpoint and not to the connection, so that a simulator that connects
+// again does not evade it.
 bool SimulationInterface::mayWarn()
 {
     if (++m_faults == 1)

@@ -47,7 +47,7 @@ QVector<QByteArray> SimulationProtocol::deserialize(const QByteArray& data)
 
 void SimulationProtocol::warnOf(FrameFault fault)
 {
-    if (fault == FrameFault::TooMuch) {
+    if (fault == FrameFault::TooLong) {
         LogFormatter(LogLevel::Warning).log(Log::Simulation)
             << "Maximum message size exceeded, clearing rx buffer";
     } else if (fault == FrameFault::WrongStart) {
@@ -58,17 +58,27 @@ void SimulationProtocol::warnOf(FrameFault fault)
     }
 }
 
+// The incomplete frame is in one of four states when a chunk begins or ends:
+//
+//     m_received_B | m_payload | the chunk ended        | the next chunk
+//     0            | empty     | with a frame           | begins with a start byte
+//     1 or 2       | empty     | inside a header        | completes m_header
+//     3            | empty     | with a header          | begins with the payload, if there is one
+//     3            | not empty | inside a payload       | is appended to m_payload
+//
+// A frame that began in an earlier chunk becomes the split message. All others lie in the chunk as
+// a whole and are copied only by CompleteFrames::takeMessage().
 CompleteFrames SimulationProtocol::takeFrames(const QByteArray& data)
 {
     CompleteFrames frames;
     if (qint64(m_received_B) + m_payload.size() + data.size() > maximumBuffered_B) {
         clear();
-        frames.fault = FrameFault::TooMuch;
+        frames.fault = FrameFault::TooLong;
         return frames;
     }
     const char* next = data.constData();
     const char* const end = next + data.size();
-    bool isBegun = m_received_B > 0;
+    bool isSplit = m_received_B > 0;
     frames.next = frames.end = next;
     while (completeHeader(next, end)) {
         if (static_cast<char>(m_header >> 16) != startOfFrame) {
@@ -84,29 +94,29 @@ CompleteFrames SimulationProtocol::takeFrames(const QByteArray& data)
             m_payload.append(next, available);
             break;
         }
-        if (isBegun)
-            frames.begun = std::exchange(m_payload, {}).append(next, missing);
+        if (isSplit)
+            frames.splitMessage = std::exchange(m_payload, {}).append(next, missing);
         next += missing;
         frames.end = next;
-        if (std::exchange(isBegun, false))
+        if (std::exchange(isSplit, false))
             frames.next = next;
         m_received_B = 0;
     }
     return frames;
 }
 
-// Whether there is the header and at least one byte more.
+// Returns whether the header and at least one byte behind it are there.
 bool SimulationProtocol::completeHeader(const char*& next, const char* end)
 {
-    if (m_received_B == 0 && end - next > headerSize_B) { // as nearly always
+    if (m_received_B == 0 && end - next > streamHeaderSize_B) { // the usual case, read at once
         m_header = qFromBigEndian<quint32>(next) >> 8;
-        m_received_B = headerSize_B;
-        next += headerSize_B;
+        m_received_B = streamHeaderSize_B;
+        next += streamHeaderSize_B;
         return true;
     }
-    for (; m_received_B < headerSize_B && next != end; ++m_received_B)
+    for (; m_received_B < streamHeaderSize_B && next != end; ++m_received_B)
         m_header = m_header << 8 | static_cast<quint8>(*next++);
-    return m_received_B == headerSize_B && (next != end || !m_payload.isEmpty());
+    return m_received_B == streamHeaderSize_B && (next != end || !m_payload.isEmpty());
 }
 
 void SimulationProtocol::clear()

@@ -52,8 +52,6 @@ Q_SIGNALS:
     void messageReceived(const QByteArray& message);
 
 private:
-    static constexpr int headerSize_B = 3;
-
     friend class SimulationInterface;
 
     static bool serialize(const QByteArray& data, QByteArray& frame);

@@ -73,7 +73,7 @@ void TcpClientSimulationInterface::beginConnection()
 {
     const std::shared_ptr<TcpSocket> kept = m_socket;
     if (kept->isConnectedToItself()) {
-        const QSignalBlocker blocker(kept->get()); // nobody shall hear of it
+        const QSignalBlocker blocker(kept->get()); // The endpoint was never connected.
         (*kept)->abort();
         return;
     }
@@ -84,8 +84,8 @@ void TcpClientSimulationInterface::beginConnection()
 
 void TcpClientSimulationInterface::tryToConnect()
 {
-    // The socket would refuse a second attempt while one is pending, with a line in the log, and
-    // would forget what came over the last connection.
+    // The socket would log a warning for a second attempt while one is pending, and would drop the
+    // unread bytes of the previous connection.
     if ((*m_socket)->state() == QAbstractSocket::UnconnectedState && !m_socket->isBeingProcessed())
         (*m_socket)->connectToHost(m_address->first, m_address->second);
 }

@@ -32,8 +32,8 @@ TcpServerSimulationInterface::TcpServerSimulationInterface(
     }
     connect(&m_server, &QTcpServer::newConnection, this,
             &TcpServerSimulationInterface::acceptConnection);
-    // The server pauses itself for good, even when the process lacked descriptors for a moment
-    // only.
+    // After such an error the server stays paused, even if the process lacked descriptors only for
+    // a moment.
     connect(&m_server, &QTcpServer::acceptError, this,
             [this] { QTimer::singleShot(3000ms, &m_server, &QTcpServer::resumeAccepting); });
 }
@@ -79,10 +79,10 @@ void TcpServerSimulationInterface::acceptConnection()
 
 void TcpServerSimulationInterface::attach(QTcpSocket* socket)
 {
-    m_client = TcpSocket::share(socket); // not the server's: it may outlive it
+    m_client = TcpSocket::share(socket); // no child of the server, which it may outlive
     connect(socket, &QTcpSocket::readyRead, this, &TcpServerSimulationInterface::processClient);
     connect(socket, &QTcpSocket::disconnected, this, [this] {
-        // The messages of this client come before those of the next one.
+        // All messages of this client are emitted before the next one is accepted.
         if (m_client->isBeingProcessed())
             m_server.pauseAccepting();
         else

@@ -14,8 +14,9 @@ namespace
 
 QString formatHint()
 {
-    const QString separator = SimulationInterfaceAddress::fieldSeparator();
-    return "IP" + separator + "port, example " + "127.0.0.1" + separator + "8133";
+    return QStringLiteral("IP%1port, example 127.0.0.1%1%2")
+        .arg(SimulationInterfaceAddress::fieldSeparator())
+        .arg(8133);
 }
 
 } // namespace

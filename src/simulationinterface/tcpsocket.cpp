@@ -28,9 +28,9 @@ constexpr int maximumUnread_B = 64 * 1024;
 constexpr int batch_B = 64 * 1024;
 constexpr qint64 maximumUnsent_B = qint64(64) * 1024 * 1024;
 
-// All but the last byte of the longest frame may be kept when a socket's buffer is taken: no stream
-// of good frames must ever be too much for the protocol.
-static_assert(3 + SimulationProtocol::maximumPayload_B - 1 + maximumUnread_B <=
+// The protocol may hold all but the last byte of the longest frame when it gets a full socket
+// buffer. A stream of correct frames never exceeds its limit.
+static_assert(streamHeaderSize_B + SimulationProtocol::maximumPayload_B - 1 + maximumUnread_B <=
               SimulationProtocol::maximumBuffered_B);
 
 } // namespace
@@ -59,9 +59,10 @@ TcpSocket::TcpSocket(QTcpSocket* socket)
 
 void TcpSocket::setUpConnection()
 {
-    // A message must not wait until the peer has acknowledged the one before.
+    // A message does not wait until the peer has acknowledged the previous one.
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    // After 30 s of silence the system asks the peer, and after three questions it gives up.
+    // After 30 s of silence the kernel probes the peer, and after three probes without an answer it
+    // ends the connection.
     m_socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
     const auto set = [this](int option, int value) {
         ::setsockopt(static_cast<int>(m_socket->socketDescriptor()), IPPROTO_TCP, option, &value,
@@ -73,8 +74,9 @@ void TcpSocket::setUpConnection()
     m_check.start();
 }
 
-// The system does not ask while bytes are under way: it repeats these for a quarter of an hour. Its
-// own limit of time (TCP_USER_TIMEOUT) would also end the connection to a peer that reads nothing.
+// The kernel sends no probes while bytes are unacknowledged: it repeats those for a quarter of an
+// hour. Its own timeout (TCP_USER_TIMEOUT) would also end the connection to a peer that reads
+// nothing.
 void TcpSocket::dropSilentPeer()
 {
     tcp_info info{};
@@ -105,7 +107,8 @@ bool TcpSocket::processWith(SimulationInterface& endpoint)
 
 QByteArray TcpSocket::readAvailable()
 {
-    char* const bytes = renew(m_received, static_cast<int>(m_socket->bytesAvailable()));
+    char* const bytes =
+        resizeUninitialized(m_received, static_cast<int>(m_socket->bytesAvailable()));
     if (!m_received.isEmpty())
         m_received.resize(static_cast<int>(m_socket->read(bytes, m_received.size())));
     return m_received;
@@ -135,14 +138,15 @@ bool TcpSocket::write(const QByteArray& frame)
 void TcpSocket::close(const QObject* listener)
 {
     m_socket->disconnect(listener);
-    m_socket->flush(); // which tells of each write, and is given the rest then
+    m_socket->flush(); // bytesWritten() calls handOver() for the rest
     m_socket->abort();
 }
 
 void TcpSocket::handOver()
 {
     if (!m_unsent.isEmpty())
-        m_socket->write(std::exchange(m_unsent, {})); // which keeps the array instead of a copy
+        m_socket->write(
+            std::exchange(m_unsent, {})); // The socket keeps the array and copies nothing.
 }
 
 } // namespace zeltools::simulationinterface

@@ -13,14 +13,14 @@ namespace tools
 namespace
 {
 
-// One for all handlers on purpose; see the class comment.
+// All handlers share one connection on purpose; see the class comment.
 std::weak_ptr<QMetaObject::Connection>& lastConnection()
 {
     static std::weak_ptr<QMetaObject::Connection> connection;
     return connection;
 }
 
-// What a QTimer can count: 24 days at the most.
+// The longest interval of a QTimer is 24 days.
 std::chrono::milliseconds interval(std::chrono::seconds timeout)
 {
     using std::chrono::seconds;
@@ -69,13 +69,27 @@ void EventGroupHandler::nextEvent()
         fireDueEvents();
         return;
     }
-    // The timer fires it when the callable throws, or stays in an event loop of its own. One that
-    // merely processes events until its answer comes gets the time to return.
+    // The loop of fireDueEvents() fires the event when the running callable returns. The timer does
+    // so if the callable throws or runs an event loop; a callable that only processes events until
+    // its answer arrives has the time to return.
     constexpr int returnTime_ms = 1;
     m_timer.start(returnTime_ms);
 }
 
-// Every answer that comes before its callable has returned leads back here, not deeper.
+// Fires events for as long as they are answered before their callables return. The phases:
+//
+//     Idle --start()--> Due --fire()--> Waiting --checkResult()--> Judging
+//
+//     from    | event                                  | to
+//     Waiting | timeout with attempts left             | Due
+//     Judging | answer accepted, or attempts left      | Due
+//     Judging | the check throws                       | Waiting
+//     Due     | no events left: success()              | Idle
+//     any     | attempts used up, failEvents()         | Idle
+//
+// A callable can call any method of the handler and so change the phase. After each call, the phase
+// and m_firings therefore show whether the call was the last step of this firing. A nested call
+// only sets Due and returns to the loop below, so that answered events take no stack.
 void EventGroupHandler::fireDueEvents()
 {
     const QPointer<EventGroupHandler> self(this);
@@ -100,7 +114,7 @@ void EventGroupHandler::fire()
         return;
     }
 
-    const std::shared_ptr<Event> event = m_events.front(); // The callables may clear the queue.
+    const std::shared_ptr<Event> event = m_events.front(); // A callable may clear the queue.
     const QPointer<EventGroupHandler> self(this);
     const quint64 firing = ++m_firings;
     const auto isUnanswered = [&] {
@@ -119,13 +133,13 @@ void EventGroupHandler::checkResult(QVariant result)
 {
     if (m_phase != Phase::Waiting)
         return;
-    if (m_events.empty()) { // cleared meanwhile
+    if (m_events.empty()) { // A callable has cleared the queue.
         nextEvent();
         return;
     }
     const std::shared_ptr<Event> event = m_events.front();
     const QPointer<EventGroupHandler> self(this);
-    const int timeLeft_ms = m_timer.remainingTime(); // -1 before the trigger has returned
+    const int timeLeft_ms = m_timer.remainingTime(); // -1 if the trigger has not returned yet
     m_timer.stop();
     m_phase = Phase::Judging;
     auto waitOn = qScopeGuard([&] { // The check has thrown.
@@ -168,8 +182,8 @@ void EventGroupHandler::failEvents()
 
 void EventGroupHandler::clear()
 {
-    // Empty before the callables are destroyed: what they own may call the handler in its
-    // destructor.
+    // The queue is empty before the callables are destroyed: objects that they own may call the
+    // handler in their destructors.
     const auto dropped = std::exchange(m_events, {});
 }
 

@@ -9,18 +9,19 @@
 namespace
 {
 
-LogFormatter line(LogLevel::Level level)
+LogFormatter logLine(LogLevel::Level level)
 {
     return LogFormatter(level).log(Log::StateMachine);
 }
 
-// Asked before a Debug line, whose names then are not formed for nobody.
+// Called before a Debug line, so that names of states are only made for a line that is logged.
 bool isDebugged()
 {
     return LogNode::isHeard(LogLevel::Debug, Log::StateMachine);
 }
 
-// In its last signal an object has already let go of the pointers that would be told of its end.
+// When an object emits destroyed(), it has already cleared all QPointers, and a new one would never
+// be cleared.
 bool isDestruction(const QMetaMethod& signal)
 {
     return signal.enclosingMetaObject() == &QObject::staticMetaObject &&
@@ -67,25 +68,26 @@ bool StateMachine::setInitialState(int state)
 {
     if (m_currentState == InvalidState)
         return setState(state, false);
-    line(LogLevel::Error) << "bool StateMachine::setInitialState(int)"
-                          << ": State machine already in use";
+    logLine(LogLevel::Error) << "bool StateMachine::setInitialState(int)"
+                             << ": State machine already in use";
     return false;
 }
 
 bool StateMachine::setState(int state, bool force)
 {
     if (!force && state == m_currentState) {
-        line(LogLevel::Warning) << "bool StateMachine::setState(int, bool)"
-                                << "state not set to " << stateToString(state)
-                                << ", because State is already = " << stateToString(m_currentState);
+        logLine(LogLevel::Warning)
+            << "bool StateMachine::setState(int, bool)"
+            << "state not set to " << stateToString(state)
+            << ", because State is already = " << stateToString(m_currentState);
         return false;
     }
     if (m_inTransition) {
-        line(LogLevel::Error) << "bool StateMachine::setState(int, bool)"
-                              << "state not set to" << stateToString(state)
-                              << ", because State is already changing from "
-                              << stateToString(m_previousState) << " to "
-                              << stateToString(m_nextState);
+        logLine(LogLevel::Error) << "bool StateMachine::setState(int, bool)"
+                                 << "state not set to" << stateToString(state)
+                                 << ", because State is already changing from "
+                                 << stateToString(m_previousState) << " to "
+                                 << stateToString(m_nextState);
         return false;
     }
     m_previousState = m_currentState;
@@ -116,9 +118,9 @@ void StateMachine::goToNextState()
     m_inTransition = false;
     m_nextState = InvalidState;
     if (isDebugged())
-        line(LogLevel::Debug) << "void StateMachine::goToNextState()"
-                              << ": State changed from " << stateToString(m_previousState) << " to "
-                              << stateToString(m_currentState);
+        logLine(LogLevel::Debug) << "void StateMachine::goToNextState()"
+                                 << ": State changed from " << stateToString(m_previousState)
+                                 << " to " << stateToString(m_currentState);
 
     const QPointer<StateMachine> self(this);
     Q_EMIT stateEnter();
@@ -130,21 +132,21 @@ void StateMachine::handleSignal()
 {
     const QObject* const from = sender();
     if (from == nullptr) {
-        line(LogLevel::Error) << "void StateMachine::handleSignal()"
-                              << ": Method called with no sender";
+        logLine(LogLevel::Error) << "void StateMachine::handleSignal()"
+                                 << ": Method called with no sender";
         return;
     }
     const QMetaMethod signal = from->metaObject()->method(senderSignalIndex());
     const SignalReception reception{isDestruction(signal) ? nullptr : from, signal, m_inTransition};
     if (isDebugged())
-        line(LogLevel::Debug) << "void StateMachine::handleSignal()"
-                              << ": Received signal" << reception.signal.name();
+        logLine(LogLevel::Debug) << "void StateMachine::handleSignal()"
+                                 << ": Received signal" << reception.signal.name();
     if (!m_inTransition) {
         handleSignal(reception);
         return;
     }
     if (isDebugged())
-        line(LogLevel::Debug)
+        logLine(LogLevel::Debug)
             << "void StateMachine::handleSignal()"
             << ": signal" << reception.signal.name()
             << "received during transition. Reception will occur at beginning of next state";
@@ -154,10 +156,11 @@ void StateMachine::handleSignal()
 void StateMachine::handleSignal(const SignalReception& reception)
 {
     if (isDebugged())
-        line(LogLevel::Debug)
+        logLine(LogLevel::Debug)
             << "void StateMachine::handleSignal(const StateMachine::SignalReception&)"
             << ": Processing signal" << reception.signal.name();
-    // A copy: the handler may change the state, which empties the lists that this may come from.
+    // The copy stays valid when the handler changes the state, which clears the lists that may hold
+    // the reception.
     const QMetaMethod signal = reception.signal;
     m_receptions.insert(signal, reception);
     m_lastSignal = signal;
