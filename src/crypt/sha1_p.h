@@ -17,7 +17,12 @@ public:
     /// 20 bytes. Nothing may be added afterwards.
     QByteArray result();
 
-    static QByteArray of(const char* bytes, qint64 size);
+    static QByteArray of(const char* bytes, qint64 size)
+    {
+        Sha1 hash;
+        hash.add(bytes, size);
+        return hash.result();
+    }
     static QByteArray of(const QByteArray& bytes) { return of(bytes.constData(), bytes.size()); }
 
 private:
