@@ -6,8 +6,8 @@
 #include <QFile>
 #include <QString>
 
-/// The input and the output of an operation of SimpleCrypt, read and written in chunks. After
-/// open(), every failure of the system is a CryptException that names the file and the error.
+/// The input and output files of an operation of SimpleCrypt, which are read and written in chunks.
+/// After open(), every failure of the system is a CryptException with the file and the error.
 class CryptFiles
 {
 public:

@@ -143,7 +143,7 @@ QString CryptHeaderReader::metadataFromFile(const QString& path)
     const char* const signature = "QString SimpleCrypt::getMetadataFromFile(const QString&)";
     QFile file(path);
     if (!open(file)) {
-        qWarning() << signature << "metadata hash check is not valid"; // readers of logs know it
+        qWarning() << signature << "metadata hash check is not valid"; // known to readers of logs
         return QString();
     }
     const QByteArray start = readStart(file, signature);

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-# The format of docs/format-crypt.md, written from that page alone: page and library are held
-# against each other. `cryptformat.py check` compares golden/ with what this makes of its cases,
-# `cryptformat.py write` makes the files anew.
+# Implements docs/format-crypt.md from that page alone, so that the tests compare the page with the
+# library. `cryptformat.py check` compares the files in golden/ with the results for its cases, and
+# `cryptformat.py write` writes them again.
 
 import hashlib
 import json

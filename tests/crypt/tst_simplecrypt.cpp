@@ -95,7 +95,7 @@ private Q_SLOTS:
             [](QtMsgType, const QMessageLogContext&, const QString& text) { s_warnings += text; });
     }
 
-    // A program in another language has written the files.
+    // cryptformat.py has written the files.
     void writesAndReadsTheFormat_data() { addRecords(QFINDTESTDATA("golden/cases.json")); }
     void writesAndReadsTheFormat()
     {
@@ -123,7 +123,7 @@ private Q_SLOTS:
         }
     }
 
-    // A report is the result, the error that is left (2 is the one before) and the warnings.
+    // A report consists of the result, lastError(), which was 2 before the call, and the warnings.
     void reports_data() { addRecords(QFINDTESTDATA("reports.json")); }
     void reports()
     {
@@ -148,7 +148,7 @@ private Q_SLOTS:
             s_warnings += line.left(line.indexOf(", file"));
         QString report =
             QString("%1|%2|%3").arg(result).arg(crypt.lastError()).arg(s_warnings.join("; "));
-        report.remove(QRegularExpression("Z_[A-Z]+_ERROR: ")); // only Qt 5 has it
+        report.remove(QRegularExpression("Z_[A-Z]+_ERROR: ")); // only Qt 5 writes that
         QCOMPARE(report, record["report"].toString());
         const SimpleCrypt::Failure failure = crypt.lastFailure();
         QCOMPARE(failure.path + ": " + failure.systemError, record["failure"].toString(": "));
@@ -212,7 +212,7 @@ private Q_SLOTS:
         QVERIFY(reader.encryptToByteArray(s_text).endsWith(s_text));
     }
 
-    // The sizes around the end of a chunk, where the streamed form loses bytes.
+    // The sizes are those around the end of a chunk, where encryptFileSmart() loses bytes.
     void streams_data()
     {
         QTest::addColumn<int>("prefix");

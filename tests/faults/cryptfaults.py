@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-# `zelctl crypt` against the same format in another language, and on machines that fail:
-# cryptfaults.py EXPERIMENT ZELCTL [--short] [--sanitized, which does not judge memory]. Exit status
-# 0: every check passed; 77: cannot run here; any other: one did not.
+# Compares `zelctl crypt` with the same format in another language, and runs it on machines that
+# fail: cryptfaults.py EXPERIMENT ZELCTL [--short] [--sanitized]. The exit status is 0 if every
+# check passed, 77 if the experiment cannot run here, and another one if a check failed.
 
 import json
 import os
@@ -36,10 +36,10 @@ def text_of(size):
     return random.choice([random.randbytes, lambda n: (b"espresso " * n)[:n]])(size)
 
 
-# Anything that one side writes the other one reads, by files and by pipes.
+# Each side reads what the other one writes, from files and pipes.
 def crypt_exchange(root):
     plain, encrypted, back = root / "plain", root / "encrypted", root / "back"
-    edges = [CHUNK, CHUNK + 1, CHUNK + 21, CHUNK + 22]  # where a streamed form loses its tail
+    edges = [CHUNK, CHUNK + 1, CHUNK + 21, CHUNK + 22]  # encryptFileSmart() loses tails here
     for size in edges + [random.randint(0, 300) for _ in range(20 if "--short" in OPTIONS else 500)]:
         text, lead = text_of(size), random.randint(0, 127)
         plain.write_bytes(text)
@@ -63,7 +63,7 @@ def crypt_exchange(root):
         require(run("decrypt", encrypted, "-").stdout == text, f"{size} bytes, {words}")
 
 
-# What cannot be done is one line and status 1, and every file stays as it was.
+# A refused run prints one line, exits with status 1 and changes no file.
 def crypt_refused(root):
     private_mounts()
     folder = root / "disk"
@@ -107,7 +107,7 @@ def crypt_refused(root):
                 refused("No space left", "encrypt", plain, target, "--whole-file")
                 refused("No space left", "decrypt", good, target)
         put("key", os.environ["ZEL_KEY"].encode())
-        os.link(plain, folder / ".new.new")  # as a killed run leaves it
+        os.link(plain, folder / ".new.new")  # the leftover of a killed run
         files[".new.new"] = text
         for words in ((plain, folder / ".." / "disk" / "plain"),
                       (folder / ".new.new", folder / "new"),
@@ -120,7 +120,7 @@ def crypt_refused(root):
         for out_name in (folder, "/dev/full"):
             refused("not a file", "encrypt", plain, out_name)
         refused("No such file", "encrypt", plain, folder / "missing" / "out")
-        sparse = root / "sparse"  # states 2 GiB of metadata, and has them
+        sparse = root / "sparse"  # its metadata have the 2 GiB that it states
         sparse.write_bytes(b"\4\x0c\xd0\xff\xff\x7f\x2f\0\0\x80")
         os.truncate(sparse, 2**31 + 4095)
         require(b"is damaged" in run("info", sparse).stderr, "forged metadata")
@@ -136,7 +136,7 @@ def crypt_refused(root):
         refused("another one", "decrypt", good, out)
 
 
-# SIGKILL at any moment: the output is the old one or the new one, and the next run succeeds.
+# After SIGKILL at any moment, the output is the old or the new one, and the next run succeeds.
 def crypt_killed(root):
     plain, out = root / "plain", root / "out"
     plain.write_bytes(text_of(8 * CHUNK))
@@ -157,7 +157,7 @@ def crypt_killed(root):
     require(set(os.listdir(root)) == {"plain", "out"} and out.read_bytes() == new, "a leftover")
 
 
-# Six runs at a time that want the same output: it is always there, and always one of theirs.
+# When six runs write the same output, it always exists and is complete.
 def crypt_together(root):
     out, outputs = root / "out", []
     for i in range(6):
@@ -176,7 +176,7 @@ def crypt_together(root):
     require(len(os.listdir(root)) == 7, os.listdir(root))
 
 
-# A run that is told to end takes what it has not finished with it.
+# A run that is ended by a signal removes its unfinished output.
 def crypt_ended(root):
     plain, out = root / "plain", root / "out"
     plain.touch()
@@ -189,7 +189,7 @@ def crypt_ended(root):
         require(process.returncode == -number and os.listdir(root) == ["plain"], number)
 
 
-# A file is never in memory as a whole, unless it is compressed. Then the run ends without harm.
+# Only a compressed file is held in memory as a whole. If that fails, the old output is kept.
 def crypt_memory(root):
     if "--sanitized" in OPTIONS:  # sanitizers reserve all addresses
         sys.exit(77)
