@@ -1,5 +1,5 @@
-// Holds the quick ways between bytes and hexadecimal text against the steps that define them, taken
-// one by one, and what was written against what it is read as.
+// Compares the conversions between bytes and hexadecimal text with the steps that define them, and
+// reads back each text that was written.
 
 #include "fuzz.h"
 #include <zeltools/binarydataformatter.h>
@@ -46,7 +46,7 @@ Parsed parseInSteps(const QString& text)
         details = QStringLiteral("Odd number of hex characters");
     else
         return {QByteArray::fromHex(cleaned.toLatin1()), {}};
-    // As what() has it, which ends at a NUL.
+    // The text of what() ends at a NUL.
     const QByteArray error =
         QStringLiteral("WrongByteDataException details: \"%1\"").arg(details).toLocal8Bit();
     return {{}, error.constData()};
@@ -64,7 +64,7 @@ QString formatInSteps(const QByteArray& bytes, const QString& prefix, const QStr
     return prefix + text.toUpper();
 }
 
-// All that can stand in a string, half pairs of surrogates too.
+// Makes a string of arbitrary UTF-16 code units, including unpaired surrogates.
 QString utf16Of(const QByteArray& bytes)
 {
     QString text(bytes.size() / 2, Qt::Uninitialized);

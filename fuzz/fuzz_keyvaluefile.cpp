@@ -1,5 +1,5 @@
-// Holds the parser of key-value files against the plain way to read them, and what it found against
-// what it finds in a file written from that.
+// Compares the parser of key-value files with a plain reader, and parses a file that is written
+// from the result.
 
 #include "fuzz.h"
 #include <zeltools/keyvaluefile.h>
@@ -30,8 +30,8 @@ Map readLineByLine(QByteArray content)
     return map;
 }
 
-// Whether a line can hold the pair. What was read may be more than that: a NUL keeps white space
-// away from the end of a line, and a byte order mark, which the conversion drops, from its begin.
+// Whether a line can hold the pair. Not every pair that was read can be written: white space before
+// a NUL or behind a byte order mark is not trimmed, but the conversion drops these two characters.
 bool fits(const QString& key, const QString& value)
 {
     const QByteArray line = keyvaluefile::toLine(key, value).chopped(1);
