@@ -1,4 +1,4 @@
-// What encryption costs: the cipher, a file of 512 MiB on tmpfs, a short text.
+// Measures encryption: the cipher alone, a file of 512 MiB on tmpfs and a short text.
 
 #include "crypt/cipherstream_p.h"
 #include "ratiotable.h"

@@ -1,6 +1,7 @@
 // What a folder of 10,000 files costs, to the eye and to the event loop, and a change in a tree.
 
 #include "ratiotable.h"
+#include "runloopuntil.h"
 #include <zeltools/folderlistmodel.h>
 #include <zeltools/hierarchical/hierarchicaldbobject.h>
 #include <zeltools/logging/logmanager.h>
@@ -56,11 +57,9 @@ const QTemporaryDir& largeFolder()
     return folder;
 }
 
-// Until the rows are as the caller wants them.
 void waitFor(const FolderListModel& model, int count)
 {
-    while (model.count() != count)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    runLoopUntil([&] { return model.count() == count; });
 }
 
 void listModel(benchmark::State& state)

@@ -1,6 +1,7 @@
 // What the simulation links cost: cutting a stream into messages, and frames over loopback.
 
 #include "ratiotable.h"
+#include "runloopuntil.h"
 #include <zeltools/simulationinterface/tcpclientsimulationinterface.h>
 #include <zeltools/simulationinterface/tcpserversimulationinterface.h>
 
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -87,12 +87,6 @@ void copyPayloads(benchmark::State& state, int frames, int frameSize_B)
 
 constexpr int payload_B = 1024;
 constexpr int frame_B = payload_B + 3;
-
-void runLoopUntil(const std::function<bool()>& isDone)
-{
-    while (!isDone())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
 
 // Two ends of one connection. What the server gets comes back when it echoes.
 class Endpoints

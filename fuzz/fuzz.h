@@ -6,19 +6,17 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// What libFuzzer takes for a finding.
+/// Ends the process if the condition is false, which libFuzzer reports as a finding.
 inline void require(bool condition)
 {
     if (!condition)
         abort();
 }
 
-/// Ten million warnings would be all that a run does.
+/// Discards the messages of Qt. A run would spend its time on ten million warnings.
 inline void silenceWarnings()
 {
-    static const QtMessageHandler before =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    Q_UNUSED(before)
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
 }
 
 inline QByteArray toBytes(const uint8_t* data, size_t size)

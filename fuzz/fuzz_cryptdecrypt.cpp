@@ -1,4 +1,5 @@
-// Decrypts anything, and anything that has been encrypted in any way.
+// Decrypts arbitrary bytes, and arbitrary bytes that were encrypted with every combination of
+// settings.
 
 #include "fuzz.h"
 #include <zeltools/simplecrypt.h>
@@ -25,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray bytes = toBytes(data, size);
 
     SimpleCrypt reader = withSettings(0);
-    constexpr int mostOfOneByte = 1032; // what deflate can make
+    constexpr int mostOfOneByte = 1032; // deflate expands one byte to no more
     require(reader.decryptToByteArray(bytes).size() <= bytes.size() * mostOfOneByte);
 
     SimpleCrypt crypt = withSettings(size > 0 ? data[size - 1] : 0);

@@ -1,5 +1,5 @@
-// Asks each header query about anything, as bytes and as a file, and about a good header in front
-// of it.
+// Calls each header query with arbitrary bytes, as an array and as a file, and with the same bytes
+// behind a valid header.
 
 #include "fuzz.h"
 #include <zeltools/simplecrypt.h>
@@ -26,10 +26,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray bytes = toBytes(data, size);
     SimpleCrypt crypt(1);
     if (!bytes.isEmpty())
-        crypt.checkVersion(bytes); // reports an empty array as the caller's fault
+        crypt.checkVersion(bytes); // an assertion fails on an empty array
     const qint64 metadataSize = crypt.getMetadataSize(bytes);
     const QString metadata = crypt.getMetadata(bytes);
-    require(metadata.isEmpty() || metadata.size() <= metadataSize); // less where the data ends
+    require(metadata.isEmpty() ||
+            metadata.size() <= metadataSize); // fewer if the data ends earlier
     const QString path = fileWith(bytes);
     require(crypt.getMetadataFromFile(path) == metadata);
     require(crypt.getDataHashOffset(path) == 31 + metadata.size());

@@ -1,5 +1,5 @@
-// Compares the conversions between bytes and hexadecimal text with the steps that define them,
-// taken one by one, and reads each written text back.
+// Compares the conversions between bytes and hexadecimal text with the steps that define them, and
+// reads back each text that was written.
 
 #include "fuzz.h"
 #include <zeltools/binarydataformatter.h>
@@ -64,7 +64,7 @@ QString formatInSteps(const QByteArray& bytes, const QString& prefix, const QStr
     return prefix + text.toUpper();
 }
 
-// Any content of a string, including halves of surrogate pairs.
+// Makes a string of arbitrary UTF-16 code units, including unpaired surrogates.
 QString utf16Of(const QByteArray& bytes)
 {
     QString text(bytes.size() / 2, Qt::Uninitialized);

@@ -1,5 +1,5 @@
-// Compares the parser of key-value files with a reader that goes line by line, and reads a file
-// back that is written from the pairs.
+// Compares the parser of key-value files with a plain reader, and parses a file that is written
+// from the result.
 
 #include "fuzz.h"
 #include <zeltools/keyvaluefile.h>
@@ -30,9 +30,8 @@ Map readLineByLine(QByteArray content)
     return map;
 }
 
-// Whether a line can hold the pair. Some pairs that were read cannot be written: a NUL protects
-// white space at the end of a line, and a byte order mark, which the conversion drops, at its
-// start.
+// Whether a line can hold the pair. Not every pair that was read can be written: white space before
+// a NUL or behind a byte order mark is not trimmed, but the conversion drops these two characters.
 bool fits(const QString& key, const QString& value)
 {
     const QByteArray line = keyvaluefile::toLine(key, value).chopped(1);

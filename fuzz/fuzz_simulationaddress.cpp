@@ -1,25 +1,17 @@
-// Holds the parsers of simulation addresses against the plain way to read them: all fields parted,
-// looked at, and joined again.
+// Compares the parsers of simulation addresses with a plain reading, which splits all fields, looks
+// at them and joins them again.
 
+#include "fuzz.h"
 #include <zeltools/logging/lognode.h>
 #include <zeltools/simulationinterface/simulationinterfaceaddress.h>
 #include <zeltools/simulationinterface/tcpsimulationinterfacecommon.h>
 
 #include <QStringList>
 
-#include <cstdint>
-#include <cstdlib>
-
 using namespace zeltools::simulationinterface;
 
 namespace
 {
-
-void require(bool condition)
-{
-    if (!condition)
-        abort();
-}
 
 void checkTcp(const QString& address)
 {
@@ -38,7 +30,7 @@ void checkTcp(const QString& address)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    LogNode::instance(); // which is quiet as long as nobody listens
+    LogNode::instance(); // prints nothing as long as nobody listens
     const QString raw =
         QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<int>(size));
     const SimulationInterfaceAddress address(raw);

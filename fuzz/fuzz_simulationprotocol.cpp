@@ -1,24 +1,17 @@
-// Holds both framings of the simulation links against the plain way to take them apart: all bytes
-// in one buffer, which is looked at as a whole.
+// Compares both framings of the simulation links with a plain parser, which keeps all bytes in one
+// buffer and looks at it as a whole.
 
+#include "fuzz.h"
 #include <zeltools/logging/lognode.h>
 #include <zeltools/simulationinterface/simulationmessage.h>
 #include <zeltools/simulationinterface/simulationprotocol.h>
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 
 using namespace zeltools::simulationinterface;
 
 namespace
 {
-
-void require(bool condition)
-{
-    if (!condition)
-        abort();
-}
 
 int byteAt(const QByteArray& data, int index)
 {
@@ -49,7 +42,8 @@ QVector<QByteArray> takeFromBuffer(QByteArray& buffer, const QByteArray& chunk)
     return messages;
 }
 
-// The next chunk: the first byte says how long it is and how often it is repeated.
+// Takes the next chunk from the input. Its first byte states its length and how often it is
+// repeated.
 QByteArray takeChunk(QByteArray& input)
 {
     const int head = byteAt(input, 0);
@@ -102,8 +96,8 @@ void checkMessage(const QByteArray& data)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    LogNode::instance(); // which is quiet as long as nobody listens
-    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<int>(size));
+    LogNode::instance(); // prints nothing as long as nobody listens
+    const QByteArray bytes = toBytes(data, size);
     checkStream(bytes);
     checkMessage(bytes);
     return 0;

@@ -1,4 +1,4 @@
-// Holds versions against the rules in the plainest words: two lists of numbers, read from a text.
+// Compares versions with a plain implementation of their rules on two lists of numbers.
 
 #include "fuzz.h"
 #include <zeltools/versionapp.h>
@@ -19,7 +19,8 @@ bool isBlank(QChar character)
     return character.isSpace();
 }
 
-// A sign and digits with white space around them, within the range of an int; else 0.
+// The number of a part that is a sign and digits with white space around them; 0 for any other part
+// and for a number beyond the range of an int.
 int numberOf(QString part)
 {
     while (!part.isEmpty() && isBlank(part[0]))
@@ -65,7 +66,7 @@ void check(const VersionNumber& version, const Numbers& expected)
     require(version.size() == expected.size());
     for (unsigned i = 0; i < version.size(); ++i)
         require(version.at(i) == expected[i]);
-    // What was written is read as the same.
+    // The text of a version is read as the same version.
     require(VersionNumber::toListId(version.toString()) == expected);
 }
 
@@ -86,9 +87,8 @@ void checkComparisons(const VersionNumber& a, const VersionNumber& b, const Numb
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const QtMessageHandler before = qInstallMessageHandler(
+    qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext&, const QString&) { ++warnings; });
-    Q_UNUSED(before)
 
     const QString input = QString::fromUtf8(toBytes(data, size));
     const QString textA = input.section('/', 0, 0), textB = input.section('/', 1);

@@ -1,63 +1,34 @@
 #include "simplecrypt.h"
 
-#include "crypt/cipherstream_p.h"
+#include "crypt/byteorder_p.h"
+#include "crypt/cryptdecoder_p.h"
+#include "crypt/cryptencoder_p.h"
 #include "crypt/cryptexception_p.h"
+#include "crypt/cryptfiles_p.h"
 #include "crypt/cryptheader_p.h"
-#include "crypt/cryptlimits_p.h"
-#include "crypt/integrity_p.h"
-#include "random.h"
+#include "crypt/cryptheaderreader_p.h"
 
-#include <QDebug>
 #include <QtEndian>
-
-#include <limits>
 
 #include <string.h>
 
 namespace
 {
 
-constexpr int s_compressionLevel = 9;
-
-// qCompress() returns an empty array when it has no memory, and never else.
-QByteArray compress(const QByteArray& payload)
+// Writes the result of an operation on the whole input. If a file cannot be opened, lastError()
+// does not change.
+template <typename Outcome, typename Operation>
+bool processFile(Outcome& outcome, const QString& inputPath, const QString& outputPath,
+                 const Operation& operation)
 {
-    QByteArray compressed = qCompress(payload, s_compressionLevel);
-    if (compressed.isEmpty())
-        throw std::bad_alloc();
-    return compressed;
-}
-
-// The length in front of compressed data, four bytes that an attacker may have chosen, is what
-// qUncompress() allocates at first. Deflate makes at most 1032 bytes of one. Qt 5 refuses what is
-// larger than its arrays, Qt 6 tries to allocate it.
-QByteArray uncompress(QByteArray payload)
-{
-    constexpr qint64 mostOfOneByte = 1032;
-    if (payload == QByteArray(sizeof(quint32), '\0')) // nothing, compressed
-        return QByteArray();
-    if (payload.size() > int(sizeof(quint32))) {
-        const qint64 stated = qFromBigEndian<quint32>(payload.constData());
-        const qint64 possible = payload.size() * mostOfOneByte;
-        if (stated > std::numeric_limits<int>::max()) {
-            qWarning("qUncompress: Input data is corrupted");
-            throw CryptException({SimpleCrypt::CryptIntegrityMismatch, {}, {}});
-        }
-        if (stated > possible)
-            qToBigEndian(static_cast<quint32>(possible), payload.data());
-        // qUncompress() takes missing memory for damage; this throws where there is too little.
-        if (stated <= SimpleCrypt::largestInMemory_B)
-            const QByteArray room(static_cast<int>(qMin(stated, possible)), Qt::Uninitialized);
-    }
-    QByteArray result = qUncompress(payload);
-    if (result.isNull())
-        throw CryptException({SimpleCrypt::CryptIntegrityMismatch, {}, {}});
-    return result;
-}
-
-QString fromUtf8(const QByteArray& bytes)
-{
-    return QString::fromUtf8(bytes.constData(), bytes.size()); // also what follows a NUL
+    return recorded(outcome, [&] {
+        CryptFiles files(inputPath, outputPath);
+        outcome.failure = files.open();
+        if (outcome.failure.code != SimpleCrypt::CryptNoError)
+            return false;
+        files.writeResult(operation);
+        return true;
+    });
 }
 
 } // namespace
@@ -67,165 +38,160 @@ SimpleCrypt::SimpleCrypt(quint64 key)
     setKey(key);
 }
 
-void SimpleCrypt::setKey(quint64 key)
-{
-    m_key = key;
-    splitKey();
-}
-
 SimpleCrypt::~SimpleCrypt()
 {
-    explicit_bzero(&m_key, sizeof m_key);
-    explicit_bzero(m_keyParts.data(), m_keyParts.size());
+    explicit_bzero(&m_settings.key, sizeof m_settings.key);
+    explicit_bzero(m_settings.keyParts.data(), m_settings.keyParts.size());
+}
+
+void SimpleCrypt::setKey(quint64 key)
+{
+    m_settings.key = key;
+    splitKey();
 }
 
 void SimpleCrypt::splitKey()
 {
-    qToLittleEndian(m_key, m_keyParts.data());
-    m_hasKey = true;
+    qToLittleEndian(m_settings.key, m_settings.keyParts.data());
+    m_settings.hasKey = true;
 }
 
 QByteArray SimpleCrypt::encryptToByteArray(const QByteArray& plaintext)
 {
-    return guarded(QByteArray(), [&] { return encrypt(plaintext); });
-}
-
-QByteArray SimpleCrypt::encrypt(const QByteArray& plaintext)
-{
-    const auto warn = [](const char* message) {
-        qWarning() << "QByteArray SimpleCrypt::encryptToByteArray(const QByteArray&)" << message;
-    };
-    if (!m_hasKey) {
-        warn("No key set.");
-        return refuse(CryptKeyMissing);
-    }
-    if (plaintext.size() > SimpleCrypt::largestInMemory_B) {
-        warn("Too many bytes");
-        throw CryptException({CryptFileAccess, {}, cryptlimits::tooLarge()});
-    }
-    int flags = settingFlags();
-    QByteArray payload = plaintext;
-    if (m_compressionMode != CompressionOff) {
-        const QByteArray compressed = compress(plaintext);
-        if (m_compressionMode == CompressionForced || compressed.size() < plaintext.size()) {
-            payload = compressed;
-            flags |= FlagCompressed;
-        }
-    }
-    if (m_protectionMode == ProtectionChecksum)
-        flags |= FlagChecksum;
-    else if (m_protectionMode == ProtectionSha1)
-        flags |= FlagSha1;
-
-    QByteArray cyphertext = header(flags);
-    const int bodyStart = cyphertext.size();
-    cyphertext.reserve(bodyStart + 1 + integrity::size(flags) + payload.size());
-    cyphertext += leadByte();
-    cyphertext += integrity::of(flags, payload.constData(), payload.size());
-    cyphertext += payload;
-    if (!m_plainPayload)
-        CipherStream(m_keyParts)
-            .encipher(cyphertext.data() + bodyStart, cyphertext.size() - bodyStart);
-    m_lastError = CryptNoError;
-    return cyphertext;
+    return recorded(m_outcome,
+                    [&] { return CryptEncoder(m_settings, m_outcome).encrypt(plaintext); });
 }
 
 QByteArray SimpleCrypt::encryptToByteArray(const QString& plaintext)
 {
-    return guarded(QByteArray(), [&] { return encrypt(plaintext.toUtf8()); });
+    return recorded(m_outcome, [&] { return encryptToByteArray(plaintext.toUtf8()); });
 }
 
 QString SimpleCrypt::encryptToString(const QByteArray& plaintext)
 {
-    return guarded(QString(), [&] { return QString::fromLatin1(encrypt(plaintext).toBase64()); });
+    return recorded(m_outcome,
+                    [&] { return QString::fromLatin1(encryptToByteArray(plaintext).toBase64()); });
 }
 
 QString SimpleCrypt::encryptToString(const QString& plaintext)
 {
-    return guarded(QString(),
-                   [&] { return QString::fromLatin1(encrypt(plaintext.toUtf8()).toBase64()); });
+    return recorded(m_outcome, [&] { return encryptToString(plaintext.toUtf8()); });
 }
 
 QByteArray SimpleCrypt::decryptToByteArray(const QByteArray& cyphertext)
 {
-    return guarded(QByteArray(), [&] { return decrypt(cyphertext); });
-}
-
-QByteArray SimpleCrypt::decrypt(const QByteArray& cyphertext)
-{
-    const auto warn = [](const char* message) {
-        qWarning() << "QByteArray SimpleCrypt::decryptToByteArray(const QByteArray&)" << message;
-    };
-    m_checkedProtection = ProtectionOff;
-    if (!m_hasKey) {
-        warn("No key set.");
-        return refuse(CryptKeyMissing);
-    }
-    if (cyphertext.size() <= cryptheader::shortSize) {
-        warn("Too few bytes");
-        m_failure.code = CryptIntegrityMismatch;
-        return QByteArray();
-    }
-    if (!checkVersion(cyphertext)) {
-        warn("Invalid version or not a cyphertext.");
-        return refuse(CryptBadVersion);
-    }
-    const int flags = cryptheader::flags(cyphertext);
-    const std::optional<qint64> headerSize = this->headerSize(cyphertext);
-    if ((flags & FlagPlain) != 0)
-        m_plainPayload = true;
-    if (!headerSize || *headerSize > cyphertext.size()) {
-        warn("Not enough bytes to remove.");
-        m_failure.code = CryptIntegrityMismatch;
-        return headerSize ? QByteArray() : refuse(CryptIntegrityMismatch);
-    }
-    return takePayload(cyphertext.mid(static_cast<int>(*headerSize)), flags);
+    return recorded(m_outcome,
+                    [&] { return CryptDecoder(m_settings, m_outcome).decrypt(cyphertext); });
 }
 
 QByteArray SimpleCrypt::decryptToByteArray(const QString& cyphertext)
 {
-    return guarded(QByteArray(),
-                   [&] { return decrypt(QByteArray::fromBase64(cyphertext.toLatin1())); });
+    return recorded(m_outcome, [&] {
+        return decryptToByteArray(QByteArray::fromBase64(cyphertext.toLatin1()));
+    });
 }
 
 QString SimpleCrypt::decryptToString(const QByteArray& cyphertext)
 {
-    return guarded(QString(), [&] { return fromUtf8(decrypt(cyphertext)); });
+    return recorded(m_outcome, [&] {
+        const QByteArray text = decryptToByteArray(cyphertext);
+        return QString::fromUtf8(text.constData(), text.size()); // a NUL does not end it
+    });
 }
 
 QString SimpleCrypt::decryptToString(const QString& cyphertext)
 {
-    return guarded(QString(), [&] {
-        return fromUtf8(decrypt(QByteArray::fromBase64(cyphertext.toLatin1())));
+    return recorded(m_outcome,
+                    [&] { return decryptToString(QByteArray::fromBase64(cyphertext.toLatin1())); });
+}
+
+bool SimpleCrypt::checkVersion(const QByteArray& data) const
+{
+    return unrecorded([&] { return cryptheader::isReadable(data); });
+}
+
+qint64 SimpleCrypt::getMetadataSize(const QByteArray& data)
+{
+    return unrecorded([&] { return CryptHeaderReader(m_outcome).metadataSize(data); });
+}
+
+QByteArray SimpleCrypt::getMetadataHeader(const QString& metadataStr) const
+{
+    return unrecorded([&] { return CryptEncoder::metadataHeader(metadataStr); });
+}
+
+QString SimpleCrypt::getMetadata(const QByteArray& data)
+{
+    return recorded(m_outcome, [&] { return CryptHeaderReader(m_outcome).metadata(data); });
+}
+
+QByteArray SimpleCrypt::convertInt32ToQByteArray(int value)
+{
+    return unrecorded([&] { return byteorder::bytesOf(value); });
+}
+
+int SimpleCrypt::convertQByteArrayToInt32(const QByteArray& bytes)
+{
+    return byteorder::int32At(bytes, 0);
+}
+
+bool SimpleCrypt::encryptFile(const QString& inputPath, const QString& outputPath)
+{
+    CryptEncoder encoder(m_settings, m_outcome);
+    return processFile(m_outcome, inputPath, outputPath,
+                       [&](const QByteArray& bytes) { return encoder.encrypt(bytes); });
+}
+
+bool SimpleCrypt::decryptFile(const QString& inputPath, const QString& outputPath)
+{
+    CryptDecoder decoder(m_settings, m_outcome);
+    return processFile(m_outcome, inputPath, outputPath,
+                       [&](const QByteArray& bytes) { return decoder.decrypt(bytes); });
+}
+
+bool SimpleCrypt::encryptFileSmart(const QString& inputPath, const QString& outputPath,
+                                   const Progress& progress)
+{
+    return recorded(m_outcome, [&] {
+        return CryptEncoder(m_settings, m_outcome)
+            .encryptFile(inputPath, outputPath, CryptEncoder::Tail::Lost, progress);
     });
 }
 
-// What is left of the body when it has been deciphered, checked and uncompressed.
-QByteArray SimpleCrypt::takePayload(QByteArray body, int flags)
+bool SimpleCrypt::encryptFileInChunks(const QString& inputPath, const QString& outputPath,
+                                      const Progress& progress)
 {
-    if (!m_plainPayload)
-        CipherStream(m_keyParts).decipher(body.data(), body.size());
-    const int payloadStart = 1 + integrity::size(flags);
-    const QByteArray field = body.mid(1, payloadStart - 1);
-    body.remove(0, payloadStart);
-    if (integrity::of(flags, body.constData(), body.size()) != field)
-        return refuse(CryptIntegrityMismatch);
-    if ((flags & FlagCompressed) != 0)
-        body = uncompress(std::move(body));
-    m_lastError = CryptNoError;
-    m_checkedProtection = integrity::protection(flags);
-    return body;
+    return recorded(m_outcome, [&] {
+        return CryptEncoder(m_settings, m_outcome)
+            .encryptFile(inputPath, outputPath, CryptEncoder::Tail::Kept, progress);
+    });
 }
 
-// The result of an operation that the input or the settings do not allow.
-QByteArray SimpleCrypt::refuse(Error code)
+bool SimpleCrypt::decryptFileSmart(const QString& inputPath, const QString& outputPath,
+                                   const Progress& progress)
 {
-    m_failure.code = code;
-    m_lastError = code;
-    return QByteArray();
+    return recorded(m_outcome, [&] {
+        return CryptDecoder(m_settings, m_outcome).decryptFile(inputPath, outputPath, progress);
+    });
 }
 
-char SimpleCrypt::leadByte() const
+int SimpleCrypt::getHeaderLength(const QString& path)
 {
-    return m_randomCharEnabled ? utils::randomTypeDistributed<char, 0, 127>() : '\xff';
+    return recorded(
+        m_outcome, [&] { return CryptHeaderReader(m_outcome).headerLength(path); }, -1);
+}
+
+QString SimpleCrypt::getMetadataFromFile(const QString& path)
+{
+    return recorded(m_outcome, [&] { return CryptHeaderReader(m_outcome).metadataFromFile(path); });
+}
+
+int SimpleCrypt::getDataHashOffset(const QString& path)
+{
+    return getMetadataFromFile(path).size() + cryptheader::metadataOffset + 1;
+}
+
+QByteArray SimpleCrypt::getHeaderForCompleteBackup() const
+{
+    return unrecorded([&] { return CryptEncoder::backupHeader(m_settings); });
 }

@@ -7,9 +7,6 @@
 
 #include <array>
 #include <functional>
-#include <optional>
-
-class CryptFiles;
 
 /// The length in bytes of the SHA-1 in a cyphertext.
 constexpr int SHA1_SIZE = 20;
@@ -93,30 +90,30 @@ public:
     /// Splits the key into its eight bytes, the lowest first; setKey() calls it.
     void splitKey();
     /// Sets the compression of encryptions; the default is CompressionWhenSmaller.
-    void setCompression(CompressionMode mode) { m_compressionMode = mode; }
+    void setCompression(CompressionMode mode) { m_settings.compression = mode; }
     /// Sets the integrity field of encryptions; the default is ProtectionSha1.
-    void setProtection(ProtectionMode mode) { m_protectionMode = mode; }
+    void setProtection(ProtectionMode mode) { m_settings.protection = mode; }
     /// Sets whether the byte in front of the payload is random (the default), so that the same text
     /// gives a different cyphertext each time, or 0xFF.
-    void setRandomCharEnabled(bool enabled) { m_randomCharEnabled = enabled; }
+    void setRandomCharEnabled(bool enabled) { m_settings.isLeadByteRandom = enabled; }
     /// Sets a text that is stored readably in front of the payload; empty means none. It is written
     /// in the local 8-bit encoding but read as Latin-1, so that only ASCII is preserved.
-    void setMetadata(const QString& metadata) { m_metadata = metadata; }
+    void setMetadata(const QString& metadata) { m_settings.metadata = metadata; }
     /// Sets whether encryptions leave the payload unenciphered. The decryption of such a cyphertext
     /// also sets this, and only this function clears it: an object that has read one then writes
     /// unenciphered payloads and reads all others as unenciphered, too.
-    void setPlainPayload(bool plain) { m_plainPayload = plain; }
+    void setPlainPayload(bool plain) { m_settings.isPlain = plain; }
 
     /// The result of the last operation that sets it; some failures do not change it.
-    Error lastError() const { return m_lastError; }
+    Error lastError() const { return m_outcome.lastError; }
     /// The reason why the last encryption, decryption or query of a header failed; the code is
     /// CryptNoError if it succeeded. Unlike lastError(), it has a code for every failure and never
     /// keeps the result of an earlier operation.
-    const Failure& lastFailure() const { return m_failure; }
+    const Failure& lastFailure() const { return m_outcome.failure; }
     /// The integrity field that the last decryption has checked; ProtectionOff if the decryption
     /// failed. The flags of a file are not protected themselves: a caller who knows that a file was
     /// written with a SHA-1 must check here whether the decryption has verified one.
-    ProtectionMode checkedProtection() const { return m_checkedProtection; }
+    ProtectionMode checkedProtection() const { return m_outcome.checkedProtection; }
 
     /// Encrypts bytes or a text, which is encoded as UTF-8; the string form is base64. The result
     /// is empty without a key, and with CryptFileAccess for more than 1900 MiB or if memory runs
@@ -208,44 +205,40 @@ public:
     QByteArray getHeaderForCompleteBackup() const;
 
 private:
-    enum class Tail { Lost, Kept };
+    friend class CryptDecoder;
+    friend class CryptEncoder;
+    friend class CryptHeaderReader;
 
-    template <typename Result, typename Operation>
-    Result guarded(Result failed, const Operation& operation);
+    struct Settings
+    {
+        quint64 key = 0;
+        std::array<char, 8> keyParts{};
+        bool hasKey = false;
+        CompressionMode compression = CompressionWhenSmaller;
+        ProtectionMode protection = ProtectionSha1;
+        bool isLeadByteRandom = true;
+        QString metadata;
+        bool isPlain = false;
+    };
 
-    QByteArray refuse(Error code);
-    char leadByte() const;
-    int settingFlags() const;
-    QByteArray header(int flags) const;
-    QByteArray metadataBlock() const;
-    static QByteArray metadataHeader(const QString& metadata);
-    qint64 statedMetadataSize(const QByteArray& data);
-    std::optional<qint64> headerSize(const QByteArray& start);
-    int headerLength(const QString& path);
-    QString metadataFromFile(const QString& path);
+    struct Outcome
+    {
+        Error lastError = CryptNoError;
+        Failure failure;
+        ProtectionMode checkedProtection = ProtectionOff;
 
-    QByteArray encrypt(const QByteArray& plaintext);
-    QByteArray decrypt(const QByteArray& cyphertext);
-    QByteArray takePayload(QByteArray body, int flags);
+        bool refuse(Error code)
+        {
+            lastError = failure.code = code;
+            return false;
+        }
+        void succeed(ProtectionMode checked)
+        {
+            lastError = CryptNoError;
+            checkedProtection = checked;
+        }
+    };
 
-    bool processFile(const QString& inputPath, const QString& outputPath,
-                     QByteArray (SimpleCrypt::*operation)(const QByteArray&));
-    bool encryptInChunks(const QString& inputPath, const QString& outputPath, Tail tail,
-                         const Progress& progress);
-    void encryptStream(CryptFiles& files, Tail tail, const Progress& progress);
-    bool isStart(const QByteArray& start, CryptFiles& files);
-    bool skipHeader(const QByteArray& start, CryptFiles& files);
-    bool decryptStream(CryptFiles& files, int flags, const Progress& progress);
-
-    quint64 m_key = 0;
-    std::array<char, 8> m_keyParts{};
-    bool m_hasKey = false;
-    CompressionMode m_compressionMode = CompressionWhenSmaller;
-    ProtectionMode m_protectionMode = ProtectionSha1;
-    Error m_lastError = CryptNoError;
-    Failure m_failure;
-    ProtectionMode m_checkedProtection = ProtectionOff;
-    bool m_randomCharEnabled = true;
-    QString m_metadata;
-    bool m_plainPayload = false;
+    Settings m_settings;
+    Outcome m_outcome;
 };

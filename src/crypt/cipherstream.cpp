@@ -9,8 +9,9 @@
 namespace
 {
 
-// Most of the work goes in blocks of words on the stack, in loops that the compiler turns into
-// vector instructions; a word in place takes three times as long, a larger block too.
+// Both directions work on blocks of words on the stack, in loops that the compiler turns into
+// vector instructions. Working in place, word by word, takes three times as long; so does a larger
+// block.
 constexpr int s_wordsInBlock = 32;
 using Block = quint64[s_wordsInBlock];
 
@@ -49,14 +50,14 @@ void CipherStream::encipher(char* bytes, qint64 size)
     Block block;
     for (; size >= qint64(sizeof block); size -= sizeof block, bytes += sizeof block) {
         load(block, bytes);
-        // Byte n of a word becomes the XOR of its bytes 0 to n, the first being the lowest.
+        // Byte n of a word becomes the XOR of its bytes 0 to n. Byte 0 is the lowest.
         for (quint64& word : block) {
             word ^= key;
             word ^= word << 8;
             word ^= word << 16;
             word ^= word << 32;
         }
-        // What enters a word from the one before is one byte, the same for all eight.
+        // The last byte of the previous word is XORed with all eight bytes of a word.
         for (quint64& word : block) {
             const quint64 own = word;
             word ^= feedback;

@@ -4,10 +4,10 @@
 
 #include <array>
 
-/// The cipher of SimpleCrypt: each byte is XORed with a byte of the key, in turn, and with the
-/// enciphered byte before it (0 before the first). One object takes one body through one
-/// direction, in pieces of any length. Light obfuscation: who knows eight bytes of a plaintext has
-/// the key. The object wipes its copy of the key when it goes.
+/// The cipher of SimpleCrypt. It XORs each byte with the next byte of the key, which repeats after
+/// eight, and with the previous enciphered byte, which is 0 at first. An object enciphers or
+/// deciphers one body, in pieces of any length. The cipher only obfuscates: eight known bytes of a
+/// plaintext reveal the key. The destructor wipes the object's copy of the key.
 class CipherStream
 {
 public:
@@ -22,6 +22,6 @@ public:
 private:
     void turnKey();
 
-    quint64 m_key; // the next byte of it lowest
+    quint64 m_key; // turned so that the next byte to use is the lowest
     quint8 m_last = 0;
 };

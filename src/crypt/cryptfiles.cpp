@@ -1,7 +1,6 @@
 #include "crypt/cryptfiles_p.h"
 
 #include "crypt/cryptexception_p.h"
-#include "crypt/cryptlimits_p.h"
 #include "samefile.h"
 #include "system.h"
 
@@ -9,8 +8,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-
-using cryptlimits::chunkSize_B;
 
 namespace
 {
@@ -41,26 +38,20 @@ CryptFiles::CryptFiles(const QString& inputPath, const QString& outputPath)
 {
 }
 
-// Unbuffered, as the chunks are larger than any buffer.
+// The files are unbuffered, because the chunks are larger than any buffer.
 SimpleCrypt::Failure CryptFiles::open()
 {
     if (!m_input.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return failureOf(m_input);
     if (isSameFile(m_input, m_outputPath))
         return {SimpleCrypt::CryptFileAccess, m_outputPath, {}};
-    // Qt empties whatever it opens for writing alone.
+    // QFile would empty the file, because it is opened for writing only.
     const int output =
         ::open(QFile::encodeName(m_outputPath).constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
     if (output < 0)
         return {SimpleCrypt::CryptFileAccess, m_outputPath, qt_error_string(errno)};
     m_output.open(output, QIODevice::WriteOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle);
     return {};
-}
-
-void CryptFiles::close()
-{
-    m_input.close();
-    m_output.close();
 }
 
 void CryptFiles::seekInput(qint64 position)
@@ -90,8 +81,7 @@ QByteArray CryptFiles::readWhole()
         readChunk(bytes);
     }
     if (bytes.size() > SimpleCrypt::largestInMemory_B)
-        throw CryptException(
-            {SimpleCrypt::CryptFileAccess, m_input.fileName(), cryptlimits::tooLarge()});
+        throw CryptException::tooLarge(m_input.fileName());
     return bytes;
 }
 
@@ -115,7 +105,7 @@ void CryptFiles::emptyOutput()
     m_isEmptied = true;
 }
 
-// Goes on after a write that took only part: the next one tells why.
+// After a partial write, the next one fails with the reason.
 void CryptFiles::write(const QByteArray& bytes)
 {
     emptyOutput();

@@ -6,42 +6,53 @@
 #include <QFile>
 #include <QString>
 
-/// The input and the output of an operation of SimpleCrypt, read and written in chunks. After
-/// open(), every failure of the system is a CryptException that names the file and the error.
+/// The input and output files of an operation of SimpleCrypt, which are read and written in chunks.
+/// After open(), every failure of the system is a CryptException with the file and the error.
 class CryptFiles
 {
 public:
+    /// The number of bytes that are read at a time.
+    static constexpr int chunkSize_B = 0x100000;
+
     CryptFiles(const QString& inputPath, const QString& outputPath);
 
-    /// Opens both; the code is CryptNoError when that worked. The output keeps what it holds until
-    /// emptyOutput() or the first write(), so that an input that cannot be read costs nothing.
+    /// Opens both files; the code is CryptNoError on success. The output keeps its content until
+    /// emptyOutput() or the first write(), so that it survives an input that cannot be read.
     SimpleCrypt::Failure open();
-    void close();
 
     qint64 inputSize() const { return m_input.size(); }
     qint64 inputPosition() const { return m_input.pos(); }
     void seekInput(qint64 position);
-    /// Up to that many bytes; fewer at the end of the file, and where reading fails.
+    /// Returns at most `size` bytes, and fewer at the end of the file or if reading fails.
     QByteArray read(int size) { return m_input.read(size); }
-    /// Appends up to a chunk; nothing at the end of the file.
+    /// Appends at most a chunk, and nothing at the end of the file.
     void readChunk(QByteArray& chunk);
-    /// All that is left, of which the size of the file is only a hint: a file of /proc has none.
+    /// Returns the rest of the input. The size of the file is only a hint: a file of /proc has
+    /// none.
     QByteArray readWhole();
-    /// Why less could be read than was asked for, without a system error where the file ended.
+    /// The reason why less could be read than was asked for. At the end of the file, it has no
+    /// system error.
     SimpleCrypt::Failure inputFailure() const;
 
     void emptyOutput();
     void write(const QByteArray& bytes);
     void syncOutput();
+    /// Writes what an operation makes of the whole input, and syncs the output.
+    template <typename Operation>
+    void writeResult(const Operation& operation)
+    {
+        write(operation(readWhole()));
+        syncOutput();
+    }
 
-    /// An empty chunk with room for the bytes in front of the payload.
+    /// An empty array with room for a chunk and the bytes in front of the payload.
     static QByteArray chunkBuffer();
 
 private:
     [[noreturn]] void throwOutputFailure() const;
 
     QFile m_input;
-    QString m_outputPath; // QFile forgets it when it is given a descriptor
+    QString m_outputPath; // m_output is opened with a descriptor and does not know it
     QFile m_output;
     bool m_isEmptied = false;
 };

@@ -1,74 +1,59 @@
 #include "crypt/cryptheader_p.h"
 
+#include "crypt/byteorder_p.h"
 #include "crypt/sha1_p.h"
-#include "simplecrypt.h"
+#include "logging/zelassert.h"
 
-#include <QtEndian>
+namespace cryptheader
+{
 
 namespace
 {
 
 constexpr char s_writtenVersion = 4;
-
-int byteAt(const QByteArray& data, int offset)
-{
-    return offset < data.size() ? static_cast<quint8>(data.at(offset)) : 0;
-}
+constexpr int s_complementOffset = shortestSize_B + sizeof(qint32);
 
 } // namespace
 
-static_assert(cryptheader::shortSize == SimpleCrypt::shortestHeader_B &&
-              cryptheader::metadataOffset == SimpleCrypt::shortestStreamed_B);
-
-namespace cryptheader
+QByteArray versionAndFlags(int flags)
 {
-
-QByteArray start(int flags)
-{
-    const char bytes[shortSize]{s_writtenVersion, static_cast<char>(flags)};
-    return QByteArray(bytes, shortSize);
+    const char bytes[shortestSize_B]{s_writtenVersion, static_cast<char>(flags)};
+    return QByteArray(bytes, shortestSize_B);
 }
 
-QByteArray metadataHeader(const QByteArray& metadata)
+QByteArray metadataFields(const QByteArray& metadata)
 {
-    return int32Bytes(metadata.size()) + int32Bytes(~metadata.size()) + Sha1::of(metadata);
-}
-
-QByteArray int32Bytes(qint32 value)
-{
-    QByteArray bytes(sizeof value, '\0');
-    qToLittleEndian(value, bytes.data());
-    return bytes;
-}
-
-qint32 int32At(const QByteArray& data, int offset)
-{
-    quint32 value = 0;
-    for (int i = sizeof value - 1; i >= 0; --i)
-        value = value << 8 | static_cast<quint32>(byteAt(data, offset + i));
-    return static_cast<qint32>(value);
+    return byteorder::bytesOf(metadata.size()) + byteorder::bytesOf(~metadata.size()) +
+           Sha1::of(metadata);
 }
 
 int version(const QByteArray& data)
 {
-    return byteAt(data, 0);
+    return byteorder::byteAt(data, 0);
+}
+
+bool isReadable(const QByteArray& data)
+{
+    if (data.isEmpty())
+        printAssertMsg("data.size()>0", "Data size to get version is empty", __FILE__, __LINE__);
+    return version(data) == 3 || version(data) == s_writtenVersion;
 }
 
 int flags(const QByteArray& data)
 {
-    return byteAt(data, 1);
+    return byteorder::byteAt(data, 1);
 }
 
 std::optional<qint32> metadataSize(const QByteArray& data)
 {
-    const qint32 size = int32At(data, shortSize);
-    const qint32 complement = int32At(data, 6);
+    const qint32 size = byteorder::int32At(data, shortestSize_B);
+    const qint32 complement = byteorder::int32At(data, s_complementOffset);
     return complement == ~size ? std::optional(size) : std::nullopt;
 }
 
 QByteArray metadataHash(const QByteArray& data)
 {
-    return data.mid(metadataHashOffset, SHA1_SIZE);
+    return data.mid(metadataHashOffset, metadataOffset - metadataHashOffset);
 }
 
 } // namespace cryptheader

@@ -4,33 +4,31 @@
 
 #include <optional>
 
-/// The plain bytes in front of the enciphered body of a cyphertext: version, flags and, with
-/// SimpleCrypt::FlagMetadata, the length of the metadata, the complement of the length, the SHA-1
-/// of the metadata, the metadata. See docs/format-crypt.md.
+/// The readable bytes in front of the enciphered body of a cyphertext: version, flags and, if the
+/// flags say so, the length of the metadata, its complement, the SHA-1 of the metadata and the
+/// metadata. docs/format-crypt.md describes them. Fields that the data does not reach are 0.
 namespace cryptheader
 {
 
-/// Version and flags.
-constexpr int shortSize = 2;
+/// The length of a header without metadata: version and flags.
+constexpr int shortestSize_B = 2;
 constexpr int metadataHashOffset = 10;
-/// All that is before the metadata themselves.
+/// The offset of the metadata themselves.
 constexpr int metadataOffset = 30;
 
-/// Version and flags, as they are written today.
-QByteArray start(int flags);
+/// The first two bytes that are written today.
+QByteArray versionAndFlags(int flags);
 /// The 28 bytes between the flags and the metadata.
-QByteArray metadataHeader(const QByteArray& metadata);
+QByteArray metadataFields(const QByteArray& metadata);
 
-/// Four bytes, the lowest first.
-QByteArray int32Bytes(qint32 value);
-
-/// What is beyond the end of the data counts as 0.
-qint32 int32At(const QByteArray& data, int offset);
 int version(const QByteArray& data);
+/// Whether the data has a version that can be read. An assertion fails on empty data.
+bool isReadable(const QByteArray& data);
 int flags(const QByteArray& data);
-/// Needs ten bytes. Nothing when length and complement do not belong together; may be negative.
+/// The stated length, which may be negative; empty if its complement does not match. Needs the
+/// first ten bytes.
 std::optional<qint32> metadataSize(const QByteArray& data);
-/// Needs thirty bytes.
+/// The stated SHA-1. Needs the first thirty bytes.
 QByteArray metadataHash(const QByteArray& data);
 
 } // namespace cryptheader

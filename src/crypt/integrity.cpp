@@ -2,10 +2,18 @@
 
 #include "crypt/sha1_p.h"
 #include "qtversion.h"
+
 #include <QtEndian>
 
 namespace integrity
 {
+
+int flag(SimpleCrypt::ProtectionMode mode)
+{
+    if (mode == SimpleCrypt::ProtectionChecksum)
+        return SimpleCrypt::FlagChecksum;
+    return mode == SimpleCrypt::ProtectionSha1 ? SimpleCrypt::FlagSha1 : 0;
+}
 
 SimpleCrypt::ProtectionMode protection(int flags)
 {
@@ -15,32 +23,25 @@ SimpleCrypt::ProtectionMode protection(int flags)
                                                 : SimpleCrypt::ProtectionOff;
 }
 
-int size(int flags)
+int fieldSize(int flags)
 {
-    switch (protection(flags)) {
-    case SimpleCrypt::ProtectionChecksum:
-        return sizeof(quint16);
-    case SimpleCrypt::ProtectionSha1:
-        return SHA1_SIZE;
-    default:
-        return 0;
-    }
+    const auto mode = protection(flags);
+    return mode == SimpleCrypt::ProtectionOff    ? 0
+           : mode == SimpleCrypt::ProtectionSha1 ? SHA1_SIZE
+                                                 : int(sizeof(quint16));
 }
 
-QByteArray of(int flags, const char* payload, qint64 size)
+QByteArray field(int flags, const char* payload, qint64 size)
 {
-    switch (protection(flags)) {
-    case SimpleCrypt::ProtectionChecksum: {
-        // The one number of the format with its high byte first.
-        QByteArray field(sizeof(quint16), '\0');
-        qToBigEndian(zeltools::checksum(payload, size), field.data());
-        return field;
-    }
-    case SimpleCrypt::ProtectionSha1:
-        return Sha1::of(payload, size);
-    default:
+    const auto mode = protection(flags);
+    if (mode == SimpleCrypt::ProtectionOff)
         return QByteArray();
-    }
+    if (mode == SimpleCrypt::ProtectionSha1)
+        return Sha1::of(payload, size);
+    // The checksum has its high byte first, unlike the numbers of the header.
+    QByteArray checksum(sizeof(quint16), '\0');
+    qToBigEndian(zeltools::checksum(payload, size), checksum.data());
+    return checksum;
 }
 
 } // namespace integrity

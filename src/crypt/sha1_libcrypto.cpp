@@ -9,8 +9,8 @@
 namespace
 {
 
-// Looked up once: that takes longer than the digest of a short text. Null where the configuration
-// of libcrypto does not offer SHA-1.
+// The algorithm of libcrypto; null if its configuration does not offer SHA-1. It is fetched once,
+// because that takes longer than the digest of a short text.
 const EVP_MD* algorithm()
 {
     static const EVP_MD* const sha1 = EVP_MD_fetch(nullptr, "SHA1", nullptr);
@@ -23,7 +23,7 @@ struct Sha1::Engine
 {
     std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context{EVP_MD_CTX_new(),
                                                                     EVP_MD_CTX_free};
-    std::optional<QCryptographicHash> qtHash; // where libcrypto has none, or no memory
+    std::optional<QCryptographicHash> qtHash; // if libcrypto offers no SHA-1 or has no memory
 
     Engine()
     {

@@ -4,8 +4,8 @@
 
 #include <memory>
 
-/// A SHA-1 over bytes that come in pieces: by libcrypto, which uses the processor's own
-/// instructions for it, or by Qt where the library is built without (ZELTOOLS_LIBCRYPTO).
+/// Computes a SHA-1 over bytes that are added in pieces. libcrypto does it with the instructions of
+/// the processor. If the library is built without libcrypto (ZELTOOLS_LIBCRYPTO), Qt does it.
 class Sha1
 {
 public:
@@ -14,10 +14,15 @@ public:
     Q_DISABLE_COPY(Sha1)
 
     void add(const char* bytes, qint64 size);
-    /// 20 bytes. Nothing may be added afterwards.
+    /// Returns the 20 bytes of the hash. No bytes may be added afterwards.
     QByteArray result();
 
-    static QByteArray of(const char* bytes, qint64 size);
+    static QByteArray of(const char* bytes, qint64 size)
+    {
+        Sha1 hash;
+        hash.add(bytes, size);
+        return hash.result();
+    }
     static QByteArray of(const QByteArray& bytes) { return of(bytes.constData(), bytes.size()); }
 
 private:

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-# The format of docs/format-crypt.md, written from that page alone: page and library are held
-# against each other. `cryptformat.py check` compares golden/ with what this makes of its cases,
-# `cryptformat.py write` makes the files anew.
+# Implements docs/format-crypt.md from that page alone, so that the tests compare the page with the
+# library. `cryptformat.py check` compares the files in golden/ with the results for its cases, and
+# `cryptformat.py write` writes them again.
 
 import hashlib
 import json
@@ -12,10 +12,6 @@ from pathlib import Path
 
 COMPRESSED, CHECKSUM, SHA1, METADATA, PLAIN = 1, 2, 4, 8, 16
 PROTECTIONS = {"off": 0, "checksum": CHECKSUM, "sha1": SHA1}
-
-
-class Damaged(Exception):
-    pass
 
 
 def checksum(payload):
@@ -53,26 +49,25 @@ def encrypt(text, key, protection="sha1", compression="off", metadata="", plain=
         flags |= METADATA
         header = struct.pack("<ii", len(data), ~len(data)) + hashlib.sha1(data).digest() + data
     body = bytes([lead]) + integrity(flags, payload) + payload
-    if plain:
-        flags |= PLAIN
+    flags |= PLAIN if plain else 0
     return bytes([4, flags]) + header + (body if plain else cipher(body, key, True))
 
 
 def decrypt(data, key):
     if len(data) < 3 or data[0] not in (3, 4):
-        raise Damaged("not a cyphertext")
+        raise ValueError("not a cyphertext")
     flags, start = data[1], 2
     if flags & METADATA:
         size, complement = struct.unpack("<ii", data[2:10])
         metadata = data[30:30 + size]
         if size != ~complement or hashlib.sha1(metadata).digest() != data[10:30]:
-            raise Damaged("metadata")
+            raise ValueError("metadata")
         start = 30 + size
     body = data[start:] if flags & PLAIN else cipher(data[start:], key, False)
     payload_start = 1 + len(integrity(flags, b""))
     payload = body[payload_start:]
     if integrity(flags, payload) != body[1:payload_start]:
-        raise Damaged("payload")
+        raise ValueError("payload")
     if not flags & COMPRESSED:
         return payload
     return zlib.decompress(payload[4:]) if payload[4:] else b""
