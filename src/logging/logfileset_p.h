@@ -34,7 +34,7 @@ public:
     void write(LogManager::LogFileId id, const char* text, qint64 length);
 
 private:
-    std::atomic<bool> m_isSharingTold = false; // that somebody else has the files is told once
+    std::atomic<bool> m_isSharingWarned = false; // one Warning for all files
     std::array<std::unique_ptr<RotatingLogFile>, count> m_files;
     std::atomic<bool> m_isOpen = false;
 };
