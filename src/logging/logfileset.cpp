@@ -64,3 +64,15 @@ void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length
     if (RotatingLogFile* log = file(id))
         log->write(text, length);
 }
+
+zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id) const
+{
+    const RotatingLogFile* log = file(id);
+    return log != nullptr ? log->mutex() : nullptr;
+}
+
+QString LogFileSet::totalContent(LogManager::LogFileId id) const
+{
+    const RotatingLogFile* log = file(id);
+    return log != nullptr ? log->totalContent(RotatingLogFile::OldestFirst) : QString();
+}

@@ -33,6 +33,11 @@ public:
     /// Drops the text where file() is null.
     void write(LogManager::LogFileId id, const char* text, qint64 length);
 
+    /// The mutex of the file, or null where file() is null.
+    zeltools::RecursiveMutex* mutex(LogManager::LogFileId id) const;
+    /// The content of the file and its predecessor, which is empty where file() is null.
+    QString totalContent(LogManager::LogFileId id) const;
+
 private:
     std::atomic<bool> m_isSharingWarned = false; // one Warning for all files
     std::array<std::unique_ptr<RotatingLogFile>, count> m_files;
