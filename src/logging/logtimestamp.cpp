@@ -12,6 +12,7 @@ namespace
 {
 
 constexpr int s_length = 23;
+constexpr const char* s_zoneFile = "/etc/localtime"; // where localtime_r() finds the zone
 
 // Trivial, so that it serves to the very end of a thread.
 struct Cache
@@ -44,7 +45,7 @@ void followZone(const QByteArray& variable)
     ZoneSource now;
     now.variable = variable;
     struct stat status;
-    if (now.variable.isNull() && stat("/etc/localtime", &status) == 0) {
+    if (now.variable.isNull() && stat(s_zoneFile, &status) == 0) {
         now.device = status.st_dev;
         now.file = status.st_ino;
         now.modified = status.st_mtim;
