@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// What LogFormatter needs to know to append an item with the text of QDebug, but without one.
+/// Helpers of LogFormatter, which appends common items with the text of QDebug but without a
+/// QDebug.
 namespace debugtext
 {
 

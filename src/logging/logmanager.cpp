@@ -22,8 +22,8 @@
 namespace
 {
 
-// Set when the process ends because there is no path layout. The lines that destructors log then
-// must not create the manager.
+// The process ends because there is no path layout. The lines that destructors log then must not
+// create the manager.
 std::atomic<bool> s_isRefused{false};
 
 EventSelection selection(LogManager::EventModuleFilter filter, const QString& startDate,
@@ -37,7 +37,8 @@ EventSelection selection(LogManager::EventModuleFilter filter, const QString& st
 
 } // namespace
 
-// Registered when the library is loaded: the first event line creates the manager.
+// The receiver is registered when the library is loaded, so that the first event line creates the
+// manager.
 const bool LogManager::s_receivesEvents =
     LogNode::setEventReceiver([](LogEventModule::EventModule event, const QString& message) {
         if (!s_isRefused)

@@ -12,9 +12,9 @@ namespace
 {
 
 constexpr int s_length = 23;
-constexpr const char* s_zoneFile = "/etc/localtime"; // where localtime_r() finds the zone
+constexpr const char* s_zoneFile = "/etc/localtime"; // which localtime_r() reads
 
-// Trivial, so that it serves to the very end of a thread.
+// The class is trivial, so that an object stays usable until the very end of a thread.
 struct Cache
 {
     qint64 moment_ms = -1;
@@ -37,9 +37,9 @@ struct ZoneSource
     }
 };
 
-// localtime_r() keeps the zone that it saw first until somebody calls tzset(), and tzset() reads
-// the environment without the lock that qputenv() holds. So the sources of the zone are compared
-// here, and tzset() is left for a real change.
+// localtime_r() keeps its first zone until tzset() is called, and tzset() reads the environment
+// without the lock that qputenv() holds. So tzset() is only called after a change of the variable
+// or the file that determine the zone.
 void followZone(const QByteArray& variable)
 {
     ZoneSource now;
