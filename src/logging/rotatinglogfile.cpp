@@ -9,7 +9,6 @@
 #include <zeltools/platform.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace
 {
@@ -57,12 +56,6 @@ bool RotatingLogFile::setPrimaryFilename(const QString& filename)
     m_rotation->setPrimary(filename);
     file.setFileName(filename);
     return true;
-}
-
-QString RotatingLogFile::primaryFilename() const
-{
-    const QMutexLocker locker(&m_mutex);
-    return m_rotation->primary();
 }
 
 void RotatingLogFile::setMaximumSizeMiB(double size_MiB)
@@ -151,16 +144,6 @@ qint64 RotatingLogFile::write(const char* data, qint64 length)
         << "qint64 RotatingLogFile::write(const char*, qint64)"
         << "Another writer, which alone rotates it, has the log file" << name;
     return written;
-}
-
-qint64 RotatingLogFile::write(const char* text)
-{
-    return write(text, static_cast<qint64>(std::strlen(text)));
-}
-
-qint64 RotatingLogFile::write(const QByteArray& data)
-{
-    return write(data.constData(), data.size());
 }
 
 void RotatingLogFile::sync()

@@ -69,7 +69,7 @@ public:
 
     /// Sets the path of the primary. Returns false, with an Error line, while the file is open.
     bool setPrimaryFilename(const QString& filename);
-    QString primaryFilename() const;
+    QString primaryFilename() const { return filename(0); }
     /// Sets the limit, which may be a fraction of a MiB and is truncated to whole bytes.
     void setMaximumSizeMiB(double size_MiB);
     qint64 maximumSize_B() const;
@@ -100,8 +100,8 @@ public:
     /// Rotates if necessary and appends the unchanged bytes: callers pass whole lines. Returns the
     /// number of bytes written, or -1 if the file is not ready or the system refuses the write.
     qint64 write(const char* data, qint64 length);
-    qint64 write(const char* text);
-    qint64 write(const QByteArray& data);
+    qint64 write(const char* text) { return write(text, qint64(qstrlen(text))); }
+    qint64 write(const QByteArray& data) { return write(data.constData(), data.size()); }
 
     /// Rotates if `incoming` more bytes would exceed the limit; a file may reach it exactly.
     /// Always returns true.
