@@ -1,10 +1,25 @@
 #include "logging/log.h"
 #include "logging/logmodules.h"
 #include "support.h"
+#include "support/rows.h"
 
 #include <QtTest>
 
 using support::EnvironmentGuard;
+
+namespace
+{
+
+struct Update
+{
+    const char* name;
+    const char* all;
+    const char* payment;
+    bool before;
+    bool after;
+};
+
+} // namespace
 
 class TestLogModules : public QObject
 {
@@ -30,7 +45,7 @@ private Q_SLOTS:
         QCOMPARE(registered.size(), 51);
     }
 
-    // Ids above 63 are kept in another way than those below.
+    // A set stores ids above 63 in another way than smaller ones.
     void setsOfManyModules()
     {
         std::vector<std::unique_ptr<LogModule>> own;
@@ -53,38 +68,29 @@ private Q_SLOTS:
 
     void updateFromEnvVars_data()
     {
-        QTest::addColumn<QByteArray>("all");
-        QTest::addColumn<QByteArray>("payment");
-        QTest::addColumn<bool>("before");
-        QTest::addColumn<bool>("after");
-        const auto row = [](const char* name, const char* all, const char* payment, bool before,
-                            bool after) {
-            QTest::newRow(name) << QByteArray(all) << QByteArray(payment) << before << after;
-        };
-        row("1 adds", "0", "1", false, true);
-        row("0 removes", "0", "0", true, false);
-        row("a word adds nothing", "", "true", false, false);
-        row("nothing removes nothing", "", "", true, true);
-        row("all wins over a single 0", "1", "0", false, true);
+        support::addRows<Update>({
+            {"1 adds", "0", "1", false, true},
+            {"0 removes", "0", "0", true, false},
+            {"a word adds nothing", "", "true", false, false},
+            {"an empty value removes nothing", "", "", true, true},
+            {"all overrides a single 0", "1", "0", false, true},
+        });
     }
     void updateFromEnvVars()
     {
-        QFETCH(QByteArray, all);
-        QFETCH(QByteArray, payment);
-        QFETCH(bool, before);
-        QFETCH(bool, after);
-        const EnvironmentGuard allGuard("ZEL_DEBUG_ALL", all);
-        const EnvironmentGuard paymentGuard("ZEL_DEBUG_PAYMENT", payment);
-        LogModules set = before ? LogModules(Log::Payment) : LogModules();
+        const auto& row = support::currentRow<Update>();
+        const EnvironmentGuard all("ZEL_DEBUG_ALL", row.all);
+        const EnvironmentGuard payment("ZEL_DEBUG_PAYMENT", row.payment);
+        LogModules set = row.before ? LogModules(Log::Payment) : LogModules();
         const QStringList added = set.updateFromEnvVars();
-        QCOMPARE(set.contains(Log::Payment), after);
-        QCOMPARE(added.contains("Payment"), after && !before);
+        QCOMPARE(set.contains(Log::Payment), row.after);
+        QCOMPARE(added.contains("Payment"), row.after && !row.before);
         QVERIFY(!set.contains(Log::None));
         QCOMPARE(set.updateFromEnvVars(), QStringList());
     }
 
-    // Another one is constructed after one has gone.
-    void modulesThatShareAnIdAreJudgedAlike()
+    // A module that is constructed after another one was destroyed may get the id of a third one.
+    void modulesThatShareAnIdAreTreatedAlike()
     {
         auto gone = std::make_unique<LogModule>("Gone", true);
         const LogModule first("First", true);

@@ -1,6 +1,11 @@
+#include "logging/lasterrortracker.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "logging/logline_p.h"
 #include "logging/logmanager.h"
+#include "logging/logrenderer.h"
+#include "logging/logtimestamp.h"
+#include "logging/zelassert.h"
 #include "support.h"
 
 #include <QtTest>
@@ -13,17 +18,25 @@ using support::LineRecorder;
 namespace
 {
 
-/// Counts how often it is put into text.
+/// Counts how often it is formatted.
 struct Probe
 {
-    static int printed;
+    static inline int formatted = 0;
 };
-int Probe::printed = 0;
 
 QDebug operator<<(QDebug debug, const Probe&)
 {
-    ++Probe::printed;
+    ++Probe::formatted;
     return debug << "probe";
+}
+
+LineRecorder* s_recorder = nullptr;
+QStringList s_assertions;
+
+void recordAssertion(const char* where, const char* what, const char* file, int line)
+{
+    s_assertions += s_recorder->takeMessages(); // the line that was logged before the call
+    s_assertions += QStringList({where, what, file, QString::number(line)}).join('/');
 }
 
 // Streams the same items into a line and into a QDebug.
@@ -47,7 +60,7 @@ QStringList bothTexts(const Items&... items)
 
 } // namespace
 
-class TestLogFormatter : public QObject
+class TestLogLines : public QObject
 {
     Q_OBJECT
 
@@ -139,11 +152,10 @@ private Q_SLOTS:
 
     void aDebugLineThatNobodyHearsCollectsNoText()
     {
-        const auto log = [] { LogFormatter(LogLevel::Debug).log(Log::Recipe) << Probe() << 1; };
-        const auto printed = [&log] {
-            Probe::printed = 0;
-            log();
-            return Probe::printed;
+        const auto printed = [] {
+            Probe::formatted = 0;
+            LogFormatter(LogLevel::Debug).log(Log::Recipe) << Probe() << 1;
+            return Probe::formatted;
         };
         QCOMPARE(printed(), 0);
         {
@@ -161,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(printed(), 1);
         delete receiver;
         QCOMPARE(printed(), 0);
-        // Somebody else in place of the manager hears everything.
+        // The only receiver is another one than the manager.
         disconnect(LogNode::instance(), nullptr, LogManager::instance(), nullptr);
         LineRecorder recorder;
         QCOMPARE(printed(), 1);
@@ -177,6 +189,100 @@ private Q_SLOTS:
         QCOMPARE(child.readAll(), QByteArray("LogNode node installed | early 100%s\n"));
         QCOMPARE(child.exitCode(), 0);
     }
+
+    void renderedLines()
+    {
+        const QString format = "dd/MM/yyyy hh:mm:ss:zzz";
+        const QDateTime before = QDateTime::currentDateTime();
+        const QString line = LogRenderer::formattedMessage(LogLevel::Error, "x");
+        const QDateTime time = QDateTime::fromString(line.left(23), format);
+        QVERIFY2(before <= time && time <= QDateTime::currentDateTime(), qPrintable(line));
+        QCOMPARE(line.mid(23), "| Error    | x");
+        QCOMPARE(LogRenderer::pattern(LogLevel::Capsule).mid(23), "|");
+        QCOMPARE(LogRenderer::levelToString(LogLevel::Capsule), "Capsule");
+        const QString text = "caff\u00e8 \u2615 " + QString(600, 'x');
+        const LogLine bytes(text);
+        QCOMPARE(QByteArray(bytes.data(), bytes.size()), text.toLocal8Bit() + '\n');
+    }
+
+    void eventTexts()
+    {
+        using E = LogEventModule;
+        QCOMPARE(LogRenderer::eventToString(E::AllEvents), "ALL");
+        QCOMPARE(LogRenderer::eventToString(static_cast<E::EventModule>(3)), "Undefined");
+        QCOMPARE(LogRenderer::eventToString(E::WasteLevel | E::NoneEvent), "NONE,WasteLevel");
+    }
+
+    // The moments are around changes of the second, the day and summer time, in both directions.
+    void timestamps_data()
+    {
+        QTest::addColumn<QByteArray>("zone");
+        for (const char* zone : {"UTC", "Europe/Rome", "Asia/Kathmandu", "America/St_Johns",
+                                 "Australia/Lord_Howe", "Pacific/Apia", ""})
+            QTest::newRow(zone) << QByteArray(zone);
+    }
+    void timestamps()
+    {
+        QFETCH(QByteArray, zone);
+        const support::EnvironmentGuard guard("TZ", zone);
+        for (const char* text :
+             {"1970-01-02T00:00:00Z", "2024-02-29T00:00:00Z", "2026-03-29T01:00:00Z",
+              "2026-10-25T01:00:00Z", "2026-04-04T15:00:00Z", "2026-12-31T23:00:00Z",
+              "2011-12-30T10:00:00Z", "2026-11-21T18:15:00Z"}) {
+            const qint64 change = QDateTime::fromString(text, Qt::ISODate).toMSecsSinceEpoch();
+            for (qint64 offset : {-3600000, -1000, -1, 0, 1, 999, 1000, 1001, 3600000, 0, -1}) {
+                const QDateTime moment = QDateTime::fromMSecsSinceEpoch(change + offset);
+                QCOMPARE(QString(logTimestamp(change + offset)),
+                         moment.toString("dd/MM/yyyy hh:mm:ss:zzz"));
+            }
+        }
+    }
+
+    void aChangedZoneAppliesImmediately()
+    {
+        const qint64 moment = 1790000000000;
+        const support::EnvironmentGuard rome("TZ", "Europe/Rome");
+        const QString inRome = logTimestamp(moment);
+        const support::EnvironmentGuard tokyo("TZ", "Asia/Tokyo");
+        logTimestamp(moment + 1);
+        QCOMPARE(QString(logTimestamp(moment)).mid(11, 2).toInt(),
+                 (inRome.mid(11, 2).toInt() + 7) % 24);
+    }
+
+    void assertions()
+    {
+        LineRecorder recorder;
+        s_recorder = &recorder;
+        printAssertMsg("a == b", "not equal", "x.cpp", 1); // the default handler returns
+        const auto line = recorder.take().value(0);
+        QCOMPARE(line.message, "ASSERT failure: not equal ( a == b ), file x.cpp , line 1");
+        QVERIFY(line.level == LogLevel::Error && line.modules == Log::Global);
+
+        installZelAssertionHandler(recordAssertion);
+        printAssertMsg(nullptr, QString("caff\u00e8"), "x.cpp", 2);
+        printReleaseAssertMsg("c", "what", "x.cpp", 3);
+        printWarningMsg("careful", "x.cpp", 4);
+        installZelAssertionHandler(defaultZelAssertionHandler);
+        QCOMPARE(s_assertions,
+                 QStringList({"ASSERT failure: caff\u00e8 (  ), file x.cpp , line 2",
+                              "/caff\u00e8/x.cpp/2",
+                              "RELEASE ASSERT failure: what ( c ), file x.cpp , line 3",
+                              "c/what/x.cpp/3"}));
+        QCOMPARE(recorder.takeMessages(), QStringList("careful , file x.cpp , line 4"));
+    }
+
+    void lastError()
+    {
+        LineRecorder recorder;
+        zeltools::LastErrorTracker tracker(Log::Network);
+        tracker.setError("no \"link\"");
+        QCOMPARE(tracker.error(), "no \"link\"");
+        QVERIFY(tracker.hasError());
+        tracker.setError("");
+        QVERIFY(!tracker.hasError());
+        QCOMPARE(recorder.takeMessages(),
+                 QStringList("Last error message updated into: no \"link\""));
+    }
 };
 
 int main(int argc, char** argv)
@@ -187,8 +293,8 @@ int main(int argc, char** argv)
                                                        << "100%s";
         return 0;
     }
-    TestLogFormatter test;
+    TestLogLines test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "tst_logformatter.moc"
+#include "tst_loglines.moc"
