@@ -17,32 +17,9 @@ QByteArray eventLine(int day, const char* kind, const QByteArray& text)
            "| " + text + '\n';
 }
 
-struct Match
-{
-    const char* name;
-    EventSelection selection;
-    QVector<int> numbers;
-};
-
-struct PageOfTen
-{
-    const char* name;
-    int index;
-    int perPage;
-    int pages;
-    QString texts;
-    int errors;
-};
-
-struct Appended
-{
-    const char* name;
-    QVector<int> indexes;
-    int first;
-    int count;
-    QString text;
-    int errors;
-};
+using Match = std::tuple<const char*, EventSelection, QVector<int>>;
+using PageOfTen = std::tuple<const char*, int, int, int, QString, int>;
+using Appended = std::tuple<const char*, QVector<int>, int, int, QString, int>;
 
 } // namespace
 
@@ -71,14 +48,14 @@ private Q_SLOTS:
     }
     void matches()
     {
-        const auto& row = support::currentRow<Match>();
+        const auto& [name, selection, expected] = support::currentRow<Match>();
         writeFile(m_new, eventLine(1, "MenuAccess", "a") +
                              eventLine(2, "MenuAccessX", "b| MenuAccess x") +
                              eventLine(3, "CleaningEvent", "c| MenuAccess|d") +
                              eventLine(3, "WasteLevel", "MenuAccess") +
                              "3/11/2026 half| MenuAccess\n" + "\n" + "31/02/2026 no date");
         QString error;
-        QCOMPARE(EventHistory::matches(m_new, row.selection, error), row.numbers);
+        QCOMPARE(EventHistory::matches(m_new, selection, error), expected);
         QCOMPARE(error, QString());
     }
 
@@ -96,7 +73,7 @@ private Q_SLOTS:
     }
     void pages()
     {
-        const auto& row = support::currentRow<PageOfTen>();
+        const auto& [name, index, perPage, pages, texts, errors] = support::currentRow<PageOfTen>();
         QByteArray contents[2];
         for (int i = 0; i < 10; ++i)
             contents[i / 5] += eventLine(1 + i, "MenuAccess", QByteArray::number(i)) +
@@ -105,13 +82,13 @@ private Q_SLOTS:
         writeFile(m_new, contents[1]);
         support::LineRecorder recorder;
         const auto page =
-            EventHistory::page({m_old, m_new}, {"MenuAccess", {}, {}}, row.index, row.perPage);
-        QCOMPARE(page.pagesCount, row.pages);
+            EventHistory::page({m_old, m_new}, {"MenuAccess", {}, {}}, index, perPage);
+        QCOMPARE(page.pagesCount, pages);
         QString lastCharacters;
         for (const QString& line : page.lines)
             lastCharacters += line.right(1);
-        QCOMPARE(lastCharacters, row.texts);
-        QCOMPARE(recorder.takeMessages().size(), row.errors);
+        QCOMPARE(lastCharacters, texts);
+        QCOMPARE(recorder.takeMessages().size(), errors);
     }
 
     void appendedLines_data()
@@ -125,14 +102,15 @@ private Q_SLOTS:
     }
     void appendedLines()
     {
-        const auto& row = support::currentRow<Appended>();
+        const auto& [name, indexes, first, count, expected, errors] =
+            support::currentRow<Appended>();
         writeFile(m_new, "a\n\nc\nd");
         QString text = "before";
         QString error;
         support::LineRecorder recorder;
-        EventHistory::appendLines(text, m_new, row.indexes, row.first, row.count, error);
-        QCOMPARE(text, row.text);
-        QCOMPARE(recorder.takeMessages().size(), row.errors);
+        EventHistory::appendLines(text, m_new, indexes, first, count, error);
+        QCOMPARE(text, expected);
+        QCOMPARE(recorder.takeMessages().size(), errors);
     }
 
     void aLargeFileIsReadCompletely()

@@ -10,14 +10,7 @@ using support::EnvironmentGuard;
 namespace
 {
 
-struct Update
-{
-    const char* name;
-    const char* all;
-    const char* payment;
-    bool before;
-    bool after;
-};
+using Update = std::tuple<const char*, const char*, const char*, bool, bool>;
 
 } // namespace
 
@@ -78,13 +71,13 @@ private Q_SLOTS:
     }
     void updateFromEnvVars()
     {
-        const auto& row = support::currentRow<Update>();
-        const EnvironmentGuard all("ZEL_DEBUG_ALL", row.all);
-        const EnvironmentGuard payment("ZEL_DEBUG_PAYMENT", row.payment);
-        LogModules set = row.before ? LogModules(Log::Payment) : LogModules();
+        const auto& [name, all, payment, before, after] = support::currentRow<Update>();
+        const EnvironmentGuard allGuard("ZEL_DEBUG_ALL", all);
+        const EnvironmentGuard paymentGuard("ZEL_DEBUG_PAYMENT", payment);
+        LogModules set = before ? LogModules(Log::Payment) : LogModules();
         const QStringList added = set.updateFromEnvVars();
-        QCOMPARE(set.contains(Log::Payment), row.after);
-        QCOMPARE(added.contains("Payment"), row.after && !row.before);
+        QCOMPARE(set.contains(Log::Payment), after);
+        QCOMPARE(added.contains("Payment"), after && !before);
         QVERIFY(!set.contains(Log::None));
         QCOMPARE(set.updateFromEnvVars(), QStringList());
     }

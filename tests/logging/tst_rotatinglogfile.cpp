@@ -47,20 +47,8 @@ struct Fixture
     RotatingLogFile log;
 };
 
-struct Writes
-{
-    const char* name;
-    int predecessors;
-    QStringList writes;
-    QString content;
-};
-
-struct Lines
-{
-    const char* name;
-    QByteArray bytes;
-    QStringList lines;
-};
+using Writes = std::tuple<const char*, int, QStringList, QString>;
+using Lines = std::tuple<const char*, QByteArray, QStringList>;
 
 } // namespace
 
@@ -112,11 +100,11 @@ private Q_SLOTS:
     }
     void rotation()
     {
-        const auto& row = support::currentRow<Writes>();
-        Fixture f(row.predecessors);
-        for (const QString& text : row.writes)
+        const auto& [name, predecessors, writes, content] = support::currentRow<Writes>();
+        Fixture f(predecessors);
+        for (const QString& text : writes)
             QCOMPARE(f.log.write(text.toUtf8()), qint64(text.size()));
-        QCOMPARE(f.content(), row.content);
+        QCOMPARE(f.content(), content);
         QVERIFY(f.log.dataWritten());
         f.log.sync();
         QVERIFY(!f.log.dataWritten());
@@ -235,10 +223,10 @@ private Q_SLOTS:
     }
     void lines()
     {
-        const auto& row = support::currentRow<Lines>();
+        const auto& [name, bytes, lines] = support::currentRow<Lines>();
         Fixture f(0);
-        writeFile(f.path(0), row.bytes);
-        QCOMPARE(RotatingLogFile::getLogLines(f.path(0)), row.lines);
+        writeFile(f.path(0), bytes);
+        QCOMPARE(RotatingLogFile::getLogLines(f.path(0)), lines);
         QCOMPARE(RotatingLogFile::getLogLines(f.path(7)), QStringList());
     }
 

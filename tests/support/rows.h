@@ -2,32 +2,32 @@
 
 #include <QTest>
 
+#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace support
 {
 
-template <typename Record>
-inline std::vector<Record> s_rows;
+template <typename Row>
+inline std::vector<Row> s_rows;
 
-/// Adds a row for each record; its first member `name` is the name of the row. A data function has
-/// a record type of its own.
-template <typename Record>
-void addRows(std::vector<Record> records)
+/// Adds a row for each tuple, whose first element is the name of the row.
+template <typename Row>
+void addRows(std::vector<Row> rows)
 {
-    s_rows<Record> = std::move(records);
+    s_rows<Row> = std::move(rows);
     QTest::addColumn<int>("row");
-    for (size_t i = 0; i < s_rows<Record>.size(); ++i)
-        QTest::newRow(s_rows<Record>[i].name) << static_cast<int>(i);
+    for (size_t i = 0; i < s_rows<Row>.size(); ++i)
+        QTest::newRow(std::get<0>(s_rows<Row>[i])) << static_cast<int>(i);
 }
 
-/// The record of the current row.
-template <typename Record>
-const Record& currentRow()
+/// The tuple of the current row.
+template <typename Row>
+const Row& currentRow()
 {
     QFETCH(int, row);
-    return s_rows<Record>[static_cast<size_t>(row)];
+    return s_rows<Row>[static_cast<size_t>(row)];
 }
 
 } // namespace support
