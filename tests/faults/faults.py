@@ -169,23 +169,6 @@ def vanished_folder(root):
         require_sequence(writer.printed.read_bytes(), 0, 21600)
 
 
-# The log folder becomes read-only while the file is open. No line is lost while rotations are
-# impossible, and they resume afterwards.
-def readonly_folder(root):
-    private_mounts()
-    with Writer(root) as writer:
-        writer.write(900)
-        with mounted(writer.folder, "-o", "bind,ro", writer.folder):
-            writer.write(5000)
-            # These are more lines than two files may have, so the fault prevents rotations.
-            require_sequence(writer.content(), 0, 5900)
-        writer.write(1000)
-        require_sequence(writer.content(), 0, 6900)
-        writer.write(1024)
-        require_sequence(writer.content(), 5900, 7924)
-        require_sequence(writer.printed.read_bytes(), 0, 7924)
-
-
 # Each system call of a rotation fails once, three times or always, or the process is killed before
 # it. Only the lines that find no room in the predecessors are lost.
 def rotation(root):

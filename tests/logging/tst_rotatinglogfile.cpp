@@ -60,21 +60,25 @@ private Q_SLOTS:
     void names()
     {
         Fixture f(2);
-        const RotatingLogFile& log = f.log;
         QCOMPARE(RotatingLogFile({1.5F, 2, false}).maximumSize_B(), qint64(1572864));
-        QCOMPARE(log.filename(-1), QString());
-        QCOMPARE(log.filenames(RotatingLogFile::OldestFirst),
+        QCOMPARE(f.log.filename(-1), QString());
+        QCOMPARE(f.log.filenames(RotatingLogFile::OldestFirst),
                  QStringList({f.path(2), f.path(1), f.path(0)}));
         QCOMPARE(f.log.deletedFilenames(RotatingLogFile::NewestFirst)[2],
                  f.folder.filePath("zel_deleted.log.2"));
+        f.log.setSecondaryFilesCount(-1);
+        QCOMPARE(f.log.filenames(RotatingLogFile::NewestFirst), QStringList());
+    }
+
+    void operationsThatAreRefused()
+    {
+        Fixture f(2);
         support::LineRecorder recorder;
         QVERIFY(!f.log.setPrimaryFilename("other"));
-        QCOMPARE(log.primaryFilename(), f.path(0));
+        QCOMPARE(f.log.primaryFilename(), f.path(0));
         QCOMPARE(recorder.takeMessages(),
                  QStringList("bool RotatingLogFile::setPrimaryFilename(const QString&) File is "
                              "already opened !"));
-        f.log.setSecondaryFilesCount(-1);
-        QCOMPARE(log.filenames(RotatingLogFile::NewestFirst), QStringList());
         QCOMPARE(f.log.write("x", -1), qint64(-1));
         QCOMPARE(RotatingLogFile({1, 2, false}).write("x"), qint64(-1));
     }
