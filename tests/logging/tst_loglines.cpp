@@ -103,19 +103,17 @@ private Q_SLOTS:
         {
             LogFormatter line(LogLevel::Error);
             {
-                LogFormatter copy(line);
-                copy << "from a copy";
                 LogFormatter other(LogLevel::Info);
-                other << "dropped for the copy";
-                other = copy;
+                other << "replaced";
+                other = line;
+                other << "by a copy";
             }
-            LogFormatter(LogLevel::Info) << "inner";
-            QCOMPARE(recorder.takeMessages(), QStringList({"dropped for the copy", "inner"}));
+            QCOMPARE(recorder.takeMessages(), QStringList("replaced"));
             line.log(Log::Payment | Log::CanBus) << 1;
         }
         const auto lines = recorder.take();
         QCOMPARE(lines.size(), 1);
-        QCOMPARE(lines[0].message, "from a copy 1");
+        QCOMPARE(lines[0].message, "by a copy 1");
         QCOMPARE(lines[0].level, LogLevel::Error);
         QVERIFY(lines[0].modules.contains(Log::CanBus) && !lines[0].modules.contains(Log::None));
     }
@@ -131,31 +129,25 @@ private Q_SLOTS:
 
     void aDebugLineThatNobodyHearsCollectsNoText()
     {
-        const auto printed = [] {
+        const auto isFormatted = [] {
             Probe::formatted = 0;
-            LogFormatter(LogLevel::Debug).log(Log::Recipe) << Probe() << 1;
-            return Probe::formatted;
+            LogFormatter(LogLevel::Debug).log(Log::Recipe) << Probe();
+            return Probe::formatted == 1;
         };
-        QCOMPARE(printed(), 0);
-        {
-            LineRecorder recorder;
-            QCOMPARE(printed(), 1);
-            QCOMPARE(recorder.takeMessages(), QStringList("probe 1"));
-        }
-        QCOMPARE(printed(), 0);
+        QVERIFY(!isFormatted());
         LogManager::instance()->enableModuleDebugging(Log::Recipe);
-        QCOMPARE(printed(), 1);
+        QVERIFY(isFormatted());
         LogManager::instance()->disableModuleDebugging(Log::Recipe);
-        QCOMPARE(printed(), 0);
-        auto* receiver = new QObject;
-        connect(LogNode::instance(), &LogNode::logged, receiver, [] {});
-        QCOMPARE(printed(), 1);
-        delete receiver;
-        QCOMPARE(printed(), 0);
+        QVERIFY(!isFormatted());
+        for (int i = 0; i < 2; ++i) {
+            const LineRecorder recorder;
+            QVERIFY(isFormatted());
+        }
+        QVERIFY(!isFormatted());
         // The only receiver is another one than the manager.
         disconnect(LogNode::instance(), nullptr, LogManager::instance(), nullptr);
-        LineRecorder recorder;
-        QCOMPARE(printed(), 1);
+        const LineRecorder recorder;
+        QVERIFY(isFormatted());
         LogManager::instance()->connectNode(LogNode::instance());
     }
 
@@ -169,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(child.exitCode(), 0);
     }
 
-    void renderedLines()
+    void renderedTexts()
     {
         const QString format = "dd/MM/yyyy hh:mm:ss:zzz";
         const QDateTime before = QDateTime::currentDateTime();
@@ -179,17 +171,13 @@ private Q_SLOTS:
         QCOMPARE(line.mid(23), "| Error    | x");
         QCOMPARE(LogRenderer::pattern(LogLevel::Capsule).mid(23), "|");
         QCOMPARE(LogRenderer::levelToString(LogLevel::Capsule), "Capsule");
-        const QString text = "caff\u00e8 \u2615 " + QString(600, 'x');
-        const LogLine bytes(text);
-        QCOMPARE(QByteArray(bytes.data(), bytes.size()), text.toLocal8Bit() + '\n');
-    }
-
-    void eventTexts()
-    {
         using E = LogEventModule;
         QCOMPARE(LogRenderer::eventToString(E::AllEvents), "ALL");
         QCOMPARE(LogRenderer::eventToString(static_cast<E::EventModule>(3)), "Undefined");
         QCOMPARE(LogRenderer::eventToString(E::WasteLevel | E::NoneEvent), "NONE,WasteLevel");
+        const QString text = "caff\u00e8 \u2615 " + QString(600, 'x');
+        const LogLine bytes(text);
+        QCOMPARE(QByteArray(bytes.data(), bytes.size()), text.toLocal8Bit() + '\n');
     }
 
     // The moments are around changes of the second, the day and summer time, in both directions.

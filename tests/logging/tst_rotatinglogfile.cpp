@@ -47,7 +47,7 @@ struct Fixture
     RotatingLogFile log;
 };
 
-using Writes = std::tuple<const char*, int, QStringList, QString>;
+using Writes = std::tuple<const char*, int, QByteArray, QString>;
 using Lines = std::tuple<const char*, QByteArray, QStringList>;
 
 } // namespace
@@ -76,38 +76,29 @@ private Q_SLOTS:
         support::LineRecorder recorder;
         QVERIFY(!f.log.setPrimaryFilename("other"));
         QCOMPARE(f.log.primaryFilename(), f.path(0));
-        QCOMPARE(recorder.takeMessages(),
-                 QStringList("bool RotatingLogFile::setPrimaryFilename(const QString&) File is "
-                             "already opened !"));
+        QCOMPARE(recorder.takeMessages().size(), 1);
         QCOMPARE(f.log.write("x", -1), qint64(-1));
         QCOMPARE(RotatingLogFile({1, 2, false}).write("x"), qint64(-1));
     }
 
+    // Ten bytes fit into a file. "abc d" writes "abc", then "d".
     void rotation_data()
     {
         support::addRows<Writes>({
-            {"the limit itself does not rotate", 1, {"aaaaa", "bbbbb"}, "zel.log=aaaaabbbbb"},
-            {"one byte more rotates before the write",
-             1,
-             {"aaaaa", "bbbbb", "c"},
-             "zel.log=c zel.log.1=aaaaabbbbb"},
-            {"the oldest is removed, and a long line has a file of its own",
-             1,
-             {"aaaaaaaaaa", "b", "eeeeeeeeeeeeee", "f"},
-             "zel.log=f zel.log.1=eeeeeeeeeeeeee"},
-            {"three predecessors move up",
-             3,
-             {"aaaaaaaaaa", "bbbbbbbbbb", "cccccccccc", "dddddddddd", "e"},
-             "zel.log=e zel.log.1=dddddddddd zel.log.2=cccccccccc zel.log.3=bbbbbbbbbb"},
-            {"without predecessors the file grows", 0, {"aaaaaaaaaa", "b"}, "zel.log=aaaaaaaaaab"},
+            {"the limit itself does not rotate", 1, "aaaaa bbbbb", "zel.log=aaaaabbbbb"},
+            {"one byte more", 1, "aaaaa bbbbb c", "zel.log=c zel.log.1=aaaaabbbbb"},
+            {"long lines", 1, "a bbbbbbbbbbbbbb c", "zel.log=c zel.log.1=bbbbbbbbbbbbbb"},
+            {"the oldest is removed", 2, "aaaaaaa bbbbbbb ccccccc ddddddd",
+             "zel.log=ddddddd zel.log.1=ccccccc zel.log.2=bbbbbbb"},
+            {"no predecessors", 0, "aaaaaaaaaa b", "zel.log=aaaaaaaaaab"},
         });
     }
     void rotation()
     {
         const auto& [name, predecessors, writes, content] = support::currentRow<Writes>();
         Fixture f(predecessors);
-        for (const QString& text : writes)
-            QCOMPARE(f.log.write(text.toUtf8()), qint64(text.size()));
+        for (const QByteArray& text : writes.split(' '))
+            QCOMPARE(f.log.write(text), qint64(text.size()));
         QCOMPARE(f.content(), content);
         QVERIFY(f.log.dataWritten());
         f.log.sync();
