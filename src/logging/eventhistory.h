@@ -8,35 +8,35 @@
 
 #include <optional>
 
-/// Which events a page is made of.
+/// The events that a page consists of.
 struct EventSelection
 {
-    /// The kind as it stands in the file ("MenuAccess"); empty accepts every line.
+    /// The kind as the file has it ("MenuAccess"). Every kind if it is empty.
     QString kind;
-    /// "dd/MM/yyyy", both ends included. Dates are looked at only when both texts are there.
+    /// The first and the last day as "dd/MM/yyyy". Dates only filter if both are given.
     QString startDate;
     QString stopDate;
 };
 
-/// Reads event files back: which lines match a selection, and pages of them. The cost is linear in
-/// the bytes, whatever they are, and little memory is taken. Lines end with a line feed; a run of
-/// NUL characters, as a power cut leaves it, parts a line in two.
+/// Reads event files back: the numbers of the lines that match a selection, and pages of such
+/// lines. The time is linear in the size of the files for any content, and the memory use is small.
+/// A line ends with a line feed or at a run of NUL characters, which a power cut leaves.
 ///
-/// A file that does not exist has no lines. Where a file can't be read to its end, the functions
-/// give what they read and say why in `error`, which is empty otherwise; the caller reports it.
-/// Knows no lock: the caller keeps the files still.
+/// A file that does not exist has no lines. If a file cannot be read to its end, the functions
+/// return what they have read and set `error`, which is empty otherwise, to the reason; they do not
+/// log it. They use no lock: the caller prevents changes of the files meanwhile.
 class ZELTOOLS_EXPORT EventHistory
 {
 public:
     struct Page
     {
-        int pagesCount;    ///< Of the whole selection.
-        QStringList lines; ///< Oldest first.
-        QString error;     ///< "cannot read PATH: REASON", of the first file that failed.
+        int pagesCount;    ///< The number of pages of the whole selection.
+        QStringList lines; ///< The oldest line first.
+        QString error;     ///< "cannot read PATH: REASON" for the first file that failed.
     };
 
-    /// Page 0 holds the newest matches, `eventsPerPage` to a page; the last page holds the rest. No
-    /// page at all, with an Error line, when `eventsPerPage` is below 1.
+    /// Page 0 has the newest `eventsPerPage` matches, and the last page has the rest. There are no
+    /// pages, and an Error line is logged, if `eventsPerPage` is less than 1.
     static Page page(const QStringList& filesOldestFirst, const EventSelection& selection,
                      int pageIndex, int eventsPerPage);
 
@@ -44,9 +44,9 @@ public:
     static QVector<int> matches(const QString& fileName, const EventSelection& selection,
                                 QString& error);
 
-    /// Appends the lines with the numbers lineIndexes[first] and the `count` - 1 that follow, in
-    /// that order, with "\n" between them. Positions outside lineIndexes are left out, with an
-    /// Error line.
+    /// Appends the line with the number lineIndexes[first] and the `count` - 1 lines that follow in
+    /// `lineIndexes`, in this order and separated by "\n". Positions outside `lineIndexes` are
+    /// skipped, and an Error line is logged.
     static void appendLines(QString& text, const QString& fileName, const QVector<int>& lineIndexes,
                             int first, int count, QString& error);
 };

@@ -9,9 +9,8 @@
 
 #include <optional>
 
-/// The lines of other threads that wait for the thread of the log manager. Posted events of Qt
-/// would be lost with the application object, this queue can be emptied without one. Safe to call
-/// from any thread.
+/// The lines of other threads that wait for the thread of the log manager. Unlike posted events of
+/// Qt, they outlive the application object. Any thread may call the functions.
 class LineQueue
 {
 public:
@@ -22,9 +21,10 @@ public:
         QString message;
     };
 
-    /// Whether the queue was empty before: then somebody has to see to it.
+    /// Returns whether the queue was empty before, so that the caller has to start its reader.
     bool add(const Line& line);
-    /// The oldest line, if there is one, and whether others wait behind it.
+    /// Takes the oldest line, or nothing from an empty queue. `hasMore` is set to whether others
+    /// wait behind it, for which add() has returned false.
     std::optional<Line> take(bool& hasMore);
 
 private:

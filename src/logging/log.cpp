@@ -3,9 +3,9 @@
 namespace Log
 {
 
-// The order gives the ids, 0 to 50; it is part of what other programs may rely on. Three names
-// differ from their identifiers (DataBase, DataModel, EventsSimulation): switches in the field
-// carry them.
+// The order determines the ids, 0 to 50, on which other programs may rely. Three names differ from
+// their identifiers (DataBase, DataModel, EventsSimulation), because switches in the field use
+// them.
 const LogModule None(QStringLiteral("None"), false);
 const LogModule Configuration(QStringLiteral("Configuration"), true);
 const LogModule Beverage(QStringLiteral("Beverage"), true);

@@ -1,5 +1,7 @@
 #include "logging/logfileset_p.h"
 
+#include "logging/primarywriter_p.h"
+
 LogFileSet::LogFileSet() = default;
 LogFileSet::~LogFileSet() = default;
 
@@ -18,7 +20,7 @@ void LogFileSet::open(const Settings& settings)
         if (m_files[i] == nullptr) {
             m_files[i] =
                 std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
-            m_files[i]->m_isSharingTold = &m_isSharingTold;
+            m_files[i]->m_writer->shareWarning(&m_isSharingWarned);
         }
         RotatingLogFile& log = *m_files[i];
         const QMutexLocker locker(log.mutex());
@@ -61,4 +63,16 @@ void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length
 {
     if (RotatingLogFile* log = file(id))
         log->write(text, length);
+}
+
+zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id) const
+{
+    const RotatingLogFile* log = file(id);
+    return log != nullptr ? log->mutex() : nullptr;
+}
+
+QString LogFileSet::totalContent(LogManager::LogFileId id) const
+{
+    const RotatingLogFile* log = file(id);
+    return log != nullptr ? log->totalContent(RotatingLogFile::OldestFirst) : QString();
 }

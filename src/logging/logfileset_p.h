@@ -7,9 +7,9 @@
 #include <atomic>
 #include <memory>
 
-/// The five files of the log manager. Once made, their objects stay until the set goes: a thread
-/// that is writing a line at shutdown finds its file closed, not destroyed. Opening and closing
-/// belong to one thread; everything else may be called from any.
+/// The five files of the log manager. Their objects live as long as the set, so that a thread that
+/// writes a line at shutdown finds its file closed, but not destroyed. One thread opens and closes
+/// the set; any thread may call the other functions.
 class LogFileSet
 {
 public:
@@ -19,22 +19,27 @@ public:
     LogFileSet();
     ~LogFileSet();
 
-    /// Names, limits and order of the files in the two folders, both ending with "/".
+    /// The names and limits of the files in the two folders, whose paths end with "/".
     static Settings settings(const QString& debugDir, const QString& eventsDir);
 
-    /// Opens all files for appending, again when they are open already. A file that cannot be
-    /// opened stays closed, and what is written to it is dropped.
+    /// Opens all files for appending, after it has closed those that are open. A file that cannot
+    /// be opened stays closed, and lines for it are dropped.
     void open(const Settings& settings);
     void close();
     void sync();
 
-    /// Null while the set is closed, and for an id that names no file.
+    /// The file; null while the set is closed, and for an unknown id.
     RotatingLogFile* file(LogManager::LogFileId id) const;
-    /// Drops the text where file() is null.
+    /// Writes the text, or drops it if file() is null.
     void write(LogManager::LogFileId id, const char* text, qint64 length);
 
+    /// The mutex of the file, or null if file() is null.
+    zeltools::RecursiveMutex* mutex(LogManager::LogFileId id) const;
+    /// The content of the file and its predecessor, which is empty if file() is null.
+    QString totalContent(LogManager::LogFileId id) const;
+
 private:
-    std::atomic<bool> m_isSharingTold = false; // that somebody else has the files is told once
+    std::atomic<bool> m_isSharingWarned = false; // one Warning for all files
     std::array<std::unique_ptr<RotatingLogFile>, count> m_files;
     std::atomic<bool> m_isOpen = false;
 };

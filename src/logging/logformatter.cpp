@@ -1,106 +1,16 @@
 #include "logging/logformatter.h"
 
 #include "ascii.h"
-#include "logging/log.h"
+#include "logging/debugtext_p.h"
 #include "logging/lognode.h"
 #include "logging/logrenderer.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
 
-namespace
-{
-
-// A line longer than this gives its memory back, so that no thread keeps a megabyte for ever.
-constexpr int s_keptCapacity = 1024;
-
-// QDebug writes such a text between quotes as it is; anything else it may have to escape.
-bool isPlain(const QString& text)
-{
-    return std::all_of(text.begin(), text.end(), [](QChar c) {
-        return c >= QLatin1Char(' ') && c < QChar(0x7f) && c != QLatin1Char('"') &&
-               c != QLatin1Char('\\');
-    });
-}
-
-// From here on every double is an integer.
-constexpr double s_lastHalf = 4503599627370496; // 2^52
-
-// QDebug rounds the exact middle between two numbers of six digits away from zero (20.03125 reads
-// 20.0313), std::to_chars() to the even one of them. A middle has seven decimal digits. If it has a
-// fraction too, then it is at least 0.0001 and its binary digits fit into a float. So only such
-// values and integers take the smallest step away from zero, which leads none of them beyond a
-// middle: the nearest one that they are not themselves is farther away.
-double awayFromMiddle(double value)
-{
-    constexpr double smallestMiddle = 0.0001;
-    const double size = std::fabs(value);
-    const bool mayBeMiddle =
-        size >= smallestMiddle &&
-        (double(static_cast<float>(value)) == value || std::trunc(value) == value);
-    return mayBeMiddle ? std::nextafter(value, 2 * value) : value;
-}
-
-} // namespace
-
-// Each thread keeps one line for the next formatter, with the memory of its text: most lines then
-// take nothing from the heap.
-struct LogFormatter::SpareLine
-{
-    // Trivial variables stay readable after the keeper is gone: lines are written to the very end
-    // of a thread, by destructors too.
-    static thread_local Line* line;
-    static thread_local bool isOver;
-
-    ~SpareLine()
-    {
-        isOver = true;
-        delete line;
-        line = nullptr;
-    }
-
-    static void keepUntilThreadEnds() { static thread_local SpareLine keeper; }
-};
-
-thread_local LogFormatter::Line* LogFormatter::SpareLine::line = nullptr;
-thread_local bool LogFormatter::SpareLine::isOver = false;
-
-LogFormatter::Line* LogFormatter::takeLine(LogLevel::Level level)
-{
-    Line* line = SpareLine::line;
-    if (line != nullptr)
-        SpareLine::line = nullptr;
-    else
-        line = new Line;
-    line->references = 1;
-    line->isCollected = true;
-    line->isSpaced = true;
-    line->isQuoted = true;
-    line->level = level;
-    line->event = LogEventModule::NoneEvent;
-    line->modules = Log::None;
-    return line;
-}
-
-void LogFormatter::releaseLine(Line* line)
-{
-    // A receiver may have kept a copy of the text, which then is no longer ours to write into.
-    if (!line->message.isDetached() || line->message.capacity() > s_keptCapacity)
-        line->message = QString();
-    else
-        line->message.resize(0);
-    if (SpareLine::line != nullptr || SpareLine::isOver) {
-        delete line;
-        return;
-    }
-    SpareLine::keepUntilThreadEnds();
-    SpareLine::line = line;
-}
-
 LogFormatter::LogFormatter(const LogLevel::Level& level)
-    : m_line(takeLine(level))
+    : m_line(Line::take(level))
 {
 }
 
@@ -139,7 +49,7 @@ void LogFormatter::finish()
         }
         LogNode::log(line->level, line->modules, message);
     }
-    releaseLine(line);
+    Line::release(line);
 }
 
 LogFormatter& LogFormatter::log(const LogModules& modules)
@@ -212,7 +122,7 @@ QDebug& LogFormatter::debug()
     return *m_line->debug;
 }
 
-// The short ways: each gives the text of QDebug for its type.
+// The functions below append the text of QDebug for their type without a stream, which is faster.
 
 void LogFormatter::appendText(const char* utf8)
 {
@@ -231,7 +141,7 @@ void LogFormatter::appendText(const char* utf8)
 
 void LogFormatter::appendQuoted(const QString& text)
 {
-    if (m_line->debug || (m_line->isQuoted && !isPlain(text))) {
+    if (m_line->debug || (m_line->isQuoted && !debugtext::isPlain(text))) {
         debug() << text;
         return;
     }
@@ -264,10 +174,11 @@ void LogFormatter::appendReal(double value)
     constexpr int significantDigits = 6;
     if (m_line->debug || !std::isfinite(value))
         debug() << value;
-    else if (std::fabs(value) >= s_lastHalf)
+    else if (debugtext::isBeyondHalves(value))
         appendText(QString::number(value).toLatin1().constData());
-    else // and without the sign of a negative zero
-        appendNumber(awayFromMiddle(value) + 0.0, std::chars_format::general, significantDigits);
+    else // adding 0.0 removes the sign of a negative zero
+        appendNumber(debugtext::awayFromMiddle(value) + 0.0, std::chars_format::general,
+                     significantDigits);
 }
 
 template <typename T, typename... Format>

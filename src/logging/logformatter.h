@@ -58,6 +58,12 @@ public:
 private:
     struct Line
     {
+        struct Spare;
+
+        /// A new line, or the one that this thread has kept.
+        static Line* take(LogLevel::Level level);
+        static void release(Line* line);
+
         int references;
         bool isCollected;
         bool isSpaced;
@@ -70,10 +76,7 @@ private:
         // on it formats every item, since an item may change its state (base, precision, spaces).
         std::optional<QDebug> debug;
     };
-    struct SpareLine;
 
-    static Line* takeLine(LogLevel::Level level);
-    static void releaseLine(Line* line);
     void finish();
     QDebug& debug();
 

@@ -109,20 +109,20 @@ LogInFile::WriterThread::~WriterThread()
     setPolicy(SCHED_OTHER);
     m_queue->end();
     wait();
-    m_kernelId.load(); // shows the order of the threads to a sanitizer that does not know wait()
+    m_kernelId.load(); // shows the order to a thread sanitizer that does not know wait()
 }
 
 void LogInFile::WriterThread::waitUntilWritten()
 {
-    if (!isRunning()) // the system had no thread for it, as Qt has warned
+    if (!isRunning()) // Qt could not start the thread and has logged a warning
         return;
     setPolicy(SCHED_OTHER);
     m_queue->waitUntilWritten();
     setPolicy(SCHED_IDLE);
 }
 
-// While a thread waits for the writer, the writer is as urgent as any other; QThread could not make
-// it so. Takes a privilege, and without it the wait may be longer.
+// While a thread waits for the writer, the writer has the normal policy, which QThread cannot set.
+// This needs a privilege; without it the wait may be longer.
 void LogInFile::WriterThread::setPolicy(int policy)
 {
     const sched_param none = {};
@@ -135,7 +135,7 @@ void LogInFile::WriterThread::onWriteStringToFile(const QString& line)
     m_queue->add(line.toUtf8());
 }
 
-// While the file is closed, its write() returns -1: the lines are not wanted.
+// While the file is closed, write() returns -1, and the lines are dropped on purpose.
 void LogInFile::WriterThread::run()
 {
     m_kernelId = gettid();

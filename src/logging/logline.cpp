@@ -26,13 +26,13 @@ void LogLine::append(const QString& text)
     m_bytes.resize(start + size);
     const ushort* __restrict from = text.utf16();
     char* __restrict to = m_bytes.data() + start;
-    // Two plain loops, which compilers turn into vector instructions.
+    // Compilers turn these two plain loops into vector instructions.
     ushort all = 0;
     for (int i = 0; i < size; ++i)
         all |= from[i];
     for (int i = 0; i < size; ++i)
         to[i] = static_cast<char>(from[i]);
-    // Every local encoding that a Linux system can have agrees on ASCII.
+    // All local encodings of Linux systems agree on ASCII.
     if (all > 0x7f) {
         const QByteArray encoded = text.toLocal8Bit();
         m_bytes.resize(start);

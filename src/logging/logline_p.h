@@ -1,15 +1,16 @@
 #pragma once
 
 #include "logging/loglevel.h"
+
 #include <QString>
 #include <QVarLengthArray>
 
-/// The bytes of one finished line in the local 8-bit encoding, line feed included. Takes nothing
-/// from the heap for a line of usual length and pure ASCII.
+/// The bytes of one finished line in the local 8-bit encoding, including the line feed. A line of
+/// usual length in ASCII allocates no memory.
 class LogLine
 {
 public:
-    /// The line as it is, and a line feed.
+    /// The unchanged line and a line feed.
     explicit LogLine(const QString& line);
     /// The bytes of LogRenderer::formattedMessage(), and a line feed.
     LogLine(LogLevel::Level level, const QString& message);

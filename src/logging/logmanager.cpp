@@ -1,45 +1,44 @@
 #include "logging/logmanager.h"
 
 #include "logging/debugmodules.h"
-#include "logging/linequeue_p.h"
+#include "logging/eventpages_p.h"
 #include "logging/log.h"
 #include "logging/logfileset_p.h"
 #include "logging/logformatter.h"
 #include "logging/logline_p.h"
 #include "logging/lognode.h"
 #include "logging/logrenderer.h"
-#include "logging/logroute_p.h"
+#include "logging/logrouter_p.h"
+#include "logging/qtlogging_p.h"
 #include "path.h"
 
-#include <QLoggingCategory>
+#include <QMetaEnum>
 #include <QThread>
+#include <QtAlgorithms>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 
 namespace
 {
 
-// Set while the process ends for want of a path layout: what destructors log then must not ask for
-// the manager again.
+// The process ends because there is no path layout. The lines that destructors log then must not
+// create the manager.
 std::atomic<bool> s_isRefused{false};
 
-bool isDropped(const QString& warning)
+EventSelection selection(LogManager::EventModuleFilter filter, const QString& startDate,
+                         const QString& stopDate)
 {
-    static constexpr std::array<const char*, 5> beginnings{
-        "QFont::setPointSizeF", "Warning: distance-field glyph is not available",
-        "DirectShowPlayerService", "Both point size and pixel size set.",
-        "libpng warning: iCCP: known incorrect sRGB"};
-    return std::any_of(beginnings.begin(), beginnings.end(), [&](const char* beginning) {
-        return warning.startsWith(QLatin1String(beginning));
-    });
+    QString kind;
+    if (filter != LogManager::AllEvent)
+        kind = LogRenderer::eventToString(LogManager::eventModuleFilterToEventModule(filter));
+    return {kind, startDate, stopDate};
 }
 
 } // namespace
 
-// Registered when the library is loaded: the first event line creates the manager.
+// The receiver is registered when the library is loaded, so that the first event line creates the
+// manager.
 const bool LogManager::s_receivesEvents =
     LogNode::setEventReceiver([](LogEventModule::EventModule event, const QString& message) {
         if (!s_isRefused)
@@ -56,7 +55,9 @@ LogManager* LogManager::instance()
 
 LogManager::LogManager()
     : m_files(std::make_unique<LogFileSet>())
-    , m_queue(std::make_unique<LineQueue>())
+    , m_router(std::make_unique<LogRouter>(*this, *m_files))
+    , m_pages(std::make_unique<EventPages>(*m_files))
+    , m_categoryRules(std::make_unique<QtCategoryRules>())
 {
     if (!Path::exists()) {
         std::puts("LogManager::LogManager(): Fatal error, path is not defined, "
@@ -93,7 +94,7 @@ void LogManager::registerTypes()
 
 bool LogManager::connectNode(QObject* node)
 {
-    m_isQueueing = qgetenv("LOG_FROM_MAIN_THREAD") == "1";
+    m_router->setQueueing(qgetenv("LOG_FROM_MAIN_THREAD") == "1");
     node->disconnect(this);
     const QMetaObject::Connection connection =
         connect(node, SIGNAL(logged(LogLevel::Level, Log::Modules, QString)), this,
@@ -108,104 +109,64 @@ bool LogManager::isPrinted(LogLevel::Level level, const LogModules& modules) con
     return level > LogLevel::Debug || DebugModules::shared().containsOneOf(modules);
 }
 
+void LogManager::initLogFiles()
+{
+    static const LogFileSet::Settings settings =
+        LogFileSet::settings(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
+    m_files->open(settings);
+}
+
+void LogManager::finalizeLogFiles()
+{
+    if (thread() == QThread::currentThread())
+        m_router->writeQueuedLines();
+    m_files->close();
+}
+
+void LogManager::syncLogs()
+{
+    m_files->sync();
+}
+
 void LogManager::log(LogLevel::Level level, const Log::Modules& modules, const QString& message)
 {
-    if (!m_isQueueing || thread() == QThread::currentThread())
-        logNow(level, modules, message);
-    else if (m_queue->add({level, modules, message}))
-        QMetaObject::invokeMethod(this, &LogManager::logQueued, Qt::QueuedConnection);
-}
-
-// One line a call: a receiver of the line may run an event loop, which finds the next call there.
-void LogManager::logQueued()
-{
-    bool hasMore = false;
-    const std::optional<LineQueue::Line> line = m_queue->take(hasMore);
-    if (hasMore)
-        QMetaObject::invokeMethod(this, &LogManager::logQueued, Qt::QueuedConnection);
-    if (line)
-        logNow(line->level, line->modules, line->message);
-}
-
-void LogManager::logNow(LogLevel::Level level, const LogModules& modules, const QString& message)
-{
-    if (!isPrinted(level, modules))
-        return;
-    const LogRoute route = logRoute(level, modules);
-    if (route == LogRoute::General) {
-        writeGeneral(LogLine(level, message));
-        return;
-    }
-    const QString line = LogRenderer::formattedMessage(level, message);
-    switch (route) {
-    case LogRoute::Failure:
-        return logFailure(line);
-    case LogRoute::Events:
-        return logEvent(line);
-    case LogRoute::Grinder:
-        return grinderEvent(line);
-    case LogRoute::Capsule:
-        return capsuleEvent(line);
-    case LogRoute::M4ActuatorBoard:
-        return m4ActuatorBoardLog(line);
-    case LogRoute::General:
-        break;
-    }
+    m_router->log(level, modules, message);
 }
 
 void LogManager::log(const QString& line)
 {
-    writeGeneral(LogLine(line));
-}
-
-void LogManager::writeGeneral(const LogLine& line)
-{
-    line.print();
-    if (m_logToFile)
-        m_files->write(General, line.data(), line.size());
+    m_router->writeGeneral(LogLine(line));
 }
 
 void LogManager::logFailure(const QString& line)
 {
-    LogLine(line).print();
-    const QString ended = line + QLatin1Char('\n');
-    log(ended);
-    Q_EMIT failureLogged(ended);
+    m_router->writeFailure(line);
 }
 
 void LogManager::logEvent(const QString& line)
 {
-    writeAndAnnounce(Events, line, &LogManager::eventLogged);
+    m_router->writeEvent(line);
 }
 
 void LogManager::grinderEvent(const QString& line)
 {
-    if (isPrinted(LogLevel::Debug, Log::GrinderRegulation))
-        writeAndAnnounce(Grinder, line, &LogManager::grinderLogged);
-}
-
-// Holds the file's lock from the print to the end of the signal, so that what its receivers read
-// from the file ends with this line.
-void LogManager::writeAndAnnounce(LogFileId id, const QString& line,
-                                  void (LogManager::*announce)(const QString&))
-{
-    const QMutexLocker locker(mutexOf(id));
-    const LogLine bytes(line);
-    bytes.print();
-    m_files->write(id, bytes.data(), bytes.size());
-    Q_EMIT(this->*announce)(line + QLatin1Char('\n'));
+    m_router->writeGrinder(line);
 }
 
 void LogManager::capsuleEvent(const QString& line)
 {
-    const LogLine bytes(line);
-    m_files->write(Capsule, bytes.data(), bytes.size());
+    m_router->write(Capsule, line);
 }
 
 void LogManager::m4ActuatorBoardLog(const QString& line)
 {
-    const LogLine bytes(line);
-    m_files->write(M4ActuatorBoard, bytes.data(), bytes.size());
+    m_router->write(M4ActuatorBoard, line);
+}
+
+void LogManager::writeLogFile(LogFileId id, const QString& text)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    m_files->write(id, bytes.constData(), bytes.size());
 }
 
 void LogManager::qtMessageHandler(QtMsgType type, const QMessageLogContext& context,
@@ -218,50 +179,19 @@ void LogManager::qtMessageHandler(QtMsgType type, const QMessageLogContext& cont
 
 void LogManager::messageHandler(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
-    LogLevel::Level level = LogLevel::Debug;
-    switch (type) {
-    case QtDebugMsg:
-        break;
-    case QtInfoMsg:
-        level = LogLevel::Info;
-        break;
-    case QtWarningMsg:
-        if (isDropped(message))
-            return;
-        level = LogLevel::Warning;
-        break;
-    case QtCriticalMsg:
-    case QtFatalMsg:
-        level = LogLevel::Critical;
-        break;
-    default:
+    const std::optional<LogLevel::Level> level = qtMessageLevel(type, message);
+    if (!level)
         return;
-    }
-    const LogLine line(level, message);
+    const LogLine line(*level, message);
     if (s_isRefused)
         line.print();
     else
-        instance()->writeGeneral(line);
+        instance()->m_router->writeGeneral(line);
 }
 
 void LogManager::enableLogToFile(bool enable)
 {
-    m_logToFile = enable;
-}
-
-void LogManager::enableModuleDebugging(const LogModule& module)
-{
-    DebugModules::shared().add(module);
-}
-
-void LogManager::disableModuleDebugging(const LogModule& module)
-{
-    DebugModules::shared().remove(module);
-}
-
-QStringList LogManager::getModulesDebuggingEnvVars()
-{
-    return LogModules::getEnvVars();
+    m_router->setGeneralFileEnabled(enable);
 }
 
 void LogManager::enableModulesDebuggingFromEnvVars()
@@ -276,20 +206,7 @@ void LogManager::enableModulesDebuggingFromEnvVars()
 
 void LogManager::enableQLoggingCategoryFilterRules(const QStringList& categories, bool enable)
 {
-    for (const QString& category : categories)
-        m_filterRules[category] = enable;
-    QStringList rules;
-    for (auto rule = m_filterRules.cbegin(); rule != m_filterRules.cend(); ++rule)
-        rules.append(rule.key() +
-                     (rule.value() ? QLatin1String("=true") : QLatin1String("=false")));
-    LogFormatter(LogLevel::Info).log(Log::Global)
-        << "Applying filter rules:" << rules.join(QLatin1Char(','));
-    QLoggingCategory::setFilterRules(rules.join(QLatin1Char('\n')));
-}
-
-void LogManager::emitLogEvent(const LogEventModule::EventModule& event, const QStringList& args)
-{
-    Q_EMIT newLogEvent(event, args);
+    m_categoryRules->add(categories, enable);
 }
 
 void LogManager::emitStartApplicationEvent()
@@ -298,4 +215,126 @@ void LogManager::emitStartApplicationEvent()
         return;
     m_startEventEmitted = true;
     emitLogEvent(LogEventModule::ApplicationStartEvent, {APP_STARTED_MSG});
+}
+
+QString LogManager::logContent(bool truncate)
+{
+    constexpr int threshold = 5000;
+    constexpr int kept = 50000;
+    QString content = m_files->totalContent(General);
+    if (!truncate || content.size() <= threshold)
+        return content;
+    return QLatin1String("---- Log truncated ----\r\n") + content.right(kept);
+}
+
+QString LogManager::eventLogTotalContent()
+{
+    return m_files->totalContent(Events);
+}
+
+QString LogManager::appLogFilePath()
+{
+    const RotatingLogFile* log = m_files->file(General);
+    return log != nullptr ? log->primaryFilename() : QString();
+}
+
+void LogManager::setAppLogFileMaximumSizeMiB(double size_MiB)
+{
+    if (RotatingLogFile* log = m_files->file(General))
+        log->setMaximumSizeMiB(size_MiB);
+}
+
+void LogManager::setAppLogFileSecondaryFilesCount(int count)
+{
+    if (RotatingLogFile* log = m_files->file(General))
+        log->setSecondaryFilesCount(count);
+}
+
+void LogManager::deleteLogFile(LogFileId id)
+{
+    if (RotatingLogFile* log = m_files->file(id))
+        log->deleteFile();
+}
+
+LogEventModule::EventModule LogManager::eventModuleFilterToEventModule(EventModuleFilter filter)
+{
+    const auto position = static_cast<uint>(filter);
+    return static_cast<LogEventModule::EventModule>(position < 32 ? 1U << position : 0);
+}
+
+LogManager::EventModuleFilter
+LogManager::eventModuleToEventModuleFilter(LogEventModule::EventModule event)
+{
+    const auto bits = static_cast<quint32>(event);
+    const uint position = qPopulationCount(bits) == 1 ? qCountTrailingZeroBits(bits) : 32;
+    return static_cast<EventModuleFilter>(position);
+}
+
+QStringList LogManager::eventModuleFilter() const
+{
+    const QMetaEnum filters = QMetaEnum::fromType<EventModuleFilter>();
+    QStringList names;
+    for (int i = 0; i < filters.keyCount(); ++i) {
+        const auto filter = static_cast<EventModuleFilter>(filters.value(i));
+        names.append(LogRenderer::eventToString(eventModuleFilterToEventModule(filter)));
+    }
+    return names;
+}
+
+QString LogManager::eventsText() const
+{
+    return m_pages->text();
+}
+
+QStringList LogManager::eventsTextList() const
+{
+    return m_pages->lines();
+}
+
+int LogManager::eventsPagesCount() const
+{
+    return m_pages->pagesCount();
+}
+
+void LogManager::updateEventsText(EventModuleFilter filter, const QString& strStartDate,
+                                  const QString& strStopDate, int pageIndex, int eventsPerPage)
+{
+    const QMutexLocker locker(m_files->mutex(Events));
+    if (m_pages->publish(selection(filter, strStartDate, strStopDate), pageIndex, eventsPerPage))
+        Q_EMIT eventsPagesCountChanged();
+    Q_EMIT eventsTextChanged();
+    Q_EMIT eventsTextListChanged();
+}
+
+QString LogManager::exportEventsHistory(EventModuleFilter filter, const QString& strStartDate,
+                                        const QString& strStopDate, int pageIndex,
+                                        int eventsPerPage)
+{
+    QString text;
+    writeEventsText(text, filter, strStartDate, strStopDate, pageIndex, eventsPerPage);
+    return text;
+}
+
+int LogManager::writeEventsText(QString& text, EventModuleFilter filter,
+                                const QString& strStartDate, const QString& strStopDate,
+                                int pageIndex, int eventsPerPage)
+{
+    return m_pages->write(text, selection(filter, strStartDate, strStopDate), pageIndex,
+                          eventsPerPage);
+}
+
+QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const QString& fileName,
+                                          EventModuleFilter filter, const QString& strStartDate,
+                                          const QString& strStopDate,
+                                          const QVector<int>& lineIndexes, int first, int count)
+{
+    if (indexOnly)
+        return m_pages->matches(fileName, selection(filter, strStartDate, strStopDate));
+    m_pages->appendLines(text, fileName, lineIndexes, first, count);
+    return lineIndexes;
+}
+
+void LogManager::qmlEventLogParameter(const QString& log)
+{
+    LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
 }

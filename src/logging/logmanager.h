@@ -1,11 +1,11 @@
 #pragma once
 
+#include <zeltools/logging/debugmodules.h>
 #include <zeltools/logging/logeventmodule.h>
 #include <zeltools/logging/loglevel.h>
 #include <zeltools/logging/logmodules.h>
 #include <zeltools/qtversion.h>
 
-#include <QMap>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -14,9 +14,11 @@
 #include <atomic>
 #include <memory>
 
-class LineQueue;
+class EventPages;
 class LogFileSet;
 class LogLine;
+class LogRouter;
+class QtCategoryRules;
 
 /// The process-wide sink of all logging. It receives the lines of LogNode and of Qt, drops the
 /// Debug lines of modules that are not switched on, prints the others on the standard error stream,
@@ -118,9 +120,9 @@ public:
     /// The timer that calls syncLogs() every minute after the host has started it. Lines reach the
     /// operating system without it.
     QTimer* syncTimer() { return &m_syncTimer; }
-    void enableModuleDebugging(const LogModule& module);
-    void disableModuleDebugging(const LogModule& module);
-    QStringList getModulesDebuggingEnvVars();
+    void enableModuleDebugging(const LogModule& module) { DebugModules::shared().add(module); }
+    void disableModuleDebugging(const LogModule& module) { DebugModules::shared().remove(module); }
+    QStringList getModulesDebuggingEnvVars() { return LogModules::getEnvVars(); }
     /// Applies LogModules::updateFromEnvVars() to the modules that are on, and logs the names of
     /// those that were added.
     void enableModulesDebuggingFromEnvVars();
@@ -139,19 +141,25 @@ public:
     void setAppLogFileMaximumSizeMiB(double size_MiB);
     void setAppLogFileSecondaryFilesCount(int count);
     void deleteLogFile(LogFileId id);
-    Q_INVOKABLE void deleteEventFile();
-    Q_INVOKABLE void deleteGrinderFile();
-    void deleteGeneralFile();
+    Q_INVOKABLE void deleteEventFile() { deleteLogFile(Events); }
+    Q_INVOKABLE void deleteGrinderFile() { deleteLogFile(Grinder); }
+    void deleteGeneralFile() { deleteLogFile(General); }
 
-    void emitLogEvent(const LogEventModule::EventModule& event, const QStringList& args);
+    void emitLogEvent(const LogEventModule::EventModule& event, const QStringList& args)
+    {
+        Q_EMIT newLogEvent(event, args);
+    }
     /// Announces the start of the application, once in a process.
     void emitStartApplicationEvent();
-    void enableModuleEvent(const LogEventModule::EventModule& event);
-    void disableModuleEvent(const LogEventModule::EventModule& event);
-    quint32 enabledEvents() const;
+    void enableModuleEvent(const LogEventModule::EventModule& event) { m_enabledEvents |= event; }
+    void disableModuleEvent(const LogEventModule::EventModule& event)
+    {
+        m_enabledEvents &= ~quint32(event);
+    }
+    quint32 enabledEvents() const { return m_enabledEvents; }
     /// Stores the user at the machine for the host. Lines do not contain it.
-    Q_INVOKABLE void setEventUser(const QString& user);
-    QString eventUser() const;
+    Q_INVOKABLE void setEventUser(const QString& user) { m_eventUser = user; }
+    QString eventUser() const { return m_eventUser; }
 
     /// The kind whose bit is at the position of the filter; no kind for positions outside 0 to 31.
     static LogEventModule::EventModule eventModuleFilterToEventModule(EventModuleFilter filter);
@@ -186,7 +194,7 @@ public:
     /// Logs a parameter change on the screen as an event of the kind MenuParameter.
     Q_INVOKABLE void qmlEventLogParameter(const QString& log);
     /// Makes QML read the names of the kinds again after a change of the language.
-    Q_INVOKABLE void emitEventModuleFilterChangeTrad();
+    Q_INVOKABLE void emitEventModuleFilterChangeTrad() { Q_EMIT eventModuleFilterChangeTrad(); }
 
 public Q_SLOTS:
     void syncLogs();
@@ -212,24 +220,13 @@ Q_SIGNALS:
 private:
     LogManager();
 
-    void logQueued();
-    void logNow(LogLevel::Level level, const LogModules& modules, const QString& message);
-    void writeGeneral(const LogLine& line);
-    void writeAndAnnounce(LogFileId id, const QString& line,
-                          void (LogManager::*announce)(const QString&));
-    QString totalContent(LogFileId id) const;
-    zeltools::RecursiveMutex* mutexOf(LogFileId id) const;
-
     std::unique_ptr<LogFileSet> m_files;
-    std::unique_ptr<LineQueue> m_queue;
-    std::atomic<bool> m_isQueueing = false;
-    std::atomic<bool> m_logToFile = false;
+    std::unique_ptr<LogRouter> m_router;
+    std::unique_ptr<EventPages> m_pages;
+    std::unique_ptr<QtCategoryRules> m_categoryRules;
     std::atomic<quint32> m_enabledEvents = 0;
     bool m_startEventEmitted = false;
     QString m_eventUser;
     QTimer m_syncTimer;
     static const bool s_receivesEvents;
-    QMap<QString, bool> m_filterRules;
-    QString m_eventsText;
-    int m_eventsPagesCount = 1;
 };

@@ -5,7 +5,7 @@
 namespace
 {
 
-// Created by the first module that registers, and so destroyed after the last static one.
+// The first module that registers creates it, so it is destroyed after the last static module.
 QVector<LogModule*>& registry()
 {
     static QVector<LogModule*> modules;

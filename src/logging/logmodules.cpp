@@ -68,7 +68,8 @@ QStringList LogModules::updateFromEnvVars()
     const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const bool all = environment.value(QStringLiteral("ZEL_DEBUG_ALL"), QStringLiteral("0")) ==
                      QLatin1String("1");
-    // All are judged before the set changes: modules that share an id are judged alike.
+    // All modules are looked at before the set changes, so that modules that share an id are
+    // treated alike.
     QVector<const LogModule*> removed;
     QVector<const LogModule*> added;
     for (const LogModule* module : LogModule::registeredModulesConst()) {

@@ -8,9 +8,15 @@
 namespace
 {
 
-// Who listens, worked out anew after every change of a connection: the low two bits hold what is
-// known, the bits above count the changes, so that an answer that a change has overtaken is never
-// stored.
+// The receivers of logged(), kept in one word so that a Debug line that nobody else sees costs one
+// load. The low two bits are a state, and the bits above them count the changes of connections:
+//
+//     Unknown  --- isOnlyManagerListening() counts the receivers --->  OnlyManager or Others
+//        ^                                                                     |
+//        +--------- forgetAudience(): a connection has changed, count + 1 -----+
+//
+// isOnlyManagerListening() only stores its answer if the word is still the one from before the
+// receivers were counted. The count makes sure of that, since the state alone may be Unknown again.
 enum Audience : quint64 { Unknown = 0, OnlyManager = 1, Others = 2, AudienceMask = 3, Change = 4 };
 std::atomic<quint64> s_audience{Unknown};
 
@@ -27,7 +33,7 @@ struct ManagerConnection
     QMetaObject::Connection connection;
 };
 
-// Never destroyed, as the node.
+// It is never destroyed, like the node.
 ManagerConnection& managerConnection()
 {
     static auto* connection = new ManagerConnection;

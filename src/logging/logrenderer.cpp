@@ -9,7 +9,7 @@
 namespace
 {
 
-// In the order of the bits, from 0x0001 on. The doubled word is what stands in the field's files.
+// The names in the order of the bits, from 0x0001. The files in the field have the doubled word.
 constexpr std::array<const char*, 14> s_eventNames{
     QT_TRANSLATE_NOOP("QObject", "NONE"),
     QT_TRANSLATE_NOOP("QObject", "MenuAccess"),

@@ -4,6 +4,7 @@
 #include <QHash>
 
 #include <mutex>
+#include <tuple>
 
 #include <sys/stat.h>
 #include <time.h>
@@ -12,8 +13,9 @@ namespace
 {
 
 constexpr int s_length = 23;
+constexpr const char* s_zoneFile = "/etc/localtime"; // which localtime_r() reads
 
-// Trivial, so that it serves to the very end of a thread.
+// The class is trivial, so that an object stays usable until the very end of a thread.
 struct Cache
 {
     qint64 moment_ms = -1;
@@ -21,41 +23,26 @@ struct Cache
     char text[s_length + 1] = {};
 };
 
-struct ZoneSource
-{
-    QByteArray variable;
-    dev_t device = 0;
-    ino_t file = 0;
-    timespec modified = {};
+// The variable; device, number and time of the file.
+using ZoneSource = std::tuple<QByteArray, dev_t, ino_t, time_t, long>;
 
-    bool operator==(const ZoneSource& other) const
-    {
-        return variable == other.variable && device == other.device && file == other.file &&
-               modified.tv_sec == other.modified.tv_sec &&
-               modified.tv_nsec == other.modified.tv_nsec;
-    }
-};
-
-// localtime_r() keeps the zone that it saw first until somebody calls tzset(), and tzset() reads
-// the environment without the lock that qputenv() holds. So the sources of the zone are compared
-// here, and tzset() is left for a real change.
+// localtime_r() keeps its first zone until tzset() is called, and tzset() reads the environment
+// without the lock that qputenv() holds. So tzset() is only called after a change of the variable
+// or the file that determine the zone.
 void followZone(const QByteArray& variable)
 {
-    ZoneSource now;
-    now.variable = variable;
-    struct stat status;
-    if (now.variable.isNull() && stat("/etc/localtime", &status) == 0) {
-        now.device = status.st_dev;
-        now.file = status.st_ino;
-        now.modified = status.st_mtim;
-    }
+    struct stat file = {};
+    if (variable.isNull() && stat(s_zoneFile, &file) != 0)
+        file = {};
+    const ZoneSource now(variable, file.st_dev, file.st_ino, file.st_mtim.tv_sec,
+                         file.st_mtim.tv_nsec);
     static std::mutex mutex;
     static ZoneSource* const last = [] {
         tzset();
         return new ZoneSource;
     }();
     const std::lock_guard<std::mutex> lock(mutex);
-    if (!(now == *last)) {
+    if (now != *last) {
         *last = now;
         tzset();
     }

@@ -4,10 +4,11 @@
 
 #include <QLatin1String>
 
-/// The current local time as "dd/MM/yyyy hh:mm:ss:zzz". The text is formed once per millisecond and
-/// thread. A changed `TZ` shows at once, a replaced /etc/localtime from the next millisecond on.
-/// Valid until the next call in this thread. Safe to call from any thread.
+/// The current local time as "dd/MM/yyyy hh:mm:ss:zzz". The text is formatted once per millisecond
+/// and thread. It follows a change of `TZ` immediately and a change of /etc/localtime from the next
+/// millisecond on. It is valid until the next call in this thread. Any thread may call the
+/// function.
 ZELTOOLS_EXPORT QLatin1String logTimestamp();
 
-/// The same for a given moment, in milliseconds since 1970 (UTC).
+/// The text for a given moment, in milliseconds since 1970 (UTC).
 ZELTOOLS_EXPORT QLatin1String logTimestamp(qint64 moment_ms);

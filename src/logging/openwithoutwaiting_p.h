@@ -14,8 +14,8 @@ inline bool needsNoPeer(mode_t mode)
     return S_ISREG(mode) || S_ISCHR(mode);
 }
 
-/// open(2) that never waits, as it would for the other end of a FIFO. Returns the descriptor, or -1
-/// when the file cannot be opened or needs a peer.
+/// Calls open(2) without ever waiting, for example for the other end of a FIFO. Returns the
+/// descriptor, or -1 if the file cannot be opened or needs a peer.
 inline int openWithoutWaiting(const QString& path, int flags)
 {
     const int descriptor =

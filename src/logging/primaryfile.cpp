@@ -44,7 +44,7 @@ bool PrimaryFile::reopen()
     const bool isDone = dup3(fresh, handle(), O_CLOEXEC) >= 0;
     ::close(fresh);
     if (isDone && m_isLocked)
-        lock(); // where the file is the same, its own lock was in the way before
+        lock(); // if it is the same file, its own lock prevented the first attempt
     return isDone;
 }
 
@@ -58,7 +58,7 @@ bool PrimaryFile::lock()
 {
     m_isLocked = flock(handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     struct stat open;
-    // Any number of log files may be links to /dev/null.
+    // Any number of log files may be links to one device, such as /dev/null.
     if (!m_isLocked && fstat(handle(), &open) == 0 && !S_ISREG(open.st_mode))
         m_isLocked = true;
     return m_isLocked;

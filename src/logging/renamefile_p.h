@@ -9,14 +9,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/// rename(2): replaces `to` in one step, or changes nothing and returns false.
+/// Calls rename(2), which replaces `to` in one step, or changes nothing and returns false.
 inline bool renameFile(const QString& from, const QString& to)
 {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
-/// Has `from` replace `to`. Where there is no `from`, nothing replaces `to`. Returns false, with
-/// both files as they were, when the system refuses.
+/// Replaces `to` by `from`, and removes `to` if `from` does not exist. Returns false and changes
+/// neither file if the system refuses.
 inline bool takePlace(const QString& from, const QString& to)
 {
     if (renameFile(from, to))

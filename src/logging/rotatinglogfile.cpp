@@ -1,33 +1,23 @@
 #include "logging/rotatinglogfile.h"
 
 #include "logging/log.h"
+#include "logging/logcompression_p.h"
+#include "logging/logcontent_p.h"
 #include "logging/logformatter.h"
-#include "logging/openwithoutwaiting_p.h"
-#include "logging/renamefile_p.h"
-#include "writewhole.h"
+#include "logging/logrotation_p.h"
+#include "logging/primarywriter_p.h"
 #include <zeltools/platform.h>
 
-#include <QFileInfo>
-
 #include <algorithm>
-#include <cstring>
-#include <utility>
-
-#include <unistd.h>
 
 namespace
 {
 
-constexpr qint64 bytes(double size_MiB)
+QStringList ordered(QStringList newestFirst, RotatingLogFile::Order order)
 {
-    return static_cast<qint64>(size_MiB * 1024 * 1024);
-}
-
-QString deletedFilename(const QString& filename)
-{
-    const QFileInfo info(filename);
-    return QFileInfo(info.path()).canonicalFilePath() + QLatin1Char('/') + info.baseName() +
-           QLatin1String("_deleted.") + info.completeSuffix();
+    if (order == RotatingLogFile::OldestFirst)
+        std::reverse(newestFirst.begin(), newestFirst.end());
+    return newestFirst;
 }
 
 } // namespace
@@ -36,26 +26,20 @@ CompressionTask::~CompressionTask() = default;
 
 RotatingLogFile::RotatingLogFile(const RotatingLogFileConfiguration& configuration, QObject* parent)
     : QObject(parent)
-    , m_maximumSize_B(bytes(double(configuration.maximumSizeMiB)))
-    , m_secondaryFilesCount(configuration.secondaryFilesCount)
-    , m_compressed(configuration.compressed)
+    , m_writer(std::make_unique<PrimaryWriter>(file))
+    , m_compression(std::make_unique<LogCompression>(this))
+    , m_rotation(std::make_unique<LogRotation>(configuration, file, *m_writer, *m_compression))
 {
-    m_compressor.setMaxThreadCount(1);
     connect(this, &RotatingLogFile::workCompleted, this, &RotatingLogFile::completeWork,
             Qt::DirectConnection);
-    // The owner may open the file again, with whatever is in it by then.
     connect(
-        &file, &QIODevice::aboutToClose, this,
-        [this] {
-            m_size_B = -1;
-            m_nextCheck_ms = 0;
-        },
+        &file, &QIODevice::aboutToClose, this, [this] { m_writer->forget(); },
         Qt::DirectConnection);
 }
 
 RotatingLogFile::~RotatingLogFile()
 {
-    m_compressor.waitForDone();
+    m_compression->wait();
     disconnect(&file, nullptr, this, nullptr);
 }
 
@@ -69,33 +53,27 @@ bool RotatingLogFile::setPrimaryFilename(const QString& filename)
             << "File is already opened !";
         return false;
     }
-    m_primaryFilename = filename;
+    m_rotation->setPrimary(filename);
     file.setFileName(filename);
     return true;
-}
-
-QString RotatingLogFile::primaryFilename() const
-{
-    const QMutexLocker locker(&m_mutex);
-    return m_primaryFilename;
 }
 
 void RotatingLogFile::setMaximumSizeMiB(double size_MiB)
 {
     const QMutexLocker locker(&m_mutex);
-    m_maximumSize_B = bytes(size_MiB);
+    m_rotation->setMaximumSizeMiB(size_MiB);
 }
 
 qint64 RotatingLogFile::maximumSize_B() const
 {
     const QMutexLocker locker(&m_mutex);
-    return m_maximumSize_B;
+    return m_rotation->maximumSize_B();
 }
 
 void RotatingLogFile::setSecondaryFilesCount(int count)
 {
     const QMutexLocker locker(&m_mutex);
-    m_secondaryFilesCount = count;
+    m_rotation->setPredecessorsCount(count);
 }
 
 void RotatingLogFile::enableDeletedFilesStorage(bool enable)
@@ -107,34 +85,30 @@ void RotatingLogFile::enableDeletedFilesStorage(bool enable)
 QString RotatingLogFile::filename(int index) const
 {
     const QMutexLocker locker(&m_mutex);
-    if (index < 0 || m_primaryFilename.isEmpty())
-        return QString();
-    return index == 0 ? m_primaryFilename
-                      : m_primaryFilename + QLatin1Char('.') + QString::number(index);
+    return m_rotation->filename(index);
 }
 
 QStringList RotatingLogFile::filenames(Order order) const
 {
     const QMutexLocker locker(&m_mutex);
-    QStringList names;
-    for (int i = 0; i <= m_secondaryFilesCount; ++i)
-        names.append(filename(i));
-    if (order == OldestFirst)
-        std::reverse(names.begin(), names.end());
-    return names;
+    return ordered(m_rotation->filenames(), order);
 }
 
 QStringList RotatingLogFile::deletedFilenames(Order order) const
 {
-    QStringList names = filenames(order);
-    std::transform(names.begin(), names.end(), names.begin(), deletedFilename);
-    return names;
+    const QMutexLocker locker(&m_mutex);
+    return ordered(m_rotation->deletedFilenames(), order);
 }
 
 bool RotatingLogFile::isReady() const
 {
     const QMutexLocker locker(&m_mutex);
-    return m_maximumSize_B > 0 && !m_primaryFilename.isEmpty() && file.isOpen();
+    return isWritable();
+}
+
+bool RotatingLogFile::isWritable() const
+{
+    return m_rotation->maximumSize_B() > 0 && !m_rotation->primary().isEmpty() && file.isOpen();
 }
 
 bool RotatingLogFile::isLinux() const
@@ -145,122 +119,133 @@ bool RotatingLogFile::isLinux() const
 bool RotatingLogFile::dataWritten() const
 {
     const QMutexLocker locker(&m_mutex);
-    return m_dataWritten;
+    return m_writer->hasUnsyncedData();
 }
 
 qint64 RotatingLogFile::write(const char* data, qint64 length)
 {
     QMutexLocker locker(&m_mutex);
-    if (length < 0 || m_maximumSize_B <= 0 || m_primaryFilename.isEmpty() || !file.isOpen())
+    if (length < 0 || !isWritable())
         return -1;
-    const qint64 written = append(data, length);
-    const bool isSharingToTell = std::exchange(m_isSharingToTell, false);
-    locker.unlock(); // the line may come back to this file, and its receivers may have locks too
-    if (isSharingToTell) {
-        LogFormatter(LogLevel::Warning).log(Log::Global)
-            << "qint64 RotatingLogFile::write(const char*, qint64)"
-            << "Another writer, which alone rotates it, has the log file" << m_primaryFilename;
-    }
-    return written;
-}
-
-qint64 RotatingLogFile::append(const char* data, qint64 length)
-{
-    checkOutsideChange();
+    m_writer->follow();
     if (file.bytesToWrite() > 0)
-        flush();
-    const qint64 incoming = length + (m_hasHalfLine ? 1 : 0);
-    const bool mayRotate = m_secondaryFilesCount > 0 && file.isLocked();
-    if (m_size_B < 0 || (mayRotate && m_size_B + incoming > m_maximumSize_B))
-        rotateIfNeeded(incoming);
-
-    // Past the buffer of QFile, which would keep what a full disk refuses, without bound.
-    if (m_hasHalfLine && zeltools::writeWhole(file.handle(), "\n", 1) == 1) {
-        m_hasHalfLine = false;
-        ++m_size_B;
-    }
-    if (m_hasHalfLine || file.bytesToWrite() > 0)
-        return -1;
-    const qint64 written = zeltools::writeWhole(file.handle(), data, size_t(length));
-    if (written == length) {
-        m_size_B += length;
-        m_dataWritten = true;
+        m_writer->flush();
+    const qint64 growth_B = m_writer->growth_B(length);
+    if (m_writer->size_B() < 0 ||
+        (m_rotation->isDue(m_writer->size_B() + growth_B) && file.isLocked()))
+        rotateIfNeeded(growth_B);
+    const qint64 written = m_writer->append(data, length);
+    if (!m_writer->takeWarning())
         return written;
-    }
-    if (written > 0) {
-        const off_t end = lseek(file.handle(), 0, SEEK_CUR);
-        m_hasHalfLine = ftruncate(file.handle(), end - written) != 0;
-    }
-    return -1;
-}
-
-qint64 RotatingLogFile::write(const char* text)
-{
-    return write(text, static_cast<qint64>(std::strlen(text)));
-}
-
-qint64 RotatingLogFile::write(const QByteArray& data)
-{
-    return write(data.constData(), data.size());
+    // The Warning may come back to this file, and its receivers may have locks of their own.
+    const QString name = m_rotation->primary();
+    locker.unlock();
+    LogFormatter(LogLevel::Warning).log(Log::Global)
+        << "qint64 RotatingLogFile::write(const char*, qint64)"
+        << "Another writer, which alone rotates it, has the log file" << name;
+    return written;
 }
 
 void RotatingLogFile::sync()
 {
     const QMutexLocker locker(&m_mutex);
-    flush();
-    m_dataWritten = false;
+    m_writer->flush();
+    m_writer->setUnsyncedData(false);
 }
 
 void RotatingLogFile::onDataWritten()
 {
     const QMutexLocker locker(&m_mutex);
-    flush();
-    m_dataWritten = true;
-}
-
-// QFile holds back what its owner has written to it, and hands it on a block at a time.
-void RotatingLogFile::flush()
-{
-    if (!file.isOpen())
-        return;
-    while (file.bytesToWrite() > 0) {
-        m_size_B = -1;
-        if (!file.flush())
-            return;
-    }
+    m_writer->flush();
+    m_writer->setUnsyncedData(true);
 }
 
 void RotatingLogFile::endHalfLine()
 {
     const QMutexLocker locker(&m_mutex);
-    m_hasHalfLine = false;
-    const int reader = openWithoutWaiting(m_primaryFilename, O_RDONLY);
-    if (reader < 0)
-        return;
-    char last = '\n';
-    m_hasHalfLine = isReady() && lseek(reader, -1, SEEK_END) >= 0 &&
-                    ::read(reader, &last, 1) == 1 && last != '\n';
-    ::close(reader);
+    m_writer->endHalfLine();
+}
+
+bool RotatingLogFile::rotateIfNeeded(qint64 incoming)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (file.isOpen())
+        m_writer->follow();
+    m_writer->updateSize(); // others may have cut or extended the file
+    if (m_rotation->isDue(m_writer->size_B() + incoming))
+        m_rotation->rotate();
+    return true;
 }
 
 void RotatingLogFile::deleteFile()
 {
     const QMutexLocker locker(&m_mutex);
     sync();
-    const QStringList names = filenames(NewestFirst);
-    if (m_deletedFilesStorage) {
-        const QStringList deleted = deletedFilenames(NewestFirst);
-        for (int i = 0; i < names.size(); ++i)
-            takePlace(names[i], deleted[i]);
-    } else {
-        for (const QString& name : names)
-            QFile::remove(name);
-    }
-    reopenPrimary();
+    m_rotation->deleteFiles(m_deletedFilesStorage);
 }
 
 bool RotatingLogFile::deleteFileByName(const QString& name)
 {
     const QMutexLocker locker(&m_mutex);
     return QFile::remove(name);
+}
+
+QStringList RotatingLogFile::getLogLines(const QString& path)
+{
+    return logcontent::lines(path);
+}
+
+QString RotatingLogFile::totalContent(Order order) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return isWritable() ? logcontent::total(readableFiles(), order) : QString();
+}
+
+QString RotatingLogFile::pageContent(unsigned firstLine, unsigned lastLine, Order order) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return isWritable() ? logcontent::page(readableFiles(), firstLine, lastLine, order) : QString();
+}
+
+// The primary is readable with a negative number of predecessors, too.
+QStringList RotatingLogFile::readableFiles() const
+{
+    const QStringList names = m_rotation->filenames();
+    return names.isEmpty() ? QStringList(m_rotation->primary()) : names;
+}
+
+void RotatingLogFile::compressFile(const QString& source, RotatingLogFile* target)
+{
+    const QString archive = target->filename(0) + QLatin1String(".1.tar.gz");
+    if (LogCompression::pack(source, archive, *target)) {
+        Q_EMIT target->workCompleted(source);
+        return;
+    }
+    Q_EMIT target->workCompleted(QString());
+    LogFormatter(LogLevel::Error).log(Log::Global)
+        << "static void RotatingLogFile::compressFile(const QString&, RotatingLogFile*)"
+        << "Failed to compress " << source;
+}
+
+// A compression that the owner runs is completed in the thread of this object. The file's own
+// compression is completed in its worker, because the thread of this object may run no event loop,
+// and in a queued call the source could be the next P.1 already.
+void RotatingLogFile::completeWork(const QString& name)
+{
+    if (!m_compression->isInWorker()) {
+        QMetaObject::invokeMethod(this, [this, name] { onWorkCompleted(name); });
+        return;
+    }
+    onWorkCompleted(name);
+    const QMutexLocker locker(&m_mutex);
+    m_compression->end(m_writer->size_B() + m_rotation->maximumSize_B());
+}
+
+void RotatingLogFile::onWorkCompleted(const QString& name)
+{
+    if (!name.isEmpty() && !deleteFileByName(name)) {
+        LogFormatter(LogLevel::Error).log(Log::Global)
+            << "void RotatingLogFile::onWorkCompleted(const QString&)"
+            << "Failed to delete file after compression" << name;
+    }
 }

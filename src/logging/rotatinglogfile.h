@@ -6,9 +6,12 @@
 
 #include <QObject>
 #include <QStringList>
-#include <QThreadPool>
 
-#include <atomic>
+#include <memory>
+
+class LogCompression;
+class LogRotation;
+class PrimaryWriter;
 
 /// The limits of a RotatingLogFile and the storage of its predecessors.
 struct RotatingLogFileConfiguration
@@ -66,7 +69,7 @@ public:
 
     /// Sets the path of the primary. Returns false, with an Error line, while the file is open.
     bool setPrimaryFilename(const QString& filename);
-    QString primaryFilename() const;
+    QString primaryFilename() const { return filename(0); }
     /// Sets the limit, which may be a fraction of a MiB and is truncated to whole bytes.
     void setMaximumSizeMiB(double size_MiB);
     qint64 maximumSize_B() const;
@@ -97,8 +100,8 @@ public:
     /// Rotates if necessary and appends the unchanged bytes: callers pass whole lines. Returns the
     /// number of bytes written, or -1 if the file is not ready or the system refuses the write.
     qint64 write(const char* data, qint64 length);
-    qint64 write(const char* text);
-    qint64 write(const QByteArray& data);
+    qint64 write(const char* text) { return write(text, qint64(qstrlen(text))); }
+    qint64 write(const QByteArray& data) { return write(data.constData(), data.size()); }
 
     /// Rotates if `incoming` more bytes would exceed the limit; a file may reach it exactly.
     /// Always returns true.
@@ -148,43 +151,13 @@ private Q_SLOTS:
 private:
     friend class LogFileSet;
 
-    qint64 append(const char* data, qint64 length);
-    void flush();
-    void rotate();
-    bool shift();
-    bool shiftCompressed();
-    bool makeRoom(const QString& suffix);
-    void endShift();
-    QString shiftMark() const;
-    int firstGap(const QString& suffix) const;
-    void packPredecessor();
+    bool isWritable() const;
     void completeWork(const QString& name);
-    void reopenPrimary();
-    void checkOutsideChange();
-    void claim();
-
-    /// Calls `visit` with the lines of each file in the order of totalContent() until it returns
-    /// false.
-    template <typename Visit>
-    void visitFiles(Order order, Visit&& visit) const;
-
-    static constexpr int s_checkInterval_ms = 100; // of checkOutsideChange()
+    QStringList readableFiles() const;
 
     mutable zeltools::RecursiveMutex m_mutex;
-    QString m_primaryFilename;
-    qint64 m_maximumSize_B;
-    qint64 m_size_B = -1; // of the open file; -1: not known
-    qint64 m_nextCheck_ms = 0;
-    qint64 m_nextPacking_B = 0; // size of the primary at which packing is tried again; 0: at once
-    qint32 m_secondaryFilesCount;
-    bool m_compressed;
-    bool m_isCompressing = false;
-    bool m_isShifting = false; // remains set when a step fails
+    std::unique_ptr<PrimaryWriter> m_writer;
+    std::unique_ptr<LogCompression> m_compression;
+    std::unique_ptr<LogRotation> m_rotation;
     bool m_deletedFilesStorage = false;
-    bool m_dataWritten = false;
-    bool m_hasHalfLine = false;
-    bool m_isSharingToTell = false;
-    std::atomic<bool> m_isOwnSharingTold = false;
-    std::atomic<bool>* m_isSharingTold = &m_isOwnSharingTold; // files of a set have it in common
-    QThreadPool m_compressor;
 };

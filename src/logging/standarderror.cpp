@@ -19,8 +19,9 @@ namespace
 
 enum class Kind { File, Pipe, Socket };
 
-// No write of this thread ends the process while it lives. Writing to a pipe without a reader sends
-// SIGPIPE to the thread that writes; it is kept from being delivered, and taken away at the end.
+// While an object of this class lives, no write of this thread ends the process. A write to a pipe
+// without a reader sends SIGPIPE to the writing thread. The guard blocks the signal and removes it
+// at the end.
 class SigpipeGuard
 {
 public:
@@ -29,7 +30,7 @@ public:
         sigemptyset(&m_sigpipe);
         sigaddset(&m_sigpipe, SIGPIPE);
         pthread_sigmask(SIG_BLOCK, &m_sigpipe, &m_kept);
-        // One that waited before is the host's, which has blocked it then.
+        // A SIGPIPE that is pending already belongs to the host, which has blocked it.
         sigset_t pending;
         m_isHosts = sigismember(&m_kept, SIGPIPE) == 1 && sigpending(&pending) == 0 &&
                     sigismember(&pending, SIGPIPE) == 1;

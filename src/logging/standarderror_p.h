@@ -2,10 +2,10 @@
 
 #include <cstddef>
 
-/// Writes the bytes to standard error, behind what the host has left in the stream's buffer. The
-/// reader of a pipe or socket may have gone: the bytes are lost then, and no SIGPIPE ends the
-/// process. The signal set-up of the host stays as it is.
+/// Writes the bytes to standard error, after the bytes that the host has left in the stream's
+/// buffer. If the reader of a pipe or socket has gone, the bytes are lost, but no SIGPIPE ends the
+/// process. The signal settings of the host do not change.
 ///
-/// Guarding a pipe takes system calls of its own, a file or a terminal needs none. So what standard
-/// error is gets looked up a hundred times a second at most.
+/// A pipe needs further system calls for this, and a file or a terminal needs none. The kind of
+/// standard error is looked up at most a hundred times a second.
 void writeToStandardError(const char* data, size_t size);

@@ -35,7 +35,7 @@ TraceQueue::LinePointer TraceQueue::next()
     for (;;) {
         if (std::exchange(m_isMarkReached, false))
             m_marksReached.release();
-        const bool isEnded = m_isEnded; // read first: all lines that came before the end are there
+        const bool isEnded = m_isEnded; // read before the lines, so that none is missed
         LinePointer line = takeOldest();
         if (line) {
             m_memory -= memoryOf(line->size);
@@ -58,8 +58,8 @@ qint64 TraceQueue::memoryOf(qint64 size)
     return size + qint64(sizeof(Line)) + allocatorHeader;
 }
 
-// Threads that ask at the same time may each get the last room: a line of each beyond the limit
-// does no harm.
+// Several threads may get the last room at the same time. One line of each beyond the limit does no
+// harm.
 bool TraceQueue::isRoomFor(qint64 size)
 {
     const qint64 limit = m_isClosed ? maximumSize_B / 2 : maximumSize_B;
@@ -69,7 +69,7 @@ bool TraceQueue::isRoomFor(qint64 size)
     return isRoom;
 }
 
-// Once it is linked, the writer may have taken and deleted the line.
+// The writer may take and delete the line as soon as it is linked.
 void TraceQueue::push(const QByteArray& bytes, bool isMark)
 {
     const qint64 size = bytes.size();

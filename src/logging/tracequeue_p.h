@@ -6,12 +6,12 @@
 #include <atomic>
 #include <memory>
 
-/// The lines on their way from the callers of a LogInFile to its writer, in the order in which they
-/// came. The callers never wait for a lock that the writer holds: it is the least urgent thread of
-/// the machine and might not run again for a second.
+/// A queue of lines from the callers of a LogInFile to its writer thread. The callers never wait
+/// for a lock of the writer, which is the least urgent thread of the machine and may not run for a
+/// second.
 ///
-/// The memory of the lines is bounded. The first line that does not fit closes the queue: lines are
-/// dropped and counted from then on, until half of the queue is empty.
+/// The memory of the lines is bounded. The first line that does not fit closes the queue. Lines are
+/// then dropped and counted until half of the queue is empty.
 class TraceQueue
 {
 public:
@@ -22,8 +22,8 @@ public:
     {
         Line* next;
         qint64 droppedBefore; ///< The number of lines dropped since the line before.
-        qint64 size;          ///< 0 where there is only a number to tell.
-        bool isMark;          ///< Of waitUntilWritten().
+        qint64 size;          ///< 0 if there is only a number of dropped lines to report.
+        bool isMark;          ///< Whether waitUntilWritten() has queued it.
 
         const char* bytes() const { return reinterpret_cast<const char*>(this + 1); }
     };
@@ -37,16 +37,16 @@ public:
     ~TraceQueue();
     Q_DISABLE_COPY(TraceQueue)
 
-    /// Takes the line, or drops it. Any thread may call it.
+    /// Queues the line or drops it. Any thread may call it.
     void add(const QByteArray& bytes);
-    /// Returns when the writer is done with every line that was taken before. One thread at a time
-    /// may call it.
+    /// Returns when the writer has written every line that was queued before. Only one thread at a
+    /// time may call it.
     void waitUntilWritten();
-    /// Lets the writer end when it is done with all lines.
+    /// Makes next() return null after the last line.
     void end();
 
-    /// The writer's function: the next line, for which it waits. Null after the end. Asking for a
-    /// line means that the one before is written.
+    /// Waits for the next line; null after the end. Only the writer calls it, and the call tells
+    /// the queue that the previous line is written.
     LinePointer next();
 
 private:
@@ -55,9 +55,9 @@ private:
     void push(const QByteArray& bytes, bool isMark);
     LinePointer takeOldest();
 
-    std::atomic<Line*> m_newest = nullptr; // and those before it, newest first
-    Line* m_oldest = nullptr;              // the writer's, oldest first
-    bool m_isMarkReached = false;          // the writer's
+    std::atomic<Line*> m_newest = nullptr; // lines that the writer has not taken, newest first
+    Line* m_oldest = nullptr;              // lines that the writer has taken, oldest first
+    bool m_isMarkReached = false;          // used by the writer only
     std::atomic<qint64> m_memory = 0;
     std::atomic<qint64> m_dropped = 0;
     std::atomic<bool> m_isClosed = false;

@@ -1,35 +1,27 @@
 #!/usr/bin/env python3
-# What becomes of log lines when the machine fails beneath them: faults.py EXPERIMENT LOGWRITER
-# [--short] [--sanitized, which does not judge memory]. Each experiment runs `logwriter`, breaks
-# something and compares the files with what was logged. Exit status 0: every line is accounted
-# for; 77: cannot run here; any other: one is not.
+# Log lines on a machine that fails: faults.py EXPERIMENT LOGWRITER [--short] [--sanitized]. Each
+# experiment runs `logwriter`, breaks something and accounts for every logged line in the files.
+# --sanitized skips the check of the memory use.
 
-import ctypes
 import os
 import random
 import re
 import shutil
-import signal
 import subprocess
 import sys
-import tempfile
 import time
 from concurrent.futures import ThreadPoolExecutor
-from contextlib import contextmanager
 from pathlib import Path
 
-LENGTH = 60  # of a line, line feed included; no divisor of a page
+from experiment import (EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, need_strace, numbered,
+                        private_mounts, require)
+
+LENGTH = 60  # of a line with its line feed; it does not divide a page
 LIMIT = 1024 * LENGTH  # of a file
 LINE = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3}\| Info     \| (\d) (\d{8}) x*\.")
-EXPERIMENT, PROGRAM, *OPTIONS = sys.argv[1:]
 
 
-def require(condition, what):
-    if not condition:
-        raise AssertionError(what)
-
-
-# (thread, number) of every line.
+# Returns the thread and the number of every line.
 def parse(data, length=LENGTH):
     *lines, rest = data.split(b"\n")
     require(not rest, "half a line at the end")
@@ -59,13 +51,11 @@ class Writer(subprocess.Popen):
         super().__exit__(*error)
         require(self.returncode == 0, f"the application ended with {self.returncode}")
 
-    def ask(self, *words):
-        self.stdin.write((" ".join(map(str, words)) + "\n").encode())
+    # Returns when the lines are written.
+    def write(self, count, threads=1):
+        self.stdin.write(f"write {threads} {self.written} {count} {LENGTH}\n".encode())
         self.stdin.flush()
-        return self.stdout.read(int(self.stdout.readline()))
-
-    def write(self, count):
-        self.ask("write", 1, self.written, count, LENGTH)
+        require(self.stdout.readline() == b"done\n", "no answer")
         self.written += count
 
     # The predecessor and the live file.
@@ -76,30 +66,12 @@ class Writer(subprocess.Popen):
         return int(subprocess.check_output(["ps", "-o", "rss=", str(self.pid)]))
 
 
-def private_mounts():
-    new_mount_namespace = 0x00020000
-    if (os.geteuid() != 0 or ctypes.CDLL(None).unshare(new_mount_namespace) != 0
-            or subprocess.run(["mount", "--make-rprivate", "/"]).returncode != 0):
-        print("skipped: needs root and a mount namespace of its own")
-        sys.exit(77)
-
-
-@contextmanager
-def mounted(folder, *options, umount=("umount", "--lazy")):
-    folder.mkdir(parents=True, exist_ok=True)
-    subprocess.run(["mount", *options, folder], check=True)
-    try:
-        yield
-    finally:
-        subprocess.run([*umount, folder], check=True)
-
-
 # Eight threads log while the file rotates.
 def threads(root):
     count = 5000 if "--short" in OPTIONS else 50000
     limit = 8 * count * LENGTH // 40
     with Writer(root, limit, predecessors=60) as writer:
-        writer.ask("write", 8, 0, count, LENGTH)
+        writer.write(count, threads=8)
     paths = [writer.folder / f"zel_logs.log.{i}" for i in range(60, 0, -1)] + [writer.live]
     contents = [path.read_bytes() for path in paths if path.exists()]
     require(len(contents) >= 40 and max(map(len, contents)) <= limit,
@@ -110,7 +82,7 @@ def threads(root):
         require(found == [(t, i) for t in range(8) for i in range(count)], "lines lost or doubled")
 
 
-# kill -9 at any moment, then a power cut that tears the last line, then a restart.
+# kill -9 at any moment.
 def kill(root):
     for turn in range(25 if "--short" in OPTIONS else 200):
         # Only a line of many pages can be torn by a signal.
@@ -138,33 +110,16 @@ def kill(root):
         is_full = oldest.stat().st_size // length == limit // length
         require(first == 0 or first % (limit // length) == 0 and is_full, "lines lost too early")
 
-        writer.live.touch()
-        os.truncate(writer.live, random.randint(0, writer.live.stat().st_size))
-        kept = re.sub(rb"([^\n])\Z", rb"\1\n", writer.live.read_bytes())
-        with Writer(folder, 10 * limit) as writer:
-            writer.write(3)
-        now = writer.live.read_bytes()
-        require(now.startswith(kept), "the restart changed earlier lines")
-        require_sequence(now[len(kept):], 0, 3)
         shutil.rmtree(folder)
 
 
-@contextmanager
-def filled(folder):
-    filler = folder / "filler"
-    subprocess.run(["dd", "if=/dev/zero", f"of={filler}", "bs=4k"], stderr=subprocess.DEVNULL)
-    require(shutil.disk_usage(folder).free == 0, "the disk is not full")
-    yield
-    filler.unlink()
-
-
-# The disk is full at a start after a power cut, and three times while lines come: early, when a
-# rotation is due, and with a predecessor there.
+# The disk is full at a start after a power cut, and at three times while lines are written: early,
+# when a rotation is due, and when there is a predecessor.
 def full_disk(root):
     private_mounts()
     live = root / "share/zel/logs/debug/zel_logs.log"
     with mounted(live.parent, "-t", "tmpfs", "-o", "size=256k", "none"):
-        live.write_bytes(b"x" * 4096)  # torn where the disk had no further block
+        live.write_bytes(b"x" * 4096)  # the rest found no free block
         with filled(live.parent):
             writer = Writer(root)
         with writer:
@@ -190,7 +145,7 @@ def full_disk(root):
             require_sequence(writer.printed.read_bytes(), 0, writer.written)
 
 
-# The log folder is deleted, and made again later.
+# The log folder is deleted and created again later.
 def vanished_folder(root):
     with Writer(root) as writer:
         writer.write(100)
@@ -198,7 +153,7 @@ def vanished_folder(root):
         writer.write(20000)
         hidden_B = sum(fd.stat().st_size for fd in Path(f"/proc/{writer.pid}/fd").iterdir()
                        if os.readlink(fd).endswith("zel_logs.log (deleted)"))
-        require(hidden_B <= 2 * LIMIT, f"the deleted file takes {hidden_B} B of the disk, unseen")
+        require(hidden_B <= 2 * LIMIT, f"the deleted file takes {hidden_B} B of the disk")
         writer.folder.mkdir()
         time.sleep(0.2)
         writer.write(1500)
@@ -206,30 +161,10 @@ def vanished_folder(root):
         require_sequence(writer.printed.read_bytes(), 0, 21600)
 
 
-# The log folder becomes read-only while the file is open: no line is lost while rotations are
-# impossible, and they resume after it.
-def readonly_folder(root):
-    private_mounts()
-    with Writer(root) as writer:
-        writer.write(900)
-        with mounted(writer.folder, "-o", "bind,ro", writer.folder):
-            writer.write(5000)
-            # More than two files may hold, so the fault does hinder rotations.
-            require_sequence(writer.content(), 0, 5900)
-        writer.write(1000)
-        require_sequence(writer.content(), 0, 6900)
-        writer.write(1024)
-        require_sequence(writer.content(), 5900, 7924)
-        require_sequence(writer.printed.read_bytes(), 0, 7924)
-
-
-# Each system call of a rotation fails once, three times or for ever, or the process is killed before
-# it. Nothing is lost but what as many full predecessors leave no room for.
+# Each system call of a rotation fails once, three times or always, or the process is killed before
+# it. Only the lines that find no room in the predecessors are lost.
 def rotation(root):
-    if not shutil.which("strace"):
-        print("skipped: needs strace")
-        sys.exit(77)
-    os.environ["ASAN_OPTIONS"] = "detect_leaks=0"  # which strace makes impossible
+    need_strace()
     for predecessors in (1, 3):
         end = 10 * (predecessors + 1)
         template = root / f"full{predecessors}"
@@ -249,7 +184,7 @@ def rotation(root):
             folder = root / f"{predecessors}{fault}"
             shutil.copytree(template, folder)
             writer = Writer(folder, 10 * LENGTH, predecessors)
-            # Attached now, strace counts the calls of the thread that will write from its start.
+            # strace is attached before the writing thread starts and counts all its calls.
             strace = ["strace", "-f", "-p", str(writer.pid), "-o", folder / "calls",
                       "-e", "trace=%file,%desc", "-e", fault]
             with subprocess.Popen(strace, stderr=subprocess.PIPE) as tracer:
@@ -259,7 +194,8 @@ def rotation(root):
                 require(writer.returncode == -9, "not killed")
                 require_lines(writer, end, 10)
                 with Writer(folder, 10 * LENGTH, predecessors) as writer:
-                    writer.ask("write", 1, end, 12, LENGTH)
+                    writer.written = end
+                    writer.write(12)
                 require(not (writer.folder / "zel_logs.log.rotating").exists(), "a leftover")
             require(writer.returncode == 0, f"the application ended with {writer.returncode}")
             has_no_rotation = re.search("rename.*[+]", fault)
@@ -271,55 +207,14 @@ def rotation(root):
         calls = [call for call in calls if call[0] == thread]
         names = [name for _, name, _ in calls]
         printed = calls.index((thread, "write", "2"))
-        faults = []
-        for i in range(printed + 1, names.index("write", printed + 1)):
-            n = names[:i + 1].count(names[i])
-            faults += [f"inject={names[i]}:{fault}" for fault in (
-                f"error=EIO:when={n}", f"error=EIO:when={n}..{n + 2}", f"error=EIO:when={n}+",
-                f"signal=KILL:when={n}") if names[i] != "mmap"]
+        faults = [f"inject={name}:{fault}"
+                  for name, n in numbered(names, printed + 1, names.index("write", printed + 1))
+                  if name != "mmap" for fault in (
+                      f"error=EIO:when={n}", f"error=EIO:when={n}..{n + 2}",
+                      f"error=EIO:when={n}+", f"signal=KILL:when={n}")]
         require(len(faults) > 40, faults)
         with ThreadPoolExecutor(4) as pool:
             list(pool.map(run, faults))
-
-
-# Files with anything in them are read back.
-def hostile_content(root):
-    random.seed(1)
-    days = ["14/02/2031", "15/02/2031"]
-    new, old = [[f"{days[i // 30]} 10:00:00:000| MenuAccess| {file} {i}" for i in range(60)]
-                for file in ("new", "old")]
-
-    def junk():
-        return random.choice([
-            bytes(random.randint(1, 5000)), b"\n" * random.randint(1, 9) + b"\0\n",
-            new[0].encode()[:random.randint(1, 40)] + b"\0", b"\xff\xfe\xc3\n", b"\xc3\0",
-            b"x" * 2**20 + b"\n", b"| MenuAccess|" * 90000 + b"\0", b"99/99/9999 \xe2\x82|\r\n",
-            random.randbytes(3000) + b"\n"])
-
-    def require_good(expected, *pieces):
-        found = [line for line in b"\n".join(pieces).decode().split("\n") if line in new + old]
-        require(found == expected, f"{len(found)} of {len(expected)} good lines, or out of order")
-
-    with Writer(root) as writer:
-        events = writer.folder.parent / "events/zel_events.log"
-        for lines, path in ((new, events), (old, events.with_suffix(".log.1"))):
-            # The last line of a file has no line feed.
-            path.write_bytes(b"\n".join(junk() + line.encode() for line in lines))
-        total = writer.ask("total")
-        require_good(new + old, total)
-        starts = range(0, total.count(b"\n"), 500)
-        for order, expected in enumerate([new[::-1] + old[::-1], new + old]):
-            require_good(expected, *[writer.ask("page", events, order, i, i + 499) for i in starts])
-        for kind, day, n in ((0, 0, 30), (1, 0, 30), (0, 1, 60), (1, 1, 60)):
-            require_good(old[:n] + new[:n], writer.ask("history", kind, days[0], days[day], 0, 999))
-        require_good(old + new, *[writer.ask("history", 1, *days, 39 - i, 7) for i in range(40)])
-
-
-def main(experiment):
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # leaves nothing behind then
-    with tempfile.TemporaryDirectory() as root:
-        experiment(Path(root))
-    print(f"{EXPERIMENT}: every check passed")
 
 
 if __name__ == "__main__":

@@ -1,19 +1,16 @@
-// A machine application that only logs: what, it is told on its standard input. It answers every
-// command, when done, with the length of its result, a line feed and the result. Ends with its
-// input. Its arguments: FOLDER LIMIT_B PREDECESSORS.
+// A machine application that only logs, as its standard input tells it: FOLDER LIMIT_B
+// PREDECESSORS. It answers each command with the line "done" and ends with its input.
 
 #include <zeltools/logging/log.h>
 #include <zeltools/logging/logformatter.h>
 #include <zeltools/logging/logmanager.h>
-#include <zeltools/logging/rotatinglogfile.h>
 #include <zeltools/path.h>
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <cstdlib>
-#include <functional>
 #include <iostream>
-#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -34,20 +31,15 @@ T next()
     return word;
 }
 
-QString nextText()
-{
-    return QString::fromStdString(next<std::string>());
-}
-
-// All lines of one length are equally long, so that a piece of one is never taken for a whole.
+// All lines have the given length, so that a piece of a line is not taken for a whole one.
 void writeLine(int thread, int number, int length)
 {
-    constexpr int others = 49; // prefix, thread, number, full stop, line feed
+    constexpr int others = 49; // the prefix, thread, number, full stop and line feed
     LogFormatter(LogLevel::Info).log(Log::Global).noquote()
         << QString::asprintf("%d %08d ", thread, number) + QString(length - others, 'x') + '.';
 }
 
-QString writeLines()
+void writeLines()
 {
     const int threadsCount = next();
     const int first = next();
@@ -61,11 +53,10 @@ QString writeLines()
         });
     for (std::thread& thread : threads)
         thread.join();
-    return {};
 }
 
-// Keeps the number of lines whose write has returned in a file, which outlives the process.
-[[noreturn]] QString writeUntilKilled()
+// Writes the number of lines that are logged to a file, which outlives the process.
+[[noreturn]] void writeUntilKilled()
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     const int counter = open(next<std::string>().c_str(), O_WRONLY | O_CLOEXEC);
@@ -75,25 +66,6 @@ QString writeLines()
         if (pwrite(counter, &count, sizeof count, 0) != sizeof count)
             std::abort();
     }
-}
-
-QString readHistory()
-{
-    const auto filter = static_cast<LogManager::EventModuleFilter>(next());
-    const QString from = nextText();
-    const QString to = nextText();
-    const int page = next();
-    return LogManager::instance()->exportEventsHistory(filter, from, to, page, next());
-}
-
-QString readPage()
-{
-    RotatingLogFile log({1, 1, false});
-    log.setPrimaryFilename(nextText());
-    log.file.open(QIODevice::Append);
-    const auto order = static_cast<RotatingLogFile::Order>(next());
-    const auto first = next<unsigned>();
-    return log.pageContent(first, next<unsigned>(), order);
 }
 
 } // namespace
@@ -108,15 +80,11 @@ int main(int argc, char* argv[])
     manager->setAppLogFileMaximumSizeMiB(std::stod(argv[2]) / (1024 * 1024));
     manager->setAppLogFileSecondaryFilesCount(std::stoi(argv[3]));
 
-    const std::map<std::string, std::function<QString()>> commands{
-        {"write", writeLines},
-        {"forever", writeUntilKilled},
-        {"history", readHistory},
-        {"total", [=] { return manager->eventLogTotalContent(); }},
-        {"page", readPage}};
     for (std::string command; std::cin >> command;) {
-        const QByteArray result = commands.at(command)().toUtf8();
-        std::cout << result.size() << '\n' << result.toStdString() << std::flush;
+        if (command == "forever")
+            writeUntilKilled();
+        writeLines();
+        std::cout << "done" << std::endl;
     }
     return 0;
 }

@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
-# What becomes of the environment file when the machine fails while it is written by `zelctl env`:
-# powercut.py EXPERIMENT PROGRAM [--short] [--board]. Exit status 0: it is the old or the new one, every time;
-# 77: cannot run here; any other: it is not.
+# The environment file on a machine that fails while `zelctl env` writes it: powercut.py EXPERIMENT
+# PROGRAM [--short]. The file must always be the old or the new one.
 
 import fcntl
 import os
@@ -14,10 +13,11 @@ import time
 from concurrent.futures import ThreadPoolExecutor
 from contextlib import suppress
 
-from faults import EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, private_mounts, require
+from experiment import (EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, need_strace, numbered,
+                        private_mounts, require, skip_unless)
 
 NAME = "CORVID_FORCED_DEVICE_ID"
-# A few blocks, with what an edit has to keep.
+# The content has a few blocks, and pieces that an edit must not change.
 TEMPLATE = f"# \xe9dit with care\r\n\n{NAME}=%s\nUNKNOWN= x \n" + 400 * "# filler\n"
 
 
@@ -34,29 +34,8 @@ def edit(file, value):
     require(set(os.listdir(file.parent)) <= {file.name, "lost+found", "neighbour"}, "a leftover")
 
 
-def need_strace():
-    if not shutil.which("strace"):
-        print("skipped: needs strace")
-        sys.exit(77)
-    os.environ["ASAN_OPTIONS"] = "detect_leaks=0"  # which strace makes impossible
-
-
-# What an application saves is on the storage before it says so, the file before its name; nobody's
-# clock is set.
-def save_synced(root):
-    need_strace()
-    log, environment = root / "calls", root / "environment"
-    environment.write_text("SHOW_STATISTICS=1\n")
-    strace = ["strace", "-f", "-qq", "-y", "-o", log]
-    calls = "trace=fsync,fdatasync,sync,renameat,clock_settime,settimeofday"
-    subprocess.run([*strace, "-e", calls, PROGRAM, "--environment", environment], check=True,
-                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    found = re.findall(r"(?m)^\d+ +(\w+)\((?:\d+<.*?/launcher(\S*)>)?", log.read_text())
-    require(found == [("fsync", "/.environment.new"), ("renameat", ""), ("fsync", "")], found)
-
-
-# SIGKILL at each system call of an edit that touches files: of a new file, of one that is there,
-# and of one beside the leftover of an earlier kill.
+# SIGKILL stops an edit at each of its system calls for files. The file is new, exists, or has the
+# leftover of an earlier kill beside it.
 def edit_killed(root):
     need_strace()
     folder, log, outcomes = root / "folder", root / "calls", set()
@@ -77,10 +56,11 @@ def edit_killed(root):
         calls = re.findall(r"(?m)^(?:\d+ +)?(\w+)\((.*)", log.read_text(errors="replace"))
         names = [name for name, _ in calls]
         first = [name != "execve" and str(folder) in words for name, words in calls].index(True)
-        require({"renameat", "fsync", "write"} <= set(names[first:]), f"calls: {names}")
-        for i, name in enumerate(names[first:], first):
+        # The content is on the storage before the name, and the name before zelctl ends.
+        require(re.search("write .*fsync .*renameat .*fsync", " ".join(names[first:])), names)
+        for name, n in numbered(names, first):
             prepare(files)
-            kill = f"inject={name}:signal=KILL:when={names[:i + 1].count(name)}"
+            kill = f"inject={name}:signal=KILL:when={n}"
             killed = subprocess.run([*strace, "-e", kill, *command(file, "new")])
             require(killed.returncode == -9, f"{kill} was not reached")
             found = file.read_bytes() if file.exists() else None
@@ -112,8 +92,8 @@ def until_it_fails(step):
             step()
 
 
-# At some moment, or amid an edit: from then on nothing reaches the storage, not even what the
-# journal holds.
+# Stops the file system at some moment, or during an edit if `is_aimed`. Nothing reaches the storage
+# afterwards, not even the content of the journal.
 def cut(folder, is_aimed):
     end = time.monotonic() + random.uniform(0, 0.1)
     while time.monotonic() < end and not (is_aimed and (folder / ".env.new").exists()):
@@ -124,16 +104,15 @@ def cut(folder, is_aimed):
     os.close(descriptor)
 
 
-# Cuts the supply of a file system while `write` runs on it. How often the file was wrong then, and
-# how often not even whole.
+# Cuts the supply of a file system while `write` runs on it. Returns how often the file was wrong
+# afterwards, and how often it was not even whole.
 def cuts(root, write, rounds):
     image, folder, file = root / "image", root / "disk", root / "disk/env"
     folder.mkdir(parents=True)
     subprocess.run(["mkfs.ext4", "-q", image, "8M"], check=True, capture_output=True)
-    # The file system is not to mend what a careless writer forgets, since others would not.
+    # This option makes ext4 repair the omissions of a careless writer as little as others do.
     options = ["-o", "loop,noauto_da_alloc", image]
-    if subprocess.run(["mount", *options, folder]).returncode != 0:
-        sys.exit(77)
+    skip_unless(subprocess.run(["mount", *options, folder]).returncode == 0, "loop devices")
     subprocess.run(["umount", folder], check=True)
     started = acknowledged = wrong = mixed = 0
 
@@ -148,7 +127,7 @@ def cuts(root, write, rounds):
             edit(file, "after the cut before")
             started = acknowledged = started + 1
             truncating_write(file, str(started), has_sync=True)
-            # The second is what else runs: it commits the journal at any moment of an edit.
+            # The second step is another program, which commits the journal during edits.
             steps = [step, lambda: truncating_write(folder / "neighbour", "", has_sync=True)]
             cutting = pool.submit(cut, folder, turn & 2)
             list(pool.map(until_it_fails, steps[:1 + turn % 2]))
@@ -162,8 +141,8 @@ def cuts(root, write, rounds):
     return wrong, mixed
 
 
-# The supply is cut while zelctl edits the file; then, to see that this experiment finds what it
-# looks for, while the file is written as programs usually do.
+# The supply is cut while zelctl edits the file. A control, in which the file is written as usual,
+# shows that the experiment finds damaged files.
 def edit_power_cut(root):
     private_mounts()
     rounds = 16 if "--short" in OPTIONS else 500
@@ -171,7 +150,7 @@ def edit_power_cut(root):
     require(cuts(root / "control", truncating_write, rounds)[1] > 0, "the control has passed")
 
 
-# The disk is full when the file is edited, and when it is made.
+# The disk is full when the file is edited and when it is created.
 def edit_full_disk(root):
     private_mounts()
     file = root / "disk/env"

@@ -2,6 +2,7 @@
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
 #include "support.h"
+#include "support/rows.h"
 
 #include <QLoggingCategory>
 #include <QtTest>
@@ -19,38 +20,31 @@ using support::readFile;
 namespace
 {
 
-QString debugFile(const char* name)
+using Road = std::tuple<const char*, int, LogModules, QStringList, int, QStringList, int>;
+using Process = std::tuple<const char*, int, QStringList>;
+
+QString path(LogManager::LogFileId id)
 {
-    return Path::instance()->debugLogsDir + name;
+    const QString debug = Path::instance()->debugLogsDir;
+    const QString events = Path::instance()->eventLogsDir;
+    return QStringList{debug + "zel_logs.log", events + "zel_events.log",
+                       events + "zel_grinder.log", events + "zel_capsule.log",
+                       debug + "m4_ab.log"}[id];
 }
 
-QString eventsFile(const char* name)
-{
-    return Path::instance()->eventLogsDir + name;
-}
-
-/// What follows the time stamps.
+/// The lines without their time stamps.
 QStringList afterTime(const QByteArray& content)
 {
     QStringList texts;
     for (const QByteArray& line : content.split('\n'))
         texts.append(line.mid(23));
-    texts.removeLast(); // behind the last line feed
+    texts.removeLast(); // the empty text after the last line feed
     return texts;
 }
 
-/// A text "a b c" of all methods and properties that the class declares to its meta-object.
-QString surface(const QMetaObject& meta)
+QStringList fileLines(LogManager::LogFileId id)
 {
-    QStringList found;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        found.append(QString::number(meta.method(i).methodType()) +
-                     meta.method(i).methodSignature());
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        found.append(QString(meta.property(i).typeName()) + ':' + meta.property(i).name() + ':' +
-                     meta.property(i).notifySignal().name());
-    found.sort();
-    return found.join(' ');
+    return afterTime(readFile(path(id)));
 }
 
 } // namespace
@@ -72,66 +66,50 @@ private Q_SLOTS:
     }
     void cleanup()
     {
-        m_manager->initLogFiles(); // whether or not the test has closed them
         for (int id = LogManager::General; id <= LogManager::M4ActuatorBoard; ++id)
             m_manager->deleteLogFile(static_cast<LogManager::LogFileId>(id));
         m_manager->finalizeLogFiles();
     }
 
-    // Where a line of each kind is found: the console, the five files, the signals.
+    // A line of each kind with its texts on the console and in one of the files, and its signal.
     void roads_data()
     {
-        QTest::addColumn<int>("level");
-        QTest::addColumn<bool>("failure");
-        QTest::addColumn<QStringList>("console");
-        QTest::addColumn<int>("file");
-        QTest::addColumn<QStringList>("content");
-        QTest::addColumn<int>("signal");
-        const auto row = [](const char* name, int level, bool failure, const QStringList& console,
-                            int file, const QStringList& content, int signal) {
-            QTest::newRow(name) << level << failure << console << file << content << signal;
-        };
+        const LogModules several = Log::Failure | Log::Payment;
         const QStringList warning("| Warning  | x");
-        row("ordinary", LogLevel::Warning, false, warning, 0, warning, -1);
-        row("unknown level", 9, false, {"|  | x"}, 0, {"|  | x"}, -1);
-        row("failure, doubled on the console", LogLevel::Warning, true,
-            warning + warning + QStringList(""), 0, warning + QStringList(""), 0);
-        row("event", LogLevel::Event, false, {"|x"}, 1, {"|x"}, 1);
-        row("grinder", LogLevel::Grinder, false, {"|x"}, 2, {"|x"}, 2);
-        row("capsule", LogLevel::Capsule, false, {}, 3, {"|x"}, -1);
-        row("actuator board", LogLevel::M4, false, {}, 4, {"| M4 | x"}, -1);
+        support::addRows<Road>({
+            {"ordinary", LogLevel::Warning, several, warning, 0, warning, -1},
+            {"unknown level", 9, several, {"|  | x"}, 0, {"|  | x"}, -1},
+            {"failure", LogLevel::Warning, Log::Failure, warning + warning + QStringList(""), 0,
+             warning + QStringList(""), 0},
+            {"event", LogLevel::Event, several, {"|x"}, 1, {"|x"}, 1},
+            {"grinder", LogLevel::Grinder, several, {"|x"}, 2, {"|x"}, 2},
+            {"capsule", LogLevel::Capsule, several, {}, 3, {"|x"}, -1},
+            {"actuator board", LogLevel::M4, several, {}, 4, {"| M4 | x"}, -1},
+        });
     }
     void roads()
     {
-        QFETCH(QStringList, content);
-        QFETCH(int, file);
-        QFETCH(int, signal);
-        QFETCH(bool, failure);
-        QFETCH(int, level);
+        const auto& [name, level, modules, console, file, content, signal] =
+            support::currentRow<Road>();
         m_manager->enableModuleDebugging(Log::GrinderRegulation);
         QSignalSpy spies[]{{m_manager, &LogManager::failureLogged},
                            {m_manager, &LogManager::eventLogged},
                            {m_manager, &LogManager::grinderLogged}};
         {
             const support::StandardErrorCapture capture;
-            LogNode::log(static_cast<LogLevel::Level>(level),
-                         failure ? LogModules(Log::Failure) : Log::Failure | Log::Payment, "x");
-            QTEST(afterTime(capture.text()), "console");
+            LogNode::log(static_cast<LogLevel::Level>(level), modules, "x");
+            QCOMPARE(afterTime(capture.text()), console);
         }
         m_manager->disableModuleDebugging(Log::GrinderRegulation);
-        const QStringList files{debugFile("zel_logs.log"), eventsFile("zel_events.log"),
-                                eventsFile("zel_grinder.log"), eventsFile("zel_capsule.log"),
-                                debugFile("m4_ab.log")};
-        for (int i = 0; i < files.size(); ++i)
-            QCOMPARE(afterTime(readFile(files[i])), i == file ? content : QStringList());
-        for (int i = 0; i < 3; ++i) {
+        for (int i = LogManager::General; i <= LogManager::M4ActuatorBoard; ++i)
+            QCOMPARE(fileLines(LogManager::LogFileId(i)), i == file ? content : QStringList());
+        for (int i = 0; i < 3; ++i)
             QCOMPARE(spies[i].size(), i == signal ? 1 : 0);
-            if (i == signal)
-                QCOMPARE(spies[i][0][0].toString().mid(23), content.first() + '\n');
-        }
+        if (signal >= 0)
+            QCOMPARE(spies[signal][0][0].toString().mid(23), content.first() + '\n');
     }
 
-    void whatIsSwitchedOffIsDropped()
+    void disabledLinesAreDropped()
     {
         const support::StandardErrorCapture capture;
         LogFormatter(LogLevel::Debug).log(Log::Payment) << "off";
@@ -143,17 +121,15 @@ private Q_SLOTS:
         m_manager->enableLogToFile(false);
         LogFormatter(LogLevel::Info).log(Log::Payment) << "console only";
         LogFormatter(LogLevel::Capsule) << "still written";
-        for (const int noId : {-1, 5}) {
+        for (const int noId : {-1, 5})
             m_manager->writeLogFile(static_cast<LogManager::LogFileId>(noId), "dropped");
-            m_manager->deleteLogFile(static_cast<LogManager::LogFileId>(noId));
-        }
         QCOMPARE(afterTime(capture.text()),
                  QStringList({"| Debug    | on", "| Info     | console only"}));
-        QCOMPARE(afterTime(readFile(debugFile("zel_logs.log"))), QStringList("| Debug    | on"));
-        QCOMPARE(afterTime(readFile(eventsFile("zel_capsule.log"))), QStringList("|still written"));
+        QCOMPARE(fileLines(LogManager::General), QStringList("| Debug    | on"));
+        QCOMPARE(fileLines(LogManager::Capsule), QStringList("|still written"));
     }
 
-    void reports()
+    void changedSwitchesAreLogged()
     {
         const EnvironmentGuard all("ZEL_DEBUG_ALL", "0");
         const EnvironmentGuard payment("ZEL_DEBUG_PAYMENT", "1");
@@ -172,7 +148,6 @@ private Q_SLOTS:
                               "Applying filter rules: \"zel.a=false,zel.b=false\"",
                               "Applying filter rules: \"zel.a=false,zel.b=true\""}));
         QVERIFY(!QLoggingCategory("zel.a").isWarningEnabled());
-        QVERIFY(QLoggingCategory("zel.b").isDebugEnabled());
     }
 
     void messagesOfQt()
@@ -185,84 +160,70 @@ private Q_SLOTS:
         qWarning("w");
         qCritical("c");
         qInstallMessageHandler(kept);
-        QCOMPARE(
-            afterTime(readFile(debugFile("zel_logs.log"))),
-            QStringList({"| Debug    | d", "| Info     | i", "| Warning  | w", "| Critical | c"}));
+        QCOMPARE(fileLines(LogManager::General), QStringList({"| Debug    | d", "| Info     | i",
+                                                              "| Warning  | w", "| Critical | c"}));
         QCOMPARE(spy.size(), 5);
     }
 
-    void linesOfOtherThreads_data()
-    {
-        QTest::addColumn<QByteArray>("fromMainThread");
-        QTest::addColumn<bool>("queued");
-        QTest::newRow("in their own thread") << QByteArray("true") << false;
-        QTest::newRow("queued to the manager's") << QByteArray("1") << true;
-    }
+    // A receiver of a queued line may run an event loop.
     void linesOfOtherThreads()
     {
-        QFETCH(QByteArray, fromMainThread);
-        QFETCH(bool, queued);
-        const EnvironmentGuard guard("LOG_FROM_MAIN_THREAD", fromMainThread);
-        QVERIFY(m_manager->connectNode(LogNode::instance()));
-        const QObject context;
-        Qt::HANDLE handledIn = nullptr;
-        const auto note = [&] { handledIn = QThread::currentThreadId(); };
-        connect(m_manager, &LogManager::eventLogged, &context, note, Qt::DirectConnection);
-        Qt::HANDLE loggedIn = nullptr;
-        std::thread([&loggedIn] {
-            loggedIn = QThread::currentThreadId();
-            LogFormatter(LogLevel::Event) << "from a thread";
-        }).join();
-        QCOMPARE(handledIn, queued ? nullptr : loggedIn);
-        m_manager->finalizeLogFiles(); // which loses none
-        QCOMPARE(afterTime(readFile(eventsFile("zel_events.log"))),
-                 QStringList("| NONE| from a thread"));
-        QCOMPARE(handledIn, queued ? QThread::currentThreadId() : loggedIn);
-    }
-
-    void aReceiverOfAQueuedLineMayRunAnEventLoop()
-    {
-        const EnvironmentGuard guard("LOG_FROM_MAIN_THREAD", "1");
-        QVERIFY(m_manager->connectNode(LogNode::instance()));
         const QObject context;
         QStringList found;
-        connect(m_manager, &LogManager::eventLogged, &context, [&found](const QString& line) {
-            found.append(line.mid(31).trimmed());
-            if (found.size() == 1)
-                QTRY_COMPARE(found, QStringList({"a", "b", "c"}));
-        });
-        std::thread([] {
-            for (const char* text : {"a", "b", "c"})
-                LogFormatter(LogLevel::Event) << text;
-        }).join();
+        connect(
+            m_manager, &LogManager::eventLogged, &context,
+            [&found](const QString& line) {
+                found.append(line.mid(31).trimmed());
+                if (found == QStringList("a"))
+                    QTRY_COMPARE(found, QStringList({"a", "b", "c"}));
+            },
+            Qt::DirectConnection);
+        const auto logInThread = [](const QStringList& texts) {
+            std::thread([&texts] {
+                for (const QString& text : texts)
+                    LogFormatter(LogLevel::Event).noquote() << text;
+            }).join();
+        };
+        {
+            const EnvironmentGuard guard("LOG_FROM_MAIN_THREAD", "1");
+            QVERIFY(m_manager->connectNode(LogNode::instance()));
+        }
+        logInThread({"a", "b", "c"});
+        QCOMPARE(found, QStringList());
         QTRY_COMPARE(found.size(), 3);
+        QVERIFY(m_manager->connectNode(LogNode::instance()));
+        logInThread({"not queued"});
+        QCOMPARE(found.size(), 4);
     }
 
     void truncatedContent()
     {
-        const QString header = "---- Log truncated ----\r\n";
         const auto content = [this](int characters) {
             m_manager->deleteGeneralFile();
             m_manager->writeLogFile(LogManager::General, QString(characters - 2, 'x'));
-            return m_manager->logContent(true);
+            return m_manager->logContent(true); // with the line feeds of two files
         };
-        QCOMPARE(content(5000).size(), 5000); // with the feeds of the two files
+        const QString header = "---- Log truncated ----\r\n";
+        QCOMPARE(content(5000).size(), 5000);
         QCOMPARE(content(5001).size(), header.size() + 5001);
-        QCOMPARE(content(70000).left(header.size() + 1), header + 'x');
-        QCOMPARE(content(70000).size(), header.size() + 50000);
+        QCOMPARE(content(70000).left(header.size() + 50000 - 2), header + QString(50000 - 2, 'x'));
     }
 
     void kindsAndFilters()
     {
         using M = LogManager;
-        QCOMPARE(M::eventModuleFilterToEventModule(M::WarningEventFilter),
-                 LogEventModule::WarningEvent);
-        QCOMPARE(int(M::eventModuleToEventModuleFilter(LogEventModule::WarningEvent)), 12);
+        const auto kind = LogEventModule::WarningEvent;
+        QCOMPARE(M::eventModuleFilterToEventModule(M::WarningEventFilter), kind);
+        QCOMPARE(M::eventModuleToEventModuleFilter(kind), M::WarningEventFilter);
         const auto none = M::eventModuleToEventModuleFilter(LogEventModule::AllEvents);
         QCOMPARE(int(none), 32);
         QCOMPARE(int(M::eventModuleFilterToEventModule(none)), 0);
         QCOMPARE(m_manager->eventModuleFilter().size(), 13);
         QCOMPARE(m_manager->eventModuleFilter().at(7), "UpdateUpdateEvent");
+    }
+
+    void theStartIsAnnouncedOnce()
+    {
         QSignalSpy started(m_manager, &LogManager::newLogEvent);
         m_manager->emitStartApplicationEvent();
         m_manager->emitStartApplicationEvent();
@@ -270,7 +231,7 @@ private Q_SLOTS:
         QCOMPARE(started[0][1].toStringList(), QStringList(LogManager::APP_STARTED_MSG));
     }
 
-    // As QML does it: by name, through the meta-object.
+    // QML uses the history by name, through the meta-object.
     void eventHistoryOfTheScreen()
     {
         for (const char* text : {"0", "1", "2"})
@@ -278,90 +239,66 @@ private Q_SLOTS:
         LogFormatter(LogLevel::Event).logEvent(LogEventModule::WasteLevel) << "full";
         QSignalSpy pages(m_manager, &LogManager::eventsPagesCountChanged);
         QSignalSpy texts(m_manager, &LogManager::eventsTextChanged);
-        const auto update = [this](int page) {
-            return QMetaObject::invokeMethod(
+        const QString today = QDate::currentDate().toString("dd/MM/yyyy");
+        for (const int page : {0, 1})
+            QVERIFY(QMetaObject::invokeMethod(
                 m_manager, "updateEventsText",
                 Q_ARG(LogManager::EventModuleFilter, LogManager::MenuParameterFilter),
-                Q_ARG(QString, ""), Q_ARG(QString, ""), Q_ARG(int, page), Q_ARG(int, 2));
-        };
-        QVERIFY(update(0));
+                Q_ARG(QString, today), Q_ARG(QString, today), Q_ARG(int, page), Q_ARG(int, 2)));
         QCOMPARE(m_manager->property("eventsPagesCount").toInt(), 2);
-        const QStringList newest = m_manager->property("eventsTextList").toStringList();
-        QVERIFY(newest.value(1).endsWith("| MenuParameter| \"2\""));
-        QVERIFY(update(1));
-        QCOMPARE(m_manager->eventsTextList().size(), 1);
-        QCOMPARE(pages.size(), 1);
-        QCOMPARE(texts.size(), 2);
-
-        const QString today = QDate::currentDate().toString("dd/MM/yyyy");
-        const QString text =
-            m_manager->exportEventsHistory(LogManager::AllEvent, today, today, 0, 9);
-        QCOMPARE(text.count('\n'), 3);
+        const QStringList oldest = m_manager->property("eventsTextList").toStringList();
+        QCOMPARE(oldest.size(), 1);
+        QVERIFY(oldest[0].endsWith("| MenuParameter| \"0\""));
+        QCOMPARE(pages.size() + texts.size(), 3);
+        QCOMPARE(m_manager->exportEventsHistory(LogManager::AllEvent, {}, {}, 0, 9).count('\n'), 3);
         QString found;
-        const QString file = eventsFile("zel_events.log");
-        const auto numbers = m_manager->findEventsInFile(
-            found, true, file, LogManager::WasteLevelFilter, {}, {}, {}, 0, 0);
-        m_manager->findEventsInFile(found, false, file, LogManager::AllEvent, {}, {}, numbers, 0,
-                                    1);
+        const auto find = [&](bool indexOnly, const QVector<int>& numbers) {
+            return m_manager->findEventsInFile(found, indexOnly, path(LogManager::Events),
+                                               LogManager::WasteLevelFilter, {}, {}, numbers, 0,
+                                               numbers.size());
+        };
+        find(false, find(true, {}));
         QVERIFY(found.endsWith("| WasteLevel| full"));
     }
 
-    // What QML and connections by name rely on: signals (1), slots (2), invokable methods (0).
-    void metaObject()
+    void namesThatQmlAndQueuedSignalsUse()
     {
-        QCOMPARE(surface(LogManager::staticMetaObject),
-                 "0deleteEventFile() 0deleteGrinderFile() 0emitEventModuleFilterChangeTrad() "
-                 "0logContent() 0logContent(bool) 0qmlEventLogParameter(QString) "
-                 "0setEventUser(QString) "
-                 "0updateEventsText(LogManager::EventModuleFilter,QString,QString,int,int) "
-                 "1eventLogged(QString) 1eventModuleFilterChangeTrad() 1eventsPagesCountChanged() "
-                 "1eventsTextChanged() 1eventsTextListChanged() 1failureLogged(QString) "
-                 "1grinderLogged(QString) 1loggedFromThread(QString) "
-                 "1newLogEvent(LogEventModule::EventModule,QStringList) 1qtLogged(QString) "
-                 "2log(LogLevel::Level,Log::Modules,QString) 2syncLogs() "
-                 "QString:eventsText:eventsTextChanged "
-                 "QStringList:eventModuleFilter:eventModuleFilterChangeTrad "
-                 "QStringList:eventsTextList:eventsTextListChanged "
-                 "int:eventsPagesCount:eventsPagesCountChanged");
-        for (const char* type :
-             {"LogLevel", "LogLevel::Level", "Log::Modules", "LogEventModule::EventModule"})
+        const QMetaObject* meta = m_manager->metaObject();
+        QCOMPARE(meta->propertyCount() - meta->propertyOffset(), 4);
+        for (const char* method : {"deleteEventFile()", "logContent()", "setEventUser(QString)"})
+            QVERIFY2(meta->indexOfMethod(method) >= 0, method);
+        for (const char* type : {"LogLevel", "LogLevel::Level", "LogEventModule::EventModule"})
             QVERIFY2(zeltools::isMetaType(type), type);
     }
 
+    // Each row is an argument of this program, whose name says what the process does.
     void processes_data()
     {
-        QTest::addColumn<QString>("part");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("output");
-        QTest::addColumn<QStringList>("errors");
-        QTest::newRow("without the path layout the process ends")
-            << "--without-path" << 1
-            << QByteArray("LogManager::LogManager(): Fatal error, path is not defined, initialize "
-                          "global path first\n")
-            << QStringList(
-                   {"| Warning  | LogNode node installed |  NONE| late", "| Warning  | late"});
-        QTest::newRow("destructors and threads that nobody stopped log to the very end")
-            << "--late-lines" << 0 << QByteArray()
-            << QStringList({"| NONE| late", "| Warning  | late"});
-        QTest::newRow("queued lines outlive the application object")
-            << "--queued-line" << 0 << QByteArray() << QStringList("| Info     | queued");
-        QTest::newRow("a reader of standard error that has gone takes nobody with it")
-            << "--gone-reader" << 0 << QByteArray("pipe, socket, nothing pending") << QStringList();
+        const QString refusal = "LogManager::LogManager(): Fatal error, path is not defined, "
+                                "initialize global path first";
+        support::addRows<Process>({
+            {"--without-path",
+             1,
+             {"| Warning  | LogNode node installed |  NONE| late", "| Warning  | late", refusal}},
+            {"--late-lines-until-the-end", 0, {"| NONE| late", "| Warning  | late", ""}},
+            {"--queued-line-without-application", 0, {"| Info     | queued", ""}},
+            {"--readers-that-have-gone", 0, {"no signal is pending"}},
+        });
     }
     void processes()
     {
-        QFETCH(QString, part);
+        const auto& [name, status, output] = support::currentRow<Process>();
         QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {part});
+        child.start(QCoreApplication::applicationFilePath(), {name});
         QVERIFY(child.waitForFinished());
         QCOMPARE(child.exitStatus(), QProcess::NormalExit);
-        QTEST(child.exitCode(), "status");
-        QTEST(child.readAllStandardOutput(), "output");
-        QTEST(afterTime(child.readAllStandardError()), "errors");
+        QCOMPARE(child.exitCode(), status);
+        const QStringList printed = afterTime(child.readAllStandardError());
+        QCOMPARE(printed + QStringList(child.readAllStandardOutput().trimmed()), output);
     }
 };
 
-// Lines to a pipe and to a socket that nobody reads any more, each looked at anew.
+// Logs to a pipe and to a socket that nobody reads.
 int logToGoneReaders()
 {
     int ends[2];
@@ -370,61 +307,58 @@ int logToGoneReaders()
             return 1;
         close(ends[0]);
         dup2(ends[1], STDERR_FILENO);
-        QThread::msleep(50);
+        QThread::msleep(50); // after which the kind of standard error is looked up again
         LogFormatter(LogLevel::Info) << "lost";
-        fputs(isPipe ? "pipe, " : "socket, ", stdout);
     }
     sigset_t pending;
     sigpending(&pending);
-    fputs(sigisemptyset(&pending) ? "nothing pending" : "SIGPIPE waits", stdout);
+    fputs(sigisemptyset(&pending) ? "no signal is pending" : "SIGPIPE is pending", stdout);
     return 0;
 }
+
+struct LateLogger
+{
+    bool isEnabled = false;
+    ~LateLogger()
+    {
+        if (isEnabled) {
+            LogFormatter(LogLevel::Event) << "late";
+            qWarning("late");
+        }
+    }
+};
 
 int main(int argc, char** argv)
 {
     std::optional<QCoreApplication> application(std::in_place, argc, argv);
-    static struct Late
-    {
-        bool isWanted = false;
-        ~Late()
-        {
-            if (isWanted) {
-                LogFormatter(LogLevel::Event) << "late";
-                qWarning("late");
-            }
-        }
-    } late;
-    const QStringList arguments = QCoreApplication::arguments();
-    late.isWanted = arguments.contains("--without-path") || arguments.contains("--late-lines");
-    if (late.isWanted)
+    static LateLogger late;
+    const QString part = application->arguments().value(1);
+    late.isEnabled = part == "--without-path" || part == "--late-lines-until-the-end";
+    if (late.isEnabled)
         qInstallMessageHandler(LogManager::qtMessageHandler);
-    if (arguments.contains("--without-path"))
+    if (part == "--without-path")
         LogManager::initialize();
-    if (arguments.size() > 1 && arguments[1].startsWith("--")) {
-        static support::TemporaryLayout layout;
-        qputenv("LOG_FROM_MAIN_THREAD", arguments[1] == "--queued-line" ? "1" : "0");
-        LogManager::initialize();
+    if (!part.startsWith("--")) {
+        TestLogManager test;
+        return QTest::qExec(&test, argc, argv);
     }
-    if (arguments.contains("--gone-reader"))
+    static support::TemporaryLayout layout;
+    qputenv("LOG_FROM_MAIN_THREAD", part == "--queued-line-without-application" ? "1" : "0");
+    LogManager::initialize();
+    if (part == "--readers-that-have-gone")
         return logToGoneReaders();
-    if (arguments.contains("--queued-line")) {
+    if (part == "--queued-line-without-application") {
         application.reset();
         std::thread([] { LogFormatter(LogLevel::Info) << "queued"; }).join();
-        LogManager::instance()->finalizeLogFiles();
-        return 0;
     }
-    if (arguments.contains("--late-lines")) {
-        LogManager::instance()->finalizeLogFiles();
-        for (int i = 0; i < 2; ++i) {
-            std::thread([] {
-                for (;;)
-                    LogFormatter(LogLevel::Capsule) << "still running";
-            }).detach();
-        }
-        return 0;
+    LogManager::instance()->finalizeLogFiles();
+    if (late.isEnabled) {
+        std::thread([] {
+            for (;;)
+                LogFormatter(LogLevel::Capsule) << "still running";
+        }).detach();
     }
-    TestLogManager test;
-    return QTest::qExec(&test, argc, argv);
+    return 0;
 }
 
 #include "tst_logmanager.moc"

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "logging/eventhistory.h"
+
+class LogFileSet;
+
+/// The pages of the event history that LogManager publishes, read from the events file and its
+/// predecessor. It logs an Error if a file cannot be read. The functions hold the lock of the
+/// events file, so that no line is written and no file rotated meanwhile.
+class EventPages
+{
+public:
+    explicit EventPages(const LogFileSet& files);
+
+    /// The published page, with the oldest line first, joined by "\n".
+    const QString& text() const { return m_text; }
+    QStringList lines() const;
+    int pagesCount() const { return m_pagesCount; }
+    /// Publishes a page. Returns whether the number of pages has changed.
+    bool publish(const EventSelection& selection, int pageIndex, int eventsPerPage);
+
+    /// Writes a page to `text` and returns the number of pages.
+    int write(QString& text, const EventSelection& selection, int pageIndex,
+              int eventsPerPage) const;
+    /// EventHistory::matches() and EventHistory::appendLines()
+    QVector<int> matches(const QString& fileName, const EventSelection& selection) const;
+    void appendLines(QString& text, const QString& fileName, const QVector<int>& lineIndexes,
+                     int first, int count) const;
+
+private:
+    const LogFileSet& m_files;
+    QString m_text;
+    int m_pagesCount = 1;
+};

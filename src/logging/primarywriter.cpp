@@ -1,0 +1,123 @@
+#include "logging/primarywriter_p.h"
+
+#include "logging/openwithoutwaiting_p.h"
+#include "logging/primaryfile.h"
+#include "writewhole.h"
+
+#include <utility>
+
+#include <time.h>
+
+namespace
+{
+
+qint64 monotonicMilliseconds()
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+}
+
+} // namespace
+
+PrimaryWriter::PrimaryWriter(PrimaryFile& file)
+    : m_file(file)
+{
+}
+
+bool PrimaryWriter::takeWarning()
+{
+    return std::exchange(m_isWarningDue, false);
+}
+
+void PrimaryWriter::forget()
+{
+    m_size_B = -1;
+    m_nextCheck_ms = 0;
+}
+
+// The writer that has the lock of P rotates. All others, such as a second process on the same
+// files, append to P and follow a rotation within the interval. After a reopen() the lock is taken
+// at the next check only, so that the writer that created the new file has time to lock it.
+void PrimaryWriter::follow()
+{
+    const qint64 now = monotonicMilliseconds();
+    if (now < m_nextCheck_ms)
+        return;
+    m_nextCheck_ms = now + checkInterval_ms;
+    if (!m_file.hasName())
+        reopen(m_file.fileName());
+    else if (!m_file.isLocked() && !m_file.lock() && !m_isWarned->exchange(true))
+        m_isWarningDue = true;
+    updateSize();
+}
+
+void PrimaryWriter::reopen(const QString& primary)
+{
+    if (!m_file.isOpen()) {
+        m_file.setFileName(primary);
+        m_file.open(QIODevice::Append);
+        return;
+    }
+    if (m_file.reopen()) {
+        updateSize();
+        m_hasHalfLine = false;
+        return;
+    }
+    // Nobody can read the content of a deleted file, and it must not fill the disk unseen.
+    struct stat open;
+    if (fstat(m_file.handle(), &open) == 0 && open.st_nlink == 0 &&
+        ftruncate(m_file.handle(), 0) == 0)
+        m_size_B = 0;
+}
+
+// QFile passes its buffer on in blocks.
+void PrimaryWriter::flush()
+{
+    if (!m_file.isOpen())
+        return;
+    while (m_file.bytesToWrite() > 0) {
+        m_size_B = -1;
+        if (!m_file.flush())
+            return;
+    }
+}
+
+void PrimaryWriter::updateSize()
+{
+    m_size_B = m_file.isOpen() ? m_file.openSize_B() : m_file.size();
+}
+
+// The buffer of QFile would keep what a full disk refuses, without a bound.
+qint64 PrimaryWriter::append(const char* data, qint64 length)
+{
+    if (m_hasHalfLine && zeltools::writeWhole(m_file.handle(), "\n", 1) == 1) {
+        m_hasHalfLine = false;
+        ++m_size_B;
+    }
+    if (m_hasHalfLine || m_file.bytesToWrite() > 0)
+        return -1;
+    const qint64 written = zeltools::writeWhole(m_file.handle(), data, size_t(length));
+    if (written == length) {
+        m_size_B += length;
+        m_hasUnsyncedData = true;
+        return written;
+    }
+    if (written > 0) {
+        const off_t end = lseek(m_file.handle(), 0, SEEK_CUR);
+        m_hasHalfLine = ftruncate(m_file.handle(), end - written) != 0;
+    }
+    return -1;
+}
+
+void PrimaryWriter::endHalfLine()
+{
+    m_hasHalfLine = false;
+    const int reader = openWithoutWaiting(m_file.fileName(), O_RDONLY);
+    if (reader < 0)
+        return;
+    char last = '\n';
+    m_hasHalfLine = m_file.isOpen() && lseek(reader, -1, SEEK_END) >= 0 &&
+                    ::read(reader, &last, 1) == 1 && last != '\n';
+    ::close(reader);
+}

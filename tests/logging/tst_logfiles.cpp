@@ -1,0 +1,149 @@
+#include "logging/log.h"
+#include "logging/logfileset_p.h"
+#include "logging/loginfile.h"
+#include "logging/tracequeue_p.h"
+#include "support.h"
+
+#include <QtTest>
+
+#include <thread>
+
+class TestLogFiles : public QObject
+{
+    Q_OBJECT
+
+private:
+    support::TemporaryLayout m_layout;
+    QTemporaryDir m_folder;
+    const LogFileSet::Settings m_settings =
+        LogFileSet::settings(m_folder.path() + '/', m_folder.path() + '/');
+    const RotatingLogFileConfiguration m_configuration{1.0F, 1, false};
+
+    static QString tracePath() { return Path::instance()->debugLogsDir + "trace.log"; }
+
+private Q_SLOTS:
+    void cleanup() { QFile::remove(tracePath()); }
+
+    void aReopenedSetContinuesItsFiles()
+    {
+        LogFileSet set;
+        QCOMPARE(set.file(LogManager::Capsule), nullptr);
+        set.open(m_settings);
+        const RotatingLogFile* file = set.file(LogManager::Capsule);
+        set.write(LogManager::Capsule, "half", 4);
+        set.close();
+        set.write(LogManager::Capsule, "dropped", 7);
+        set.open(m_settings);
+        set.open(m_settings);
+        QCOMPARE(set.file(LogManager::Capsule), file);
+        set.write(LogManager::Capsule, "new\n", 4);
+        QCOMPARE(support::readFile(m_folder.filePath("zel_capsule.log")), "half\nnew\n");
+        QCOMPARE(set.file(LogManager::Grinder)->maximumSize_B(), qint64(5 << 20));
+        set.file(LogManager::Events)->deleteFile();
+        QVERIFY(QFile::exists(m_folder.filePath("zel_events_deleted.log")));
+    }
+
+    void threadsMayWriteToASetThatCloses()
+    {
+        LogFileSet set;
+        set.open(m_settings);
+        std::atomic<bool> isOver{false};
+        std::thread writer([&] {
+            while (!isOver)
+                set.write(LogManager::M4ActuatorBoard, "line\n", 5);
+        });
+        for (int i = 0; i < 200; ++i) {
+            set.close();
+            set.open(m_settings);
+        }
+        isOver = true;
+        writer.join();
+        for (const QString& line : RotatingLogFile::getLogLines(m_folder.filePath("m4_ab.log")))
+            QVERIFY(line == "line" || line.isEmpty());
+    }
+
+    void aTraceLineIsCopiedToTheLogFirst()
+    {
+        support::LineRecorder recorder;
+        LogInFile trace(nullptr, "some/folder/trace.log", Log::Payment, m_configuration);
+        QCOMPARE(trace.filename(), tracePath());
+        trace.logString("coin");
+        trace.setLogInDebug(false);
+        trace.logString("silent");
+        const auto lines = recorder.take();
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines[0].message, "\"coin\"");
+        QVERIFY(lines[0].level == LogLevel::Info && lines[0].modules == Log::Payment);
+        QVERIFY(!QFile::exists(tracePath()));
+    }
+
+    // The idle writer thread is slower than switching off and than the end of the object.
+    void everyTraceLineIsInTheFile()
+    {
+        constexpr int count = 10000;
+        {
+            LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
+            trace.setLogInDebug(false);
+            trace.setLogInFile(true);
+            for (int i = 0; i < count; ++i) {
+                if (i == count / 2) {
+                    trace.setLogInFile(false);
+                    trace.logString("not wanted");
+                    trace.setLogInFile(true);
+                }
+                trace.logString(QString("caff\u00e8 %1").arg(i));
+            }
+        }
+        const QStringList lines = RotatingLogFile::getLogLines(tracePath());
+        QCOMPARE(lines.size(), count);
+        for (int i = 0; i < count; ++i)
+            QCOMPARE(lines[i].mid(23), QString("|caff\u00e8 %1").arg(i));
+    }
+
+    // No writer empties this queue.
+    void aFullQueueCountsTheLinesThatItDrops()
+    {
+        TraceQueue queue;
+        const QByteArray line(1024 * 1024, 'x');
+        for (int i = 0; i < 100; ++i)
+            queue.add(line);
+        auto takeUntil = [&, taken = 0](int count) mutable {
+            while (taken < count && queue.next()->size == line.size())
+                ++taken;
+            return taken == count;
+        };
+        QVERIFY(takeUntil(20));
+        queue.add(line); // more than half of the queue is still full
+        QVERIFY(takeUntil(40));
+        queue.add("last");
+        QVERIFY(takeUntil(63));
+        const auto last = queue.next();
+        QCOMPARE(QByteArray(last->bytes(), int(last->size)), "last");
+        QCOMPARE(last->droppedBefore, qint64(38));
+        queue.end();
+        QVERIFY(!queue.next());
+    }
+
+    void openingAndClosingATrace()
+    {
+        LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
+        support::LineRecorder recorder;
+        trace.setLogInFile(true);
+        QVERIFY(!trace.openFile());
+        QVERIFY(trace.closeFile());
+        QVERIFY(!trace.closeFile());
+        trace.setLogInFile(false); // logs nothing
+        QVERIFY(trace.openFile());
+        QVERIFY(trace.closeFile());
+        QVERIFY(QFile::remove(tracePath()) && QDir().mkdir(tracePath()));
+        QVERIFY(!trace.openFile());
+        QVERIFY(QDir().rmdir(tracePath()));
+        QCOMPARE(recorder.takeMessages(),
+                 QStringList({"bool LogInFile::openFile() Log file is already opened !",
+                              "bool LogInFile::closeFile() Log file is not opened",
+                              "bool LogInFile::openFile() Failed opening log file"}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLogFiles)
+#include "tst_logfiles.moc"
