@@ -39,7 +39,8 @@ function(zel_subsystem name)
     set(target zeltools_${name})
     list(TRANSFORM files PREPEND ${src}/ OUTPUT_VARIABLE paths)
     add_library(${target} OBJECT ${paths})
-    target_compile_definitions(${target} PRIVATE ZelTools_EXPORTS QT_NO_CAST_TO_ASCII)
+    target_compile_definitions(${target} PRIVATE ZelTools_EXPORTS QT_NO_CAST_FROM_ASCII
+                                                 QT_NO_CAST_TO_ASCII)
     target_include_directories(${target} PRIVATE ${src} ${ZELTOOLS_INCLUDE_DIRS})
     target_link_libraries(${target} PUBLIC Qt${ZELTOOLS_QT}::Core ${arg_QT})
 

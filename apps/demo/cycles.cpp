@@ -79,8 +79,7 @@ bool makeDrink(const QString& diagramFolder, QTextStream& out)
     Board board("wg-g"); // The first dose is too small, and the first brewing gets no answer.
     QStringList journal;
     const StateMachineDescription description = describeDrink(board, journal);
-    for (const QString& problem : findProblems(description))
-        journal.append(problem);
+    journal += findProblems(description);
     DeclarativeStateMachine machine(Log::Beverage);
     machine.setDescription(description);
     machine.start();

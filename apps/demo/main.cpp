@@ -68,7 +68,8 @@ void printHistory(QTextStream& out)
     manager->updateEventsText(LogManager::DispensedDrinkFilter, QString(), QString(), 0,
                               eventsPerPage);
     out << "\nDispensed drinks, page 0 of " << manager->eventsPagesCount() << ":\n";
-    for (const QString& line : manager->eventsTextList())
+    const QStringList events = manager->eventsTextList();
+    for (const QString& line : events)
         out << "  " << line << '\n';
 }
 

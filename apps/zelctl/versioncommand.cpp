@@ -10,7 +10,8 @@ namespace
 /// empty text.
 QString wrongPart(const QString& version)
 {
-    for (const QString& part : version.split(QLatin1Char('.'))) {
+    const QStringList parts = version.split(QLatin1Char('.'));
+    for (const QString& part : parts) {
         bool isNumber = false;
         part.toInt(&isNumber);
         if (!isNumber)

@@ -40,7 +40,8 @@ bool FolderWatch::follow(const FolderListing& listing)
     // After a mount or a rename the watches belong to the folder that had this path before.
     const bool isOther = std::exchange(m_folderId, listing.folderId()) != listing.folderId();
     QSet<QString> outdated;
-    for (const QString& path : m_watcher.files() + m_watcher.directories()) {
+    const QStringList watched = m_watcher.files() + m_watcher.directories();
+    for (const QString& path : watched) {
         // If another file has got this name, the watch stays with the old file as long as a process
         // has it open.
         if (isOther || !wanted.contains(path) || m_changedFiles.contains(path))
