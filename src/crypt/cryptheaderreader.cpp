@@ -103,7 +103,7 @@ bool CryptHeaderReader::open(QFile& file)
 // The bytes in front of the metadata; empty if the file has no header.
 QByteArray CryptHeaderReader::readStart(QFile& file, const char* signature)
 {
-    const QByteArray start = file.read(cryptheader::metadataOffset);
+    QByteArray start = file.read(cryptheader::metadataOffset);
     if (start.size() >= cryptheader::shortestSize_B)
         return start;
     m_outcome.failure = {SimpleCrypt::CryptIntegrityMismatch, file.fileName(), {}};
