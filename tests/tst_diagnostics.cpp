@@ -14,6 +14,15 @@
 
 using namespace dmesg;
 
+class ImpatientProcess final : public DmesgProcess
+{
+public:
+    ImpatientProcess()
+        : DmesgProcess(std::chrono::milliseconds(500))
+    {
+    }
+};
+
 class TestDiagnostics : public QObject
 {
     Q_OBJECT
@@ -171,7 +180,7 @@ private Q_SLOTS:
         QObject context; // everything comes in the thread of the process
         const auto takeLine = [&](auto, auto&, const QString& message) { take(message); };
         connect(LogNode::instance(), &LogNode::logged, &context, takeLine, Qt::DirectConnection);
-        std::unique_ptr<DmesgProcess> process(new DmesgProcess(std::chrono::milliseconds(500)));
+        std::unique_ptr<DmesgProcess> process(new ImpatientProcess);
         std::atomic<int> lines = 0;
         connect(process.get(), &DmesgProcess::newLines, [&](const QStringList& some) {
             std::for_each(some.begin(), some.end(), take);

@@ -1,5 +1,6 @@
 #include "windowstools.h"
 
+#include "shellcommand_p.h"
 #include "support.h"
 
 #include <QtTest>
@@ -43,7 +44,7 @@ private Q_SLOTS:
         support::LineRecorder recorder;
         int code = 99;
         const std::chrono::milliseconds limit(exitCode == -1 ? 1000 : 20000);
-        QCOMPARE(WindowsTools::runInShell(command, dir.path(), &code, limit), exitCode == 0);
+        QCOMPARE(zeltools::runInShell(command, dir.path(), &code, limit), exitCode == 0);
         QCOMPARE(code, exitCode);
         QString logged;
         for (const auto& line : recorder.take())

@@ -2,12 +2,11 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "system/timedatectl_p.h"
 #include "windowstools.h"
 #include <zeltools/platform.h>
 
-#include <QDeadlineTimer>
 #include <QFile>
-#include <QProcess>
 
 namespace zeltools::system
 {
@@ -134,32 +133,6 @@ std::optional<bool> PackagesManager::ntpState() const
     if (package != TimeSync || !mayRun(QStringLiteral("timedatectl status")))
         return false;
     return timeSyncState(s_statusTimeLimit);
-}
-
-std::optional<bool> PackagesManager::timeSyncState(std::chrono::milliseconds timeLimit)
-{
-    constexpr int mostOutput_B = 65536; // a hundred times what it prints
-    const QDeadlineTimer deadline(timeLimit);
-    const auto rest_ms = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
-    QProcess process;
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral("timedatectl"), {QStringLiteral("status")}, QIODevice::ReadOnly);
-    QByteArray output;
-    while (output.size() <= mostOutput_B && process.waitForReadyRead(rest_ms()))
-        output += process.readAllStandardOutput();
-    const bool hasEnded =
-        output.size() <= mostOutput_B &&
-        (process.state() == QProcess::NotRunning || process.waitForFinished(rest_ms()));
-    if (hasEnded && process.error() != QProcess::FailedToStart)
-        return output.contains("NTP service: active");
-    const QString reason =
-        output.size() > mostOutput_B ? QStringLiteral("it prints too much") : process.errorString();
-    logLine(LogLevel::Error) << "bool zeltools::system::PackagesManager::ntpEnabled() const"
-                             << "Failed to run timedatectl:" << reason;
-    process.kill();
-    process.waitForFinished();
-    return std::nullopt;
 }
 
 void PackagesManager::setNtpEnabled(bool on)

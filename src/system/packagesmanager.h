@@ -8,7 +8,6 @@
 #include <QStringList>
 
 #include <array>
-#include <chrono>
 #include <optional>
 
 namespace zeltools::system
@@ -77,7 +76,6 @@ private:
     PackagesManager();
     ~PackagesManager() override;
 
-    static std::optional<bool> timeSyncState(std::chrono::milliseconds timeLimit);
     bool mayRun(const QString& command) const;
     void run(const QString& command) const;
 

@@ -3,6 +3,7 @@
 #include "system/ntp.h"
 #include "system/packagesmanager.h"
 #include "system/servicemanager.h"
+#include "system/timedatectl_p.h"
 #include "system/timezonehelper.h"
 #include "windowstools.h"
 
@@ -93,11 +94,11 @@ private Q_SLOTS:
     void doesNotWaitForeverForTimedatectl()
     {
         shell("script bin/timedatectl 'echo NTP service: active; exec sleep 300'");
-        QVERIFY(!PackagesManager::timeSyncState(500ms));
+        QVERIFY(!timeSyncState(500ms));
         shell("script bin/timedatectl 'exec yes NTP service: active'");
-        QVERIFY(!PackagesManager::timeSyncState(10min));
+        QVERIFY(!timeSyncState(10min));
         const support::EnvironmentGuard path("PATH", ""); // now there is none
-        QVERIFY(!PackagesManager::timeSyncState(10min));
+        QVERIFY(!timeSyncState(10min));
         const QRegularExpression line("Failed to run timedatectl: \"(?!Unknown error)");
         QCOMPARE(m_recorder.takeMessages().filter(line).size(), 3);
     }
