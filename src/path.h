@@ -5,6 +5,13 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
+namespace zeltools
+{
+struct Machine;
+}
+
 /// The process-wide table of the application's folders and files. The host calls init() once at
 /// start-up, before it uses the log manager. The paths are built as text from the application's
 /// folder and never normalised, so that "/../../" stays in them. Folders end with "/", except
@@ -108,7 +115,13 @@ public:
     QString resourcesDir;
     QString canTestDir; ///< The board's own folder if it exists during init().
 
+protected:
+    /// Constructs an object for another machine.
+    explicit Path(const zeltools::Machine& machine);
+
 private:
     void buildPaths(const QString& applicationDirectory, const QString& videosRoot,
                     const QString& imagesRoot);
+
+    std::unique_ptr<const zeltools::Machine> m_machine;
 };

@@ -4,7 +4,9 @@
 #include "imagevalidator.h"
 #include "qobjectdeleter.h"
 #include "random.h"
+#include "storage_p.h"
 #include "support.h"
+#include "support/machines.h"
 #include "system.h"
 #include <zeltools/platform.h>
 
@@ -13,22 +15,20 @@
 #include <algorithm>
 #include <thread>
 
-static QByteArrayList synced;
+static QByteArrayList s_synced;
+static bool s_isFailing = false;
 
-// In place of the system's functions: they take notes, and leave the machine alone.
+// These replace the system's functions: they keep what would be synced and change nothing.
 extern "C" Q_DECL_EXPORT int fsync(int descriptor)
 {
-    if (synced.size() > 2) {
-        errno = EIO;
-        return -1;
-    }
     char content[64] = {};
-    synced << QByteArray(content, int(::pread(descriptor, content, sizeof content, 0)));
-    return 0;
+    s_synced << QByteArray(content, int(::pread(descriptor, content, sizeof content, 0)));
+    errno = EIO;
+    return s_isFailing ? -1 : 0;
 }
 extern "C" Q_DECL_EXPORT void sync() noexcept
 {
-    synced << "all";
+    s_synced << "all";
 }
 
 class TestUtilities : public QObject
@@ -36,25 +36,48 @@ class TestUtilities : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void syncsAndLooksAtFiles()
+    void syncsFiles_data() { support::addMachineRows(); }
+    void syncsFiles()
+    {
+        QFETCH(bool, isBoard);
+        const zeltools::Storage storage(isBoard);
+        const QTemporaryDir dir;
+        QFile file(dir.filePath("a.txt"));
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.write("text") == 4);
+        s_synced.clear();
+        storage.sync(file); // including what the file itself holds back
+        QVERIFY(file.isOpen());
+        file.close();
+        storage.sync(file);
+        storage.dropPageCache(dir.filePath("drop"));
+        QCOMPARE(s_synced.join(' '), QByteArray(isBoard ? "text text all" : ""));
+        QCOMPARE(QFile::exists(dir.filePath("drop")), isBoard);
+
+        support::LineRecorder recorder;
+        s_isFailing = true;
+        storage.sync(file);
+        storage.sync(file.handle());
+        s_isFailing = false;
+        QFile folder(dir.path());
+        storage.sync(folder);
+        const QStringList messages = recorder.takeMessages();
+        QCOMPARE(messages.filter("Input/output error").size(), isBoard ? 2 : 0);
+        QCOMPARE(messages.filter("Failed to open file \"" + dir.path()).size(), 1);
+    }
+
+    void looksAtFiles()
     {
         const QTemporaryDir dir;
         const QByteArray text = "one\r\n\ntwo \n";
-        QFile file(dir.filePath("a.txt"));
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.write(text) == text.size());
-        System::syncFile(file);
-        System::syncFile(file.fileName());
+        const QString path = dir.filePath("a.txt");
+        support::writeFile(path, text);
+        s_synced.clear();
+        System::syncFile(path);
         delete new System::FileSystemSyncer;
-        QCOMPARE(synced.join(), platform::isBoard ? text + text + "all" : "");
-        support::LineRecorder recorder;
-        System::syncFile(file); // as the disk fails
-        System::syncFile(file.handle());
-        QCOMPARE(recorder.takeMessages().filter("Input/output error").size(),
-                 platform::isBoard ? 2 : 0);
-
+        QCOMPARE(s_synced.join(), platform::isBoard ? text + "all" : "");
         QVERIFY(zeltools::FileReader().fileContent("/proc/self/mem").isNull()); // no read succeeds
-        QCOMPARE(zeltools::FileReader().fileContent(file.fileName()), QString(text));
-        QVERIFY(file.isOpen() && System::filenameAlreadyExists("a.txt", dir.path()));
+        QCOMPARE(zeltools::FileReader().fileContent(path), QString(text));
+        QVERIFY(System::filenameAlreadyExists("a.txt", dir.path()));
         QVERIFY(System::folderExists(dir.path()) && !System::fileExists(dir.path()));
     }
 

@@ -2,9 +2,9 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "machine.h"
 #include "system/timedatectl_p.h"
 #include "windowstools.h"
-#include <zeltools/platform.h>
 
 #include <QFile>
 
@@ -14,28 +14,21 @@ namespace zeltools::system
 namespace
 {
 
-using Data = PackagesManager::PackageInspectionData;
-
 // systemd itself gives up after 25 s on a service that does not answer.
 constexpr std::chrono::seconds s_statusTimeLimit{30};
 
-const Data& inspectionData(PackagesManager::Package package)
+std::array<PackagesManager::PackageInspectionData, 3> inspectionTable(const Machine& machine)
 {
-    static const std::array<Data, 3> table{
+    const QRegularExpression poolServer(QStringLiteral(R"(^\s*server\s+\d[.]pool[.]ntp[.]org)"),
+                                        QRegularExpression::MultilineOption);
+    return {
         {{QStringLiteral("ntp"),
           {},
-          {{QStringLiteral("/etc/ntp.conf"),
-            QRegularExpression(QStringLiteral(R"(^\s*server\s+\d[.]pool[.]ntp[.]org)"),
-                               QRegularExpression::MultilineOption)}},
-          QStringLiteral("/etc/init.d/ntpd"),
+          {{machine.ntpConfigurationFile, poolServer}},
+          machine.ntpInitScript,
           QStringLiteral("ntpd")},
-         {QStringLiteral("tzdata"), {QStringLiteral("/etc/localtime")}, {}, {}, {}},
-         {QStringLiteral("systemd-timesyncd"),
-          {QStringLiteral("/etc/systemd/timesyncd.conf")},
-          {},
-          {},
-          {}}}};
-    return table[package];
+         {QStringLiteral("tzdata"), {machine.localTimeFile}, {}, {}, {}},
+         {QStringLiteral("systemd-timesyncd"), {machine.timeSyncConfigurationFile}, {}, {}, {}}}};
 }
 
 LogFormatter logLine(LogLevel::Level level)
@@ -73,16 +66,15 @@ bool matches(const QString& path, const QRegularExpression& pattern)
 
 } // namespace
 
-std::array<std::optional<bool>, 3> PackagesManager::s_availability;
-
 PackagesManager& PackagesManager::instance()
 {
-    static auto* const manager = new PackagesManager;
+    static auto* const manager = new PackagesManager(Machine{});
     return *manager;
 }
 
-PackagesManager::PackagesManager()
-    : m_isBoard(platform::isBoard)
+PackagesManager::PackagesManager(const Machine& machine)
+    : m_machine(std::make_unique<const Machine>(machine))
+    , m_packages(inspectionTable(machine))
 {
     qRegisterMetaType<Package>();
 }
@@ -91,9 +83,14 @@ PackagesManager::~PackagesManager() = default;
 
 bool PackagesManager::packageAvailable(Package package)
 {
-    std::optional<bool>& available = s_availability[package];
+    return instance().isAvailable(package);
+}
+
+bool PackagesManager::isAvailable(Package package) const
+{
+    std::optional<bool>& available = m_availability[package];
     if (!available) {
-        const Data& data = inspectionData(package);
+        const PackageInspectionData& data = m_packages[package];
         available = packageAvailable(data);
         logLine(LogLevel::Info) << data.packageName << "availability checked:" << *available;
     }
@@ -119,7 +116,7 @@ bool PackagesManager::packageAvailable(const PackageInspectionData& data)
 std::optional<PackagesManager::Package> PackagesManager::ntpPackage() const
 {
     for (const Package package : {Ntp, TimeSync}) {
-        if (packageAvailable(package))
+        if (isAvailable(package))
             return package;
     }
     return std::nullopt;
@@ -129,7 +126,7 @@ std::optional<bool> PackagesManager::ntpState() const
 {
     const std::optional<Package> package = ntpPackage();
     if (package == Ntp)
-        return QFile::exists(QStringLiteral("/etc/rc2.d/S20ntpd"));
+        return QFile::exists(m_machine->ntpStartLink);
     if (package != TimeSync || !mayRun(QStringLiteral("timedatectl status")))
         return false;
     return timeSyncState(s_statusTimeLimit);
@@ -139,7 +136,7 @@ void PackagesManager::setNtpEnabled(bool on)
 {
     const std::optional<Package> package = ntpPackage();
     if (package == Ntp) {
-        const Data& data = inspectionData(Ntp);
+        const PackageInspectionData& data = m_packages[Ntp];
         run(QStringLiteral("update-rc.d -f %1 %2")
                 .arg(*data.serviceName, QLatin1String(on ? "defaults" : "remove")));
         run(QStringLiteral("%1 %2").arg(*data.initScript, QLatin1String(on ? "start" : "stop")));
@@ -151,9 +148,9 @@ void PackagesManager::setNtpEnabled(bool on)
 
 bool PackagesManager::mayRun(const QString& command) const
 {
-    if (!m_isBoard)
+    if (!m_machine->isBoard)
         logLine(LogLevel::Info) << "Would run" << command << "(doing nothing on desktop)";
-    return m_isBoard;
+    return m_machine->isBoard;
 }
 
 void PackagesManager::run(const QString& command) const

@@ -8,7 +8,13 @@
 #include <QStringList>
 
 #include <array>
+#include <memory>
 #include <optional>
+
+namespace zeltools
+{
+struct Machine;
+}
 
 namespace zeltools::system
 {
@@ -43,9 +49,11 @@ public:
     /// The only manager, created by the first call and never destroyed.
     static PackagesManager& instance();
 
+    /// The result of isAvailable() of the only manager.
+    static bool packageAvailable(Package package);
     /// Whether the package is available. The first result is kept until the process ends, since the
     /// image does not change while the machine runs.
-    static bool packageAvailable(Package package);
+    bool isAvailable(Package package) const;
     /// Whether the conditions hold, checked at each call. The first condition that fails is an Info
     /// line; a configuration file that cannot be opened is a Warning.
     static bool packageAvailable(const PackageInspectionData& data);
@@ -70,17 +78,18 @@ Q_SIGNALS:
     /// Emitted after each setNtpEnabled(), even if nothing has changed.
     void ntpEnabledChanged();
 
-private:
-    friend class TestTimeServices; // clears the kept results, since each test has its own /etc
-
-    PackagesManager();
+protected:
+    /// Constructs a manager for another machine.
+    explicit PackagesManager(const Machine& machine);
     ~PackagesManager() override;
 
+private:
     bool mayRun(const QString& command) const;
     void run(const QString& command) const;
 
-    static std::array<std::optional<bool>, 3> s_availability;
-    bool m_isBoard;
+    const std::unique_ptr<const Machine> m_machine;
+    const std::array<PackageInspectionData, 3> m_packages;
+    mutable std::array<std::optional<bool>, 3> m_availability; // the kept results
 };
 
 } // namespace zeltools::system

@@ -1,101 +1,150 @@
 #include "fakeclock.h"
 #include "support.h"
+#include "support/machines.h"
 #include "system/ntp.h"
 #include "system/packagesmanager.h"
 #include "system/servicemanager.h"
 #include "system/timedatectl_p.h"
 #include "system/timezonehelper.h"
+#include "system/zonedatabase_p.h"
 #include "windowstools.h"
 
 #include <QNetworkDatagram>
 #include <QtTest>
 
+#include <filesystem>
+#include <list>
+
 #include <sched.h>
+#include <signal.h>
+#include <sys/resource.h>
 
 using namespace std::chrono_literals;
 using fakeclock::advance;
+using namespace zeltools::system;
 using zeltools::system::service::Ntp;
 
-namespace zeltools::system
-{
+using Client = support::Opened<Ntp>;
 
-/// Has an /etc, a /usr/share/zel, a zone database and a network of its own, of which the rest of
-/// the machine sees nothing. Commands are those in /etc/bin and the machine's.
+/// The files of the machine are in a folder of each test's own.
 class TestTimeServices : public QObject
 {
     Q_OBJECT
 
-    // In /etc. The packages are looked for anew after it.
-    static void shell(const QString& commands)
-    {
-        const QString prologue = "cd /etc; script() { printf '#!/bin/sh\n[ $1 = status ] || echo "
-                                 "${0##*/} $* >>/etc/ran\n%s' \"$2\" >$1; chmod +x $1; };";
-        QCOMPARE(QProcess::execute("/bin/sh", {"-ec", prologue + commands}), 0);
-        PackagesManager::s_availability = {};
-    }
-
     const QHostAddress m_unreachable{"192.0.2.1"};
     support::LineRecorder m_recorder;
+    bool m_hasNetwork = false;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    zeltools::Machine m_machine;
+    std::list<support::Opened<PackagesManager>> m_packages; // the last is that of the test
+    QStringList m_commands;
+
+    static void write(const QString& file, const QByteArray& content = {})
+    {
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+        support::writeFile(file, content);
+    }
+    void writeTimedatectl(const QByteArray& script) const
+    {
+        write(m_folder->filePath("timedatectl"), "#!/bin/sh\n" + script);
+        QFile::setPermissions(m_folder->filePath("timedatectl"), QFile::ReadUser | QFile::ExeUser);
+    }
+    /// Keeps the command and, except for the exit code, does to the files what the machine would
+    /// do.
+    bool run(const QString& command)
+    {
+        m_commands += QString(command).remove(m_folder->path());
+        if (command.endsWith("defaults"))
+            write(m_machine.ntpStartLink);
+        else if (command.endsWith("remove"))
+            QFile::remove(m_machine.ntpStartLink);
+        else if (command.contains("set-ntp"))
+            writeTimedatectl(command.endsWith("true") ? "echo NTP service: active; exit 3" : "");
+        if (!command.startsWith("ln "))
+            return false;
+        const bool isDone = QProcess::execute("/bin/sh", {"-c", command}) == 0;
+        qputenv("TZ", QFile::symLinkTarget(m_machine.localTimeFile).toUtf8().right(12));
+        return isDone;
+    }
+    Client* client(const QHostAddress& server)
+    {
+        return new Client(server, m_packages.back(), m_machine);
+    }
 
 private Q_SLOTS:
     void initTestCase()
     {
-        if (::unshare(CLONE_NEWNS | CLONE_NEWNET) != 0)
-            QSKIP("needs namespaces of mounts and network", SkipAll);
-        shell("mount --make-rprivate /; mount -t tmpfs none /etc; mkdir /etc/kept;"
-              "mount --bind /usr/share/zoneinfo /etc/kept; mount -t tmpfs none /usr/share;"
-              "mkdir /usr/share/zel /usr/share/zoneinfo; ip link set lo up;"
-              "mount --move /etc/kept /usr/share/zoneinfo");
-        qputenv("PATH", "/etc/bin:" + qgetenv("PATH"));
-        qunsetenv("TZ");
+        m_hasNetwork = ::unshare(CLONE_NEWNET) == 0 &&
+                       QProcess::execute("ip", {"link", "set", "lo", "up"}) == 0;
     }
     void init()
     {
-        shell("mount -t tmpfs none /etc; mount -t tmpfs none /usr/share/zel; cd /etc;"
-              "mkdir bin init.d systemd rc2.d");
-        PackagesManager::instance().m_isBoard = true;
+        if (!m_hasNetwork && qstrncmp(QTest::currentTestFunction(), "client", 6) == 0)
+            QSKIP("needs a network of its own");
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_machine = support::machine(true);
+        for (QString* file :
+             {&m_machine.zoneInfoDir, &m_machine.localTimeFile, &m_machine.timeZoneFile,
+              &m_machine.ntpConfigurationFile, &m_machine.ntpInitScript, &m_machine.ntpStartLink,
+              &m_machine.timeSyncConfigurationFile, &m_machine.ntpStateFile})
+            file->prepend(m_folder->path());
+        m_packages.emplace_back(m_machine);
+        writeTimedatectl("");
+        write(m_machine.ntpStateFile);
+        qputenv("PATH", m_folder->path().toUtf8() + ":/usr/sbin:/usr/bin:/sbin:/bin");
+        m_commands.clear();
+        WindowsTools::setCommandRunner([this](const QString& command, const QString&, int* code) {
+            *code = 3;
+            return run(command);
+        });
         m_recorder.take();
     }
+    void cleanup() { WindowsTools::setCommandRunner({}); }
 
+    void switchesThePackage_data()
+    {
+        QTest::addColumn<QByteArray>("configuration"); // of the package ntp
+        QTest::addColumn<QString>("commands");         // off as it is, on and off
+        const QString bySync = "timedatectl set-ntp false|timedatectl set-ntp true|"
+                               "timedatectl set-ntp false";
+        QTest::newRow("ntp") << QByteArray("x\n server 0.pool.ntp.org iburst")
+                             << "update-rc.d -f ntpd remove|/etc/init.d/ntpd stop|"
+                                "update-rc.d -f ntpd defaults|/etc/init.d/ntpd start|"
+                                "update-rc.d -f ntpd remove|/etc/init.d/ntpd stop";
+        QTest::newRow("ntp with another server") << QByteArray("server pool.ntp.org\n") << bySync;
+        QTest::newRow("no ntp") << QByteArray() << bySync;
+    }
     void switchesThePackage()
     {
-        const auto ran = [this](const QString& image) { // off, as it is, then on and off again
-            init();
-            shell(image);
-            Ntp ntp(QHostAddress::LocalHost);
-            const QSignalSpy changes(&ntp, &Service::enableChanged);
-            for (const bool isOn : {true, false}) {
-                ntp.enable(isOn);
-                QTest::qCompare(ntp.enabled(), isOn, "enabled()", "isOn", __FILE__, __LINE__);
-            }
-            PackagesManager::instance().m_isBoard = false;
-            ntp.enable(true); // runs nothing on the desktop
-            ntp.enabled();
-            const QString messages = m_recorder.takeMessages().join("");
-            return support::readFile("/etc/ran") + char('0' + messages.count("with exit code 3")) +
-                   char('0' + changes.size()) + char('0' + messages.count("Would run"));
-        };
-        const QString ntp =
-            "script bin/update-rc.d '[ $3 = defaults ] && touch /etc/rc2.d/S20ntpd ||"
-            "rm -f /etc/rc2.d/*'; script init.d/ntpd 'exit 3';"
-            "printf 'x\n server 0.pool.ntp.org iburst' >ntp.conf;";
-        const QString sync =
-            ">systemd/timesyncd.conf; script bin/timedatectl '[ $1 = status ] || echo"
-            " $2 >$0.on; ! grep -q true $0.on || echo NTP service: active; exit 3';";
-        const QByteArray bySync = "timedatectl set-ntp false\ntimedatectl set-ntp true\n"
-                                  "timedatectl set-ntp false\n332";
-        QCOMPARE(ran(ntp + sync), "update-rc.d -f ntpd remove\nntpd stop\n"
-                                  "update-rc.d -f ntpd defaults\nntpd start\n"
-                                  "update-rc.d -f ntpd remove\nntpd stop\n332");
-        QCOMPARE(ran(sync), bySync);
-        QCOMPARE(ran(ntp + sync + "echo server pool.ntp.org >ntp.conf"), bySync);
+        QFETCH(QByteArray, configuration);
+        write(m_machine.timeSyncConfigurationFile);
+        if (!configuration.isEmpty()) {
+            write(m_machine.ntpInitScript);
+            write(m_machine.ntpConfigurationFile, configuration);
+        }
+        Client ntp(m_unreachable, m_packages.back(), m_machine);
+        const QSignalSpy changes(&ntp, &Service::enableChanged);
+        for (const bool isOn : {true, false}) {
+            ntp.enable(isOn);
+            QCOMPARE(ntp.enabled(), isOn);
+        }
+        QCOMPARE(changes.size(), 2);
+        QTEST(m_commands.join('|'), "commands");
+        QCOMPARE(m_recorder.takeMessages().filter("with exit code 3").size(), m_commands.size());
+
+        m_machine.isBoard = false;
+        support::Opened<PackagesManager> desktop(m_machine);
+        desktop.setNtpEnabled(true);
+        QVERIFY(!desktop.ntpEnabled());
+        QCOMPARE(m_recorder.takeMessages().filter("Would run").size(), 2);
+        QTEST(m_commands.join('|'), "commands");
     }
 
     void doesNotWaitForeverForTimedatectl()
     {
-        shell("script bin/timedatectl 'echo NTP service: active; exec sleep 300'");
+        writeTimedatectl("echo NTP service: active; exec sleep 300");
         QVERIFY(!timeSyncState(500ms));
-        shell("script bin/timedatectl 'exec yes NTP service: active'");
+        writeTimedatectl("exec yes NTP service: active");
         QVERIFY(!timeSyncState(10min));
         const support::EnvironmentGuard path("PATH", ""); // now there is none
         QVERIFY(!timeSyncState(10min));
@@ -103,30 +152,38 @@ private Q_SLOTS:
         QCOMPARE(m_recorder.takeMessages().filter(line).size(), 3);
     }
 
-    void remembersWhetherTheClientIsOn()
+    void clientRemembersWhetherItIsOn()
     {
-        for (const bool isOn : {true, false}) {
-            Ntp(m_unreachable).enable(isOn);
-            QCOMPARE(Ntp(m_unreachable).enabled(), isOn);
+        const auto isOn = [this] { return std::unique_ptr<Ntp>(client(m_unreachable))->enabled(); };
+        const auto enable = [this](bool on) {
+            std::unique_ptr<Ntp>(client(m_unreachable))->enable(on);
+        };
+        for (const bool on : {true, false}) {
+            enable(on);
+            QCOMPARE(isOn(), on);
         }
-        shell("echo 1 >/usr/share/zel/ntp"); // not by this client
-        QVERIFY(!Ntp(m_unreachable).enabled());
+        write(m_machine.ntpStateFile, "1\n"); // not from this client
+        QVERIFY(!isOn());
 
-        shell("cd /usr/share/zel; printf 1 >ntp; ln ntp kept");
-        QVERIFY(Ntp(m_unreachable).enabled());
-        shell("[ /usr/share/zel/ntp -ef /usr/share/zel/kept ];" // was not written
-              "mount -t tmpfs -o nr_inodes=2 none /usr/share/zel; printf 1 >/usr/share/zel/ntp");
-        m_recorder.take();
-        Ntp(m_unreachable).enable(false);
-        QCOMPARE(m_recorder.takeMessages().filter("No space left on device").size(), 1);
-        QVERIFY(Ntp(m_unreachable).enabled());
+        write(m_machine.ntpStateFile, "1");
+        const std::filesystem::path file(m_machine.ntpStateFile.toStdString());
+        std::filesystem::create_hard_link(file, file.string() + ".kept");
+        QVERIFY(isOn());
+        QCOMPARE(std::filesystem::hard_link_count(file), 2U); // was not written
+        const rlimit none{0, RLIM_INFINITY}, unlimited{RLIM_INFINITY, RLIM_INFINITY};
+        ::signal(SIGXFSZ, SIG_IGN); // so that a write fails as on a full disk
+        QVERIFY(::setrlimit(RLIMIT_FSIZE, &none) == 0);
+        enable(false);
+        QVERIFY(::setrlimit(RLIMIT_FSIZE, &unlimited) == 0);
+        QCOMPARE(m_recorder.takeMessages().filter("File too large").size(), 1);
+        QVERIFY(isOn());
     }
 
-    void asksEveryHourAndHears()
+    void clientAsksEveryHour()
     {
         QUdpSocket peer;
         QVERIFY(peer.bind(QHostAddress::LocalHost, 123));
-        Ntp ntp(QHostAddress::LocalHost);
+        Client ntp(QHostAddress::LocalHost, m_packages.back(), m_machine);
         QStringList times;
         connect(&ntp, &Ntp::currentTime, [&](auto time) { times += time.toString(Qt::ISODate); });
         ntp.refresh(); // not yet
@@ -156,12 +213,12 @@ private Q_SLOTS:
         QVERIFY(!peer.hasPendingDatagrams());
     }
 
-    void isManagedAndRetriesFourTimes()
+    void clientIsManagedAndRetriesFourTimes()
     {
         ServiceManager& services = ServiceManager::instance();
         QVERIFY(support::throws<std::out_of_range>([&] { services.refresh(Service::Ntp); }));
-        services.add(std::make_unique<Ntp>(m_unreachable));
-        const QPointer<Ntp> second = new Ntp(m_unreachable);
+        services.add(std::unique_ptr<Service>(client(m_unreachable)));
+        const QPointer<Ntp> second = client(m_unreachable);
         services.add(std::unique_ptr<Service>(second));
         QVERIFY(!second);
 
@@ -183,11 +240,11 @@ private Q_SLOTS:
         QCOMPARE(failures(5min), 1);
     }
 
-    void mayBeDeletedByItsListener()
+    void clientMayBeDeletedByItsListener()
     {
         QUdpSocket peer;
         QVERIFY(peer.bind(QHostAddress::LocalHost, 123));
-        QPointer<Ntp> ntp = new Ntp(QHostAddress::LocalHost);
+        QPointer<Ntp> ntp = client(QHostAddress::LocalHost);
         connect(ntp, &Ntp::currentTime, [&] { delete ntp; });
         ntp->enable(true);
         QTRY_VERIFY(peer.hasPendingDatagrams());
@@ -196,16 +253,17 @@ private Q_SLOTS:
         advance(0s);
     }
 
-    void hearsARealServer()
+    void clientHearsARealServer()
     {
         if (!QFile::exists(CHRONYD))
             QSKIP("needs chrony, which ./dev test fetches", SkipAll);
-        shell("echo root:x:0:0::/: >passwd;"
-              "printf 'local stratum 1\nallow\ncmdport 0\npidfile /etc/pid' >chrony.conf");
+        const QString configuration = m_folder->filePath("chrony.conf");
+        write(configuration,
+              "local stratum 1\nallow\ncmdport 0\npidfile " + m_folder->filePath("pid").toUtf8());
         QProcess server;
         // -x: it must not touch the clock of the machine
-        server.start(CHRONYD, {"-d", "-x", "-u", "root", "-f", "/etc/chrony.conf"});
-        Ntp ntp(QHostAddress::LocalHost);
+        server.start(CHRONYD, {"-d", "-x", "-u", "root", "-f", configuration});
+        Client ntp(QHostAddress::LocalHost, m_packages.back(), m_machine);
         const QSignalSpy times(&ntp, &Ntp::currentTime);
         ntp.enable(true);
         QTRY_VERIFY_WITH_TIMEOUT((ntp.refresh(), !times.isEmpty()), 30000);
@@ -216,56 +274,70 @@ private Q_SLOTS:
     void listsTimeZones()
     {
         QVERIFY(TimeZoneHelper::timeZones().size() > 300);
-        shell("mount -t tmpfs none /usr/share/zoneinfo; cd /usr/share/zoneinfo; mkdir -p Asia Mars"
-              " Europe/London America/Argentina; touch UTC Europe/Rome Europe/Athens Asia/Tokyo"
-              " America/Argentina/Salta Mars/Olympus; cd Europe; ln -s Rome Paris; ln -s x Berlin");
-        const TimeZoneHelper helper;
-        QStringList found = TimeZoneHelper::timeZones() + helper.areas() +
-                            helper.locations("Europe") + helper.locations("europe");
-        shell("umount /usr/share/zoneinfo");
+        const QDir zones(m_machine.zoneInfoDir);
+        for (const char* file : {"UTC", "Europe/Rome", "Europe/Athens", "Asia/Tokyo",
+                                 "America/Argentina/Salta", "Mars/Olympus"})
+            write(zones.filePath(file));
+        QVERIFY(zones.mkpath("Europe/London") &&
+                QFile::link("Rome", zones.filePath("Europe/Paris")));
+        QVERIFY(QFile::link("nowhere", zones.filePath("Europe/Berlin")));
         const support::EnvironmentGuard guard("TZ", "<-0330>3:30");
-        found += QString::number(helper.timeZoneOffset().count());
-        found += helper.area("America/Argentina/Salta") + helper.location("UTC");
+        const support::Opened<TimeZoneHelper> helper(m_machine, m_packages.back());
+        const QStringList found =
+            ZoneDatabase(m_machine).timeZones() + helper.areas() + helper.locations("Europe") +
+            helper.locations("europe") +
+            QStringList{QString::number(helper.timeZoneOffset().count()),
+                        helper.area("America/Argentina/Salta"), helper.location("UTC")};
         QCOMPARE(found.join(' '), "Asia/Tokyo Europe/Athens Europe/Paris Europe/Rome Asia Europe "
-                                  "Athens Paris Rome -3 ");
+                                  "Athens Paris Rome -3  ");
     }
 
+    void switchesTheTimeZone_data()
+    {
+        QTest::addColumn<QString>("zone");
+        QTest::addColumn<QString>("outcome"); // commands, the last line and how many signals
+        const QString to = R"(Changed Timezone from "Africa/Tunis" offset: 1 into "Asia/Kolkata" )";
+        QTest::newRow("links") << "Asia/Kolkata"
+                               << "ln -fs /usr/share/zoneinfo/Asia/Kolkata /etc/localtime|echo "
+                                  "\"Asia/Kolkata\" > /etc/timezone|" +
+                                      to + "offset: 5|1";
+        QTest::newRow("timesyncd, fails")
+            << "Asia/Kolkata"
+            << "timedatectl set-timezone Asia/Kolkata|" + to + "offset: 1|1";
+        QTest::newRow("current") << "Africa/Tunis"
+                                 << "|0";
+        for (const char* zone :
+             {"Mars/Olympus", "Europe", "../zoneinfo/Asia/Kolkata", "$(reboot)", "localtime"})
+            QTest::newRow(zone)
+                << zone
+                << QString("Not existing zone info file: /usr/share/zoneinfo/%1|0").arg(zone);
+        QTest::newRow("no tzdata")
+            << "Asia/Kolkata"
+            << "Missing tzdata package! Basalt does not support timezones!|0";
+    }
     void switchesTheTimeZone()
     {
-        QString done; // commands, the last line and how many signals
-        const auto outcome = [&](const QString& zone, const QString& fault = ":") {
-            init();
-            shell("ln -s /usr/share/zoneinfo/Africa/Tunis localtime;" + fault);
-            TimeZoneHelper helper;
-            const QSignalSpy changes(&helper, &TimeZoneHelper::currentTimeZoneChanged);
-            helper.setCurrentTimeZone(zone);
-            done += m_recorder.takeMessages().join("").section("const QString&) ", 1);
-            return std::exchange(done, {}) + QString("|%1").arg(changes.size());
-        };
-        WindowsTools::setCommandRunner([&](const QString& command, const QString&, int*) {
-            done += command + '|';
-            return QProcess::execute("/bin/sh", {"-c", command}) == 0;
-        });
-        const QString to = R"(Changed Timezone from "Africa/Tunis" offset: 1 into "Asia/Kolkata" )";
-        const QString links = "ln -fs /usr/share/zoneinfo/Asia/Kolkata /etc/localtime|echo "
-                              "\"Asia/Kolkata\" > /etc/timezone|" +
-                              to;
-        QCOMPARE(outcome("Asia/Kolkata"), links + "offset: 5|1");
-        QCOMPARE(outcome("Asia/Kolkata", "mount -o remount,ro /etc"), links + "offset: 1|1");
-        QCOMPARE(outcome("Asia/Kolkata", ">systemd/timesyncd.conf; script bin/timedatectl false"),
-                 "timedatectl set-timezone Asia/Kolkata|" + to + "offset: 1|1");
-        QCOMPARE(outcome("Africa/Tunis"), "|0");
-        for (const char* zone :
-             {"Mars/Olympus", "Europe", "../zoneinfo/Europe/Rome", "$(reboot)", "localtime"})
-            QCOMPARE(outcome(zone),
-                     QString("Not existing zone info file: /usr/share/zoneinfo/%1|0").arg(zone));
-        QVERIFY(outcome("Europe/Rome", "rm localtime")
-                    .endsWith("Missing tzdata package! Basalt does not support timezones!|0"));
-        WindowsTools::setCommandRunner({});
+        QFETCH(QString, zone);
+        const QByteArray row = QTest::currentDataTag();
+        const QDir zones(m_machine.zoneInfoDir);
+        write(m_machine.localTimeFile); // and its folder
+        QVERIFY(QFile::remove(m_machine.localTimeFile));
+        for (const char* file : {"Africa/Tunis", "Asia/Kolkata", "Europe/Rome", "$(reboot)"})
+            write(zones.filePath(file));
+        QVERIFY(QFile::link(m_machine.localTimeFile, zones.filePath("localtime")));
+        if (row != "no tzdata")
+            QVERIFY(QFile::link(zones.filePath("Africa/Tunis"), m_machine.localTimeFile));
+        if (row.startsWith("timesyncd"))
+            write(m_machine.timeSyncConfigurationFile);
+        const support::EnvironmentGuard guard("TZ", "Africa/Tunis");
+        support::Opened<TimeZoneHelper> helper(m_machine, m_packages.back());
+        const QSignalSpy changes(&helper, &TimeZoneHelper::currentTimeZoneChanged);
+        helper.setCurrentTimeZone(zone);
+        m_commands += m_recorder.takeMessages().join("").section("const QString&) ", 1);
+        const QString outcome = m_commands.join('|').remove(m_folder->path());
+        QTEST(outcome + QString("|%1").arg(changes.size()), "outcome");
     }
 };
 
-} // namespace zeltools::system
-
-QTEST_GUILESS_MAIN(zeltools::system::TestTimeServices)
+QTEST_GUILESS_MAIN(TestTimeServices)
 #include "tst_timeservices.moc"
