@@ -14,7 +14,7 @@ class TestPath : public QObject
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<Path> m_path;
-    bool m_isBoard = false;
+    bool m_isBoard = false; // in this row
 
 private Q_SLOTS:
     void initTestCase_data() { support::addMachineRows(); }

@@ -27,7 +27,6 @@ private Q_SLOTS:
         row("killed by a signal", "kill -9 $$", -1, "4bool WindowsTools::.*killed by signal 9\"");
         row("in its folder, both outputs logged", "touch a; echo; ls; printf b >&2", 0, "0a0b");
         row("a long line is cut, not its characters", "printf %04095d€", 0, "00{4095}0€");
-        row("silent in the background", "sleep 300 & echo $! >pid", 0, "");
         row("printing blank lines in the background", "yes '' & echo $! >pid", 0, "");
         row("overdue, deaf, with a child", "trap '' TERM; sleep 300 & echo $! >pid; wait", -1,
             ".*");
