@@ -31,12 +31,6 @@ class TestDiagnostics : public QObject
 
     static int threads() { return QDir("/proc/self/task").entryList(QDir::Dirs).size(); }
     static System::Command shell(const QString& script) { return {"/bin/sh", {"-c", script}}; }
-    Q_NEVER_INLINE static int overflow(int depth)
-    {
-        volatile char space[1024];
-        space[depth % 1024] = 1; // at any place, or the compiler leaves the array out
-        return depth < 0 ? 0 : overflow(depth + 1) + space[depth % 1024];
-    }
 
 public:
     /// What the test does as its own child. It has a child of its own, which must end too.
@@ -60,13 +54,6 @@ public:
             crash_simulator::CrashSimulator(nullptr).simulateApplicationCrash();
         if (how == "abort")
             std::abort();
-        if (how == "overflow")
-            overflow(0);
-    }
-    Q_NEVER_INLINE QStringList printHere()
-    {
-        WindowsTools::printCallStack();
-        return m_recorder.takeMessages();
     }
 
 private Q_SLOTS:
@@ -139,7 +126,6 @@ private Q_SLOTS:
         const QByteArray rest(LineCutter::longestLine_B - 2, 'b');
         QVERIFY(cutter.cut(rest).isEmpty());
         QCOMPARE(cutter.cut("b"), QStringList(QString('b' + rest + 'b')));
-        QCOMPARE(cutter.cut("c\n"), QStringList("c"));
     }
 
     void runs_data()
@@ -216,7 +202,6 @@ private Q_SLOTS:
         QTest::newRow("name") << 1 << "Can't query logFileName if logging is not.*m_logFile";
         QTest::newRow("read") << SIGSEGV << "SIGSEGV\n.*simulateApplicationCrash.*end.*main";
         QTest::newRow("abort") << SIGABRT << "SIGABRT\n.*abort.*end.*main";
-        QTest::newRow("overflow") << SIGSEGV << "SIGSEGV\n.*(\n[^\n]*tst_diagnostics[^\n]*){9}";
         QTest::newRow("shutdown") << 0 << "Stopping dmesg process";
     }
     void ends()
@@ -244,11 +229,11 @@ private Q_SLOTS:
 
     void printsTheCallStack()
     {
-        const QStringList lines = printHere();
+        WindowsTools::printCallStack();
+        const QString lines = m_recorder.takeMessages().join('|');
         const QRegularExpression here(
-            R"(^#0 TestDiagnostics::printHere\(\)\+0x\w+ \(tst_diagnostics\+0x\w+\)\n.*#\d+ main\+0x)",
-            QRegularExpression::DotMatchesEverythingOption);
-        QVERIFY2(lines.join('\n').contains(here), qPrintable(lines.join('\n')));
+            R"(^#0 TestDiagnostics::printsTheCallStack\(\)\+0x\w+ \(tst_diagnostics\+0x\w+\)\|.*\|#\d+ main\+0x)");
+        QVERIFY2(lines.contains(here), qPrintable(lines));
     }
 
     void stallsThreads() // the last test, since the threads stay

@@ -5,8 +5,6 @@
 
 #include <QtTest>
 
-#include <filesystem>
-
 /// Runs every test as the desktop and as the board, in a folder of its own.
 class TestPath : public QObject
 {
@@ -71,11 +69,8 @@ private Q_SLOTS:
     void copiesTheBusConfiguration()
     {
         support::writeFile("bus.conf", "old");
-        std::filesystem::create_hard_link("bus.conf", "kept");
         m_path->copyDbusConfigFile(); // the source is missing
-        support::writeFile("app/bin/dbus/zel.conf", "old");
-        m_path->copyDbusConfigFile();
-        QCOMPARE(std::filesystem::hard_link_count("bus.conf"), 2U); // was not written
+        QCOMPARE(support::readFile("bus.conf"), QByteArray("old"));
         support::writeFile("app/bin/dbus/zel.conf", "new");
         m_path->copyDbusConfigFile();
         QCOMPARE(support::readFile("bus.conf"), QByteArray(m_isBoard ? "new" : "old"));

@@ -2,7 +2,6 @@
 #include "dimensions.h"
 #include "filereader.h"
 #include "imagevalidator.h"
-#include "qobjectdeleter.h"
 #include "random.h"
 #include "storage_p.h"
 #include "support.h"
@@ -62,17 +61,16 @@ private Q_SLOTS:
         QCOMPARE(messages.filter("Failed to open file \"/\" for sync").size(), 1);
     }
 
-    void looksAtFiles()
+    void readsFiles()
     {
         const QTemporaryDir dir;
-        const QString path = dir.filePath("a.txt");
-        support::writeFile(path, "one\r\n\ntwo \n");
+        support::writeFile(dir.filePath("a.txt"), "one\r\n\ntwo \n");
         s_synced.clear();
-        System::syncFile(path);
+        System::syncFile(dir.filePath("a.txt"));
         delete new System::FileSystemSyncer;
         QCOMPARE(s_synced.size(), platform::isBoard ? 2 : 0);
         QVERIFY(zeltools::FileReader().fileContent("/proc/self/mem").isNull()); // no read succeeds
-        QCOMPARE(zeltools::FileReader().fileContent(path), QString("one\r\n\ntwo \n"));
+        QCOMPARE(zeltools::FileReader().fileContent(dir.filePath("a.txt")), "one\r\n\ntwo \n");
         QVERIFY(System::filenameAlreadyExists("a.txt", dir.path()));
         QVERIFY(System::folderExists(dir.path()) && !System::fileExists(dir.path()));
     }
@@ -97,17 +95,6 @@ private Q_SLOTS:
         other.join();
         QVERIFY(utils::randomGenerator() == expected); // no draw was lost to the other thread
         QVERIFY(!tools::AccessToken().match(tools::AccessToken()));
-    }
-
-    void deletesObjects()
-    {
-        QPointer<QObject> now = new QObject, later = new QObject;
-        std::make_unique<QObjectDeleter>(later, true);
-        const QObjectDeleter tooLate(now, false);
-        std::make_unique<QObjectDeleter>(now, false);
-        QVERIFY(!now && later);
-        QCoreApplication::sendPostedEvents(later, QEvent::DeferredDelete);
-        QVERIFY(!later);
     }
 };
 

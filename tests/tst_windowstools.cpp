@@ -5,8 +5,6 @@
 
 #include <QtTest>
 
-#include <thread>
-
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
@@ -56,18 +54,6 @@ private Q_SLOTS:
         QTRY_VERIFY(::waitpid(process, nullptr, WNOHANG) != 0); // 0 is one that still runs
     }
 
-    void runsInThreadsWithoutEventLoop()
-    {
-        support::LineRecorder recorder;
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 8; ++i)
-            threads.emplace_back([] { WindowsTools::runCommands({"echo a", "echo a", "echo a"}); });
-        for (std::thread& thread : threads)
-            thread.join();
-        QCOMPARE(recorder.takeMessages().join(""), QString(24, 'a'));
-        QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1); // no child is left, not even a zombie
-    }
-
     void replacesTheShell()
     {
         QString calls;
@@ -79,13 +65,6 @@ private Q_SLOTS:
         QCOMPARE(calls, QString("/in/good/in/bad"));
         // Back in the shell: there is no such folder.
         QVERIFY(WindowsTools::setCommandRunner({}) && !WindowsTools::runCommand("true", "/in/"));
-    }
-
-    void changesTheEnvironment()
-    {
-        QVERIFY(WindowsTools::setEnv("CAFFÈ", "a=b") && WindowsTools::setEnv("CAFFÈ", "€"));
-        QCOMPARE(qgetenv("CAFFÈ"), QByteArray("€"));
-        QVERIFY(WindowsTools::unsetEnv("CAFFÈ") && !qEnvironmentVariableIsSet("CAFFÈ"));
     }
 };
 

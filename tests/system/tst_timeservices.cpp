@@ -43,11 +43,6 @@ class TestTimeServices : public QObject
         QVERIFY(QDir().mkpath(QFileInfo(file).path()));
         support::writeFile(file, content);
     }
-    void writeTimedatectl(const QByteArray& script) const
-    {
-        write(m_folder->filePath("timedatectl"), "#!/bin/sh\n" + script);
-        QFile::setPermissions(m_folder->filePath("timedatectl"), QFile::ReadUser | QFile::ExeUser);
-    }
     auto client(const QHostAddress& server)
     {
         return std::make_unique<support::Opened<Ntp>>(server, m_packages.back(), m_machine);
@@ -58,6 +53,8 @@ private Q_SLOTS:
     {
         m_hasNetwork = ::unshare(CLONE_NEWNET) == 0 &&
                        QProcess::execute("ip", {"link", "set", "lo", "up"}) == 0;
+        const QFileInfo timedatectl(QFINDTESTDATA("timedatectl"));
+        qputenv("PATH", timedatectl.path().toUtf8() + ':' + qgetenv("PATH"));
     }
     void init()
     {
@@ -71,7 +68,6 @@ private Q_SLOTS:
               &m_machine.timeSyncConfigurationFile, &m_machine.ntpStateFile})
             file->prepend(m_folder->path());
         m_packages.emplace_back(m_machine);
-        qputenv("PATH", m_folder->path().toUtf8() + ":/usr/sbin:/usr/bin:/sbin:/bin");
         WindowsTools::setCommandRunner([this](QString command, const QString&, int* exitCode) {
             m_commands += command.remove(m_folder->path());
             if (command.startsWith("ln "))
@@ -96,7 +92,7 @@ private Q_SLOTS:
     void switchesThePackage()
     {
         QFETCH(QByteArray, configuration);
-        writeTimedatectl("echo NTP service: active; exit 3");
+        qputenv("TIMEDATECTL", "echo NTP service: active; exit 3");
         for (const QString& file :
              {m_machine.ntpInitScript, m_machine.ntpStartLink, m_machine.timeSyncConfigurationFile})
             write(file);
@@ -105,7 +101,7 @@ private Q_SLOTS:
         const QSignalSpy changes(ntp.get(), &Service::enableChanged);
         QVERIFY(ntp->enabled());
         ntp->enable(false);
-        writeTimedatectl("");
+        qputenv("TIMEDATECTL", "");
         QVERIFY(QFile::remove(m_machine.ntpStartLink) && !ntp->enabled());
         QCOMPARE(changes.size(), 1);
         QCOMPARE(m_recorder.takeMessages().filter("with exit code 3").size(), m_commands.size());
@@ -120,9 +116,9 @@ private Q_SLOTS:
 
     void doesNotWaitForeverForTimedatectl()
     {
-        writeTimedatectl("echo NTP service: active; exec sleep 300");
+        qputenv("TIMEDATECTL", "echo NTP service: active; exec sleep 300");
         QVERIFY(!timeSyncState(500ms));
-        writeTimedatectl("exec yes NTP service: active");
+        qputenv("TIMEDATECTL", "exec yes NTP service: active");
         QVERIFY(!timeSyncState(10min));
         const support::EnvironmentGuard path("PATH", ""); // now there is none
         QVERIFY(!timeSyncState(10min));
@@ -214,41 +210,25 @@ private Q_SLOTS:
         QCOMPARE(failures(5min), 1);
     }
 
-    void clientMayBeDeletedByItsListener()
-    {
-        QUdpSocket peer;
-        QVERIFY(peer.bind(QHostAddress::LocalHost, 123));
-        QPointer<Ntp> ntp = client(QHostAddress::LocalHost).release();
-        connect(ntp, &Ntp::currentTime, [&] { delete ntp; });
-        ntp->enable(true);
-        QTRY_VERIFY(peer.hasPendingDatagrams());
-        peer.writeDatagram(peer.receiveDatagram().makeReply(QByteArray(48, 1)));
-        QTRY_VERIFY(!ntp);
-        advance(0s);
-    }
-
     void findsZones()
     {
         const QDir zones(m_machine.zoneInfoDir);
-        for (const char* file : {"UTC", "Europe/Rome", "Asia/Tokyo", "America/Argentina/Salta",
-                                 "Mars/Olympus", "$(reboot)"})
+        for (const QString file : {"UTC", "Europe/Rome", "Asia/Tokyo", "Mars/Olympus", "$(reboot)"})
             write(zones.filePath(file));
-        QVERIFY(zones.mkpath("Europe/London") &&
-                QFile::link("Rome", zones.filePath("Europe/Paris")));
-        QVERIFY(QFile::link(m_machine.localTimeFile, zones.filePath("localtime")));
         write(m_machine.localTimeFile);
+        QVERIFY(QFile::link("Rome", zones.filePath("Europe/Paris")));
+        QVERIFY(QFile::link(m_machine.localTimeFile, zones.filePath("localtime")));
         const ZoneDatabase database(m_machine);
-        QCOMPARE(database.timeZones().join(' '), "Asia/Tokyo Europe/Paris Europe/Rome");
         for (const char* zone : {"Mars/Olympus", "UTC", "Europe/Paris"})
             QVERIFY2(database.contains(zone), zone);
         for (const char* zone : {"Mars/none", "Asia", "../zoneinfo/UTC", "$(reboot)", "localtime"})
             QVERIFY2(!database.contains(zone), zone);
         const support::EnvironmentGuard guard("TZ", "<-0330>3:30");
         const support::Opened<TimeZoneHelper> helper(m_machine, m_packages.back());
-        QCOMPARE((helper.areas() + helper.locations("Europe") + helper.locations("e")).join(' '),
-                 "Asia Europe Paris Rome");
-        QVERIFY(helper.area("America/Argentina/Salta").isEmpty() &&
-                helper.location("UTC").isEmpty());
+        const QStringList found =
+            database.timeZones() + helper.areas() + helper.locations("Europe");
+        QCOMPARE(found.join(' '), "Asia/Tokyo Europe/Paris Europe/Rome Asia Europe Paris Rome");
+        QCOMPARE(helper.area("America/Argentina/Salta") + helper.location("UTC"), QString());
         QCOMPARE(helper.timeZoneOffset().count(), -3);
     }
 
