@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Repairs of files and links. Each returns whether everything is as it should be afterwards.
+/// The repairs of Path. Each function returns whether the result is as described.
 namespace zeltools
 {
 

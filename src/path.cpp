@@ -26,7 +26,7 @@ struct PathRow
     const char* rest;
 };
 
-// In an order in which each folder comes before the paths that are built from it.
+// Each folder comes before the paths that are built from it.
 constexpr PathRow s_rows[]{
     {&Path::rootDir, &Path::applicationDir, "/../../"},
     {&Path::shareDir, &Path::rootDir, "share/"},
@@ -110,7 +110,7 @@ void Path::init(const QString& applicationDirectory, const QString& videosRoot,
                 const QString& imagesRoot)
 {
     buildPaths(applicationDirectory, videosRoot, imagesRoot);
-    // creditsDir stands twice on purpose: the second look finds the folder.
+    // creditsDir is listed twice on purpose; the second check finds the folder.
     for (const QString& folder :
          {rootDir, configBackupDir, autoConfigBackupDir, eventLogsDir, touchSimulatorDir,
           debugLogsDir, tempDir, touchTestDir, downloadDir, softwareDir, salesDir, creditsDir,

@@ -6,7 +6,8 @@ class QString;
 namespace zeltools
 {
 
-/// Forces data from memory to storage as described at System. On the desktop it forces nothing.
+/// Forces data from memory to storage as System describes. On the desktop it does nothing, apart
+/// from the Error line for a file that cannot be opened.
 class Storage
 {
 public:
@@ -18,7 +19,7 @@ public:
     void sync(QFile& file) const;
     void sync(int fileDescriptor) const;
     void syncAll() const;
-    /// Syncs, then writes the kernel's command into this file, if it can be opened.
+    /// Syncs all, then drops the page cache if this file of the kernel can be opened.
     void dropPageCache(const QString& dropCachesFile) const;
 
 private:

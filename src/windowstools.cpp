@@ -16,7 +16,7 @@ struct ReplacedRunner
     WindowsTools::CommandRunner runner;
 };
 
-// Never destroyed: commands may run until the process ends.
+// The runner is never destroyed, since commands may run until the process ends.
 ReplacedRunner& replacedRunner()
 {
     static auto* replaced = new ReplacedRunner;

@@ -241,9 +241,9 @@ private Q_SLOTS:
         using crash_simulator::CrashSimulator;
         ++m_threads;
         CrashSimulator(nullptr).simulateStallSecondaryThread(); // gone before its thread runs
-        QStringList messages;
-        QTRY_COMPARE((messages += m_recorder.takeMessages()),
-                     QStringList("Sleeping forever in secondary thread !"));
+        QString messages;
+        QTRY_COMPARE((messages += m_recorder.takeMessages().join("")),
+                     QString("Sleeping forever in secondary thread !"));
         std::thread([] { CrashSimulator(nullptr).simulateStallMainThread(); }).join();
         QCOMPARE(m_recorder.takeMessages().join('|'),
                  "void crash_simulator::CrashSimulator::simulateStallMainThread() Not in main "

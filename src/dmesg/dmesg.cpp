@@ -91,7 +91,7 @@ QString Dmesg::logFileName(int index) const
     QMutexLocker locker(&m_mutex);
     if (m_logFile)
         return m_logFile->filename(index);
-    locker.unlock(); // the assertion handler may want the lines
+    locker.unlock(); // the assertion handler may ask for the lines
     releaseAssert(false, "m_logFile", "Can't query logFileName if logging is not enabled", __FILE__,
                   __LINE__);
     return {};
@@ -126,7 +126,7 @@ void Dmesg::onProcessNewLines(const QStringList& lines)
         m_logFile->sync();
 }
 
-// The file opens and logs without the lock: receivers of log lines may ask for the lines.
+// Opens the file and logs without the lock, since receivers of log lines may ask for the lines.
 void Dmesg::initLogFile()
 {
     QMutexLocker locker(&m_mutex);
@@ -170,7 +170,7 @@ void Dmesg::logLine(const QString& line, zeltools::MutexLocker& locker)
     const std::shared_ptr<RotatingLogFile> logFile = m_logFile;
     if (!m_config.logToFile || !logFile)
         return;
-    locker.unlock(); // a receiver of the file's own warning may ask for the lines
+    locker.unlock(); // a receiver of a warning of the file may ask for the lines
     logFile->write(line.toLocal8Bit() + '\n');
     locker.relock();
 }

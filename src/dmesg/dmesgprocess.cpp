@@ -19,7 +19,7 @@ namespace
 constexpr const char* s_startSignature = "void dmesg::DmesgProcess::startSlot()";
 constexpr const char* s_stopSignature = "void dmesg::DmesgProcess::stopSlot()";
 
-// A crash of the application would leave it behind until the kernel prints something.
+// Without it, the child would survive a crash of the application until the kernel prints a line.
 void endWithParent()
 {
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -51,8 +51,8 @@ DmesgProcess::DmesgProcess(std::chrono::milliseconds patience)
             Qt::BlockingQueuedConnection);
     connect(this, &DmesgProcess::stopSignal, this, &DmesgProcess::stopSlot,
             Qt::BlockingQueuedConnection);
-    // Called by the thread at its end, which also works when the application object is gone and no
-    // event is delivered any more.
+    // The thread makes this call at its end. It also works when the application object is gone and
+    // no event is delivered any more.
     connect(
         &m_thread, &QThread::finished, this,
         [this] {
@@ -76,7 +76,7 @@ DmesgProcess::~DmesgProcess()
 void DmesgProcess::start()
 {
     if (QThread::currentThread() == &m_thread)
-        startSlot(); // waiting for itself it would wait for ever
+        startSlot(); // the queued call would wait forever for its own thread
     else
         Q_EMIT startSignal();
 }

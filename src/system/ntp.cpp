@@ -27,7 +27,7 @@ constexpr qint64 s_from1900To1970_s = 2208988800;
 
 constexpr auto s_pollInterval = 1h;
 constexpr auto s_retryInterval = 30s;
-constexpr int s_mostFailures = 5; // with which retrying ends until the next poll
+constexpr int s_mostFailures = 5; // then the client waits for the next poll
 
 } // namespace
 
@@ -79,7 +79,8 @@ void Ntp::load()
 {
     if (m_packages.ntpAvailable()) {
         followPackage();
-        // A system that is slow to answer, at start above all, must not lose its network time.
+        // Without an answer nothing is applied: a system that is slow to answer, especially at
+        // start-up, must not lose its network time.
         if (const std::optional<bool> isEnabled = m_packages.ntpState())
             m_packages.setNtpEnabled(*isEnabled);
         return;
@@ -114,7 +115,7 @@ void Ntp::disableFallback()
     disconnect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
     disconnect(m_socket.data(), &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
     m_pollTimer.stop();
-    m_retries = std::make_unique<QObject>(); // those that are due no longer are
+    m_retries = std::make_unique<QObject>(); // cancels the pending retries
     m_socket->close();
     m_isFallbackEnabled = false;
     m_state->save(m_isFallbackEnabled);
@@ -137,7 +138,7 @@ void Ntp::sendRequest()
 void Ntp::receiveResponse()
 {
     m_failedTransmissions = 0;
-    char response[s_packetSize_B + 1]; // a longer answer is not cut to one of the right size
+    char response[s_packetSize_B + 1]; // so that a longer answer is not cut to the right size
     QHostAddress sender;
     if (m_socket->readDatagram(response, sizeof response, &sender) != s_packetSize_B ||
         !sender.isEqual(m_server, QHostAddress::ConvertV4MappedToIPv4))

@@ -14,7 +14,7 @@ namespace zeltools::system
 namespace
 {
 
-// systemd itself gives up after 25 s on a service that does not answer.
+// systemd itself stops waiting for a service that does not answer after 25 s.
 constexpr std::chrono::seconds s_statusTimeLimit{30};
 
 std::array<PackagesManager::PackageInspectionData, 3> inspectionTable(const Machine& machine)

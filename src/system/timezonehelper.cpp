@@ -11,7 +11,7 @@
 #include <QDir>
 #include <QTimeZone>
 
-// Here, so that a host may declare it as well.
+// Declared in the source, so that a host may declare it as well.
 Q_DECLARE_METATYPE(std::chrono::hours)
 
 namespace zeltools::system
@@ -26,7 +26,7 @@ struct Zone
     QString location;
 };
 
-// Both empty unless the name has exactly two parts.
+// Both parts are empty unless the name has exactly two.
 Zone zoneOf(const QString& timeZone)
 {
     const QStringList parts = timeZone.split(QDir::separator());
