@@ -4,7 +4,6 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/zelassert.h"
-#include "machine.h"
 
 #include <QDir>
 
@@ -92,7 +91,7 @@ Path::Path()
 }
 
 Path::Path(const zeltools::Machine& machine)
-    : m_machine(std::make_unique<const zeltools::Machine>(machine))
+    : m_machine(machine)
 {
     if (path == nullptr)
         path = this;
@@ -132,10 +131,10 @@ void Path::buildPaths(const QString& applicationDirectory, const QString& videos
     defaultVideosDir = videosDir + QStringLiteral("defaultVideos/");
     imagesDir = orShareDir(imagesRoot) + QStringLiteral("res/images/");
     defaultImagesDir = imagesDir + QStringLiteral("defaultImages/");
-    gpioDir = m_machine->gpioDir;
-    bootReasonFile = m_machine->bootReasonFile;
-    const bool hasCanTestDir = QDir(m_machine->canTestDir).exists();
-    canTestDir = hasCanTestDir ? m_machine->canTestDir + QLatin1Char('/')
+    gpioDir = m_machine.gpioDir;
+    bootReasonFile = m_machine.bootReasonFile;
+    const bool hasCanTestDir = QDir(m_machine.canTestDir).exists();
+    canTestDir = hasCanTestDir ? m_machine.canTestDir + QLatin1Char('/')
                                : shareDir + QStringLiteral("cantest/");
 }
 
@@ -148,7 +147,7 @@ bool Path::fixKestrelPermanentFilesLink()
 bool Path::fixMachineDataLink()
 {
     const QString link = applicationDir + QStringLiteral("/databases/machine");
-    if (!m_machine->isBoard || zeltools::repairLink(link, machineDir))
+    if (!m_machine.isBoard || zeltools::repairLink(link, machineDir))
         return true;
     LogFormatter(LogLevel::Error).log(Log::Global)
         << "bool Path::fixMachineDataLink()"
@@ -158,7 +157,7 @@ bool Path::fixMachineDataLink()
 
 bool Path::fixDefaultVideosPath()
 {
-    if (!m_machine->isBoard || QDir(defaultVideosDir).exists())
+    if (!m_machine.isBoard || QDir(defaultVideosDir).exists())
         return true;
     const QString folder = resDir + QStringLiteral("videos/defaultVideos/");
     if (!QDir().mkpath(folder)) {
@@ -173,8 +172,8 @@ bool Path::fixDefaultVideosPath()
 void Path::copyDbusConfigFile()
 {
     const QString source = applicationDir + QStringLiteral("/dbus/zel.conf");
-    const QString& target = m_machine->dbusConfigurationFile;
-    if (m_machine->isBoard && !zeltools::copyIfChanged(source, target))
+    const QString& target = m_machine.dbusConfigurationFile;
+    if (m_machine.isBoard && !zeltools::copyIfChanged(source, target))
         LogFormatter(LogLevel::Error).log(Log::Global)
             << "void Path::copyDbusConfigFile()"
             << "Failed to copy" << source << "to" << target;
@@ -182,7 +181,7 @@ void Path::copyDbusConfigFile()
 
 bool Path::deleteFileOrFolder(const QString& fileOrFolder)
 {
-    if (!m_machine->isBoard || zeltools::deleteRecursively(fileOrFolder))
+    if (!m_machine.isBoard || zeltools::deleteRecursively(fileOrFolder))
         return true;
     LogFormatter(LogLevel::Error).log(Log::Global)
         << "bool Path::deleteFileOrFolder(const QString&)"

@@ -1,16 +1,10 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/zeltools_export.h>
 
 #include <QObject>
 #include <QString>
-
-#include <memory>
-
-namespace zeltools
-{
-struct Machine;
-}
 
 /// The process-wide table of the application's folders and files. The host calls init() once at
 /// start-up, before it uses the log manager. The paths are built as text from the application's
@@ -123,5 +117,5 @@ private:
     void buildPaths(const QString& applicationDirectory, const QString& videosRoot,
                     const QString& imagesRoot);
 
-    std::unique_ptr<const zeltools::Machine> m_machine;
+    const zeltools::Machine m_machine;
 };

@@ -4,7 +4,6 @@
 #include "dmesg/releaseassert_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "machine.h"
 #include "path.h"
 
 #include <QFile>

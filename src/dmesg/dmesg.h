@@ -2,6 +2,7 @@
 
 #include <zeltools/dmesg/dmesgprocess.h>
 #include <zeltools/logging/rotatinglogfile.h>
+#include <zeltools/machine.h>
 #include <zeltools/qtversion.h>
 #include <zeltools/system.h>
 
@@ -10,11 +11,6 @@
 #include <QStringList>
 
 #include <memory>
-
-namespace zeltools
-{
-struct Machine;
-}
 
 namespace dmesg
 {

@@ -2,7 +2,6 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "machine.h"
 
 #include <QLocale>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <zeltools/platform.h>
+#include <zeltools/machine.h>
 #include <zeltools/system/timezonehelper.h>
 
 #include <QDateTime>

@@ -2,7 +2,6 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "machine.h"
 #include "system/ntpstate_p.h"
 #include "system/packagesmanager.h"
 

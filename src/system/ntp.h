@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/system/service.h>
 
 #include <QDateTime>
@@ -9,11 +10,6 @@
 #include <QUdpSocket>
 
 #include <memory>
-
-namespace zeltools
-{
-struct Machine;
-}
 
 namespace zeltools::system
 {

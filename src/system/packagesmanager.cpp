@@ -2,7 +2,6 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "machine.h"
 #include "system/timedatectl_p.h"
 #include "windowstools.h"
 
@@ -73,7 +72,7 @@ PackagesManager& PackagesManager::instance()
 }
 
 PackagesManager::PackagesManager(const Machine& machine)
-    : m_machine(std::make_unique<const Machine>(machine))
+    : m_machine(machine)
     , m_packages(inspectionTable(machine))
 {
     qRegisterMetaType<Package>();
@@ -126,7 +125,7 @@ std::optional<bool> PackagesManager::ntpState() const
 {
     const std::optional<Package> package = ntpPackage();
     if (package == Ntp)
-        return QFile::exists(m_machine->ntpStartLink);
+        return QFile::exists(m_machine.ntpStartLink);
     if (package != TimeSync || !mayRun(QStringLiteral("timedatectl status")))
         return false;
     return timeSyncState(s_statusTimeLimit);
@@ -148,9 +147,9 @@ void PackagesManager::setNtpEnabled(bool on)
 
 bool PackagesManager::mayRun(const QString& command) const
 {
-    if (!m_machine->isBoard)
+    if (!m_machine.isBoard)
         logLine(LogLevel::Info) << "Would run" << command << "(doing nothing on desktop)";
-    return m_machine->isBoard;
+    return m_machine.isBoard;
 }
 
 void PackagesManager::run(const QString& command) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/zeltools_export.h>
 
 #include <QMap>
@@ -8,13 +9,7 @@
 #include <QStringList>
 
 #include <array>
-#include <memory>
 #include <optional>
-
-namespace zeltools
-{
-struct Machine;
-}
 
 namespace zeltools::system
 {
@@ -87,7 +82,7 @@ private:
     bool mayRun(const QString& command) const;
     void run(const QString& command) const;
 
-    const std::unique_ptr<const Machine> m_machine;
+    const Machine m_machine;
     const std::array<PackageInspectionData, 3> m_packages;
     mutable std::array<std::optional<bool>, 3> m_availability; // the kept results
 };

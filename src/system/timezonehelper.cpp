@@ -2,7 +2,6 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "machine.h"
 #include "system/packagesmanager.h"
 #include "system/zonedatabase_p.h"
 #include "windowstools.h"

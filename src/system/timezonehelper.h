@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/zeltools_export.h>
 
 #include <QObject>
@@ -7,11 +8,6 @@
 
 #include <chrono>
 #include <memory>
-
-namespace zeltools
-{
-struct Machine;
-}
 
 namespace zeltools::system
 {
