@@ -1,14 +1,11 @@
 #include "path.h"
 
+#include "filerepairs_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/zelassert.h"
-#include <zeltools/platform.h>
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
 
 namespace
 {
@@ -21,53 +18,60 @@ void createFolder(const QString& folder)
         QDir().mkpath(folder);
 }
 
-// Only a link is ever replaced: a folder in its place may hold data.
-[[maybe_unused]] bool repairLink(const QString& link, const QString& folder)
+struct PathRow
 {
-    if (!QDir().mkpath(folder))
-        return false;
-    // Resolved by the system, since a ".." behind a linked folder leads elsewhere than its text.
-    const QString target = QFileInfo(folder).canonicalFilePath();
-    const QFileInfo info(link);
-    if (info.isSymLink()) {
-        if (info.canonicalFilePath() == target)
-            return true;
-        QFile::remove(link);
-    }
-    return QDir().mkpath(info.path()) && QFile::link(target, link);
-}
+    QString Path::*member;
+    QString Path::*folder;
+    const char* rest;
+};
 
-[[maybe_unused]] bool copyIfChanged(const QString& source, const QString& target)
-{
-    QFile from(source);
-    if (!from.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray content = from.readAll();
-    if (from.error() != QFileDevice::NoError)
-        return false; // only a part was read
-    QFile current(target);
-    if (current.open(QIODevice::ReadOnly) && current.readAll() == content)
-        return true;
-    QSaveFile to(target); // forces the copy to storage before it takes the name
-    return to.open(QIODevice::WriteOnly) && to.write(content) == content.size() && to.commit();
-}
-
-[[maybe_unused]] bool deleteRecursively(QString victim)
-{
-    while (victim.endsWith(QLatin1Char('/'))) // "link/" would be the folder behind the link
-        victim.chop(1);
-    const QFileInfo info(victim);
-    const QString name = info.fileName();
-    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
-        return false;
-    if (info.isSymLink())
-        return QFile::remove(victim);
-    if (!info.exists())
-        return true;
-    // By its resolved name, since QDir would take "link/.." for the folder that holds the link.
-    return info.isDir() ? QDir(info.canonicalFilePath()).removeRecursively()
-                        : QFile::remove(victim);
-}
+// Each folder comes before the paths that are built from it.
+constexpr PathRow s_rows[]{
+    {&Path::rootDir, &Path::applicationDir, "/../../"},
+    {&Path::shareDir, &Path::rootDir, "share/"},
+    {&Path::databasesDir, &Path::shareDir, "databases/"},
+    {&Path::configurationsDir, &Path::databasesDir, "configurations/"},
+    {&Path::configBackupDir, &Path::databasesDir, "configbackup/"},
+    {&Path::autoConfigBackupDir, &Path::databasesDir, "autoconfigbackup/"},
+    {&Path::configFactoryDir, &Path::applicationDir, "/databases/configfactory/"},
+    {&Path::autoMachineBackupDir, &Path::databasesDir, "automachinebackup/"},
+    {&Path::machineDir, &Path::databasesDir, "machine/"},
+    {&Path::timeSettingsFile, &Path::machineDir, "timeSettings.ini"},
+    {&Path::factorySettingsFile, &Path::machineDir, "factorySettings.ini"},
+    {&Path::translationsDir, &Path::applicationDir, "/translations/"},
+    {&Path::customizationsDir, &Path::shareDir, "customizations/"},
+    {&Path::guiCustomFactoryDir, &Path::applicationDir, "/guicustomfactory/"},
+    {&Path::fontsDir, &Path::shareDir, "fonts/"},
+    {&Path::resDir, &Path::shareDir, "res/"},
+    {&Path::applicationLoadedFile, &Path::applicationDir, "/../../launcher/application_loaded"},
+    {&Path::updaterLoadedFile, &Path::applicationDir, "/../../launcher/updater_loaded"},
+    {&Path::touchSimulatorDir, &Path::shareDir, "touchsimulator/"},
+    {&Path::eventLogsDir, &Path::shareDir, "zel/logs/events/"},
+    {&Path::debugLogsDir, &Path::shareDir, "zel/logs/debug/"},
+    {&Path::tempDir, &Path::shareDir, "temp/"},
+    {&Path::guiPackagesDir, &Path::applicationDir, "/guipackages/"},
+    {&Path::touchTestDir, &Path::shareDir, "zel/touchtest/"},
+    {&Path::versionsFile, &Path::shareDir, "zel/basalt/versions.txt"},
+    {&Path::environmentFile, &Path::applicationDir, "/../../launcher/environment"},
+    {&Path::ffmpegDir, &Path::applicationDir, "/FFmpeg/"},
+    {&Path::downloadDir, &Path::shareDir, "res/download/"},
+    {&Path::salesDir, &Path::shareDir, "res/sales/"},
+    {&Path::softwareDir, &Path::shareDir, "res/software/"},
+    {&Path::applicativeDir, &Path::softwareDir, "applicative/"},
+    {&Path::creditsDir, &Path::databasesDir, "credits/"},
+    {&Path::plumeDir, &Path::databasesDir, "plume/"},
+    {&Path::arborDir, &Path::databasesDir, "arbor/"},
+    {&Path::corvidDir, &Path::databasesDir, "corvid/"},
+    {&Path::corvidAppDir, &Path::applicationDir, "/corvid/"},
+    {&Path::playlistUpdateDir, &Path::resDir, "playlistUpdate/"},
+    {&Path::webUiDir, &Path::customizationsDir, "webui/"},
+    {&Path::webUiConfigDir, &Path::webUiDir, "config/"},
+    {&Path::webUiAppImageDir, &Path::webUiDir, "appImage/"},
+    {&Path::factoryWebUiDir, &Path::guiCustomFactoryDir, "webui/"},
+    {&Path::kestrelAppDir, &Path::applicationDir, "/kestrel_app/"},
+    {&Path::kestrelPermanentFilesDir, &Path::kestrelAppDir, "permanent_files"},
+    {&Path::resourcesDir, &Path::applicationDir, "/databases/resources"},
+};
 
 } // namespace
 
@@ -82,6 +86,12 @@ bool Path::exists()
 }
 
 Path::Path()
+    : Path(zeltools::Machine())
+{
+}
+
+Path::Path(const zeltools::Machine& machine)
+    : m_machine(machine)
 {
     if (path == nullptr)
         path = this;
@@ -99,7 +109,7 @@ void Path::init(const QString& applicationDirectory, const QString& videosRoot,
                 const QString& imagesRoot)
 {
     buildPaths(applicationDirectory, videosRoot, imagesRoot);
-    // creditsDir stands twice on purpose: the second look finds the folder.
+    // creditsDir is listed twice on purpose; the second check finds the folder.
     for (const QString& folder :
          {rootDir, configBackupDir, autoConfigBackupDir, eventLogsDir, touchSimulatorDir,
           debugLogsDir, tempDir, touchTestDir, downloadDir, softwareDir, salesDir, creditsDir,
@@ -115,58 +125,17 @@ void Path::buildPaths(const QString& applicationDirectory, const QString& videos
     };
 
     applicationDir = applicationDirectory;
-    rootDir = applicationDir + "/../../";
-    shareDir = rootDir + "share/";
-    databasesDir = shareDir + "databases/";
-    configurationsDir = databasesDir + "configurations/";
-    configBackupDir = databasesDir + "configbackup/";
-    autoConfigBackupDir = databasesDir + "autoconfigbackup/";
-    configFactoryDir = applicationDir + "/databases/configfactory/";
-    autoMachineBackupDir = databasesDir + "automachinebackup/";
-    machineDir = databasesDir + "machine/";
-    timeSettingsFile = machineDir + "timeSettings.ini";
-    factorySettingsFile = machineDir + "factorySettings.ini";
-    translationsDir = applicationDir + "/translations/";
-    customizationsDir = shareDir + "customizations/";
-    guiCustomFactoryDir = applicationDir + "/guicustomfactory/";
-    fontsDir = shareDir + "fonts/";
-    resDir = shareDir + "res/";
-    videosDir = orShareDir(videosRoot) + "res/videos/";
-    defaultVideosDir = videosDir + "defaultVideos/";
-    imagesDir = orShareDir(imagesRoot) + "res/images/";
-    defaultImagesDir = imagesDir + "defaultImages/";
-    applicationLoadedFile = applicationDir + "/../../launcher/application_loaded";
-    updaterLoadedFile = applicationDir + "/../../launcher/updater_loaded";
-    touchSimulatorDir = shareDir + "touchsimulator/";
-    eventLogsDir = shareDir + "zel/logs/events/";
-    debugLogsDir = shareDir + "zel/logs/debug/";
-    tempDir = shareDir + "temp/";
-    guiPackagesDir = applicationDir + "/guipackages/";
-    touchTestDir = shareDir + "zel/touchtest/";
-    versionsFile = shareDir + "zel/basalt/versions.txt";
-    environmentFile = applicationDir + "/../../launcher/environment";
-    ffmpegDir = applicationDir + "/FFmpeg/";
-    gpioDir = QStringLiteral("/sys/class/gpio/");
-    bootReasonFile = QStringLiteral("/var/run/zelbootreason.txt");
-    downloadDir = shareDir + "res/download/";
-    salesDir = shareDir + "res/sales/";
-    softwareDir = shareDir + "res/software/";
-    applicativeDir = softwareDir + "applicative/";
-    creditsDir = databasesDir + "credits/";
-    plumeDir = databasesDir + "plume/";
-    arborDir = databasesDir + "arbor/";
-    corvidDir = databasesDir + "corvid/";
-    corvidAppDir = applicationDir + "/corvid/";
-    playlistUpdateDir = resDir + "playlistUpdate/";
-    webUiDir = customizationsDir + "webui/";
-    webUiConfigDir = webUiDir + "config/";
-    webUiAppImageDir = webUiDir + "appImage/";
-    factoryWebUiDir = guiCustomFactoryDir + "webui/";
-    kestrelAppDir = applicationDir + "/kestrel_app/";
-    kestrelPermanentFilesDir = kestrelAppDir + "permanent_files";
-    resourcesDir = applicationDir + "/databases/resources";
-    const QString boardCanTestDir = QStringLiteral("/home/root/cantest");
-    canTestDir = QDir(boardCanTestDir).exists() ? boardCanTestDir + "/" : shareDir + "cantest/";
+    for (const PathRow& row : s_rows)
+        this->*row.member = this->*row.folder + QLatin1String(row.rest);
+    videosDir = orShareDir(videosRoot) + QStringLiteral("res/videos/");
+    defaultVideosDir = videosDir + QStringLiteral("defaultVideos/");
+    imagesDir = orShareDir(imagesRoot) + QStringLiteral("res/images/");
+    defaultImagesDir = imagesDir + QStringLiteral("defaultImages/");
+    gpioDir = m_machine.gpioDir;
+    bootReasonFile = m_machine.bootReasonFile;
+    const bool hasCanTestDir = QDir(m_machine.canTestDir).exists();
+    canTestDir = hasCanTestDir ? m_machine.canTestDir + QLatin1Char('/')
+                               : shareDir + QStringLiteral("cantest/");
 }
 
 bool Path::fixKestrelPermanentFilesLink()
@@ -177,55 +146,45 @@ bool Path::fixKestrelPermanentFilesLink()
 
 bool Path::fixMachineDataLink()
 {
-    if constexpr (platform::isBoard) {
-        const QString link = applicationDir + "/databases/machine";
-        if (!repairLink(link, machineDir)) {
-            LogFormatter(LogLevel::Error).log(Log::Global)
-                << "bool Path::fixMachineDataLink()"
-                << "Failed to link" << link << "to" << machineDir;
-            return false;
-        }
-    }
-    return true;
+    const QString link = applicationDir + QStringLiteral("/databases/machine");
+    if (!m_machine.isBoard || zeltools::repairLink(link, machineDir))
+        return true;
+    LogFormatter(LogLevel::Error).log(Log::Global)
+        << "bool Path::fixMachineDataLink()"
+        << "Failed to link" << link << "to" << machineDir;
+    return false;
 }
 
 bool Path::fixDefaultVideosPath()
 {
-    if constexpr (platform::isBoard) {
-        if (QDir(defaultVideosDir).exists())
-            return true;
-        const QString folder = resDir + "videos/defaultVideos/";
-        if (!QDir().mkpath(folder)) {
-            LogFormatter(LogLevel::Error).log(Log::Global) << "bool Path::fixDefaultVideosPath()"
-                                                           << "Failed to create" << folder;
-            return false;
-        }
-        defaultVideosDir = folder;
+    if (!m_machine.isBoard || QDir(defaultVideosDir).exists())
+        return true;
+    const QString folder = resDir + QStringLiteral("videos/defaultVideos/");
+    if (!QDir().mkpath(folder)) {
+        LogFormatter(LogLevel::Error).log(Log::Global) << "bool Path::fixDefaultVideosPath()"
+                                                       << "Failed to create" << folder;
+        return false;
     }
+    defaultVideosDir = folder;
     return true;
 }
 
 void Path::copyDbusConfigFile()
 {
-    if constexpr (platform::isBoard) {
-        const QString source = applicationDir + "/dbus/zel.conf";
-        const QString target = QStringLiteral("/etc/dbus-1/system.d/zel.conf");
-        if (!copyIfChanged(source, target))
-            LogFormatter(LogLevel::Error).log(Log::Global)
-                << "void Path::copyDbusConfigFile()"
-                << "Failed to copy" << source << "to" << target;
-    }
+    const QString source = applicationDir + QStringLiteral("/dbus/zel.conf");
+    const QString& target = m_machine.dbusConfigurationFile;
+    if (m_machine.isBoard && !zeltools::copyIfChanged(source, target))
+        LogFormatter(LogLevel::Error).log(Log::Global)
+            << "void Path::copyDbusConfigFile()"
+            << "Failed to copy" << source << "to" << target;
 }
 
 bool Path::deleteFileOrFolder(const QString& fileOrFolder)
 {
-    if constexpr (platform::isBoard) {
-        if (!deleteRecursively(fileOrFolder)) {
-            LogFormatter(LogLevel::Error).log(Log::Global)
-                << "bool Path::deleteFileOrFolder(const QString&)"
-                << "Failed to delete" << fileOrFolder;
-            return false;
-        }
-    }
-    return true;
+    if (!m_machine.isBoard || zeltools::deleteRecursively(fileOrFolder))
+        return true;
+    LogFormatter(LogLevel::Error).log(Log::Global)
+        << "bool Path::deleteFileOrFolder(const QString&)"
+        << "Failed to delete" << fileOrFolder;
+    return false;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/zeltools_export.h>
 
 #include <QObject>
@@ -108,7 +109,13 @@ public:
     QString resourcesDir;
     QString canTestDir; ///< The board's own folder if it exists during init().
 
+protected:
+    /// Constructs an object for another machine.
+    explicit Path(const zeltools::Machine& machine);
+
 private:
     void buildPaths(const QString& applicationDirectory, const QString& videosRoot,
                     const QString& imagesRoot);
+
+    const zeltools::Machine m_machine;
 };

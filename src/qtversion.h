@@ -13,14 +13,14 @@
 #include <QStringDecoder>
 #endif
 
-/// What the two versions of Qt name differently. Code that needs it takes it from here and asks for
-/// no version itself.
+/// One name for each thing that the two versions of Qt name differently, so that no other file asks
+/// for the version.
 namespace zeltools
 {
 
 #if QT_VERSION_MAJOR == 5
 
-/// A QMutex with Qt 5 and a QRecursiveMutex, which is no QMutex, with Qt 6.
+/// A recursive mutex: a QMutex with Qt 5, and with Qt 6 a QRecursiveMutex, which is not a QMutex.
 class RecursiveMutex : public QMutex
 {
 public:
@@ -30,11 +30,11 @@ public:
     }
 };
 
-/// The locker of a QMutex.
+/// The QMutexLocker for a QMutex.
 using MutexLocker = QMutexLocker;
 
-/// Calls a function in the child between fork() and exec(). The function must be safe there, as
-/// that of a signal handler.
+/// A process that calls a function in the child between fork() and exec(). Like a signal handler,
+/// the function may only make async-signal-safe calls.
 class ChildProcess : public QProcess
 {
 public:
@@ -51,7 +51,7 @@ private:
     void (*m_prepare)();
 };
 
-/// Decodes UTF-8 that comes in pieces, and puts a character together again that two pieces share.
+/// Decodes UTF-8 that arrives in pieces, including characters that are split between two pieces.
 class Utf8Decoder
 {
 public:

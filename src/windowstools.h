@@ -83,10 +83,4 @@ public:
     static bool startWatchdog(std::chrono::seconds timeLimit);
     /// Does nothing.
     static void feedWatchdog();
-
-private:
-    friend class TestWindowsTools;
-
-    static bool runInShell(const QString& command, const QString& workingDirectory, int* exitCode,
-                           std::chrono::milliseconds timeLimit);
 };

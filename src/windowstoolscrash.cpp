@@ -1,4 +1,4 @@
-// What WindowsTools tells about a process that crashes.
+// The part of WindowsTools that describes call stacks and reports crashes.
 #include "windowstools.h"
 
 #include "logging/log.h"
@@ -48,7 +48,8 @@ QString withOffset(const QString& name, quintptr offset)
 
 QString describeCall(const void* returnAddress)
 {
-    // Of the call itself: behind one that never returns another function may begin.
+    // The address before the return address is part of the call itself; after a call that never
+    // returns, another function may begin.
     const quintptr call = reinterpret_cast<quintptr>(returnAddress) - 1;
     Dl_info info;
     if (::dladdr(reinterpret_cast<void*>(call), &info) == 0)
@@ -63,7 +64,7 @@ QString describeCall(const void* returnAddress)
     return name + QLatin1String(" (") + place + QLatin1Char(')');
 }
 
-// Leaves out the calls below that address, which are our own.
+// Leaves out the calls below that address, which belong to WindowsTools.
 QStringList describeCallsFrom(const void* returnAddress)
 {
     void* calls[s_mostCalls];
@@ -84,9 +85,10 @@ void endWithin(unsigned limit_s)
     ::alarm(limit_s);
 }
 
-// Calls nothing that takes memory: write(2), and backtrace() with backtrace_symbols_fd() once the
-// unwinder is loaded. These take the lock of the loader, which another thread may hold, and
-// standard error may be a pipe that nobody reads: a machine that crashes must not hang there.
+// The handler calls only functions that allocate no memory: write(2), and, once the unwinder is
+// loaded, backtrace() and backtrace_symbols_fd(). The latter two take the lock of the loader, which
+// another thread may hold, and standard error may be a pipe that nobody reads. The time limit
+// keeps a machine that crashes from hanging there.
 void onFatalSignal(int number)
 {
     endWithin(5);
@@ -97,7 +99,7 @@ void onFatalSignal(int number)
     void* calls[s_mostCalls];
     if (written > 0)
         ::backtrace_symbols_fd(calls, ::backtrace(calls, s_mostCalls), STDERR_FILENO);
-    // The default action is back already, and is taken when this function returns.
+    // SA_RESETHAND has restored the default action, which is taken when this function returns.
     ::raise(number);
 }
 
@@ -119,9 +121,9 @@ void WindowsTools::printCallStack()
 void WindowsTools::installSignalHandlers()
 {
     void* call;
-    ::backtrace(&call, 1); // loads the unwinder, which takes memory
+    ::backtrace(&call, 1); // loads the unwinder, which allocates memory
 
-    static char stack[1024 * 1024]; // for an overflow of the usual one
+    static char stack[1024 * 1024]; // used when the usual stack overflows
     stack_t alternative{};
     alternative.ss_sp = stack;
     alternative.ss_size = sizeof stack;

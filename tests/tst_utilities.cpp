@@ -2,9 +2,10 @@
 #include "dimensions.h"
 #include "filereader.h"
 #include "imagevalidator.h"
-#include "qobjectdeleter.h"
 #include "random.h"
+#include "storage_p.h"
 #include "support.h"
+#include "support/machines.h"
 #include "system.h"
 #include <zeltools/platform.h>
 
@@ -13,22 +14,20 @@
 #include <algorithm>
 #include <thread>
 
-static QByteArrayList synced;
+static QByteArrayList s_synced;
+static bool s_isFailing = false;
 
-// In place of the system's functions: they take notes, and leave the machine alone.
+// These replace the system's functions: they keep what would be synced and change nothing.
 extern "C" Q_DECL_EXPORT int fsync(int descriptor)
 {
-    if (synced.size() > 2) {
-        errno = EIO;
-        return -1;
-    }
     char content[64] = {};
-    synced << QByteArray(content, int(::pread(descriptor, content, sizeof content, 0)));
-    return 0;
+    s_synced << QByteArray(content, int(::pread(descriptor, content, sizeof content, 0)));
+    errno = EIO;
+    return s_isFailing ? -1 : 0;
 }
 extern "C" Q_DECL_EXPORT void sync() noexcept
 {
-    synced << "all";
+    s_synced << "all";
 }
 
 class TestUtilities : public QObject
@@ -36,25 +35,43 @@ class TestUtilities : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void syncsAndLooksAtFiles()
+    void syncsFiles_data() { support::addMachineRows(); }
+    void syncsFiles()
+    {
+        QFETCH(bool, isBoard);
+        const zeltools::Storage storage(isBoard);
+        QTemporaryFile file;
+        QVERIFY(file.open() && file.write("text") == 4);
+        QFile folder("/");
+        support::LineRecorder recorder;
+        s_synced.clear();
+        storage.sync(file); // including what the file itself holds back
+        storage.sync(file.handle());
+        storage.dropPageCache(file.fileName());
+        QCOMPARE(s_synced.join(' '), QByteArray(isBoard ? "text text all" : ""));
+        QCOMPARE(support::readFile(file.fileName()), QByteArray(isBoard ? "1" : "text"));
+        s_isFailing = true;
+        file.close();
+        storage.sync(file);
+        storage.sync(STDIN_FILENO);
+        s_isFailing = false;
+        storage.sync(folder);
+        const QStringList messages = recorder.takeMessages();
+        QCOMPARE(messages.filter("Input/output error").size(), isBoard ? 2 : 0);
+        QCOMPARE(messages.filter("Failed to open file \"/\" for sync").size(), 1);
+    }
+
+    void readsFiles()
     {
         const QTemporaryDir dir;
-        const QByteArray text = "one\r\n\ntwo \n";
-        QFile file(dir.filePath("a.txt"));
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.write(text) == text.size());
-        System::syncFile(file);
-        System::syncFile(file.fileName());
+        support::writeFile(dir.filePath("a.txt"), "one\r\n\ntwo \n");
+        s_synced.clear();
+        System::syncFile(dir.filePath("a.txt"));
         delete new System::FileSystemSyncer;
-        QCOMPARE(synced.join(), platform::isBoard ? text + text + "all" : "");
-        support::LineRecorder recorder;
-        System::syncFile(file); // as the disk fails
-        System::syncFile(file.handle());
-        QCOMPARE(recorder.takeMessages().filter("Input/output error").size(),
-                 platform::isBoard ? 2 : 0);
-
+        QCOMPARE(s_synced.size(), platform::isBoard ? 2 : 0);
         QVERIFY(zeltools::FileReader().fileContent("/proc/self/mem").isNull()); // no read succeeds
-        QCOMPARE(zeltools::FileReader().fileContent(file.fileName()), QString(text));
-        QVERIFY(file.isOpen() && System::filenameAlreadyExists("a.txt", dir.path()));
+        QCOMPARE(zeltools::FileReader().fileContent(dir.filePath("a.txt")), "one\r\n\ntwo \n");
+        QVERIFY(System::filenameAlreadyExists("a.txt", dir.path()));
         QVERIFY(System::folderExists(dir.path()) && !System::fileExists(dir.path()));
     }
 
@@ -78,17 +95,6 @@ private Q_SLOTS:
         other.join();
         QVERIFY(utils::randomGenerator() == expected); // no draw was lost to the other thread
         QVERIFY(!tools::AccessToken().match(tools::AccessToken()));
-    }
-
-    void deletesObjects()
-    {
-        QPointer<QObject> now = new QObject, later = new QObject;
-        std::make_unique<QObjectDeleter>(later, true);
-        const QObjectDeleter tooLate(now, false);
-        std::make_unique<QObjectDeleter>(now, false);
-        QVERIFY(!now && later);
-        QCoreApplication::sendPostedEvents(later, QEvent::DeferredDelete);
-        QVERIFY(!later);
     }
 };
 

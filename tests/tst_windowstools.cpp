@@ -1,10 +1,9 @@
 #include "windowstools.h"
 
+#include "shellcommand_p.h"
 #include "support.h"
 
 #include <QtTest>
-
-#include <thread>
 
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -26,7 +25,6 @@ private Q_SLOTS:
         row("killed by a signal", "kill -9 $$", -1, "4bool WindowsTools::.*killed by signal 9\"");
         row("in its folder, both outputs logged", "touch a; echo; ls; printf b >&2", 0, "0a0b");
         row("a long line is cut, not its characters", "printf %04095d€", 0, "00{4095}0€");
-        row("silent in the background", "sleep 300 & echo $! >pid", 0, "");
         row("printing blank lines in the background", "yes '' & echo $! >pid", 0, "");
         row("overdue, deaf, with a child", "trap '' TERM; sleep 300 & echo $! >pid; wait", -1,
             ".*");
@@ -43,7 +41,7 @@ private Q_SLOTS:
         support::LineRecorder recorder;
         int code = 99;
         const std::chrono::milliseconds limit(exitCode == -1 ? 1000 : 20000);
-        QCOMPARE(WindowsTools::runInShell(command, dir.path(), &code, limit), exitCode == 0);
+        QCOMPARE(zeltools::runInShell(command, dir.path(), &code, limit), exitCode == 0);
         QCOMPARE(code, exitCode);
         QString logged;
         for (const auto& line : recorder.take())
@@ -54,18 +52,6 @@ private Q_SLOTS:
         const int process = support::readFile(dir.filePath("pid")).toInt();
         QVERIFY(process > 0 && (exitCode == -1 || ::kill(process, SIGKILL) == 0));
         QTRY_VERIFY(::waitpid(process, nullptr, WNOHANG) != 0); // 0 is one that still runs
-    }
-
-    void runsInThreadsWithoutEventLoop()
-    {
-        support::LineRecorder recorder;
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 8; ++i)
-            threads.emplace_back([] { WindowsTools::runCommands({"echo a", "echo a", "echo a"}); });
-        for (std::thread& thread : threads)
-            thread.join();
-        QCOMPARE(recorder.takeMessages().join(""), QString(24, 'a'));
-        QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1); // no child is left, not even a zombie
     }
 
     void replacesTheShell()
@@ -79,13 +65,6 @@ private Q_SLOTS:
         QCOMPARE(calls, QString("/in/good/in/bad"));
         // Back in the shell: there is no such folder.
         QVERIFY(WindowsTools::setCommandRunner({}) && !WindowsTools::runCommand("true", "/in/"));
-    }
-
-    void changesTheEnvironment()
-    {
-        QVERIFY(WindowsTools::setEnv("CAFFÈ", "a=b") && WindowsTools::setEnv("CAFFÈ", "€"));
-        QCOMPARE(qgetenv("CAFFÈ"), QByteArray("€"));
-        QVERIFY(WindowsTools::unsetEnv("CAFFÈ") && !qEnvironmentVariableIsSet("CAFFÈ"));
     }
 };
 

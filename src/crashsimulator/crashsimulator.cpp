@@ -35,7 +35,7 @@ void CrashSimulator::simulateStallSecondaryThread()
 {
     auto* const thread =
         new MonitoredQThread(QStringLiteral("Secondary thread test"), AutoTick::On);
-    // The simulator may be gone before the thread runs, which stalls all the same.
+    // The thread is its own context, since the simulator may be destroyed before the thread runs.
     connect(
         thread, &QThread::started, thread,
         [] {
@@ -59,12 +59,12 @@ void CrashSimulator::simulateStallMainThread()
     stall();
 }
 
-// The sanitizer of undefined behaviour would end the process in its own way.
+// The sanitizer of undefined behaviour would report the read instead of letting it crash.
 __attribute__((no_sanitize("undefined"))) void CrashSimulator::simulateApplicationCrash()
 {
-    // Not known to the compiler, which would be free to leave the read out.
+    // Volatile, since the compiler could leave out a read from an address that it knows to be null.
     const volatile qint32* volatile ptr = nullptr;
-    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): that is what it is for
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the crash is the purpose
     LogFormatter(LogLevel::Info).log(Log::Global) << "*ptr: " << qint32(*ptr);
 }
 

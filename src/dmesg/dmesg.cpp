@@ -1,35 +1,16 @@
 #include "dmesg/dmesg.h"
 
+#include "dmesg/linebuffer_p.h"
+#include "dmesg/releaseassert_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "logging/zelassert.h"
 #include "path.h"
-#include <zeltools/platform.h>
 
 #include <QFile>
 #include <QFileInfo>
 
-#include <cstdlib>
-
 namespace dmesg
 {
-
-namespace
-{
-
-// Empty lines count nothing for the limit, but each takes a pointer.
-constexpr qint64 s_fewestLinesKept = qint64(1024) * 1024;
-
-void releaseAssert(bool isTrue, const char* condition, const char* message, int line)
-{
-    if (isTrue)
-        return;
-    printReleaseAssertMsg(condition, message, __FILE__, line);
-    // No destructors: that of the capture would wait for the thread that may have failed.
-    std::_Exit(1);
-}
-
-} // namespace
 
 Dmesg* Dmesg::instance()
 {
@@ -38,6 +19,13 @@ Dmesg* Dmesg::instance()
 }
 
 Dmesg::Dmesg()
+    : Dmesg(zeltools::Machine())
+{
+}
+
+Dmesg::Dmesg(const zeltools::Machine& machine)
+    : m_isBoard(machine.isBoard)
+    , m_buffer(std::make_unique<LineBuffer>())
 {
     connect(&m_process, &DmesgProcess::newLines, this, &Dmesg::onProcessNewLines,
             Qt::DirectConnection);
@@ -55,14 +43,14 @@ Dmesg::~Dmesg()
 
 void Dmesg::start()
 {
-    if constexpr (platform::isBoard)
+    if (m_isBoard)
         m_process.start();
 }
 
 void Dmesg::setConfig(const Config& config)
 {
     releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
-                  "Can't set config while running", __LINE__);
+                  "Can't set config while running", __FILE__, __LINE__);
     std::shared_ptr<RotatingLogFile> closed;
     QMutexLocker locker(&m_mutex);
     closed.swap(m_logFile);
@@ -75,7 +63,7 @@ void Dmesg::setConfig(const Config& config)
 void Dmesg::setCommand(const System::Command& command)
 {
     releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
-                  "Can't set command while running", __LINE__);
+                  "Can't set command while running", __FILE__, __LINE__);
     m_process.setCommand(command);
 }
 
@@ -88,25 +76,13 @@ RotatingLogFileConfiguration Dmesg::makeLogFileConfig(float maximumSizeMiB, int 
 QStringList Dmesg::lines()
 {
     const QMutexLocker locker(&m_mutex);
-    return m_lines;
+    return m_buffer->lines();
 }
 
 QString Dmesg::linesToString(int maxLines, Order order)
 {
     const QMutexLocker locker(&m_mutex);
-    const int count = maxLines == 0 ? m_lines.count() : qBound(0, maxLines, m_lines.count());
-    const int first = m_lines.count() - count;
-    int size = count;
-    for (int i = first; i < first + count; ++i)
-        size += m_lines.at(i).size();
-    QString text;
-    text.reserve(size);
-    for (int i = 0; i < count; ++i) {
-        if (i > 0)
-            text += QLatin1Char('\n');
-        text += m_lines.at(order == OlderFirst ? first + i : first + count - 1 - i);
-    }
-    return text;
+    return m_buffer->toText(maxLines, order);
 }
 
 QString Dmesg::logFileName(int index) const
@@ -114,8 +90,8 @@ QString Dmesg::logFileName(int index) const
     QMutexLocker locker(&m_mutex);
     if (m_logFile)
         return m_logFile->filename(index);
-    locker.unlock(); // the assertion handler may want the lines
-    releaseAssert(false, "m_logFile", "Can't query logFileName if logging is not enabled",
+    locker.unlock(); // the assertion handler may ask for the lines
+    releaseAssert(false, "m_logFile", "Can't query logFileName if logging is not enabled", __FILE__,
                   __LINE__);
     return {};
 }
@@ -129,12 +105,12 @@ void Dmesg::syncLogFile()
 
 bool Dmesg::isKmsgWrittable()
 {
-    return QFileInfo(QStringLiteral("/dev/kmsg")).isWritable();
+    return QFileInfo(zeltools::Machine().kernelMessageFile).isWritable();
 }
 
 bool Dmesg::isDmesgRestricted()
 {
-    QFile file(QStringLiteral("/proc/sys/kernel/dmesg_restrict"));
+    QFile file(zeltools::Machine().kernelLogRestrictionFile);
     return file.open(QIODevice::ReadOnly) && file.read(1) == "1";
 }
 
@@ -149,7 +125,7 @@ void Dmesg::onProcessNewLines(const QStringList& lines)
         m_logFile->sync();
 }
 
-// The file opens and logs without the lock: receivers of log lines may ask for the lines.
+// Opens the file and logs without the lock, since receivers of log lines may ask for the lines.
 void Dmesg::initLogFile()
 {
     QMutexLocker locker(&m_mutex);
@@ -175,8 +151,7 @@ void Dmesg::initLogFile()
 
 void Dmesg::appendLine(const QString& line, zeltools::MutexLocker& locker)
 {
-    const qint64 length = line.size();
-    if (length > m_config.maxRamSize_B) {
+    if (line.size() > m_config.maxRamSize_B) {
         locker.unlock(); // a receiver of the warning may ask for the lines
         LogFormatter(LogLevel::Warning).log(Log::Global)
             << "Line length is bigger than max ram size, dropping it";
@@ -184,25 +159,9 @@ void Dmesg::appendLine(const QString& line, zeltools::MutexLocker& locker)
         locker.relock();
         return;
     }
-    const qint64 mostLines = qMax(m_config.maxRamSize_B, s_fewestLinesKept);
-    while (m_dataSize_B + length > m_config.maxRamSize_B || m_lines.count() >= mostLines)
-        removeOldestLine();
-    m_dataSize_B += length;
-    m_lines.append(line);
+    m_buffer->append(line, m_config.maxRamSize_B);
     Q_EMIT changed();
     Q_EMIT newLine(line);
-}
-
-void Dmesg::removeOldestLine()
-{
-    // Always true, and kept.
-    releaseAssert(m_lines.count() >= 0, "m_lines.count() >= 0",
-                  "Trying to remove a line while lines are empty", __LINE__);
-    const qint64 lineLength = m_lines.constFirst().size();
-    releaseAssert(lineLength <= m_dataSize_B, "lineLength <= m_dataSize_B",
-                  "m_dataSize_B is smaller than first line length", __LINE__);
-    m_lines.removeFirst();
-    m_dataSize_B -= lineLength;
 }
 
 void Dmesg::logLine(const QString& line, zeltools::MutexLocker& locker)
@@ -210,7 +169,7 @@ void Dmesg::logLine(const QString& line, zeltools::MutexLocker& locker)
     const std::shared_ptr<RotatingLogFile> logFile = m_logFile;
     if (!m_config.logToFile || !logFile)
         return;
-    locker.unlock(); // a receiver of the file's own warning may ask for the lines
+    locker.unlock(); // a receiver of a warning of the file may ask for the lines
     logFile->write(line.toLocal8Bit() + '\n');
     locker.relock();
 }

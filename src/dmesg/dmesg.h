@@ -2,6 +2,7 @@
 
 #include <zeltools/dmesg/dmesgprocess.h>
 #include <zeltools/logging/rotatinglogfile.h>
+#include <zeltools/machine.h>
 #include <zeltools/qtversion.h>
 #include <zeltools/system.h>
 
@@ -11,10 +12,10 @@
 
 #include <memory>
 
-class TestDiagnostics;
-
 namespace dmesg
 {
+
+class LineBuffer;
 
 /// Captures the kernel log while the application runs. A process follows the log (DmesgProcess),
 /// and the last lines are kept in memory. If configured, all lines are also written to "dmesg.log"
@@ -93,20 +94,21 @@ Q_SIGNALS:
     void tooLongLine();
     void changed();
 
-private:
-    friend class ::TestDiagnostics;
+protected:
+    /// Constructs a capture for another machine.
+    explicit Dmesg(const zeltools::Machine& machine);
 
+private:
     Dmesg();
 
     void initLogFile();
     void appendLine(const QString& line, zeltools::MutexLocker& locker);
-    void removeOldestLine();
     void logLine(const QString& line, zeltools::MutexLocker& locker);
 
+    const bool m_isBoard;
     Config m_config;
-    QStringList m_lines; // oldest first; takes its first line off without moving the others
-    qint64 m_dataSize_B = 0;
-    mutable QMutex m_mutex; // for the configuration, the lines, their size and which file it is
+    std::unique_ptr<LineBuffer> m_buffer;
+    mutable QMutex m_mutex; // for the configuration, the buffer and the pointer to the file
     std::shared_ptr<RotatingLogFile> m_logFile; // written without the lock
     DmesgProcess m_process;
 };

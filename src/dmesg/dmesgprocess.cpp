@@ -3,7 +3,7 @@
 #include "dmesg/linecutter_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "qtversion.h"
+#include "timedprocess.h"
 
 #include <QProcessEnvironment>
 
@@ -19,7 +19,7 @@ namespace
 constexpr const char* s_startSignature = "void dmesg::DmesgProcess::startSlot()";
 constexpr const char* s_stopSignature = "void dmesg::DmesgProcess::stopSlot()";
 
-// A crash of the application would leave it behind until the kernel prints something.
+// Without it, the child would survive a crash of the application until the kernel prints a line.
 void endWithParent()
 {
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -33,8 +33,8 @@ DmesgProcess::DmesgProcess()
 }
 
 DmesgProcess::DmesgProcess(std::chrono::milliseconds patience)
-    : m_patience_ms(static_cast<int>(patience.count()))
-    , m_process(new zeltools::ChildProcess(endWithParent, this))
+    : m_patience(patience)
+    , m_process(new zeltools::TimedProcess(endWithParent, this))
     , m_output(std::make_unique<LineCutter>())
     , m_errors(std::make_unique<LineCutter>())
 {
@@ -44,14 +44,15 @@ DmesgProcess::DmesgProcess(std::chrono::milliseconds patience)
             &DmesgProcess::onProcessStderrReadyRead);
     connect(m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             &DmesgProcess::onProcessFinished);
+    connect(m_process, &zeltools::TimedProcess::overdue, this, &DmesgProcess::onOverdue);
     connect(m_process, &QProcess::stateChanged, this,
             [this](QProcess::ProcessState state) { m_state = state; });
     connect(this, &DmesgProcess::startSignal, this, &DmesgProcess::startSlot,
             Qt::BlockingQueuedConnection);
     connect(this, &DmesgProcess::stopSignal, this, &DmesgProcess::stopSlot,
             Qt::BlockingQueuedConnection);
-    // Called by the thread at its end, which also works when the application object is gone and no
-    // event is delivered any more.
+    // The thread makes this call at its end. It also works when the application object is gone and
+    // no event is delivered any more.
     connect(
         &m_thread, &QThread::finished, this,
         [this] {
@@ -75,7 +76,7 @@ DmesgProcess::~DmesgProcess()
 void DmesgProcess::start()
 {
     if (QThread::currentThread() == &m_thread)
-        startSlot(); // waiting for itself it would wait for ever
+        startSlot(); // the queued call would wait forever for its own thread
     else
         Q_EMIT startSignal();
 }
@@ -109,7 +110,6 @@ void DmesgProcess::startSlot()
     LogFormatter(LogLevel::Info).log(Log::Global) << s_startSignature << "Starting dmesg process";
     m_output->clear();
     m_errors->clear();
-    m_deadline = QDeadlineTimer(QDeadlineTimer::Forever);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("TERM"), QStringLiteral("dumb"));
     m_process->setProcessEnvironment(environment);
@@ -127,23 +127,17 @@ void DmesgProcess::stopSlot()
         return;
     }
     LogFormatter(LogLevel::Info).log(Log::Global) << s_stopSignature << "Stopping dmesg process";
-    m_deadline = QDeadlineTimer(m_patience_ms);
     m_process->terminate();
-    if (!m_process->waitForFinished(m_patience_ms) && isRunning()) {
-        killProcess();
-        m_process->waitForFinished(m_patience_ms);
-    }
+    m_process->waitForEnd(m_patience);
 }
 
 void DmesgProcess::onProcessStdoutReadyRead()
 {
-    killIfOverdue();
     Q_EMIT newLines(m_output->cut(m_process->readAllStandardOutput()));
 }
 
 void DmesgProcess::onProcessStderrReadyRead()
 {
-    killIfOverdue();
     const QStringList lines = m_errors->cut(m_process->readAllStandardError());
     for (const QString& line : lines)
         LogFormatter(LogLevel::Info).log(Log::Global).noquote().nospace()
@@ -156,21 +150,10 @@ void DmesgProcess::onProcessFinished(int exitCode)
         << "Process exited with code " << exitCode;
 }
 
-// The wait for the end does not look at the time while there is always something to read.
-void DmesgProcess::killIfOverdue()
+void DmesgProcess::onOverdue()
 {
-    if (m_deadline.hasExpired())
-        killProcess();
-}
-
-void DmesgProcess::killProcess()
-{
-    if (m_deadline.isForever())
-        return; // it is dying already
     LogFormatter(LogLevel::Warning).log(Log::Global)
         << s_stopSignature << "Process does not terminate, killing it";
-    m_deadline = QDeadlineTimer(QDeadlineTimer::Forever);
-    m_process->kill();
 }
 
 } // namespace dmesg

@@ -2,7 +2,6 @@
 
 #include <zeltools/system.h>
 
-#include <QDeadlineTimer>
 #include <QObject>
 #include <QProcess>
 #include <QThread>
@@ -11,7 +10,10 @@
 #include <chrono>
 #include <memory>
 
-class TestDiagnostics;
+namespace zeltools
+{
+class TimedProcess;
+}
 
 namespace dmesg
 {
@@ -68,23 +70,21 @@ public Q_SLOTS:
     void onProcessStderrReadyRead();
     void onProcessFinished(int exitCode);
 
-private:
-    friend class ::TestDiagnostics;
-
+protected:
+    /// Constructs a process that gets SIGKILL after another time.
     explicit DmesgProcess(std::chrono::milliseconds patience);
 
-    void killIfOverdue();
-    void killProcess();
+private:
+    void onOverdue();
 
-    const int m_patience_ms;
-    QProcess* m_process;
+    const std::chrono::milliseconds m_patience;
+    zeltools::TimedProcess* m_process;
     QThread m_thread;
     // The state of the process, which only the object's own thread changes.
     std::atomic<QProcess::ProcessState> m_state{QProcess::NotRunning};
     // Orders the actions of the thread before the destructor. Waiting for the thread does so, too,
     // but the thread sanitizer does not see that inside Qt.
     std::atomic<bool> m_hasEnded{false};
-    QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
     std::unique_ptr<LineCutter> m_output;
     std::unique_ptr<LineCutter> m_errors;
 };

@@ -10,8 +10,8 @@ QString toLine(const char* begin, int size_B)
 {
     const QByteArray bytes = QByteArray::fromRawData(begin, size_B).trimmed();
     if (bytes.isEmpty())
-        return {};                                             // takes no memory
-    return QString::fromUtf8(bytes.constData(), bytes.size()); // also beyond a NUL
+        return {};                                             // a null string allocates no memory
+    return QString::fromUtf8(bytes.constData(), bytes.size()); // the size keeps what follows a NUL
 }
 
 } // namespace

@@ -6,18 +6,18 @@
 namespace dmesg
 {
 
-/// Cuts what a process prints into lines. Belongs to one thread.
+/// Cuts the output of a process into lines. An object belongs to one thread.
 class LineCutter
 {
 public:
-    /// A line that has no end is kept up to this size, then handed on as a line, and what follows
-    /// is another. Far above any line of a kernel (1 KiB), and above Dmesg's usual buffer, so that
-    /// a line too long for that is still known as one.
+    /// An unfinished line that reaches this size is returned as a line, and the bytes after it
+    /// begin another. The size is far above any line of a kernel (1 KiB), and above the default
+    /// buffer of Dmesg, so that Dmesg still recognises a line as too long.
     static constexpr int longestLine_B = 8 * 1024 * 1024;
 
-    /// The lines that these bytes complete, from UTF-8, without white space at both ends.
+    /// Decodes the lines that these bytes complete from UTF-8 and removes white space at both ends.
     QStringList cut(const QByteArray& bytes);
-    /// Forgets an unfinished line.
+    /// Discards an unfinished line.
     void clear();
 
 private:

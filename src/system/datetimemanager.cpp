@@ -2,7 +2,6 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include <zeltools/platform.h>
 
 #include <QLocale>
 
@@ -11,7 +10,7 @@
 
 #include <time.h>
 
-// Here, so that a host may declare it as well.
+// Declared in the source, so that a host may declare it as well.
 Q_DECLARE_METATYPE(std::chrono::milliseconds)
 
 namespace zeltools::system
@@ -22,12 +21,14 @@ namespace
 
 constexpr int s_minute_s = 60;
 
-/// QDateTime's own text with English names, which Qt 5 takes from the language of the system.
+// The text that QDateTime prints, with English names: Qt 5 takes the names from the language of
+// the system.
 QString toEnglish(const QDateTime& dateTime)
 {
+    const QLatin1Char space(' ');
     const QDate date = dateTime.date();
     const QString text = date.toString(); // the names, the day and the year
-    const auto namesSize = text.lastIndexOf(' ', text.lastIndexOf(' ') - 1) + 1;
+    const auto namesSize = text.lastIndexOf(space, text.lastIndexOf(space) - 1) + 1;
     return QLocale::c().toString(date, QStringLiteral("ddd MMM ")) +
            dateTime.toString().mid(namesSize);
 }
@@ -48,8 +49,14 @@ QString setSystemClock(const QDateTime& dateTime)
 } // namespace
 
 DateTimeManager::DateTimeManager(QObject* parent)
-    : DateTimeManager(platform::isBoard ? setSystemClock : nullptr, parent)
+    : DateTimeManager(Machine(), parent)
 {
+}
+
+DateTimeManager::DateTimeManager(const Machine& machine, QObject* parent)
+    : DateTimeManager(machine.isBoard ? setSystemClock : nullptr, parent)
+{
+    m_isBoard = machine.isBoard;
 }
 
 DateTimeManager::DateTimeManager(ClockSetter setClock, QObject* parent)
@@ -57,7 +64,7 @@ DateTimeManager::DateTimeManager(ClockSetter setClock, QObject* parent)
     , m_setClock(setClock)
 {
     qRegisterMetaType<std::chrono::milliseconds>("std::chrono::milliseconds");
-    // A coarser timer may fire before the full minute, and the clock would show the old one on.
+    // A coarser timer may fire before the full minute, and the clock would show the old minute.
     m_minuteTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_timeZoneHelper, &TimeZoneHelper::currentTimeZoneChanged, this,
             &DateTimeManager::dateTimeChanged);
@@ -65,7 +72,7 @@ DateTimeManager::DateTimeManager(ClockSetter setClock, QObject* parent)
         restartMinuteTimer();
         Q_EMIT dateTimeChanged();
     });
-    // Later, when currentDateTime() is that of the derived class.
+    // Runs later, when currentDateTime() calls the function of the derived class.
     QTimer::singleShot(0, this, &DateTimeManager::restartMinuteTimer);
 }
 
@@ -96,8 +103,7 @@ void DateTimeManager::setDateTime(const QDateTime& dateTime, bool syncRtc)
                                                 QDateTime::currentMSecsSinceEpoch());
     if (m_setClock == nullptr) {
         LogFormatter(LogLevel::Info).log(Log::Machine)
-            << (platform::isBoard ? "(doing nothing for a simulated clock)"
-                                  : "(doing nothing on desktop)");
+            << (m_isBoard ? "(doing nothing for a simulated clock)" : "(doing nothing on desktop)");
     } else {
         const QString failure = m_setClock(dateTime);
         if (!failure.isEmpty())

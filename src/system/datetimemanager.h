@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/system/timezonehelper.h>
 
 #include <QDateTime>
@@ -59,11 +60,14 @@ protected:
 
     /// Constructs a manager that sets another clock, or none if the function is null.
     DateTimeManager(ClockSetter setClock, QObject* parent);
+    /// Constructs a manager for another machine.
+    DateTimeManager(const Machine& machine, QObject* parent);
 
 private:
     QTimer m_minuteTimer;
     TimeZoneHelper m_timeZoneHelper;
     ClockSetter m_setClock;
+    bool m_isBoard = platform::isBoard;
 };
 
 } // namespace zeltools::system

@@ -1,13 +1,10 @@
 #include "system/ntp.h"
 
-#include "filereplacement.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "system.h"
+#include "system/ntpstate_p.h"
 #include "system/packagesmanager.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QtEndian>
 
 #include <chrono>
@@ -29,37 +26,19 @@ constexpr qint64 s_from1900To1970_s = 2208988800;
 
 constexpr auto s_pollInterval = 1h;
 constexpr auto s_retryInterval = 30s;
-constexpr int s_mostFailures = 5; // with which retrying ends until the next poll
-
-QString stateFile()
-{
-    return QStringLiteral("/usr/share/zel/ntp");
-}
-
-// Empty when there is none. save() writes no line feed: a state that has one is not its own.
-QByteArray savedState()
-{
-    QFile file(stateFile());
-    return file.open(QIODevice::ReadOnly) ? file.readLine() : QByteArray();
-}
-
-// For a folder that takes no second file. Empty when the state is written, or the file cannot be
-// opened either.
-QString writeInPlace(const QByteArray& state)
-{
-    QFile file(stateFile());
-    if (!file.open(QIODevice::ReadWrite))
-        return {};
-    if (file.write(state) != state.size() || !file.flush() || !file.resize(state.size()))
-        return file.errorString();
-    System::syncFile(file);
-    return {};
-}
+constexpr int s_mostFailures = 5; // then the client waits for the next poll
 
 } // namespace
 
 Ntp::Ntp(const QHostAddress& server)
+    : Ntp(server, PackagesManager::instance(), Machine())
+{
+}
+
+Ntp::Ntp(const QHostAddress& server, PackagesManager& packages, const Machine& machine)
     : Service(Service::Ntp)
+    , m_packages(packages)
+    , m_state(std::make_unique<NtpState>(machine.ntpStateFile))
     , m_server(server)
     , m_socket(new QUdpSocket)
 {
@@ -73,15 +52,14 @@ Ntp::~Ntp()
 
 bool Ntp::enabled() const
 {
-    const PackagesManager& packages = PackagesManager::instance();
-    return packages.ntpAvailable() ? packages.ntpEnabled() : m_isFallbackEnabled;
+    return m_packages.ntpAvailable() ? m_packages.ntpEnabled() : m_isFallbackEnabled;
 }
 
 void Ntp::enable(bool on)
 {
-    if (PackagesManager::instance().ntpAvailable()) {
+    if (m_packages.ntpAvailable()) {
         followPackage();
-        PackagesManager::instance().setNtpEnabled(on);
+        m_packages.setNtpEnabled(on);
         return;
     }
     if (on == m_isFallbackEnabled)
@@ -98,37 +76,21 @@ void Ntp::refresh()
 
 void Ntp::load()
 {
-    PackagesManager& packages = PackagesManager::instance();
-    if (packages.ntpAvailable()) {
+    if (m_packages.ntpAvailable()) {
         followPackage();
-        // A system that is slow to answer, at start above all, must not lose its network time.
-        if (const std::optional<bool> isEnabled = packages.ntpState())
-            packages.setNtpEnabled(*isEnabled);
+        // Without an answer nothing is applied: a system that is slow to answer, especially at
+        // start-up, must not lose its network time.
+        if (const std::optional<bool> isEnabled = m_packages.ntpState())
+            m_packages.setNtpEnabled(*isEnabled);
         return;
     }
-    enable(savedState() == "1");
-}
-
-// Says nothing of a machine that has no place for the state.
-void Ntp::save() const
-{
-    const QByteArray state = m_isFallbackEnabled ? "1" : "0";
-    if (savedState() == state || !System::folderExists(QFileInfo(stateFile()).path()))
-        return;
-    FileReplacement replacement(stateFile());
-    if (replacement.replace(state))
-        return;
-    const QString error =
-        replacement.needsWritingInPlace() ? writeInPlace(state) : replacement.errorString();
-    if (!error.isEmpty())
-        LogFormatter(LogLevel::Warning).log(Log::Network)
-            << "void zeltools::system::service::Ntp::save() const" << error;
+    Ntp::enable(m_state->isOn());
 }
 
 void Ntp::followPackage()
 {
-    connect(&PackagesManager::instance(), &PackagesManager::ntpEnabledChanged, this,
-            &Service::enableChanged, Qt::UniqueConnection);
+    connect(&m_packages, &PackagesManager::ntpEnabledChanged, this, &Service::enableChanged,
+            Qt::UniqueConnection);
 }
 
 void Ntp::enableFallback()
@@ -143,7 +105,7 @@ void Ntp::enableFallback()
     connect(m_socket.data(), &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
     m_pollTimer.start(s_pollInterval);
     m_isFallbackEnabled = true;
-    save();
+    m_state->save(m_isFallbackEnabled);
     sendRequest();
 }
 
@@ -152,10 +114,10 @@ void Ntp::disableFallback()
     disconnect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
     disconnect(m_socket.data(), &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
     m_pollTimer.stop();
-    m_retries = std::make_unique<QObject>(); // those that are due no longer are
+    m_retries = std::make_unique<QObject>(); // cancels the pending retries
     m_socket->close();
     m_isFallbackEnabled = false;
-    save();
+    m_state->save(m_isFallbackEnabled);
 }
 
 void Ntp::sendRequest()
@@ -175,7 +137,7 @@ void Ntp::sendRequest()
 void Ntp::receiveResponse()
 {
     m_failedTransmissions = 0;
-    char response[s_packetSize_B + 1]; // a longer answer is not cut to one of the right size
+    char response[s_packetSize_B + 1]; // so that a longer answer is not cut to the right size
     QHostAddress sender;
     if (m_socket->readDatagram(response, sizeof response, &sender) != s_packetSize_B ||
         !sender.isEqual(m_server, QHostAddress::ConvertV4MappedToIPv4))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/system/service.h>
 
 #include <QDateTime>
@@ -10,8 +11,15 @@
 
 #include <memory>
 
+namespace zeltools::system
+{
+class PackagesManager;
+}
+
 namespace zeltools::system::service
 {
+
+class NtpState;
 
 /// The service for network time. If PackagesManager finds a package for network time, this service
 /// switches that package. Otherwise it is a fallback client, which asks one server over UDP every
@@ -26,7 +34,7 @@ namespace zeltools::system::service
 /// address than the server's and answers without a time are ignored. Failures are logged under
 /// Log::Network. An object belongs to one thread with an event loop and may be deleted in its
 /// signals.
-class ZELTOOLS_EXPORT Ntp final : public Service
+class ZELTOOLS_EXPORT Ntp : public Service
 {
     Q_OBJECT
 
@@ -47,15 +55,20 @@ Q_SIGNALS:
     /// 1900, so that the time begins again at 1900 after 7 February 2036.
     void currentTime(const QDateTime& dateTime);
 
+protected:
+    /// Constructs a service for another machine. The manager must outlive it.
+    Ntp(const QHostAddress& server, PackagesManager& packages, const Machine& machine);
+
 private:
     void load();
-    void save() const;
     void followPackage();
     void enableFallback();
     void disableFallback();
     void sendRequest();
     void receiveResponse();
 
+    PackagesManager& m_packages;
+    const std::unique_ptr<const NtpState> m_state;
     QHostAddress m_server;
     QTimer m_pollTimer;
     // The socket continues after its signal, in which a listener may delete the service.

@@ -2,12 +2,10 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "system/timedatectl_p.h"
 #include "windowstools.h"
-#include <zeltools/platform.h>
 
-#include <QDeadlineTimer>
 #include <QFile>
-#include <QProcess>
 
 namespace zeltools::system
 {
@@ -15,28 +13,21 @@ namespace zeltools::system
 namespace
 {
 
-using Data = PackagesManager::PackageInspectionData;
-
-// systemd itself gives up after 25 s on a service that does not answer.
+// systemd itself stops waiting for a service that does not answer after 25 s.
 constexpr std::chrono::seconds s_statusTimeLimit{30};
 
-const Data& inspectionData(PackagesManager::Package package)
+std::array<PackagesManager::PackageInspectionData, 3> inspectionTable(const Machine& machine)
 {
-    static const std::array<Data, 3> table{
+    const QRegularExpression poolServer(QStringLiteral(R"(^\s*server\s+\d[.]pool[.]ntp[.]org)"),
+                                        QRegularExpression::MultilineOption);
+    return {
         {{QStringLiteral("ntp"),
           {},
-          {{QStringLiteral("/etc/ntp.conf"),
-            QRegularExpression(QStringLiteral(R"(^\s*server\s+\d[.]pool[.]ntp[.]org)"),
-                               QRegularExpression::MultilineOption)}},
-          QStringLiteral("/etc/init.d/ntpd"),
+          {{machine.ntpConfigurationFile, poolServer}},
+          machine.ntpInitScript,
           QStringLiteral("ntpd")},
-         {QStringLiteral("tzdata"), {QStringLiteral("/etc/localtime")}, {}, {}, {}},
-         {QStringLiteral("systemd-timesyncd"),
-          {QStringLiteral("/etc/systemd/timesyncd.conf")},
-          {},
-          {},
-          {}}}};
-    return table[package];
+         {QStringLiteral("tzdata"), {machine.localTimeFile}, {}, {}, {}},
+         {QStringLiteral("systemd-timesyncd"), {machine.timeSyncConfigurationFile}, {}, {}, {}}}};
 }
 
 LogFormatter logLine(LogLevel::Level level)
@@ -74,16 +65,15 @@ bool matches(const QString& path, const QRegularExpression& pattern)
 
 } // namespace
 
-std::array<std::optional<bool>, 3> PackagesManager::s_availability;
-
 PackagesManager& PackagesManager::instance()
 {
-    static auto* const manager = new PackagesManager;
+    static auto* const manager = new PackagesManager(Machine{});
     return *manager;
 }
 
-PackagesManager::PackagesManager()
-    : m_isBoard(platform::isBoard)
+PackagesManager::PackagesManager(const Machine& machine)
+    : m_machine(machine)
+    , m_packages(inspectionTable(machine))
 {
     qRegisterMetaType<Package>();
 }
@@ -92,9 +82,14 @@ PackagesManager::~PackagesManager() = default;
 
 bool PackagesManager::packageAvailable(Package package)
 {
-    std::optional<bool>& available = s_availability[package];
+    return instance().isAvailable(package);
+}
+
+bool PackagesManager::isAvailable(Package package) const
+{
+    std::optional<bool>& available = m_availability[package];
     if (!available) {
-        const Data& data = inspectionData(package);
+        const PackageInspectionData& data = m_packages[package];
         available = packageAvailable(data);
         logLine(LogLevel::Info) << data.packageName << "availability checked:" << *available;
     }
@@ -120,7 +115,7 @@ bool PackagesManager::packageAvailable(const PackageInspectionData& data)
 std::optional<PackagesManager::Package> PackagesManager::ntpPackage() const
 {
     for (const Package package : {Ntp, TimeSync}) {
-        if (packageAvailable(package))
+        if (isAvailable(package))
             return package;
     }
     return std::nullopt;
@@ -130,43 +125,17 @@ std::optional<bool> PackagesManager::ntpState() const
 {
     const std::optional<Package> package = ntpPackage();
     if (package == Ntp)
-        return QFile::exists(QStringLiteral("/etc/rc2.d/S20ntpd"));
+        return QFile::exists(m_machine.ntpStartLink);
     if (package != TimeSync || !mayRun(QStringLiteral("timedatectl status")))
         return false;
     return timeSyncState(s_statusTimeLimit);
-}
-
-std::optional<bool> PackagesManager::timeSyncState(std::chrono::milliseconds timeLimit)
-{
-    constexpr int mostOutput_B = 65536; // a hundred times what it prints
-    const QDeadlineTimer deadline(timeLimit);
-    const auto rest_ms = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
-    QProcess process;
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral("timedatectl"), {QStringLiteral("status")}, QIODevice::ReadOnly);
-    QByteArray output;
-    while (output.size() <= mostOutput_B && process.waitForReadyRead(rest_ms()))
-        output += process.readAllStandardOutput();
-    const bool hasEnded =
-        output.size() <= mostOutput_B &&
-        (process.state() == QProcess::NotRunning || process.waitForFinished(rest_ms()));
-    if (hasEnded && process.error() != QProcess::FailedToStart)
-        return output.contains("NTP service: active");
-    const QString reason =
-        output.size() > mostOutput_B ? QStringLiteral("it prints too much") : process.errorString();
-    logLine(LogLevel::Error) << "bool zeltools::system::PackagesManager::ntpEnabled() const"
-                             << "Failed to run timedatectl:" << reason;
-    process.kill();
-    process.waitForFinished();
-    return std::nullopt;
 }
 
 void PackagesManager::setNtpEnabled(bool on)
 {
     const std::optional<Package> package = ntpPackage();
     if (package == Ntp) {
-        const Data& data = inspectionData(Ntp);
+        const PackageInspectionData& data = m_packages[Ntp];
         run(QStringLiteral("update-rc.d -f %1 %2")
                 .arg(*data.serviceName, QLatin1String(on ? "defaults" : "remove")));
         run(QStringLiteral("%1 %2").arg(*data.initScript, QLatin1String(on ? "start" : "stop")));
@@ -178,9 +147,9 @@ void PackagesManager::setNtpEnabled(bool on)
 
 bool PackagesManager::mayRun(const QString& command) const
 {
-    if (!m_isBoard)
+    if (!m_machine.isBoard)
         logLine(LogLevel::Info) << "Would run" << command << "(doing nothing on desktop)";
-    return m_isBoard;
+    return m_machine.isBoard;
 }
 
 void PackagesManager::run(const QString& command) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/zeltools_export.h>
 
 #include <QMap>
@@ -8,7 +9,6 @@
 #include <QStringList>
 
 #include <array>
-#include <chrono>
 #include <optional>
 
 namespace zeltools::system
@@ -44,9 +44,11 @@ public:
     /// The only manager, created by the first call and never destroyed.
     static PackagesManager& instance();
 
+    /// The result of isAvailable() of the only manager.
+    static bool packageAvailable(Package package);
     /// Whether the package is available. The first result is kept until the process ends, since the
     /// image does not change while the machine runs.
-    static bool packageAvailable(Package package);
+    bool isAvailable(Package package) const;
     /// Whether the conditions hold, checked at each call. The first condition that fails is an Info
     /// line; a configuration file that cannot be opened is a Warning.
     static bool packageAvailable(const PackageInspectionData& data);
@@ -71,18 +73,18 @@ Q_SIGNALS:
     /// Emitted after each setNtpEnabled(), even if nothing has changed.
     void ntpEnabledChanged();
 
-private:
-    friend class TestTimeServices; // clears the kept results, since each test has its own /etc
-
-    PackagesManager();
+protected:
+    /// Constructs a manager for another machine.
+    explicit PackagesManager(const Machine& machine);
     ~PackagesManager() override;
 
-    static std::optional<bool> timeSyncState(std::chrono::milliseconds timeLimit);
+private:
     bool mayRun(const QString& command) const;
     void run(const QString& command) const;
 
-    static std::array<std::optional<bool>, 3> s_availability;
-    bool m_isBoard;
+    const Machine m_machine;
+    const std::array<PackageInspectionData, 3> m_packages;
+    mutable std::array<std::optional<bool>, 3> m_availability; // the kept results
 };
 
 } // namespace zeltools::system

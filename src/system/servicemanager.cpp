@@ -17,7 +17,7 @@ ServiceManager::~ServiceManager() = default;
 
 void ServiceManager::add(std::unique_ptr<Service>&& service)
 {
-    std::unique_ptr<Service> taken = std::move(service); // destroyed where there is one already
+    std::unique_ptr<Service> taken = std::move(service); // is destroyed if the identifier is taken
     const auto [place, isNew] = m_services.try_emplace(taken->id(), std::move(taken));
     if (isNew)
         connect(place->second.get(), &Service::enableChanged, this,

@@ -1,14 +1,19 @@
 #pragma once
 
+#include <zeltools/machine.h>
 #include <zeltools/zeltools_export.h>
 
 #include <QObject>
 #include <QStringList>
 
 #include <chrono>
+#include <memory>
 
 namespace zeltools::system
 {
+
+class PackagesManager;
+class ZoneDatabase;
 
 /// Lists the time zones that the machine can use, grouped by area, for the user interface, and
 /// reads and switches the current one.
@@ -55,6 +60,15 @@ public:
 
 Q_SIGNALS:
     void currentTimeZoneChanged();
+
+protected:
+    /// Constructs a helper for another machine. The manager must outlive it.
+    TimeZoneHelper(const Machine& machine, const PackagesManager& packages,
+                   QObject* parent = nullptr);
+
+private:
+    const std::unique_ptr<const ZoneDatabase> m_zones;
+    const PackagesManager& m_packages;
 };
 
 } // namespace zeltools::system

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+namespace zeltools::system
+{
+
+/// Whether `timedatectl status` reports that the time synchronisation is on. No value and an Error
+/// line if the program cannot be run, prints too much or does not end within the time limit.
+std::optional<bool> timeSyncState(std::chrono::milliseconds timeLimit);
+
+} // namespace zeltools::system
