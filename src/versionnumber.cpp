@@ -46,7 +46,7 @@ VersionNumber& VersionNumber::operator=(const QString& text)
 std::vector<int> VersionNumber::toListId(const QString& text)
 {
     std::vector<int> identifiers;
-    const QStringList parts = text.split('.');
+    const QStringList parts = text.split(QLatin1Char('.'));
     for (const QString& part : parts)
         identifiers.push_back(part.toInt());
     return identifiers;
@@ -67,7 +67,7 @@ QString VersionNumber::toString() const
     QStringList parts;
     for (const int identifier : m_identifiers)
         parts += QString::number(identifier);
-    return parts.join('.');
+    return parts.join(QLatin1Char('.'));
 }
 
 bool VersionNumber::isValidComparison(const VersionNumber& a, const VersionNumber& b)

@@ -13,9 +13,9 @@
 namespace
 {
 
-constexpr QLatin1String s_encrypt("encrypt");
-constexpr QLatin1String s_decrypt("decrypt");
-constexpr QLatin1String s_info("info");
+const QLatin1String s_encrypt("encrypt");
+const QLatin1String s_decrypt("decrypt");
+const QLatin1String s_info("info");
 
 // In the order of the enumerations.
 constexpr auto s_protections = "off checksum sha1";

@@ -15,8 +15,8 @@ using zeltools::FileReplacement;
 namespace
 {
 
-constexpr QLatin1String s_standardStream("-");
-constexpr QLatin1String s_isDifferent("what was written does not decrypt to it");
+const QLatin1String s_standardStream("-");
+const QLatin1String s_isDifferent("what was written does not decrypt to it");
 
 QString cannot(const Job& job, const QString& reason)
 {

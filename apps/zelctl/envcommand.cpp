@@ -15,10 +15,10 @@ using zeltools::FileReplacement;
 namespace
 {
 
-constexpr QLatin1String s_list("list");
-constexpr QLatin1String s_get("get");
-constexpr QLatin1String s_set("set");
-constexpr QLatin1String s_unset("unset");
+const QLatin1String s_list("list");
+const QLatin1String s_get("get");
+const QLatin1String s_set("set");
+const QLatin1String s_unset("unset");
 
 /// The number of words, from the file on, that an action needs; 0 for an unknown one.
 int wordsOf(const QString& action)

@@ -19,7 +19,7 @@
 namespace
 {
 
-constexpr QLatin1String s_dateFormat("dd/MM/yyyy");
+const QLatin1String s_dateFormat("dd/MM/yyyy");
 
 /// Maps the names of the kinds to their texts in the files.
 QMap<QString, QString> kinds()

@@ -14,8 +14,8 @@
 namespace
 {
 
-constexpr QLatin1String s_isNoFile("it is not a file");
-constexpr QLatin1String s_isTooLarge("it is too large");
+const QLatin1String s_isNoFile("it is not a file");
+const QLatin1String s_isTooLarge("it is too large");
 
 QString cannotRead(const QString& path, const QString& reason)
 {

@@ -12,8 +12,8 @@ using zeltools::envvar::typeToString;
 namespace
 {
 
-constexpr QLatin1String s_file("file");
-constexpr QLatin1String s_invalid("invalid");
+const QLatin1String s_file("file");
+const QLatin1String s_invalid("invalid");
 
 /// Switches that are read directly from the process environment, where the file puts them.
 const QStringList& logSwitches()
