@@ -163,8 +163,10 @@ private Q_SLOTS:
         auto& c = *new Scoped("LINKED_C");
         m_store.setVisibleIf(&b, &a);
         m_store.setVisibleIf(&a, &b); // a circle
+        support::LineRecorder recorder;
         m_store.makeExclusive({&a, &b});
         m_store.makeExclusive({&b, &c});
+        QCOMPARE(recorder.take().size(), 1); // Only the first set has two members that are on.
         QVERIFY(a() && b() && a.flags() == Visible && b.flags() == Visible);
         a.set(true);
         QVERIFY(a() && !b() && a.flags() == Flags() && b.flags() == Visible);

@@ -124,6 +124,20 @@ private Q_SLOTS:
         QVERIFY(!queue.next());
     }
 
+    void theFileTellsHowManyLinesWereDropped()
+    {
+        RotatingLogFile file(m_configuration);
+        file.setPrimaryFilename(tracePath());
+        file.file.open(QIODevice::Append);
+        {
+            LogInFile::WriterThread writer(&file);
+            for (int i = 0; i < 70; ++i)
+                writer.onWriteStringToFile(QString(1024 * 1024, 'x'));
+            writer.start();
+        }
+        QVERIFY(support::readFile(tracePath()).contains("|7 lines were dropped here"));
+    }
+
     void openingAndClosingATrace()
     {
         LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
