@@ -208,6 +208,9 @@ private Q_SLOTS:
         for (const bool on : {false, true, false}) // it does not retry then
             services.enable(Service::Ntp, on);
         QCOMPARE(failures(5min), 1);
+        write(m_machine.ntpStateFile);
+        client(m_unreachable)->enable(true);
+        QVERIFY(client(m_unreachable)->enabled()); // as the last run has left it
     }
 
     void findsZones()
