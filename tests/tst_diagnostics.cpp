@@ -33,7 +33,7 @@ class TestDiagnostics : public QObject
     static System::Command shell(const QString& script) { return {"/bin/sh", {"-c", script}}; }
 
 public:
-    /// What the test does as its own child. It has a child of its own, which must end too.
+    /// Runs in a child process of the test. It starts a process itself, which must end too.
     Q_NEVER_INLINE static void end(const QByteArray& how)
     {
         static Capture capture(machine(true)); // destroyed at exit, as Dmesg::instance() is
@@ -60,7 +60,8 @@ private Q_SLOTS:
     void init() { m_threads = threads(); }
     void cleanup()
     {
-        QTRY_COMPARE(threads(), m_threads); // one is there a little longer than the wait for it
+        // A thread remains in the list briefly after the wait for it.
+        QTRY_COMPARE(threads(), m_threads);
         QVERIFY(::waitpid(-1, nullptr, WNOHANG) <= 0); // no zombie
         m_recorder.take();
     }
@@ -86,7 +87,8 @@ private Q_SLOTS:
         QCOMPARE(capture.linesToString(4, Dmesg::NewerFirst), QString("\n\ncc\nbbbb"));
         QCOMPARE(capture.linesToString(0, Dmesg::OlderFirst), QString("aaaa\nbbbb\ncc\n\n"));
         QCOMPARE(capture.linesToString(9, Dmesg::NewerFirst), QString("\n\ncc\nbbbb\naaaa"));
-        for (int i = 0; i < 1025; ++i) // empty lines count nothing, but do not come without end
+        // Empty lines count no characters, but their number is bounded.
+        for (int i = 0; i < 1025; ++i)
             capture.onProcessNewLines(QVector<QString>(1024).toList());
         QCOMPARE(capture.lines().size(), 1024 * 1024);
     }
@@ -98,7 +100,7 @@ private Q_SLOTS:
             LogNode::instance(), &LogNode::logged, &capture, [&] { capture.lines(); },
             Qt::DirectConnection); // no line is logged with the lock held
         const QString path = Path::instance()->debugLogsDir + "dmesg.log";
-        PrimaryFile other(path); // of which the file of the capture warns
+        PrimaryFile other(path); // the file of the capture warns of it
         QVERIFY(other.open(QIODevice::Append) && other.lock());
         for (const bool isOn : {false, true, false, true}) {
             capture.setConfig({Dmesg::makeLogFileConfig(1, 2, false), isOn, 10});
@@ -212,7 +214,7 @@ private Q_SLOTS:
         QByteArray line;
         while (!line.endsWith('\n') && child.waitForReadyRead())
             line += child.readLine();
-        // Its state tells also while it is being started, when its command line is still empty.
+        // The state is also valid while the process starts, when its command line is still empty.
         const auto isFollowing = [&] {
             const QString stat = support::readFile(QString("/proc/%1/stat").arg(line.toInt()));
             return stat.contains(QRegularExpression("\\) [RSD] "));

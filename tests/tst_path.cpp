@@ -5,7 +5,7 @@
 
 #include <QtTest>
 
-/// Runs every test as the desktop and as the board, in a folder of its own.
+/// Runs every test on the desktop and on the board, each time in a new folder.
 class TestPath : public QObject
 {
     Q_OBJECT

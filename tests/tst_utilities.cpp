@@ -17,7 +17,7 @@
 static QByteArrayList s_synced;
 static bool s_isFailing = false;
 
-// These replace the system's functions: they keep what would be synced and change nothing.
+// These replace the system's functions: they record the data to sync and change nothing.
 extern "C" Q_DECL_EXPORT int fsync(int descriptor)
 {
     char content[64] = {};

@@ -15,9 +15,9 @@ class TestWindowsTools : public QObject
 private Q_SLOTS:
     void runs_data()
     {
-        QTest::addColumn<QString>("command"); // keeps a process to be looked at in the file pid
+        QTest::addColumn<QString>("command"); // may write the id of a process to the file "pid"
         QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("output"); // a pattern for all lines, each behind its level
+        QTest::addColumn<QString>("output"); // a pattern for all lines, each after its level
         const auto row = [](const char* name, const char* command, int code, const char* output) {
             QTest::newRow(name) << command << code << output;
         };
@@ -51,7 +51,7 @@ private Q_SLOTS:
             return;
         const int process = support::readFile(dir.filePath("pid")).toInt();
         QVERIFY(process > 0 && (exitCode == -1 || ::kill(process, SIGKILL) == 0));
-        QTRY_VERIFY(::waitpid(process, nullptr, WNOHANG) != 0); // 0 is one that still runs
+        QTRY_VERIFY(::waitpid(process, nullptr, WNOHANG) != 0); // 0 means that it still runs
     }
 
     void replacesTheShell()
@@ -63,7 +63,7 @@ private Q_SLOTS:
         });
         QVERIFY(!WindowsTools::runCommands({"good", "bad", "never"}, "/in/"));
         QCOMPARE(calls, QString("/in/good/in/bad"));
-        // Back in the shell: there is no such folder.
+        // The shell is back, and there is no such folder.
         QVERIFY(WindowsTools::setCommandRunner({}) && !WindowsTools::runCommand("true", "/in/"));
     }
 };

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-/// What the tests share that see the library on another machine than this one.
+/// Helpers for tests that run the library on another machine than this one.
 namespace support
 {
 

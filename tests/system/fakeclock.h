@@ -7,25 +7,25 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-/// The timers of the test that includes this follow advance(), so that no test waits for an hour.
-/// Only those of the main thread: in another one Qt Test looks for functions that hang. The clock
-/// of the machine is never set.
+/// The timers of a test that includes this file follow advance(), so that no test waits for an
+/// hour. Only the timers of the main thread do: in another thread, Qt Test watches for functions
+/// that hang. The clock of the machine is never set.
 namespace fakeclock
 {
 
 inline std::chrono::seconds s_ahead{0};
-inline qint64 s_set_ms = 0; // what the clock was last set to
+inline qint64 s_set_ms = 0; // the time to which the clock was last set
 inline bool s_isRefusing = false;
 
 inline void advance(std::chrono::seconds time)
 {
     s_ahead += time;
-    QTest::qWait(20); // what is due now comes about
+    QTest::qWait(20); // runs the timers that are due now
 }
 
 } // namespace fakeclock
 
-// In place of the system's functions, for the library and Qt too.
+// These replace the system's functions, also for the library and Qt.
 extern "C" Q_DECL_EXPORT int clock_gettime(clockid_t clock, timespec* time) noexcept
 {
     const auto result = static_cast<int>(::syscall(SYS_clock_gettime, clock, time));

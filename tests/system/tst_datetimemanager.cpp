@@ -10,7 +10,7 @@
 using namespace std::chrono_literals;
 using namespace zeltools::system;
 
-// A system whose digits and names are others. Qt asks for it before the first test runs.
+// A locale with other digits and names. Qt reads it before the first test runs.
 const bool s_isEgyptian = qputenv("LC_ALL", "ar_EG");
 
 class TestDateTimeManager : public QObject
@@ -20,7 +20,7 @@ class TestDateTimeManager : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        // Or else the board's build would set the clock of this machine.
+        // Without the replacement, the board's tests would set the clock of this machine.
         QCOMPARE(::dlsym(RTLD_DEFAULT, "clock_settime"), reinterpret_cast<void*>(&::clock_settime));
         qputenv("TZ", "Asia/Kolkata");
     }

@@ -25,7 +25,7 @@ using fakeclock::advance;
 using namespace zeltools::system;
 using zeltools::system::service::Ntp;
 
-/// The files of the machine are in a folder of each test's own.
+/// Each test has its own folder for the files of the machine.
 class TestTimeServices : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ class TestTimeServices : public QObject
     bool m_hasNetwork = false;
     std::unique_ptr<QTemporaryDir> m_folder;
     zeltools::Machine m_machine;
-    std::list<support::Opened<PackagesManager>> m_packages; // the last is that of the test
+    std::list<support::Opened<PackagesManager>> m_packages; // the last one belongs to the test
     QStringList m_commands;
 
     static void write(const QString& file, const QByteArray& content = {})
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QVERIFY(!timeSyncState(500ms));
         qputenv("TIMEDATECTL", "exec yes NTP service: active");
         QVERIFY(!timeSyncState(10min));
-        const support::EnvironmentGuard path("PATH", ""); // now there is none
+        const support::EnvironmentGuard path("PATH", ""); // now there is no program
         QVERIFY(!timeSyncState(10min));
         const QRegularExpression line("Failed to run timedatectl: \"(?!Unknown error)");
         QCOMPARE(m_recorder.takeMessages().filter(line).size(), 3);
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QStringList times;
         connect(ntp.get(), &Ntp::currentTime,
                 [&](auto time) { times += time.toString(Qt::ISODate); });
-        ntp->refresh(); // not yet
+        ntp->refresh(); // is not enabled yet
         ntp->enable(true);
         ntp->enable(true);
         QNetworkDatagram request;
@@ -171,7 +171,7 @@ private Q_SLOTS:
         const auto answer = QByteArray(9000, 1).replace(40, 4, QByteArray::fromHex("e93c7f00"));
         for (const int size : {0, 47, 49, 9000, 48, 48})
             peer.writeDatagram(request.makeReply(answer.left(size)));
-        peer.writeDatagram(request.makeReply(QByteArray(48, '\0'))); // it does not know the time
+        peer.writeDatagram(request.makeReply(QByteArray(48, '\0'))); // without a time
         QUdpSocket stranger;
         QVERIFY(stranger.bind(QHostAddress("127.0.0.2"), 123));
         stranger.writeDatagram(answer.left(48), request.senderAddress(), request.senderPort());
@@ -205,9 +205,12 @@ private Q_SLOTS:
             QCOMPARE(failures(27s), 0);
         }
         QCOMPARE(failures(1h), 1);
-        for (const bool on : {false, true, false}) // it does not retry then
+        for (const bool on : {false, true, false}) // a disabled client does not retry
             services.enable(Service::Ntp, on);
         QCOMPARE(failures(5min), 1);
+        write(m_machine.ntpStateFile);
+        client(m_unreachable)->enable(true);
+        QVERIFY(client(m_unreachable)->enabled()); // restores the state of the last run
     }
 
     void findsZones()
