@@ -213,6 +213,36 @@ private Q_SLOTS:
         QVERIFY(client(m_unreachable)->enabled()); // restores the state of the last run
     }
 
+    void clientMayBeDeletedByItsListener()
+    {
+        QUdpSocket peer;
+        QVERIFY(peer.bind(QHostAddress::LocalHost, 123));
+        QPointer<Ntp> ntp = client(QHostAddress::LocalHost).release();
+        connect(ntp, &Ntp::currentTime, [&] { delete ntp; });
+        ntp->enable(true);
+        QTRY_VERIFY(peer.hasPendingDatagrams());
+        peer.writeDatagram(peer.receiveDatagram().makeReply(QByteArray(48, 1)));
+        QTRY_VERIFY(!ntp);
+        advance(0s);
+    }
+
+    void clientHearsARealServer()
+    {
+        if (!QFile::exists(CHRONYD))
+            QSKIP("needs chrony, which ./dev test fetches", SkipSingle);
+        const QString configuration = m_folder->filePath("chrony.conf");
+        write(configuration,
+              "local stratum 1\nallow\ncmdport 0\npidfile " + m_folder->filePath("pid").toUtf8());
+        QProcess server; // -x keeps it from the clock of the machine.
+        server.start(CHRONYD, {"-d", "-x", "-u", "root", "-f", configuration});
+        const auto ntp = client(QHostAddress::LocalHost);
+        const QSignalSpy times(ntp.get(), &Ntp::currentTime);
+        ntp->enable(true);
+        QTRY_VERIFY_WITH_TIMEOUT((ntp->refresh(), !times.isEmpty()), 30000);
+        QVERIFY(qAbs(times[0][0].toDateTime().secsTo(QDateTime::currentDateTime())) < 10);
+        server.close();
+    }
+
     void findsZones()
     {
         const QDir zones(m_machine.zoneInfoDir);
