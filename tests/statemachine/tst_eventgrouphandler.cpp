@@ -52,7 +52,11 @@ public:
         if (event == when && then)
             std::exchange(then, nullptr)();
     }
-    bool isAtWork() const { return handler && (handler->isRunning() || timer->isActive()); }
+    bool isAtWork() const
+    {
+        const EventGroupHandler* const group = handler;
+        return group != nullptr && (group->isRunning() || timer->isActive());
+    }
 
     QPointer<EventGroupHandler> handler;
     QTimer* timer;

@@ -92,7 +92,7 @@ private Q_SLOTS:
         machine.then = [&] {
             QCOMPARE(machine.m_receptions.firstKey().name(), "destroyed");
             QCOMPARE(machine.m_receptions.lastKey().name(), "notify");
-            QVERIFY(machine.m_lastSignal == machine.m_receptions.firstKey());
+            QCOMPARE(machine.m_lastSignal.name(), "destroyed");
             machine.setState(1); // The third signal is dropped.
             Q_EMIT second->notify();
             QVERIFY(machine.m_receptions.isEmpty() && !machine.m_lastSignal.isValid());
