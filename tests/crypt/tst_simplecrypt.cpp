@@ -148,7 +148,8 @@ private Q_SLOTS:
             s_warnings += line.left(line.indexOf(", file"));
         QString report =
             QString("%1|%2|%3").arg(result).arg(crypt.lastError()).arg(s_warnings.join("; "));
-        report.remove(QRegularExpression("Z_[A-Z]+_ERROR: ")); // only Qt 5 writes that
+        // The versions of Qt word their own warnings differently.
+        report.remove(QRegularExpression("Z_[A-Z]+_ERROR: |(?<=qCompress).*"));
         QCOMPARE(report, record["report"].toString());
         const SimpleCrypt::Failure failure = crypt.lastFailure();
         QCOMPARE(failure.path + ": " + failure.systemError, record["failure"].toString(": "));
