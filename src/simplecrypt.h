@@ -180,8 +180,8 @@ public:
     /// encryptFile() writes with CompressionOff. The input must be a file that can be read twice.
     bool encryptFileInChunks(const QString& inputPath, const QString& outputPath,
                              const Progress& progress = Progress());
-    /// Decrypts in constant memory as well. For a file that is compressed or has a checksum, it
-    /// calls decryptFile() and returns its result. It refuses files shorter than 30 bytes, which
+    /// Decrypts in constant memory as well. It decrypts a file that is compressed or has a
+    /// checksum in memory, as decryptFile() does. It refuses files shorter than 30 bytes, which
     /// decryptFile() can read. The output is written before the SHA-1 is verified and stays if that
     /// fails; a file that is refused because of its header leaves an empty output.
     bool decryptFileSmart(const QString& inputPath, const QString& outputPath,

@@ -3,7 +3,8 @@
 #include <QByteArray>
 
 /// The compression of payloads: the length of the original, four bytes with the highest first, and
-/// a zlib stream. Both functions throw std::bad_alloc if memory runs out.
+/// a zlib stream. Both functions throw std::bad_alloc if memory runs out; uncompress() reports
+/// this as damage if the length is above SimpleCrypt::largestInMemory_B.
 namespace compression
 {
 

@@ -37,7 +37,7 @@ public:
     void emptyOutput();
     void write(const QByteArray& bytes);
     void syncOutput();
-    /// Writes what an operation makes of the whole input, and syncs the output.
+    /// Writes what an operation makes of the rest of the input, and syncs the output.
     template <typename Operation>
     void writeResult(const Operation& operation)
     {

@@ -10,7 +10,7 @@
 class QFile;
 
 /// Answers the questions of SimpleCrypt about the header of bytes and files. It logs the warnings
-/// and records each failure in the outcome of the SimpleCrypt.
+/// and records the failures in the outcome of the SimpleCrypt.
 class CryptHeaderReader
 {
 public:

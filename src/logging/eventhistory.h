@@ -11,7 +11,7 @@
 /// The events that a page consists of.
 struct EventSelection
 {
-    /// The kind as the file has it ("MenuAccess"). Every kind if it is empty.
+    /// The kind as the file has it ("MenuAccess"); an empty text selects every kind.
     QString kind;
     /// The first and the last day as "dd/MM/yyyy". Dates only filter if both are given.
     QString startDate;

@@ -22,7 +22,7 @@ public:
     /// Writes a page to `text` and returns the number of pages.
     int write(QString& text, const EventSelection& selection, int pageIndex,
               int eventsPerPage) const;
-    /// EventHistory::matches() and EventHistory::appendLines()
+    /// They call the functions with these names in EventHistory and log its errors.
     QVector<int> matches(const QString& fileName, const EventSelection& selection) const;
     void appendLines(QString& text, const QString& fileName, const QVector<int>& lineIndexes,
                      int first, int count) const;

@@ -6,8 +6,8 @@
 class RotatingLogFile;
 
 /// Packs the first predecessor of a RotatingLogFile in a thread of its own. The size of the primary
-/// P decides when a failed compression is tried again. Call the functions under the mutex of the
-/// RotatingLogFile, except wait() and isInWorker().
+/// P decides when a failed compression is tried again. The functions are called under the mutex of
+/// the RotatingLogFile, except wait(), isInWorker() and pack(), which blocks while tar runs.
 class LogCompression
 {
 public:

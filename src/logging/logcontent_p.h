@@ -6,11 +6,11 @@
 namespace logcontent
 {
 
-/// RotatingLogFile::getLogLines()
+/// The result of RotatingLogFile::getLogLines().
 QStringList lines(const QString& path);
-/// RotatingLogFile::totalContent() of files that are given newest first.
+/// The result of RotatingLogFile::totalContent() for files that are given newest first.
 QString total(const QStringList& paths, RotatingLogFile::Order order);
-/// RotatingLogFile::pageContent() of files that are given newest first.
+/// The result of RotatingLogFile::pageContent() for files that are given newest first.
 QString page(const QStringList& paths, unsigned firstLine, unsigned lastLine,
              RotatingLogFile::Order order);
 

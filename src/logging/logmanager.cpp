@@ -119,7 +119,7 @@ void LogManager::initLogFiles()
 void LogManager::finalizeLogFiles()
 {
     if (thread() == QThread::currentThread())
-        m_router->writeQueuedLines();
+        m_router->writeQueuedLines(); // while the files are still open
     m_files->close();
 }
 
@@ -192,6 +192,16 @@ void LogManager::messageHandler(QtMsgType type, const QMessageLogContext&, const
 void LogManager::enableLogToFile(bool enable)
 {
     m_router->setGeneralFileEnabled(enable);
+}
+
+void LogManager::enableModuleDebugging(const LogModule& module)
+{
+    DebugModules::shared().add(module);
+}
+
+void LogManager::disableModuleDebugging(const LogModule& module)
+{
+    DebugModules::shared().remove(module);
 }
 
 void LogManager::enableModulesDebuggingFromEnvVars()

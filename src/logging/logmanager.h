@@ -1,6 +1,5 @@
 #pragma once
 
-#include <zeltools/logging/debugmodules.h>
 #include <zeltools/logging/logeventmodule.h>
 #include <zeltools/logging/loglevel.h>
 #include <zeltools/logging/logmodules.h>
@@ -120,8 +119,8 @@ public:
     /// The timer that calls syncLogs() every minute after the host has started it. Lines reach the
     /// operating system without it.
     QTimer* syncTimer() { return &m_syncTimer; }
-    void enableModuleDebugging(const LogModule& module) { DebugModules::shared().add(module); }
-    void disableModuleDebugging(const LogModule& module) { DebugModules::shared().remove(module); }
+    void enableModuleDebugging(const LogModule& module);
+    void disableModuleDebugging(const LogModule& module);
     QStringList getModulesDebuggingEnvVars() { return LogModules::getEnvVars(); }
     /// Applies LogModules::updateFromEnvVars() to the modules that are on, and logs the names of
     /// those that were added.

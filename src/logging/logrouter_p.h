@@ -6,7 +6,8 @@
 #include <atomic>
 
 /// Takes each line of LogManager to where it belongs: the standard error stream, one of the five
-/// files, and the manager's signal for its kind. Any thread may call it.
+/// files, and the manager's signal for its kind. Any thread may call
+/// the functions unless they say otherwise.
 class LogRouter
 {
 public:

@@ -163,7 +163,8 @@ void RotatingLogFile::onDataWritten()
 void RotatingLogFile::endHalfLine()
 {
     const QMutexLocker locker(&m_mutex);
-    m_writer->endHalfLine();
+    if (isWritable())
+        m_writer->endHalfLine();
 }
 
 bool RotatingLogFile::rotateIfNeeded(qint64 incoming)

@@ -191,9 +191,14 @@ private Q_SLOTS:
         logInThread({"a", "b", "c"});
         QCOMPARE(found, QStringList());
         QTRY_COMPARE(found.size(), 3);
+        logInThread({"last"});
+        m_manager->finalizeLogFiles();
+        QCOMPARE(fileLines(LogManager::Events).last(), "| NONE| last");
+        m_manager->initLogFiles();
+        const EnvironmentGuard guard("LOG_FROM_MAIN_THREAD", "true");
         QVERIFY(m_manager->connectNode(LogNode::instance()));
         logInThread({"not queued"});
-        QCOMPARE(found.size(), 4);
+        QCOMPARE(found.size(), 5);
     }
 
     void truncatedContent()
@@ -265,9 +270,15 @@ private Q_SLOTS:
     {
         const QMetaObject* meta = m_manager->metaObject();
         QCOMPARE(meta->propertyCount() - meta->propertyOffset(), 4);
-        for (const char* method : {"deleteEventFile()", "logContent()", "setEventUser(QString)"})
+        for (const char* method :
+             {"deleteEventFile()", "deleteGrinderFile()", "emitEventModuleFilterChangeTrad()",
+              "logContent()", "logContent(bool)", "setEventUser(QString)", "syncLogs()",
+              "eventsTextListChanged()", "failureLogged(QString)", "grinderLogged(QString)",
+              "loggedFromThread(QString)", "qtLogged(QString)",
+              "newLogEvent(LogEventModule::EventModule,QStringList)"})
             QVERIFY2(meta->indexOfMethod(method) >= 0, method);
-        for (const char* type : {"LogLevel", "LogLevel::Level", "LogEventModule::EventModule"})
+        for (const char* type :
+             {"LogLevel", "LogLevel::Level", "Log::Modules", "LogEventModule::EventModule"})
             QVERIFY2(zeltools::isMetaType(type), type);
     }
 
