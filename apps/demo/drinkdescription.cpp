@@ -9,10 +9,10 @@ using Transition = TransitionDescription;
 namespace
 {
 
-Transition labelled(const QString& label, Transition way)
+Transition labelled(const QString& label, Transition transition)
 {
-    way.description = label;
-    return way;
+    transition.description = label;
+    return transition;
 }
 
 } // namespace

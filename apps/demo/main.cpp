@@ -82,26 +82,21 @@ int main(int argc, char** argv)
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A machine application in miniature."));
     parser.addHelpOption();
-    const QCommandLineOption directory(
-        QStringLiteral("dir"),
-        QStringLiteral("Keep the machine's folders in <DIR>, which must be empty or new."),
-        QStringLiteral("DIR"));
-    parser.addOption(directory);
-    const QCommandLineOption environment(
-        QStringLiteral("environment"),
-        QStringLiteral("Load the switches from <FILE>; see apps/demo/environment."),
-        QStringLiteral("FILE"));
-    parser.addOption(environment);
-    const QCommandLineOption diagram(
-        QStringLiteral("diagram"),
-        QStringLiteral("Write pictures of the drink's state machine to <DIR>."),
-        QStringLiteral("DIR"));
-    parser.addOption(diagram);
-    const QCommandLineOption clock(
-        QStringLiteral("clock"),
-        QStringLiteral("Let `zelctl clock` set the clock over the link <ADDRESS>."),
-        QStringLiteral("ADDRESS"));
-    parser.addOption(clock);
+    const QString directory = QStringLiteral("dir");
+    const QString environment = QStringLiteral("environment");
+    const QString diagram = QStringLiteral("diagram");
+    const QString clock = QStringLiteral("clock");
+    parser.addOptions({
+        {directory,
+         QStringLiteral("Keep the machine's folders in <DIR>, which must be empty or new."),
+         QStringLiteral("DIR")},
+        {environment, QStringLiteral("Load the switches from <FILE>; see apps/demo/environment."),
+         QStringLiteral("FILE")},
+        {diagram, QStringLiteral("Write pictures of the drink's state machine to <DIR>."),
+         QStringLiteral("DIR")},
+        {clock, QStringLiteral("Let `zelctl clock` set the clock over the link <ADDRESS>."),
+         QStringLiteral("ADDRESS")},
+    });
     parser.process(application);
 
     QTextStream out(stdout);

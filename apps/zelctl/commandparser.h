@@ -21,7 +21,7 @@ public:
     };
 
     void setDescription(const char* description);
-    /// The syntax is for the line of usage; the name unless given.
+    /// The syntax stands in the line of usage; without one, the name does.
     void addArgument(const char* name, const char* description, const char* syntax = "");
     void addOptions(std::initializer_list<Option> options);
 

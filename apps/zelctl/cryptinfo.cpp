@@ -104,8 +104,8 @@ ExitStatus showInfo(const QString& path, bool isJson)
         metadata = QStringLiteral("%1 bytes, too many to be shown").arg(info.metadataSize);
     return print(QStringLiteral("version        %1\nflags          %2\nmetadata       %3\n"
                                 "header length  %4\ndigest offset  %5\n")
-                     .arg(info.version)
-                     .arg(flagNames(info.flags).join(QLatin1Char(' ')), metadata)
-                     .arg(info.leadEnd + info.digestSize)
-                     .arg(info.digestSize > 0 ? QString::number(info.leadEnd) : none));
+                     .arg(QString::number(info.version),
+                          flagNames(info.flags).join(QLatin1Char(' ')), metadata,
+                          QString::number(info.leadEnd + info.digestSize),
+                          info.digestSize > 0 ? QString::number(info.leadEnd) : none));
 }

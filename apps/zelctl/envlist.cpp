@@ -71,7 +71,8 @@ ExitStatus printList(const QString& path, const Settings& settings, bool isJson)
     QJsonArray array;
     QVector<QStringList> rows;
     QString invalid;
-    for (const Setting& setting : settings.all()) {
+    const QVector<Setting> all = settings.all();
+    for (const Setting& setting : all) {
         array.append(jsonObject({
             {"name", setting.name},
             {"value", setting.value},

@@ -1,6 +1,8 @@
-# Pretty printers of the library's types for gdb: sets of modules by name, switches with their values.
-# Loaded with the library where gdb trusts the folder of the package, or by "source zeltools.py".
+# Pretty printers of the library's types for gdb: sets of modules by name, switches by name, the
+# boolean and integer ones with their value. gdb loads them together with a library that is installed
+# below /usr; elsewhere "source zeltools.py" does.
 import gdb
+import gdb.printing
 
 
 def items(container):
@@ -63,7 +65,10 @@ class EnvVar:
         self.value = value
 
     def to_string(self):
-        return '%s (%d)' % (text(self.value['m_name']), int(self.value['m_number']['_M_i']))
+        name = text(self.value['m_name'])
+        if str(self.value.dynamic_type).endswith('String'):
+            return name
+        return '%s (%d)' % (name, int(self.value['m_number']['_M_i']))
 
 
 printers = gdb.printing.RegexpCollectionPrettyPrinter('zeltools')

@@ -28,7 +28,7 @@ void limitStatedLength(QByteArray& payload)
         qToBigEndian(static_cast<quint32>(possible), payload.data());
     // qUncompress() reports missing memory as damage; this allocation throws instead.
     if (stated <= SimpleCrypt::largestInMemory_B)
-        const QByteArray room(static_cast<int>(qMin(stated, possible)), Qt::Uninitialized);
+        (void)QByteArray(static_cast<int>(qMin(stated, possible)), Qt::Uninitialized);
 }
 
 } // namespace

@@ -32,6 +32,7 @@ QThreadPool& threadPool()
 FolderReader::FolderReader(const FolderRows& rows)
     : m_rows(rows)
 {
+    m_watch.setParent(this);
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &FolderReader::list);
     connect(&m_watch, &FolderWatch::changed, this, [this] { schedule(m_pause_ms); });
@@ -51,7 +52,7 @@ void FolderReader::setFolder(const QString& path)
     ++m_serial; // A finished() signal of that listing may be in the event queue.
     m_watch.stop();
     m_query.folder = path;
-    refresh();
+    m_timer.stop();
 }
 
 void FolderReader::resume()

@@ -24,7 +24,8 @@ public:
     ~FolderReader() override;
 
     const FolderQuery& query() const { return m_query; }
-    /// Sets the folder of the query and drops the running listing of the old one.
+    /// Sets the folder of the query and drops the listing of the old one, whether it runs or is
+    /// due. refresh() begins the first listing of the new folder.
     void setFolder(const QString& path);
     /// Sets another member of the query. The running listing is cancelled, and the next one begins
     /// when it has ended: a disk that hangs blocks one thread only. Returns false if the member has
@@ -49,10 +50,10 @@ public:
 
 Q_SIGNALS:
     /// A listing has ended. Its changes lead from the rows to its own rows.
-    void listed(const FolderListing& listing);
+    void listed(const tools::datamodel::FolderListing& listing);
     /// Follows listed(), unless a receiver of that set another folder or a newer listing has begun.
     /// Changes of the folder are detected from now on.
-    void followed(const FolderListing& listing);
+    void followed(const tools::datamodel::FolderListing& listing);
 
 private:
     void schedule(int delay_ms);

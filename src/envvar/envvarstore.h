@@ -78,8 +78,8 @@ public:
 Q_SIGNALS:
     /// Announces a variable that is still being constructed: its name, description, category and
     /// flags can be read, but its virtual functions must not be called.
-    void envVarAdded(zeltools::envvar::EnvVar& envVar);
-    void unregisterEnvVar(zeltools::envvar::EnvVar* envVar);
+    void envVarAdded(EnvVar& envVar);      // clazy:exclude=fully-qualified-moc-types
+    void unregisterEnvVar(EnvVar* envVar); // clazy:exclude=fully-qualified-moc-types
 
 public Q_SLOTS:
     /// Completes the change of a member of an exclusive set. Other calls do nothing.

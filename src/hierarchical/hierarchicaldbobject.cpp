@@ -211,7 +211,8 @@ void HierarchicalDbObject::setModified()
 void HierarchicalDbObject::resetModified()
 {
     StateChanges changes;
-    for (HierarchicalDbObject* object : collect(Which::Changed))
+    const QVector<Guarded> changed = collect(Which::Changed);
+    for (HierarchicalDbObject* object : changed)
         object->markUnchanged(changes);
     announce(changes);
 }

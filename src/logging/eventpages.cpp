@@ -4,6 +4,8 @@
 #include "logging/logfileset_p.h"
 #include "logging/logformatter.h"
 
+#include <utility>
+
 namespace
 {
 

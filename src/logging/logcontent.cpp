@@ -60,7 +60,8 @@ QString page(const QStringList& paths, unsigned firstLine, unsigned lastLine,
     for (const QString& path : paths) {
         if (number > lastLine)
             break;
-        for (const QString& line : orderedLines(path, order)) {
+        const QStringList lines = orderedLines(path, order);
+        for (const QString& line : lines) {
             if (number >= firstLine && number <= lastLine)
                 page.append(line);
             ++number;

@@ -82,6 +82,7 @@ void EventGroupHandler::nextEvent()
 //
 //     from    | event                                  | to
 //     Waiting | timeout with attempts left             | Due
+//     Waiting | answer after clear()                   | Due
 //     Judging | answer accepted, or attempts left      | Due
 //     Judging | the check throws                       | Waiting
 //     Due     | no events left: success()              | Idle

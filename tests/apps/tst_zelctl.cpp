@@ -67,6 +67,7 @@ private Q_SLOTS:
         row("zelctl version 1.2 1.2.0 --json 2>/dev/null",
             "{\"a\":\"1.2\",\"b\":\"1.2.0\",\"comparison\":\"!=\",\"sameSize\":false}\n");
         row("zelctl version 1.3 1.2.7 2>/dev/null", ">\n");
+        row("zelctl version 1 2 3 2>/dev/null; echo $?; zelctl hex 2>/dev/null; echo $?", "2\n2\n");
         refused("zelctl version 1.2a 1.2", "\"2a\" in \"1.2a\" is no number of a version", 1);
         row("[ \"zelctl $(zelctl version)\" = \"$(zelctl --version)\" ]", "");
     }
