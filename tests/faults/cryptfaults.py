@@ -16,7 +16,7 @@ from pathlib import Path
 
 from faults import EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, private_mounts, require
 
-sys.path.insert(0, str(Path(__file__).parent.parent / "crypt"))
+sys.path.insert(0, str(Path(__file__).parent.parent.parent / "docs/examples"))
 import cryptformat  # noqa: E402
 
 CHUNK = 2**20
