@@ -137,6 +137,7 @@ private Q_SLOTS:
                    story.state("B", {Transition::after(1min, "Late")}), story.state("Late")});
         story.machine->restart(); // before it has started
         story.machine->start();   // replaces the restart
+        QVERIFY(!pause->isActive());
         QTRY_COMPARE(story.events.size(), 5);
         Q_EMIT story.emitter.notify();
         for (int i = 0; i < 5; ++i)
@@ -150,7 +151,8 @@ private Q_SLOTS:
         story.machine->restart();
         QTRY_VERIFY(!story.machine->isRunning());
         story.machine->start();
-        QTRY_VERIFY(story.machine->isRunning() && !pause->isActive());
+        QVERIFY(!pause->isActive());
+        QTRY_VERIFY(story.machine->isRunning());
     }
 
     void mayBeDestroyedAnywhere()
