@@ -169,7 +169,7 @@ private Q_SLOTS:
         second.write("c");
         QCOMPARE(f.content(), "zel.log=aaaaaaaabbbbbbc");
         QTRY_VERIFY(f.log.write("d") == 1 && readFile(f.path(0)).startsWith('d'));
-        QTRY_VERIFY(second.write("e") == 1 && readFile(f.path(0)).endsWith('e'));
+        QTRY_VERIFY(second.write("e") == 1 && readFile(f.path(0)).endsWith("eeee"));
         QVERIFY(readFile(f.path(1)).startsWith("aaaaaaaabbbbbbc"));
         f.log.file.close();
         QTRY_VERIFY(second.write("ffffffffff") == 10 && readFile(f.path(0)) == "ffffffffff");
