@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+#include <chrono>
+
+/// Settings of the way that log lines take from the calling thread to standard error and the files,
+/// see LogManager::setDelivery().
+struct LogDelivery
+{
+    enum Mode {
+        Immediate, ///< The calling thread writes the line before the call returns.
+        Buffered   ///< The calling thread puts the line into a ring, which a thread writes out.
+    };
+
+    Mode mode = Immediate;
+    qint64 ringSize_B = 4 * 1024 * 1024;
+    /// How long a line that must not be lost waits for space in a full ring.
+    std::chrono::milliseconds fullRingWait{100};
+    /// How long a written line may be missing from the storage. It applies to both modes.
+    std::chrono::milliseconds syncInterval{5000};
+    /// The same time for Event, Error and Critical lines.
+    std::chrono::milliseconds urgentSyncDelay{200};
+    /// The folder of the ring; by default the first memory-backed one of /run and /dev/shm.
+    QString ringFolder;
+};
