@@ -10,11 +10,12 @@ LogLine::LogLine(const QString& line)
     m_bytes.append('\n');
 }
 
-LogLine::LogLine(LogLevel::Level level, const QString& message)
+LogLine::LogLine(LogLevel::Level level, const QString& message, qint64 moment_ms)
 {
-    LogRenderer::appendPattern(level, logTimestamp(), [this](QLatin1String piece) {
+    LogRenderer::appendPattern(level, logTimestamp(moment_ms), [this](QLatin1String piece) {
         m_bytes.append(piece.data(), piece.size());
     });
+    m_messageOffset = int(m_bytes.size());
     append(message);
     m_bytes.append('\n');
 }

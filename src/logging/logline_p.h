@@ -12,11 +12,13 @@ class LogLine
 public:
     /// The unchanged line and a line feed.
     explicit LogLine(const QString& line);
-    /// The bytes of LogRenderer::formattedMessage(), and a line feed.
-    LogLine(LogLevel::Level level, const QString& message);
+    /// The bytes of LogRenderer::formattedMessage() for this moment, and a line feed.
+    LogLine(LogLevel::Level level, const QString& message, qint64 moment_ms);
 
     const char* data() const { return m_bytes.constData(); }
-    int size() const { return m_bytes.size(); }
+    int size() const { return int(m_bytes.size()); }
+    /// Where the message starts, behind time and level.
+    int messageOffset() const { return m_messageOffset; }
 
     /// Writes the line to the standard error stream in one piece and flushes it.
     void print() const;
@@ -25,4 +27,5 @@ private:
     void append(const QString& text);
 
     QVarLengthArray<char, 512> m_bytes;
+    int m_messageOffset = 0;
 };

@@ -1,8 +1,10 @@
 #include "logging/logmanager.h"
 
 #include "logging/debugmodules.h"
+#include "logging/deliverycontrol_p.h"
 #include "logging/eventpages_p.h"
 #include "logging/log.h"
+#include "logging/logbuffer_p.h"
 #include "logging/logfileset_p.h"
 #include "logging/logformatter.h"
 #include "logging/logline_p.h"
@@ -10,8 +12,10 @@
 #include "logging/logrenderer.h"
 #include "logging/logrouter_p.h"
 #include "logging/qtlogging_p.h"
+#include "logging/sinklist_p.h"
 #include "path.h"
 
+#include <QDateTime>
 #include <QMetaEnum>
 #include <QThread>
 #include <QtAlgorithms>
@@ -55,7 +59,9 @@ LogManager* LogManager::instance()
 
 LogManager::LogManager()
     : m_files(std::make_unique<LogFileSet>())
-    , m_router(std::make_unique<LogRouter>(*this, *m_files))
+    , m_sinks(std::make_unique<SinkList>())
+    , m_router(std::make_unique<LogRouter>(*this, *m_files, *m_sinks))
+    , m_delivery(std::make_unique<DeliveryControl>(*m_files, *m_sinks))
     , m_pages(std::make_unique<EventPages>(*m_files))
     , m_categoryRules(std::make_unique<QtCategoryRules>())
 {
@@ -113,14 +119,54 @@ void LogManager::initLogFiles()
 {
     static const LogFileSet::Settings settings =
         LogFileSet::settings(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
-    m_files->open(settings);
+    m_delivery->openFiles(settings);
+    enableLogToFile(m_router->isGeneralFileEnabled()); // for a new ring, too
 }
 
 void LogManager::finalizeLogFiles()
 {
     if (thread() == QThread::currentThread())
         m_router->writeQueuedLines(); // while the files are still open
-    m_files->close();
+    m_delivery->closeFiles();
+}
+
+bool LogManager::setDelivery(const LogDelivery& delivery)
+{
+    const bool isDone = m_delivery->set(delivery);
+    enableLogToFile(m_router->isGeneralFileEnabled());
+    return isDone;
+}
+
+LogDelivery LogManager::delivery() const
+{
+    return m_delivery->settings();
+}
+
+bool LogManager::isBuffered() const
+{
+    return LogBuffer::current() != nullptr;
+}
+
+bool LogManager::flush(std::chrono::milliseconds timeout)
+{
+    LogBuffer* const buffer = LogBuffer::current();
+    return buffer == nullptr || buffer->flush(timeout);
+}
+
+LogLosses LogManager::losses() const
+{
+    LogBuffer* const buffer = LogBuffer::current();
+    return buffer != nullptr ? buffer->losses() : LogLosses();
+}
+
+void LogManager::addSink(LogSink* sink)
+{
+    m_sinks->add(sink);
+}
+
+void LogManager::removeSink(LogSink* sink)
+{
+    m_sinks->remove(sink);
 }
 
 void LogManager::syncLogs()
@@ -135,7 +181,7 @@ void LogManager::log(LogLevel::Level level, const Log::Modules& modules, const Q
 
 void LogManager::log(const QString& line)
 {
-    m_router->writeGeneral(LogLine(line));
+    m_router->writeGeneralLine(line);
 }
 
 void LogManager::logFailure(const QString& line)
@@ -155,18 +201,17 @@ void LogManager::grinderEvent(const QString& line)
 
 void LogManager::capsuleEvent(const QString& line)
 {
-    m_router->write(Capsule, line);
+    m_router->writeToFile(Capsule, line);
 }
 
 void LogManager::m4ActuatorBoardLog(const QString& line)
 {
-    m_router->write(M4ActuatorBoard, line);
+    m_router->writeToFile(M4ActuatorBoard, line);
 }
 
 void LogManager::writeLogFile(LogFileId id, const QString& text)
 {
-    const QByteArray bytes = text.toLocal8Bit();
-    m_files->write(id, bytes.constData(), bytes.size());
+    m_router->writeBytes(id, text.toLocal8Bit());
 }
 
 void LogManager::qtMessageHandler(QtMsgType type, const QMessageLogContext& context,
@@ -182,16 +227,17 @@ void LogManager::messageHandler(QtMsgType type, const QMessageLogContext&, const
     const std::optional<LogLevel::Level> level = qtMessageLevel(type, message);
     if (!level)
         return;
-    const LogLine line(*level, message);
     if (s_isRefused)
-        line.print();
+        LogLine(*level, message, QDateTime::currentMSecsSinceEpoch()).print();
     else
-        instance()->m_router->writeGeneral(line);
+        instance()->m_router->writeGeneral(*level, message, LogModules());
 }
 
 void LogManager::enableLogToFile(bool enable)
 {
     m_router->setGeneralFileEnabled(enable);
+    if (LogBuffer* const buffer = LogBuffer::current())
+        buffer->setGeneralFileEnabled(enable);
 }
 
 void LogManager::enableModuleDebugging(const LogModule& module)
@@ -231,6 +277,7 @@ QString LogManager::logContent(bool truncate)
 {
     constexpr int threshold = 5000;
     constexpr int kept = 50000;
+    flush();
     QString content = m_files->totalContent(General);
     if (!truncate || content.size() <= threshold)
         return content;
@@ -239,6 +286,7 @@ QString LogManager::logContent(bool truncate)
 
 QString LogManager::eventLogTotalContent()
 {
+    flush();
     return m_files->totalContent(Events);
 }
 
@@ -252,16 +300,21 @@ void LogManager::setAppLogFileMaximumSizeMiB(double size_MiB)
 {
     if (RotatingLogFile* log = m_files->file(General))
         log->setMaximumSizeMiB(size_MiB);
+    if (LogBuffer* const buffer = LogBuffer::current())
+        buffer->describeFiles();
 }
 
 void LogManager::setAppLogFileSecondaryFilesCount(int count)
 {
     if (RotatingLogFile* log = m_files->file(General))
         log->setSecondaryFilesCount(count);
+    if (LogBuffer* const buffer = LogBuffer::current())
+        buffer->describeFiles();
 }
 
 void LogManager::deleteLogFile(LogFileId id)
 {
+    flush();
     if (RotatingLogFile* log = m_files->file(id))
         log->deleteFile();
 }
@@ -309,6 +362,7 @@ int LogManager::eventsPagesCount() const
 void LogManager::updateEventsText(EventModuleFilter filter, const QString& strStartDate,
                                   const QString& strStopDate, int pageIndex, int eventsPerPage)
 {
+    flush(); // before the lock, which the writer of the ring needs
     const QMutexLocker locker(m_files->mutex(Events));
     if (m_pages->publish(selection(filter, strStartDate, strStopDate), pageIndex, eventsPerPage))
         Q_EMIT eventsPagesCountChanged();
@@ -329,6 +383,7 @@ int LogManager::writeEventsText(QString& text, EventModuleFilter filter,
                                 const QString& strStartDate, const QString& strStopDate,
                                 int pageIndex, int eventsPerPage)
 {
+    flush();
     return m_pages->write(text, selection(filter, strStartDate, strStopDate), pageIndex,
                           eventsPerPage);
 }
@@ -338,6 +393,7 @@ QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const Q
                                           const QString& strStopDate,
                                           const QVector<int>& lineIndexes, int first, int count)
 {
+    flush();
     if (indexOnly)
         return m_pages->matches(fileName, selection(filter, strStartDate, strStopDate));
     m_pages->appendLines(text, fileName, lineIndexes, first, count);

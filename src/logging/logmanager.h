@@ -1,7 +1,9 @@
 #pragma once
 
+#include <zeltools/logging/logdelivery.h>
 #include <zeltools/logging/logeventmodule.h>
 #include <zeltools/logging/loglevel.h>
+#include <zeltools/logging/loglosses.h>
 #include <zeltools/logging/logmodules.h>
 #include <zeltools/qtversion.h>
 
@@ -13,11 +15,13 @@
 #include <atomic>
 #include <memory>
 
+class DeliveryControl;
 class EventPages;
 class LogFileSet;
-class LogLine;
 class LogRouter;
+class LogSink;
 class QtCategoryRules;
+class SinkList;
 
 /// The process-wide sink of all logging. It receives the lines of LogNode and of Qt, drops the
 /// Debug lines of modules that are not switched on, prints the others on the standard error stream,
@@ -84,8 +88,38 @@ public:
     /// defaults.
     void initLogFiles();
     /// Writes the lines that are queued to this thread, then closes the files. It needs no
-    /// application object. Later lines are dropped.
+    /// application object. Later lines are dropped. In buffered delivery it waits at most two
+    /// seconds for the lines in the ring; what is left then, the next start recovers.
     void finalizeLogFiles();
+
+    /// Sets how lines travel to standard error and the files; immediate delivery is the default. It
+    /// takes effect at once if the files are open, otherwise when they are opened. The environment
+    /// variable `LOG_DELIVERY` with the value "buffered" or "immediate" wins over `delivery.mode`.
+    /// The other settings take effect when a mode begins. Returns false, with a Warning, if
+    /// buffered delivery is impossible; lines are then delivered immediately. Call it in one
+    /// thread.
+    ///
+    /// In buffered delivery no call of a logging function waits for standard error or the storage,
+    /// but for the bounds of LogDelivery::fullRingWait. The signals are emitted in the thread that
+    /// logs, possibly before the line is in its file; flush() waits for that. docs/logging.md
+    /// compares the two modes.
+    bool setDelivery(const LogDelivery& delivery);
+    /// The settings of the last setDelivery().
+    LogDelivery delivery() const;
+    /// Whether lines go through the ring now.
+    bool isBuffered() const;
+    /// Waits until all lines that were logged before are in the hands of the operating system.
+    /// Returns whether they are; always true in immediate delivery. Any thread may call it.
+    bool flush(std::chrono::milliseconds timeout = std::chrono::seconds(1));
+    /// The lines that buffered delivery has dropped since it began; empty in immediate delivery.
+    LogLosses losses() const;
+
+    /// Adds a further place for all lines. The manager does not own the sink: remove it before it
+    /// is destroyed. Sinks that are added before initialize() also get the lines of a recovery. Any
+    /// thread may call both functions.
+    void addSink(LogSink* sink);
+    /// Returns when no other thread calls the sink any more.
+    void removeSink(LogSink* sink);
 
     /// Whether such a line is printed. Every level above Debug is; a Debug line needs a module
     /// whose debugging is on.
@@ -220,7 +254,9 @@ private:
     LogManager();
 
     std::unique_ptr<LogFileSet> m_files;
+    std::unique_ptr<SinkList> m_sinks;
     std::unique_ptr<LogRouter> m_router;
+    std::unique_ptr<DeliveryControl> m_delivery;
     std::unique_ptr<EventPages> m_pages;
     std::unique_ptr<QtCategoryRules> m_categoryRules;
     std::atomic<quint32> m_enabledEvents = 0;

@@ -53,6 +53,13 @@ bool LogModules::operator==(const LogModule& module) const
     return m_bits == 0 && m_others.size() == 1 && m_others.contains(module.id());
 }
 
+LogModules LogModules::fromBits(quint64 bits)
+{
+    LogModules modules;
+    modules.m_bits = bits;
+    return modules;
+}
+
 QStringList LogModules::getEnvVars()
 {
     QStringList names;

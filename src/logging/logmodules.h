@@ -27,6 +27,10 @@ public:
     /// True when the set holds this module and no other.
     bool operator==(const LogModule& module) const;
 
+    /// The modules with an id below 64, which include all predefined ones, as bits by their id.
+    quint64 bits() const { return m_bits; }
+    static LogModules fromBits(quint64 bits);
+
     /// The debug variables of all registered modules that have one, in the order of registration.
     static QStringList getEnvVars();
     /// Adds and removes modules according to the process environment. `ZEL_DEBUG_ALL=1` adds every

@@ -1,15 +1,40 @@
 #include "logging/logrouter_p.h"
 
 #include "logging/log.h"
+#include "logging/logbuffer_p.h"
 #include "logging/logfileset_p.h"
 #include "logging/logline_p.h"
 #include "logging/logrenderer.h"
+#include "logging/sinklist_p.h"
+#include "logging/standarderror_p.h"
 
 #include <QThread>
 
-LogRouter::LogRouter(LogManager& manager, LogFileSet& files)
+#include <time.h>
+#include <unistd.h>
+
+namespace
+{
+
+bool hasOwnFile(LogLevel::Level level)
+{
+    return level == LogLevel::Event || level == LogLevel::Grinder || level == LogLevel::Capsule ||
+           level == LogLevel::M4;
+}
+
+qint64 currentMilliseconds()
+{
+    timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+}
+
+} // namespace
+
+LogRouter::LogRouter(LogManager& manager, LogFileSet& files, SinkList& sinks)
     : m_manager(manager)
     , m_files(files)
+    , m_sinks(sinks)
 {
 }
 
@@ -47,64 +72,127 @@ void LogRouter::writeNow(LogLevel::Level level, const LogModules& modules, const
 {
     if (!m_manager.isPrinted(level, modules))
         return;
-    const auto line = [&] { return LogRenderer::formattedMessage(level, message); };
     // A line whose only module is Failure is a failure at every level.
-    if (modules == Log::Failure)
-        return writeFailure(line());
-    switch (level) {
-    case LogLevel::Event:
-        return writeEvent(line());
-    case LogLevel::Grinder:
-        return writeGrinder(line());
-    case LogLevel::Capsule:
-        return write(LogManager::Capsule, line());
-    case LogLevel::M4:
-        return write(LogManager::M4ActuatorBoard, line());
-    default:
-        writeGeneral(LogLine(level, message));
-    }
+    const bool isFailure = modules == Log::Failure;
+    if (!isFailure && !hasOwnFile(level))
+        return writeGeneral(level, message, modules);
+    const QString line = LogRenderer::formattedMessage(level, message);
+    RingLine route = this->route(level);
+    route.modules = modules.bits();
+    route.messageOffset = quint16(line.size() - message.size());
+    if (isFailure)
+        writeFailure(line, route);
+    else if (level == LogLevel::Event)
+        writeEvent(line, route);
+    else if (level == LogLevel::Grinder)
+        writeGrinder(line, route);
+    else
+        writeToFile(level == LogLevel::Capsule ? LogManager::Capsule : LogManager::M4ActuatorBoard,
+                    line, route);
 }
 
-void LogRouter::writeGeneral(const LogLine& line)
+RingLine LogRouter::route(LogLevel::Level level)
 {
-    line.print();
-    if (m_isGeneralFileEnabled)
-        m_files.write(LogManager::General, line.data(), line.size());
+    RingLine route = {};
+    route.time_ms = currentMilliseconds();
+    route.level = quint8(level);
+    route.file = -1;
+    route.isForSinks = 1;
+    return route;
 }
 
-void LogRouter::writeFailure(const QString& line)
+void LogRouter::writeGeneral(LogLevel::Level level, const QString& message,
+                             const LogModules& modules)
 {
-    LogLine(line).print();
+    RingLine route = this->route(level);
+    const LogLine line(level, message, route.time_ms);
+    route.modules = modules.bits();
+    route.messageOffset = quint16(line.messageOffset());
+    route.isPrinted = 1;
+    route.file = generalFile();
+    deliver(route, line.data(), line.size());
+}
+
+void LogRouter::writeGeneralLine(const QString& line)
+{
+    RingLine route = this->route(LogLevel::Info);
+    route.isPrinted = 1;
+    route.file = generalFile();
+    const LogLine bytes(line);
+    deliver(route, bytes.data(), bytes.size());
+}
+
+void LogRouter::writeFailure(const QString& line, RingLine route)
+{
+    const LogLine bytes(line);
+    route.isPrinted = 1;
+    deliver(route, bytes.data(), bytes.size());
     const QString ended = line + QLatin1Char('\n');
-    writeGeneral(LogLine(ended));
+    const LogLine endedBytes(ended);
+    route.file = generalFile();
+    route.isForSinks = 0;
+    deliver(route, endedBytes.data(), endedBytes.size());
     Q_EMIT m_manager.failureLogged(ended);
 }
 
-void LogRouter::writeEvent(const QString& line)
+void LogRouter::writeEvent(const QString& line, RingLine route)
 {
-    writeAndAnnounce(LogManager::Events, line, &LogManager::eventLogged);
+    route.file = LogManager::Events;
+    writeAndAnnounce(line, route, &LogManager::eventLogged);
 }
 
-void LogRouter::writeGrinder(const QString& line)
+void LogRouter::writeGrinder(const QString& line, RingLine route)
 {
+    route.file = LogManager::Grinder;
     if (m_manager.isPrinted(LogLevel::Debug, Log::GrinderRegulation))
-        writeAndAnnounce(LogManager::Grinder, line, &LogManager::grinderLogged);
+        writeAndAnnounce(line, route, &LogManager::grinderLogged);
 }
 
-void LogRouter::write(LogManager::LogFileId id, const QString& line)
+void LogRouter::writeToFile(LogManager::LogFileId id, const QString& line, RingLine route)
 {
     const LogLine bytes(line);
-    m_files.write(id, bytes.data(), bytes.size());
+    route.file = id;
+    deliver(route, bytes.data(), bytes.size());
 }
 
-// The lock of the file is held until all receivers of the signal have returned, so that the file
-// that they read ends with this line.
-void LogRouter::writeAndAnnounce(LogManager::LogFileId id, const QString& line,
+void LogRouter::writeBytes(LogManager::LogFileId id, const QByteArray& bytes)
+{
+    RingLine route = this->route(LogLevel::Info);
+    route.file = id;
+    route.isForSinks = 0;
+    deliver(route, bytes.constData(), bytes.size());
+}
+
+// In immediate delivery the lock of the file is held until all receivers of the signal have
+// returned, so that the file that they read ends with this line. In buffered delivery those who
+// read the file flush the ring first.
+void LogRouter::writeAndAnnounce(const QString& line, RingLine route,
                                  void (LogManager::*announce)(const QString&))
 {
-    const QMutexLocker locker(m_files.mutex(id));
+    const bool isBuffered = LogBuffer::current() != nullptr;
+    const QMutexLocker locker(isBuffered ? nullptr
+                                         : m_files.mutex(LogManager::LogFileId(route.file)));
     const LogLine bytes(line);
-    bytes.print();
-    m_files.write(id, bytes.data(), bytes.size());
+    route.isPrinted = 1;
+    deliver(route, bytes.data(), bytes.size());
     Q_EMIT(m_manager.*announce)(line + QLatin1Char('\n'));
+}
+
+void LogRouter::deliver(const RingLine& route, const char* bytes, int size)
+{
+    if (LogBuffer* const buffer = LogBuffer::current()) {
+        buffer->add(route, bytes, size);
+        return;
+    }
+    if (route.isPrinted != 0)
+        writeToStandardError(bytes, size_t(size));
+    if (route.file >= 0)
+        m_files.write(LogManager::LogFileId(route.file), bytes, size);
+    if (route.isForSinks != 0 && !m_sinks.isEmpty()) {
+        const int end = size - 1; // without the line feed
+        m_sinks.write(
+            {LogLevel::Level(route.level), LogModules::fromBits(route.modules), route.time_ms,
+             gettid(),
+             QByteArray::fromRawData(bytes + route.messageOffset, end - route.messageOffset)});
+    }
 }

@@ -97,6 +97,8 @@ qint64 PrimaryWriter::append(const char* data, qint64 length)
     }
     if (m_hasHalfLine || m_file.bytesToWrite() > 0)
         return -1;
+    if (m_beforeAppend)
+        m_beforeAppend(m_file.handle(), m_size_B, length);
     const qint64 written = zeltools::writeWhole(m_file.handle(), data, size_t(length));
     if (written == length) {
         m_size_B += length;

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <atomic>
+#include <functional>
 
 class PrimaryFile;
 
@@ -40,6 +41,12 @@ public:
     qint64 growth_B(qint64 length) const { return length + (m_hasHalfLine ? 1 : 0); }
     /// Appends the bytes as a whole and returns their number, or appends nothing and returns -1.
     qint64 append(const char* data, qint64 length);
+    /// Sets a function that append() calls before it writes, with the descriptor, the size of the
+    /// file and the number of bytes; null removes it.
+    void setBeforeAppend(const std::function<void(int, qint64, qint64)>& call)
+    {
+        m_beforeAppend = call;
+    }
     /// Makes append() end the last line first if it is unfinished.
     void endHalfLine();
 
@@ -55,4 +62,5 @@ private:
     bool m_isWarningDue = false;
     std::atomic<bool> m_isOwnWarned = false;
     std::atomic<bool>* m_isWarned = &m_isOwnWarned;
+    std::function<void(int, qint64, qint64)> m_beforeAppend;
 };

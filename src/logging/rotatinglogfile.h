@@ -150,6 +150,7 @@ private Q_SLOTS:
 
 private:
     friend class LogFileSet;
+    friend class RingDrain;
 
     bool isWritable() const;
     void completeWork(const QString& name);

@@ -1,0 +1,103 @@
+#include "logging/deliverycontrol_p.h"
+
+#include "logging/log.h"
+#include "logging/logbuffer_p.h"
+#include "logging/logformatter.h"
+#include "logging/ringrecovery_p.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+#include <linux/magic.h>
+#include <sys/vfs.h>
+
+namespace
+{
+
+constexpr std::chrono::seconds s_endPatience{2};
+
+bool isMemoryBacked(const QString& folder)
+{
+    struct statfs system;
+    return statfs(QFile::encodeName(folder).constData(), &system) == 0 &&
+           (system.f_type == TMPFS_MAGIC || system.f_type == RAMFS_MAGIC);
+}
+
+void warn(const char* text, const QString& reason)
+{
+    LogFormatter(LogLevel::Warning).log(Log::Global).noquote() << text << reason;
+}
+
+} // namespace
+
+DeliveryControl::DeliveryControl(LogFileSet& files, SinkList& sinks)
+    : m_files(files)
+    , m_sinks(sinks)
+{
+}
+
+bool DeliveryControl::set(const LogDelivery& delivery)
+{
+    m_delivery = delivery;
+    return m_files.file(LogManager::General) == nullptr || begin();
+}
+
+void DeliveryControl::openFiles(const LogFileSet::Settings& settings)
+{
+    m_debugFolder = QFileInfo(settings[LogManager::General].path).path();
+    ringrecovery::Report report;
+    if (m_files.file(LogManager::General) == nullptr) // otherwise everything is recovered already
+        report = ringrecovery::recover(m_debugFolder, ringFolders(), m_sinks);
+    if (LogBuffer* const buffer = LogBuffer::current())
+        buffer->flush(s_endPatience);
+    m_files.open(settings);
+    for (const QString& problem : qAsConst(report.problems))
+        warn("Lines of an ended process cannot be recovered:", problem);
+    begin();
+}
+
+void DeliveryControl::closeFiles()
+{
+    if (LogBuffer::stop(s_endPatience))
+        m_files.close();
+}
+
+bool DeliveryControl::begin()
+{
+    LogBuffer* const buffer = LogBuffer::current();
+    if (!isBufferedWanted()) {
+        LogBuffer::stop(s_endPatience);
+        return true;
+    }
+    if (buffer != nullptr) {
+        buffer->describeFiles();
+        return true;
+    }
+    QString error;
+    if (LogBuffer::start(m_delivery, ringFolders(), m_files, m_sinks, error))
+        return true;
+    warn("Buffered delivery of log lines is impossible, they are written immediately:", error);
+    return false;
+}
+
+// Where there is no memory-backed folder, the ring is a plain file, which survives the end of the
+// process as well.
+QStringList DeliveryControl::ringFolders() const
+{
+    if (!m_delivery.ringFolder.isEmpty())
+        return {m_delivery.ringFolder};
+    QStringList folders = ringrecovery::memoryFolders();
+    const auto end = std::remove_if(folders.begin(), folders.end(),
+                                    [](const QString& folder) { return !isMemoryBacked(folder); });
+    folders.erase(end, folders.end());
+    return folders.isEmpty() ? QStringList(m_debugFolder) : folders;
+}
+
+bool DeliveryControl::isBufferedWanted() const
+{
+    const QByteArray variable = qgetenv("LOG_DELIVERY");
+    if (variable == "buffered" || variable == "immediate")
+        return variable == "buffered";
+    return m_delivery.mode == LogDelivery::Buffered;
+}

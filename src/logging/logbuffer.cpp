@@ -1,0 +1,306 @@
+#include "logging/logbuffer_p.h"
+
+#include "logging/log.h"
+#include "logging/logfileset_p.h"
+#include "logging/logformatter.h"
+#include "logging/ringwarning_p.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+#include <linux/futex.h>
+#include <pthread.h>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+// The buffers that were stopped.
+std::vector<std::unique_ptr<LogBuffer>>& stopped()
+{
+    static auto* const buffers = new std::vector<std::unique_ptr<LogBuffer>>;
+    return *buffers;
+}
+
+void wait(std::atomic<quint32>& word, quint32 expected, std::chrono::milliseconds timeout)
+{
+    const timespec time = {timeout.count() / 1000, (timeout.count() % 1000) * 1000000};
+    syscall(SYS_futex, &word, FUTEX_WAIT, expected, timeout.count() > 0 ? &time : nullptr, nullptr,
+            0);
+}
+
+void wake(std::atomic<quint32>& word)
+{
+    syscall(SYS_futex, &word, FUTEX_WAKE, 1, nullptr, nullptr, 0);
+}
+
+// While lines keep coming, the writer looks for them by itself, so that no caller needs a system
+// call to wake it. It looks less and less often, and after so many rounds it sleeps until it is
+// woken.
+constexpr int s_longSleep = 7;
+
+thread_local bool s_isWriter = false;
+
+bool isNeverDroppedAtOnce(quint8 level)
+{
+    return level == LogLevel::Event || level == LogLevel::Error || level == LogLevel::Critical;
+}
+
+// The part of the ring that lines of the level may fill.
+quint64 limit(quint8 level, quint64 capacity)
+{
+    if (level == LogLevel::Debug)
+        return capacity / 2;
+    if (level == LogLevel::Warning || isNeverDroppedAtOnce(level))
+        return capacity - RingFile::reserve_B;
+    return capacity / 4 * 3;
+}
+
+// The handlers of the host's signals must not run in the writer, which may be anywhere.
+class SignalsBlocked
+{
+public:
+    SignalsBlocked()
+    {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &m_kept);
+    }
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &m_kept, nullptr); }
+    Q_DISABLE_COPY(SignalsBlocked)
+
+private:
+    sigset_t m_kept;
+};
+
+void describe(RingHeader::File& place, const QString& path,
+              const RotatingLogFileConfiguration& configuration, qint64 maximumSize_B)
+{
+    const QFileInfo info(path);
+    const QString folder = info.dir().canonicalPath();
+    const QByteArray name = QFile::encodeName(
+        folder.isEmpty() ? info.absoluteFilePath() : folder + QLatin1Char('/') + info.fileName());
+    place.maximumSize_B = maximumSize_B;
+    place.predecessorsCount = configuration.secondaryFilesCount;
+    place.isCompressed = configuration.compressed ? 1 : 0;
+    qstrncpy(place.path, name.constData(), RingHeader::pathSize);
+}
+
+} // namespace
+
+std::atomic<LogBuffer*> LogBuffer::s_current{nullptr};
+
+bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, LogFileSet& files,
+                      SinkList& sinks, QString& error)
+{
+    if (current() != nullptr)
+        return false;
+    for (const QString& folder : folders) {
+        if (auto ring = RingFile::create(folder, delivery.ringSize_B, error)) {
+            flushAtExit();
+            s_current = new LogBuffer(delivery, std::move(ring), files, sinks);
+            return true;
+        }
+    }
+    return false;
+}
+
+// A host that returns from main() without finalizeLogFiles() needs no recovery.
+void LogBuffer::flushAtExit()
+{
+    static const int handler = std::atexit([] {
+        if (LogBuffer* const buffer = current())
+            buffer->flush(1s);
+    });
+    Q_UNUSED(handler)
+}
+
+bool LogBuffer::stop(std::chrono::milliseconds timeout)
+{
+    LogBuffer* const buffer = s_current.exchange(nullptr);
+    if (buffer == nullptr)
+        return true;
+    stopped().emplace_back(buffer);
+    if (!buffer->flush(timeout)) {
+        buffer->m_writer.detach();
+        return false;
+    }
+    buffer->m_isEnded = true;
+    buffer->wakeWriter();
+    buffer->m_writer.join();
+    buffer->m_ring->remove();
+    return true;
+}
+
+void LogBuffer::forgetInChild()
+{
+    if (LogBuffer* const buffer = s_current.exchange(nullptr))
+        buffer->m_ring->releaseInChild();
+    for (const std::unique_ptr<LogBuffer>& buffer : stopped())
+        buffer->m_ring->releaseInChild();
+}
+
+LogBuffer::LogBuffer(const LogDelivery& delivery, std::unique_ptr<RingFile> ring, LogFileSet& files,
+                     SinkList& sinks)
+    : m_fullRingWait(delivery.fullRingWait)
+    , m_ring(std::move(ring))
+    , m_files(files)
+    , m_sinks(sinks)
+{
+    describeFiles();
+    const SignalsBlocked blocked;
+    m_writer = std::thread([this] { run(); });
+    pthread_setname_np(m_writer.native_handle(), "zel-log-writer");
+}
+
+void LogBuffer::add(RingLine line, const char* text, int size)
+{
+    static thread_local const qint32 thread = gettid();
+    line.thread = thread;
+    if (!addInTime(line, text, size)) {
+        m_ring->header().losses.add(LogLevel::Level(line.level), line.modules);
+        m_hasNewLosses = true;
+    } else if (line.level == LogLevel::Critical && !s_isWriter) {
+        flush(m_fullRingWait);
+    }
+    if (m_ring->header().isWriterAsleep != 0)
+        wakeWriter();
+}
+
+bool LogBuffer::addInTime(const RingLine& line, const char* text, int size)
+{
+    const quint64 limit_B = limit(line.level, m_ring->capacity());
+    if (m_ring->add(line, text, size, limit_B))
+        return true;
+    if (!isNeverDroppedAtOnce(line.level) || s_isWriter)
+        return false;
+    const auto deadline = std::chrono::steady_clock::now() + m_fullRingWait;
+    while (std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(1ms);
+        if (m_ring->add(line, text, size, limit_B))
+            return true;
+    }
+    return false;
+}
+
+bool LogBuffer::flush(std::chrono::milliseconds timeout)
+{
+    if (s_isWriter) // a sink, which cannot wait for itself
+        return false;
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    const auto lines = m_ring->lines();
+    const quint64 end = lines.head();
+    auto pause = 50us;
+    while (lines.written() < end) {
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
+        wakeWriter();
+        std::this_thread::sleep_for(pause);
+        pause = std::min<std::chrono::microseconds>(pause * 2, 1ms);
+    }
+    return true;
+}
+
+int LogBuffer::addFile(RotatingLogFile* file, const RotatingLogFileConfiguration& configuration)
+{
+    const QString path = file->primaryFilename();
+    for (int place = LogFileSet::count; place < RingHeader::filesCount; ++place) {
+        RotatingLogFile* none = nullptr;
+        if (QFile::encodeName(path).size() < RingHeader::pathSize - 1 &&
+            m_traceFiles[size_t(place)].compare_exchange_strong(none, file)) {
+            describe(m_ring->header().files[place], path, configuration, file->maximumSize_B());
+            return place;
+        }
+    }
+    return -1;
+}
+
+void LogBuffer::removeFile(int place)
+{
+    m_traceFiles[size_t(place)] = nullptr;
+}
+
+void LogBuffer::describeFiles()
+{
+    for (int i = 0; i < LogFileSet::count; ++i) {
+        const RotatingLogFile* const file = m_files.file(LogManager::LogFileId(i));
+        if (file == nullptr)
+            continue;
+        const int predecessors = file->filenames(RotatingLogFile::NewestFirst).size() - 1;
+        describe(m_ring->header().files[i], file->primaryFilename(), {0, predecessors, false},
+                 file->maximumSize_B());
+    }
+}
+
+RotatingLogFile* LogBuffer::file(int place)
+{
+    return place < LogFileSet::count ? m_files.file(LogManager::LogFileId(place))
+                                     : m_traceFiles[size_t(place)].load();
+}
+
+bool LogBuffer::write(int place, const char* lines, qint64 size, bool)
+{
+    if (place < LogFileSet::count) {
+        m_files.write(LogManager::LogFileId(place), lines, size);
+        return true;
+    }
+    return file(place)->write(lines, size) == size;
+}
+
+void LogBuffer::wakeWriter()
+{
+    std::atomic<quint32>& asleep = m_ring->header().isWriterAsleep;
+    asleep = 0;
+    wake(asleep);
+}
+
+void LogBuffer::run()
+{
+    s_isWriter = true;
+    RingDrain drain(*m_ring, *this, m_sinks);
+    int idleRounds = 0;
+    std::atomic<quint32>& asleep = m_ring->header().isWriterAsleep;
+    while (!m_isEnded) {
+        const bool isLong = idleRounds >= s_longSleep;
+        asleep = isLong ? 1 : 0; // before the look into the ring, so that no line is missed
+        const RingDrain::Result result = drain.deliverNext();
+        if (result == RingDrain::Result::Damage)
+            return giveUp();
+        if (result == RingDrain::Result::Delivered)
+            idleRounds = 0;
+        else if (isLong)
+            wait(asleep, 1, m_hasNewLosses ? 100ms : 0ms);
+        else
+            wait(asleep, 0, 1ms * (1 << idleRounds++));
+        if (m_hasNewLosses)
+            tellLosses();
+    }
+}
+
+// At most one line a second.
+void LogBuffer::tellLosses()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (m_ring->lines().used() > m_ring->capacity() / 2 || now < m_lossesTold + 1s)
+        return;
+    m_lossesTold = now;
+    m_hasNewLosses = false;
+    ringwarning::addLosses(*m_ring);
+}
+
+// Somebody has written to the ring. What is in it stays for a look by hand.
+void LogBuffer::giveUp()
+{
+    LogBuffer* self = this;
+    s_current.compare_exchange_strong(self, nullptr);
+    LogFormatter(LogLevel::Error).log(Log::Global)
+        << "The ring of log lines is damaged; lines are written immediately:" << m_ring->path();
+}

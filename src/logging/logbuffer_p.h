@@ -1,0 +1,86 @@
+#pragma once
+
+#include "logging/logdelivery.h"
+#include "logging/loglevel.h"
+#include "logging/loglosses.h"
+#include "logging/ringdrain_p.h"
+
+#include <QStringList>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <thread>
+
+class LogFileSet;
+struct RotatingLogFileConfiguration;
+
+/// Buffered delivery: callers put their lines into a ring, and the writer thread carries them to
+/// standard error, the files and the sinks. Any thread may call the functions unless they say
+/// otherwise.
+///
+/// A full ring drops Debug lines first and keeps a part for Warning lines and above. Event, Error
+/// and Critical lines wait up to LogDelivery::fullRingWait for space. Dropped lines are counted,
+/// and the writer tells the counts in a line as soon as half of the ring is free.
+class LogBuffer : private RingTargets
+{
+public:
+    /// The buffer in use; null in immediate delivery and in a forked child process. A buffer is
+    /// never destroyed, since a thread may use it although another one has just stopped it.
+    static LogBuffer* current() { return s_current.load(std::memory_order_acquire); }
+
+    /// Creates the ring in the first folder that takes it, and starts the writer thread. Returns
+    /// false with a text in `error` if that is impossible or if there is a buffer.
+    static bool start(const LogDelivery& delivery, const QStringList& folders, LogFileSet& files,
+                      SinkList& sinks, QString& error);
+    /// Ends buffered delivery. Returns whether all lines were delivered in time. If not, the writer
+    /// goes on as long as the process lives, and the next start recovers the rest.
+    static bool stop(std::chrono::milliseconds timeout);
+    /// Makes the child process of a fork deliver immediately.
+    static void forgetInChild();
+
+    /// Puts the line, which ends with a line feed, into the ring, or counts it as lost.
+    void add(RingLine line, const char* text, int size);
+    /// Waits until all lines that were added before are delivered.
+    bool flush(std::chrono::milliseconds timeout);
+    LogLosses losses() { return LossCounts::losses(m_ring->header().losses.lost()); }
+
+    /// Gives a file a place in the ring, so that RingLine::file can name it. Returns -1 if all
+    /// places are taken or the path is too long. Waits for nothing.
+    int addFile(RotatingLogFile* file, const RotatingLogFileConfiguration& configuration);
+    /// Frees the place. Call flush() before.
+    void removeFile(int place);
+    /// Updates the limits of the five files of the set in the ring.
+    void describeFiles();
+    void setGeneralFileEnabled(bool isEnabled)
+    {
+        m_ring->header().isGeneralFileEnabled = isEnabled;
+    }
+
+private:
+    LogBuffer(const LogDelivery& delivery, std::unique_ptr<RingFile> ring, LogFileSet& files,
+              SinkList& sinks);
+
+    RotatingLogFile* file(int place) override;
+    bool write(int place, const char* lines, qint64 size, bool isUrgent) override;
+
+    static void flushAtExit();
+    bool addInTime(const RingLine& line, const char* text, int size);
+    void wakeWriter();
+    void run();
+    void tellLosses();
+    void giveUp();
+
+    static std::atomic<LogBuffer*> s_current;
+
+    const std::chrono::milliseconds m_fullRingWait;
+    const std::unique_ptr<RingFile> m_ring;
+    LogFileSet& m_files;
+    SinkList& m_sinks;
+    std::array<std::atomic<RotatingLogFile*>, RingHeader::filesCount> m_traceFiles = {};
+    std::atomic<bool> m_hasNewLosses = false;
+    std::chrono::steady_clock::time_point m_lossesTold;
+    std::atomic<bool> m_isEnded = false;
+    std::thread m_writer;
+};

@@ -1,0 +1,44 @@
+#include "logging/ringwarning_p.h"
+
+#include "logging/log.h"
+#include "logging/logline_p.h"
+#include "logging/logmanager.h"
+
+#include <QDateTime>
+
+namespace
+{
+
+void add(RingFile& ring, const QString& text, bool isOfRecovery)
+{
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const LogLine bytes(LogLevel::Warning, text, now);
+    RingLine line = {};
+    line.time_ms = now;
+    line.modules = LogModules(Log::Global).bits();
+    line.thread = ring.header().process;
+    line.file = ring.header().isGeneralFileEnabled != 0 ? LogManager::General : -1;
+    line.messageOffset = quint16(bytes.messageOffset());
+    line.level = LogLevel::Warning;
+    line.isPrinted = 1;
+    line.isForSinks = 1;
+    line.isOfRecovery = isOfRecovery ? 1 : 0;
+    ring.add(line, bytes.data(), bytes.size(), ring.capacity());
+}
+
+} // namespace
+
+void ringwarning::addRecovery(RingFile& ring, quint64 linesCount)
+{
+    const QString text =
+        QStringLiteral("Recovered %1 lines of process %2, which ended before they were written");
+    add(ring, text.arg(linesCount).arg(ring.header().process), true);
+}
+
+void ringwarning::addLosses(RingFile& ring)
+{
+    LossCounts& losses = ring.header().losses;
+    const LossCounts::Counts lost = losses.lost();
+    add(ring, losses.text(lost, ring.header().process), false);
+    losses.setTold(lost);
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "logging/logsink.h"
+#include "qtversion.h"
+
+#include <QVector>
+
+#include <atomic>
+
+/// The sinks of the log manager. Any thread may call the functions, LogSink::write() too.
+class SinkList
+{
+public:
+    void add(LogSink* sink);
+    /// Returns when no other thread calls the sink any more.
+    void remove(LogSink* sink);
+    bool isEmpty() const { return m_isEmpty; }
+    void write(const LogRecord& record);
+    /// Forgets the sinks in a child process, in which another thread's lock is never released.
+    void forgetInChild() { m_isEmpty = true; }
+
+private:
+    zeltools::RecursiveMutex m_mutex;
+    QVector<LogSink*> m_sinks;
+    bool m_isWriting = false;
+    std::atomic<bool> m_isEmpty = true;
+};
