@@ -40,6 +40,7 @@ DeliveryControl::DeliveryControl(LogFileSet& files, SinkList& sinks)
 bool DeliveryControl::set(const LogDelivery& delivery)
 {
     m_delivery = delivery;
+    m_files.setSyncDelays(delivery.syncInterval, delivery.urgentSyncDelay);
     return m_files.file(LogManager::General) == nullptr || begin();
 }
 

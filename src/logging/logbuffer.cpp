@@ -246,10 +246,11 @@ RotatingLogFile* LogBuffer::file(int place)
                                      : m_traceFiles[size_t(place)].load();
 }
 
-bool LogBuffer::write(int place, const char* lines, qint64 size, bool)
+bool LogBuffer::write(int place, const char* lines, qint64 size, bool isUrgent)
 {
     if (place < LogFileSet::count) {
-        m_files.write(LogManager::LogFileId(place), lines, size);
+        m_files.write(LogManager::LogFileId(place), lines, size,
+                      isUrgent ? LogFileSet::Urgency::Urgent : LogFileSet::Urgency::Normal);
         return true;
     }
     return file(place)->write(lines, size) == size;

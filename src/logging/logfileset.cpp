@@ -3,7 +3,11 @@
 #include "logging/primarywriter_p.h"
 
 LogFileSet::LogFileSet() = default;
-LogFileSet::~LogFileSet() = default;
+
+LogFileSet::~LogFileSet()
+{
+    close();
+}
 
 LogFileSet::Settings LogFileSet::settings(const QString& debugDir, const QString& eventsDir)
 {
@@ -16,11 +20,13 @@ LogFileSet::Settings LogFileSet::settings(const QString& debugDir, const QString
 
 void LogFileSet::open(const Settings& settings)
 {
+    m_sync.start();
     for (size_t i = 0; i < settings.size(); ++i) {
         if (m_files[i] == nullptr) {
             m_files[i] =
                 std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
             m_files[i]->m_writer->shareWarning(&m_isSharingWarned);
+            m_files[i]->m_writer->setSync(&m_sync);
         }
         RotatingLogFile& log = *m_files[i];
         const QMutexLocker locker(log.mutex());
@@ -43,6 +49,7 @@ void LogFileSet::close()
         const QMutexLocker locker(log->mutex());
         log->file.close();
     }
+    m_sync.stop();
 }
 
 void LogFileSet::sync()
@@ -59,10 +66,26 @@ RotatingLogFile* LogFileSet::file(LogManager::LogFileId id) const
     return m_isOpen && index < m_files.size() ? m_files[index].get() : nullptr;
 }
 
-void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length)
+void LogFileSet::setSyncDelays(LogSync::Milliseconds interval, LogSync::Milliseconds urgentDelay)
 {
-    if (RotatingLogFile* log = file(id))
-        log->write(text, length);
+    m_sync.setDelays(interval, urgentDelay);
+}
+
+void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length, Urgency urgency)
+{
+    RotatingLogFile* log = file(id);
+    if (log == nullptr)
+        return;
+    log->write(text, length);
+    if (urgency == Urgency::Urgent || id == LogManager::Events)
+        m_sync.hurry();
+}
+
+LogFileSet::Urgency LogFileSet::urgencyOf(LogLevel::Level level)
+{
+    const bool isUrgent =
+        level == LogLevel::Event || level == LogLevel::Error || level == LogLevel::Critical;
+    return isUrgent ? Urgency::Urgent : Urgency::Normal;
 }
 
 zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id) const

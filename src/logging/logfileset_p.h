@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logging/logmanager.h"
+#include "logging/logsync_p.h"
 #include "logging/rotatinglogfile.h"
 
 #include <array>
@@ -15,6 +16,8 @@ class LogFileSet
 public:
     static constexpr int count = LogManager::M4ActuatorBoard + 1;
     using Settings = std::array<LogManager::LogFileSettings, count>;
+    /// How soon a line is forced to the storage.
+    enum class Urgency { Normal, Urgent };
 
     LogFileSet();
     ~LogFileSet();
@@ -25,13 +28,20 @@ public:
     /// Opens all files for appending, after it has closed those that are open. A file that cannot
     /// be opened stays closed, and lines for it are dropped.
     void open(const Settings& settings);
+    /// Closes the files when all lines are on the storage, or after LogSync::stopLimit.
     void close();
     void sync();
+    /// Sets the times of LogSync for the lines that follow.
+    void setSyncDelays(LogSync::Milliseconds interval, LogSync::Milliseconds urgentDelay);
 
     /// The file; null while the set is closed, and for an unknown id.
     RotatingLogFile* file(LogManager::LogFileId id) const;
-    /// Writes the text, or drops it if file() is null.
-    void write(LogManager::LogFileId id, const char* text, qint64 length);
+    /// Writes the text, or drops it if file() is null. The lines of the events file are always
+    /// urgent.
+    void write(LogManager::LogFileId id, const char* text, qint64 length,
+               Urgency urgency = Urgency::Normal);
+    /// The urgency of lines of this level: Event, Error and Critical lines are urgent.
+    static Urgency urgencyOf(LogLevel::Level level);
 
     /// The mutex of the file, or null if file() is null.
     zeltools::RecursiveMutex* mutex(LogManager::LogFileId id) const;
@@ -39,6 +49,7 @@ public:
     QString totalContent(LogManager::LogFileId id) const;
 
 private:
+    LogSync m_sync;
     std::atomic<bool> m_isSharingWarned = false; // one Warning for all files
     std::array<std::unique_ptr<RotatingLogFile>, count> m_files;
     std::atomic<bool> m_isOpen = false;

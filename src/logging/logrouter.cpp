@@ -187,7 +187,8 @@ void LogRouter::deliver(const RingLine& route, const char* bytes, int size)
     if (route.isPrinted != 0)
         writeToStandardError(bytes, size_t(size));
     if (route.file >= 0)
-        m_files.write(LogManager::LogFileId(route.file), bytes, size);
+        m_files.write(LogManager::LogFileId(route.file), bytes, size,
+                      LogFileSet::urgencyOf(LogLevel::Level(route.level)));
     if (route.isForSinks != 0 && !m_sinks.isEmpty()) {
         const int end = size - 1; // without the line feed
         m_sinks.write(

@@ -22,7 +22,7 @@ bool PrimaryFile::open(OpenMode mode)
 
 void PrimaryFile::close()
 {
-    m_isLocked = false;
+    unlock();
     QFile::close();
 }
 
@@ -41,9 +41,11 @@ bool PrimaryFile::reopen()
         return false;
     if (m_isLocked)
         flock(fresh, LOCK_EX | LOCK_NB);
+    const bool wasLocked = m_isLocked;
+    unlock();
     const bool isDone = dup3(fresh, handle(), O_CLOEXEC) >= 0;
     ::close(fresh);
-    if (isDone && m_isLocked)
+    if (wasLocked)
         lock(); // if it is the same file, its own lock prevented the first attempt
     return isDone;
 }
@@ -61,5 +63,15 @@ bool PrimaryFile::lock()
     // Any number of log files may be links to one device, such as /dev/null.
     if (!m_isLocked && fstat(handle(), &open) == 0 && !S_ISREG(open.st_mode))
         m_isLocked = true;
+    m_lockingProcess = getpid();
     return m_isLocked;
+}
+
+// Duplicates of the descriptor share the lock, and some last longer than the descriptor. A forked
+// child shares it too and must not take it from its parent.
+void PrimaryFile::unlock()
+{
+    if (m_isLocked && m_lockingProcess == getpid())
+        flock(handle(), LOCK_UN);
+    m_isLocked = false;
 }

@@ -33,5 +33,8 @@ public:
     bool isLocked() const { return m_isLocked; }
 
 private:
+    void unlock();
+
     bool m_isLocked = false;
+    int m_lockingProcess = 0;
 };

@@ -22,6 +22,7 @@ qint64 monotonicMilliseconds()
 
 PrimaryWriter::PrimaryWriter(PrimaryFile& file)
     : m_file(file)
+    , m_sync(file)
 {
 }
 
@@ -34,6 +35,7 @@ void PrimaryWriter::forget()
 {
     m_size_B = -1;
     m_nextCheck_ms = 0;
+    m_sync.onReplaced();
 }
 
 // The writer that has the lock of P rotates. All others, such as a second process on the same
@@ -62,6 +64,7 @@ void PrimaryWriter::reopen(const QString& primary)
     if (m_file.reopen()) {
         updateSize();
         m_hasHalfLine = false;
+        m_sync.onReplaced();
         return;
     }
     // Nobody can read the content of a deleted file, and it must not fill the disk unseen.
@@ -103,6 +106,7 @@ qint64 PrimaryWriter::append(const char* data, qint64 length)
     if (written == length) {
         m_size_B += length;
         m_hasUnsyncedData = true;
+        m_sync.onWritten();
         return written;
     }
     if (written > 0) {

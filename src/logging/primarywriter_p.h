@@ -1,5 +1,7 @@
 #pragma once
 
+#include "logging/filesync_p.h"
+
 #include <QString>
 
 #include <atomic>
@@ -20,6 +22,8 @@ public:
 
     /// Shares the flag that prevents a second Warning about another writer with other files.
     void shareWarning(std::atomic<bool>* isWarned) { m_isWarned = isWarned; }
+    /// Makes `sync` force what is written to the storage.
+    void setSync(LogSync* sync) { m_sync.setSync(sync); }
     /// Whether the Warning about another writer is due. It is due once.
     bool takeWarning();
 
@@ -55,6 +59,7 @@ public:
 
 private:
     PrimaryFile& m_file;
+    FileSync m_sync;
     qint64 m_size_B = -1;
     qint64 m_nextCheck_ms = 0;
     bool m_hasHalfLine = false;
