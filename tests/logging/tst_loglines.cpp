@@ -151,6 +151,36 @@ private Q_SLOTS:
         LogManager::instance()->connectNode(LogNode::instance());
     }
 
+    // A line that is off takes no memory, and it must not lose its state when it is heard later.
+    void aDebugLineMayBeHeardLater()
+    {
+        std::vector<std::unique_ptr<LogModule>> own;
+        while (own.empty() || own.back()->id() < 64)
+            own.push_back(std::make_unique<LogModule>("Own", false));
+        LogManager::instance()->enableModuleDebugging(Log::Recipe);
+        const support::StandardErrorCapture capture;
+        {
+            LogFormatter line(LogLevel::Debug);
+            line.log(Log::Payment).noquote() << "lost";
+            LogFormatter copy(line);
+            copy.log(Log::Recipe) << QString("copied");
+            line << 1;
+            copy.log(*own.back()) << "lost";
+            line.log(Log::Recipe | *own.back()).nospace() << QString("on") << 2;
+        }
+        {
+            LogFormatter line(LogLevel::Debug);
+            LogFormatter(LogLevel::Debug).log(Log::Payment) = line;
+            line << "before";
+            line.log(Log::Payment).log("lost").log(Log::Recipe).log("after");
+        }
+        LogManager::instance()->disableModuleDebugging(Log::Recipe);
+        QStringList messages;
+        for (const QByteArray& line : capture.text().split('\n'))
+            messages += line.mid(36);
+        QCOMPARE(messages, QStringList({"copied 1 on2", "before : after", ""}));
+    }
+
     void linesBeforeTheNodeGoToQtsWarnings()
     {
         QProcess child;
