@@ -10,8 +10,14 @@
 
 #include <QtTest>
 
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <thread>
+#include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 using support::LineRecorder;
 
@@ -228,6 +234,34 @@ private Q_SLOTS:
                 }
             }
         }
+    }
+
+    // The C library formats the time under a lock, which must be free in the child.
+    void aForkedChildFormatsTheTime()
+    {
+        std::atomic<bool> isOver{false};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 2; ++i) {
+            threads.emplace_back([&isOver] {
+                for (qint64 moment = 0; !isOver; moment += 1000)
+                    logTimestamp(moment);
+            });
+        }
+        int failed = 0;
+        for (int i = 0; i < 200 && failed == 0; ++i) {
+            const pid_t child = fork();
+            if (child == 0) {
+                alarm(10); // ends a child that hangs
+                for (int line = 0; line < 10; ++line)
+                    logTimestamp(line * 1000);
+                _exit(0);
+            }
+            waitpid(child, &failed, 0);
+        }
+        isOver = true;
+        for (std::thread& thread : threads)
+            thread.join();
+        QCOMPARE(failed, 0);
     }
 
     void assertions()
