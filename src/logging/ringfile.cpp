@@ -15,7 +15,7 @@
 namespace
 {
 
-constexpr quint64 s_smallest_B = 65536; // a multiple of every page size
+constexpr quint64 s_smallest_B = 256 * 1024; // a multiple of every page size
 constexpr quint64 s_largest_B = 512 * 1024 * 1024;
 
 QString reason()

@@ -26,6 +26,7 @@ using namespace std::chrono_literals;
 namespace
 {
 
+constexpr bool s_isSanitized = ZELTOOLS_IS_SANITIZED;
 constexpr quint64 s_capacity = 64; // of the ring of the model: four records of 16 bytes
 constexpr quint64 s_limit = 32;
 
@@ -268,6 +269,8 @@ QList<QByteArray> linesWithoutTimes()
     QList<QByteArray> lines;
     for (const QString& folder : {Path::instance()->debugLogsDir, Path::instance()->eventLogsDir}) {
         for (const QString& name : QDir(folder).entryList(QDir::Files, QDir::Name)) {
+            if (name.contains("deleted"))
+                continue;
             lines.append("== " + name.toLatin1());
             for (const QByteArray& line : support::readFile(folder + name).split('\n'))
                 lines.append(line.mid(line.indexOf('|')));
@@ -299,7 +302,7 @@ private:
     {
         LogDelivery delivery;
         delivery.mode = mode;
-        delivery.ringSize_B = 65536;
+        delivery.ringSize_B = 1; // the smallest
         return m_manager->setDelivery(delivery);
     }
 
@@ -343,10 +346,15 @@ private Q_SLOTS:
     {
         Barrier barrier;
         m_manager->addSink(&barrier);
+        const auto end = qScopeGuard([&] {
+            barrier.open();
+            m_manager->removeSink(&barrier);
+        });
         QVERIFY(setDelivery(LogDelivery::Buffered));
+        m_manager->setAppLogFileMaximumSizeMiB(1);
         LogFormatter(LogLevel::Info) << "sent";
         barrier.waitUntilReached();
-        constexpr int count = 1000; // of each level, far more than the ring takes
+        constexpr int count = 3000; // of each level, far more than the ring takes
         std::array<quint64, 4> accepted;
         for (const LogLevel::Level level : {LogLevel::Debug, LogLevel::Info, LogLevel::Warning}) {
             for (int i = 0; i < count; ++i)
@@ -366,10 +374,7 @@ private Q_SLOTS:
                                 QByteArray::number(losses.total) + " since the start of process ";
         QTRY_VERIFY(support::readFile(file).contains(told));
         QVERIFY(support::readFile(file).contains("Error 1 (Payment 1)"));
-        QCOMPARE(quint64(support::readFile(file).count("\"sent\"") +
-                         support::readFile(file).count("sent\n")),
-                 3 * count + 2 - losses.total);
-        m_manager->removeSink(&barrier);
+        QCOMPARE(quint64(support::readFile(file).count("sent\n")), 3 * count + 2 - losses.total);
     }
 
     void forkedChildrenLog_data()
@@ -380,6 +385,8 @@ private Q_SLOTS:
     }
     void forkedChildrenLog()
     {
+        if (s_isSanitized)
+            QSKIP("The allocator of a sanitizer may stay locked in a child");
         QFETCH(const bool, isBuffered);
         QVERIFY(setDelivery(isBuffered ? LogDelivery::Buffered : LogDelivery::Immediate));
         std::atomic<bool> isOver{false};
