@@ -1,6 +1,5 @@
 #include "logging/logformatter.h"
 
-#include "ascii.h"
 #include "logging/debugtext_p.h"
 #include "logging/lognode.h"
 #include "logging/logrenderer.h"
@@ -126,12 +125,16 @@ QDebug& LogFormatter::debug()
 }
 
 template <typename Character>
-void LogFormatter::Line::append(const Character* __restrict characters, size_t count)
+ushort LogFormatter::Line::append(const Character* __restrict characters, size_t count)
 {
     ushort* __restrict to = text.data() + size;
-    for (size_t i = 0; i < count; ++i)
+    ushort all = 0;
+    for (size_t i = 0; i < count; ++i) {
         to[i] = characters[i];
+        all |= characters[i];
+    }
     size += static_cast<int>(count);
+    return all;
 }
 
 // The functions below append the text of QDebug for their type without a stream, which is faster.
@@ -143,11 +146,11 @@ void LogFormatter::appendText(const char* utf8, size_t size)
         debug() << utf8;
         return;
     }
-    if (zeltools::isAscii(utf8, size)) {
-        line.append(reinterpret_cast<const uchar*>(utf8), size);
-    } else { // the text has no more characters than bytes
+    const int start = line.size;
+    if (line.append(reinterpret_cast<const uchar*>(utf8), size) > 0x7f) {
+        line.size = start;
         const QString text = QString::fromUtf8(utf8, static_cast<int>(size));
-        line.append(text.utf16(), size_t(text.size()));
+        line.append(text.utf16(), size_t(text.size())); // which are no more than the bytes
     }
     line.endItem();
 }

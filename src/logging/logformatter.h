@@ -106,8 +106,9 @@ private:
             return !debug && count + 3 <= text.size() - size_t(size);
         }
         void append(char character) { text[size_t(size++)] = static_cast<uchar>(character); }
+        /// Appends the characters, and returns one that has all bits of them.
         template <typename Character>
-        void append(const Character* characters, size_t count);
+        ushort append(const Character* characters, size_t count);
         void endItem();
         /// Ends the message, without the blank after the last item.
         void end();
