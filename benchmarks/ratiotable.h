@@ -31,7 +31,7 @@ public:
     static int run(int argc, char** argv)
     {
         std::vector<char*> arguments(argv, argv + argc);
-        std::string defaults[]{"--benchmark_repetitions=7", "--benchmark_min_time=0.1",
+        std::string defaults[]{"--benchmark_repetitions=15", "--benchmark_min_time=0.05",
                                "--benchmark_enable_random_interleaving=true",
                                "--benchmark_report_aggregates_only=true"};
         for (std::string& argument : defaults)

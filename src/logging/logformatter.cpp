@@ -1,6 +1,5 @@
 #include "logging/logformatter.h"
 
-#include "ascii.h"
 #include "logging/debugtext_p.h"
 #include "logging/lognode.h"
 #include "logging/logrenderer.h"
@@ -41,11 +40,8 @@ void LogFormatter::finish()
 {
     Line* line = m_line;
     if (line->state.isCollected) {
+        line->end();
         QString& message = line->message;
-        const bool isSpaced = line->debug ? line->debug->autoInsertSpaces() : line->state.isSpaced;
-        line->debug.reset();
-        if (isSpaced && message.endsWith(QLatin1Char(' ')))
-            message.chop(1);
         if (line->state.level == LogLevel::Event) {
             message = QLatin1Char(' ') + LogRenderer::eventToString(line->event) +
                       QLatin1String("| ") + message;
@@ -70,7 +66,7 @@ LogFormatter& LogFormatter::logEvent(const LogEventModule::EventModule& event)
 
 void LogFormatter::appendPiece(const char* text)
 {
-    if (!line().message.isEmpty())
+    if (line().debug ? !line().message.isEmpty() : line().size > 0)
         *this << ":";
     *this << text;
 }
@@ -106,11 +102,12 @@ LogFormatter& LogFormatter::nospace()
 
 LogFormatter& LogFormatter::space()
 {
-    line().state.isSpaced = true;
-    if (hasStream())
-        m_line->debug->space();
+    Line& line = this->line();
+    line.state.isSpaced = true;
+    if (line.hasRoom(0))
+        line.append(' ');
     else
-        m_line->message += QLatin1Char(' ');
+        debug().space();
     return *this;
 }
 
@@ -118,6 +115,7 @@ QDebug& LogFormatter::debug()
 {
     Line& line = this->line();
     if (!line.debug) {
+        line.useMessage();
         line.debug.emplace(&line.message);
         line.debug->setAutoInsertSpaces(line.state.isSpaced);
         if (!line.state.isQuoted)
@@ -126,43 +124,56 @@ QDebug& LogFormatter::debug()
     return *line.debug;
 }
 
+template <typename Character>
+ushort LogFormatter::Line::append(const Character* __restrict characters, size_t count)
+{
+    ushort* __restrict to = text.data() + size;
+    ushort all = 0;
+    for (size_t i = 0; i < count; ++i) {
+        to[i] = characters[i];
+        all |= characters[i];
+    }
+    size += static_cast<int>(count);
+    return all;
+}
+
 // The functions below append the text of QDebug for their type without a stream, which is faster.
 
-void LogFormatter::appendText(const char* utf8)
+void LogFormatter::appendText(const char* utf8, size_t size)
 {
     Line& line = this->line();
-    if (line.debug) {
+    if (!line.hasRoom(size)) {
         debug() << utf8;
         return;
     }
-    const size_t size = utf8 != nullptr ? std::strlen(utf8) : 0;
-    if (zeltools::isAscii(utf8, size))
-        line.message += QLatin1String(utf8, static_cast<int>(size));
-    else
-        line.message += QString::fromUtf8(utf8, static_cast<int>(size));
-    if (line.state.isSpaced)
-        line.message += QLatin1Char(' ');
+    const int start = line.size;
+    if (line.append(reinterpret_cast<const uchar*>(utf8), size) > 0x7f) {
+        line.size = start;
+        const QString text = QString::fromUtf8(utf8, static_cast<int>(size));
+        line.append(text.utf16(), size_t(text.size())); // which are no more than the bytes
+    }
+    line.endItem();
 }
 
 void LogFormatter::appendQuoted(const QString& text)
 {
     Line& line = this->line();
-    if (line.debug || (line.state.isQuoted && !debugtext::isPlain(text))) {
+    const bool isQuoted = line.state.isQuoted;
+    if (!line.hasRoom(size_t(text.size())) || (isQuoted && !debugtext::isPlain(text))) {
         debug() << text;
         return;
     }
-    if (line.state.isQuoted)
-        line.message += QLatin1Char('"');
-    line.message += text;
-    if (line.state.isQuoted)
-        line.message += QLatin1Char('"');
-    if (line.state.isSpaced)
-        line.message += QLatin1Char(' ');
+    if (isQuoted)
+        line.append('"');
+    line.append(text.utf16(), size_t(text.size()));
+    if (isQuoted)
+        line.append('"');
+    line.endItem();
 }
 
 void LogFormatter::appendBool(bool value)
 {
-    appendText(value ? "true" : "false");
+    appendText(value ? "true" : "false", value ? 4 : 5);
 }
 
 void LogFormatter::appendSigned(qlonglong value)
@@ -178,11 +189,12 @@ void LogFormatter::appendUnsigned(qulonglong value)
 void LogFormatter::appendReal(double value)
 {
     constexpr int significantDigits = 6;
-    if (hasStream() || !std::isfinite(value))
+    if (hasStream() || !std::isfinite(value)) {
         debug() << value;
-    else if (debugtext::isBeyondHalves(value))
-        appendText(QString::number(value).toLatin1().constData());
-    else // adding 0.0 removes the sign of a negative zero
+    } else if (debugtext::isBeyondHalves(value)) {
+        const QByteArray text = QString::number(value).toLatin1();
+        appendText(text.constData(), size_t(text.size()));
+    } else // adding 0.0 removes the sign of a negative zero
         appendNumber(debugtext::awayFromMiddle(value) + 0.0, std::chars_format::general,
                      significantDigits);
 }
@@ -190,14 +202,13 @@ void LogFormatter::appendReal(double value)
 template <typename T, typename... Format>
 void LogFormatter::appendNumber(T value, Format... format)
 {
+    char text[32];
     Line& line = this->line();
-    if (line.debug) {
+    if (!line.hasRoom(sizeof text)) {
         debug() << value;
         return;
     }
-    char text[32];
-    char* end = std::to_chars(text, text + sizeof text - 1, value, format...).ptr;
-    if (line.state.isSpaced)
-        *end++ = ' ';
-    line.message += QLatin1String(text, static_cast<int>(end - text));
+    const char* end = std::to_chars(text, text + sizeof text, value, format...).ptr;
+    line.append(reinterpret_cast<const uchar*>(text), size_t(end - text));
+    line.endItem();
 }

@@ -8,6 +8,8 @@
 #include <QDebug>
 #include <QString>
 
+#include <array>
+#include <cstring>
 #include <optional>
 #include <type_traits>
 
@@ -89,10 +91,29 @@ private:
         State state;
         LogEventModule::EventModule event;
         LogModules modules;
+        // The text is in the array until the stream is created, which appends to the message.
+        int size;
+        std::array<ushort, 512> text;
         QString message;
-        // The stream is created for the first item that append() does not handle itself. From then
-        // on it formats every item, since an item may change its state (base, precision, spaces).
+        // The stream is created for the first item that append() does not handle itself, or that
+        // the array has no room for. From then on it formats every item, since an item may change
+        // its state (base, precision, spaces).
         std::optional<QDebug> debug;
+
+        /// Whether the array takes that many characters, quotes and a blank.
+        bool hasRoom(size_t count) const
+        {
+            return !debug && count + 3 <= text.size() - size_t(size);
+        }
+        void append(char character) { text[size_t(size++)] = static_cast<uchar>(character); }
+        /// Appends the characters, and returns one that has all bits of them.
+        template <typename Character>
+        ushort append(const Character* characters, size_t count);
+        void endItem();
+        /// Ends the message, without the blank after the last item.
+        void end();
+        /// Moves the text of the array to the message.
+        void useMessage();
     };
 
     bool isCollected() const { return (m_line != nullptr ? m_line->state : m_state).isCollected; }
@@ -117,7 +138,9 @@ private:
     void appendPiece(const char* text);
     QDebug& debug();
 
-    void appendText(const char* utf8);
+    // Inline, so that the compiler counts the characters of a literal.
+    void appendText(const char* utf8) { appendText(utf8, utf8 != nullptr ? std::strlen(utf8) : 0); }
+    void appendText(const char* utf8, size_t size);
     void appendQuoted(const QString& text);
     void appendBool(bool value);
     void appendSigned(qlonglong value);

@@ -1,6 +1,8 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -13,36 +15,71 @@ constexpr int s_keptCapacity = 1024;
 // allocate no memory.
 struct LogFormatter::Line::Spare
 {
-    // Trivial variables stay readable after the keeper is destroyed: lines are logged until the
+    enum Keeper { NotCreated, Alive, Destroyed };
+
+    // A trivial variable stays readable after the keeper is destroyed: lines are logged until the
     // very end of a thread, also by destructors.
-    static thread_local Line* line;
-    static thread_local bool isOver;
+    Line* line;
+    Keeper keeper;
 
-    ~Spare()
-    {
-        isOver = true;
-        delete line;
-        line = nullptr;
-    }
+    static thread_local Spare ofThread;
 
-    static void keepUntilThreadEnds() { static thread_local Spare keeper; }
+    /// Creates the object that deletes the line when the thread ends.
+    static void createKeeper();
 };
 
-thread_local LogFormatter::Line* LogFormatter::Line::Spare::line = nullptr;
-thread_local bool LogFormatter::Line::Spare::isOver = false;
+thread_local LogFormatter::Line::Spare LogFormatter::Line::Spare::ofThread{nullptr, NotCreated};
+
+void LogFormatter::Line::Spare::createKeeper()
+{
+    struct KeeperOfThread
+    {
+        KeeperOfThread() { ofThread.keeper = Alive; }
+        ~KeeperOfThread()
+        {
+            ofThread.keeper = Destroyed;
+            delete std::exchange(ofThread.line, nullptr);
+        }
+    };
+    static thread_local const KeeperOfThread keeper;
+}
 
 LogFormatter::Line* LogFormatter::Line::take(const State& state)
 {
-    Line* line = Spare::line;
-    if (line != nullptr)
-        Spare::line = nullptr;
-    else
+    Line* line = std::exchange(Spare::ofThread.line, nullptr);
+    if (line == nullptr)
         line = new Line;
     line->references = 1;
     line->state = state;
+    line->size = 0;
     line->event = LogEventModule::NoneEvent;
     line->modules = Log::None;
     return line;
+}
+
+void LogFormatter::Line::endItem()
+{
+    if (state.isSpaced)
+        append(' ');
+}
+
+void LogFormatter::Line::useMessage()
+{
+    message.setUnicode(reinterpret_cast<const QChar*>(text.data()), size);
+}
+
+void LogFormatter::Line::end()
+{
+    if (debug) {
+        const bool isSpaced = debug->autoInsertSpaces();
+        debug.reset();
+        if (isSpaced && message.endsWith(QLatin1Char(' ')))
+            message.chop(1);
+        return;
+    }
+    if (state.isSpaced && size > 0 && text[size_t(size) - 1] == ' ')
+        --size;
+    useMessage();
 }
 
 void LogFormatter::Line::release(Line* line)
@@ -50,12 +87,12 @@ void LogFormatter::Line::release(Line* line)
     // A receiver may have kept a copy of the text, which must not change.
     if (!line->message.isDetached() || line->message.capacity() > s_keptCapacity)
         line->message = QString();
-    else
-        line->message.resize(0);
-    if (Spare::line != nullptr || Spare::isOver) {
+    Spare& spare = Spare::ofThread;
+    if (spare.line != nullptr || spare.keeper == Spare::Destroyed) {
         delete line;
         return;
     }
-    Spare::keepUntilThreadEnds();
-    Spare::line = line;
+    spare.line = line;
+    if (spare.keeper == Spare::NotCreated)
+        Spare::createKeeper();
 }

@@ -4,6 +4,8 @@
 #include "logging/logtimestamp.h"
 #include "logging/standarderror_p.h"
 
+#include <algorithm>
+
 LogLine::LogLine(const QString& line)
 {
     append(line);
@@ -12,9 +14,13 @@ LogLine::LogLine(const QString& line)
 
 LogLine::LogLine(LogLevel::Level level, const QString& message, qint64 moment_ms)
 {
-    LogRenderer::appendPattern(level, logTimestamp(moment_ms), [this](QLatin1String piece) {
-        m_bytes.append(piece.data(), piece.size());
+    constexpr int longestPattern = 40;
+    m_bytes.resize(longestPattern);
+    char* end = m_bytes.data();
+    LogRenderer::appendPattern(level, logTimestamp(moment_ms), [&end](QLatin1String piece) {
+        end = std::copy_n(piece.data(), piece.size(), end);
     });
+    m_bytes.resize(static_cast<int>(end - m_bytes.data()));
     m_messageOffset = int(m_bytes.size());
     append(message);
     m_bytes.append('\n');

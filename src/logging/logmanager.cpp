@@ -123,7 +123,9 @@ bool LogManager::connectNode(QObject* node)
         connect(node, SIGNAL(logged(LogLevel::Level, Log::Modules, QString)), this,
                 SLOT(log(LogLevel::Level, Log::Modules, QString)), Qt::DirectConnection);
     if (node == LogNode::s_instance)
-        LogNode::setManagerConnection(connection);
+        LogNode::setManagerConnection(
+            connection, [](LogLevel::Level level, const Log::Modules& modules,
+                           const QString& message) { instance()->log(level, modules, message); });
     return bool(connection);
 }
 

@@ -18,7 +18,12 @@ class ZELTOOLS_EXPORT LogModules
 public:
     LogModules() = default;
     // The constructor is not explicit so that log(level, Log::Payment, text) works.
-    LogModules(const LogModule& module) { add(module); }
+    LogModules(const LogModule& module)
+        : m_bits(module.id() < s_bitCount ? quint64(1) << module.id() : 0)
+    {
+        if (m_bits == 0)
+            add(module);
+    }
 
     void add(const LogModule& module);
     void remove(const LogModule& module);

@@ -47,11 +47,17 @@ private:
     void _log(LogLevel::Level level, const LogModules& modules, const QString& message);
     bool isOnlyManagerListening();
     static void forgetAudience();
-    static void setManagerConnection(const QMetaObject::Connection& connection);
+    using LineReceiver = void (*)(LogLevel::Level level, const LogModules& modules,
+                                  const QString& message);
+    /// Sets the connection of the manager, and the function that does the same as its slot. The
+    /// node calls the function instead of emitting the signal while nobody else is connected.
+    static void setManagerConnection(const QMetaObject::Connection& connection,
+                                     LineReceiver receiver);
 
     using EventReceiver = void (*)(LogEventModule::EventModule event, const QString& message);
     static bool setEventReceiver(EventReceiver receiver);
 
     static std::atomic<LogNode*> s_instance;
     static std::atomic<EventReceiver> s_eventReceiver;
+    static std::atomic<LineReceiver> s_lineReceiver;
 };

@@ -45,6 +45,14 @@ void recordAssertion(const char* where, const char* what, const char* file, int 
     s_assertions += QStringList({where, what, file, QString::number(line)}).join('/');
 }
 
+QStringList printedMessages(const support::StandardErrorCapture& capture)
+{
+    QStringList messages;
+    for (const QByteArray& line : capture.text().trimmed().split('\n'))
+        messages += line.mid(36);
+    return messages;
+}
+
 // Compares the line of these items with the text of a QDebug.
 template <typename... Items>
 void compareTexts(const Items&... items)
@@ -85,6 +93,11 @@ private Q_SLOTS:
         compareTexts(20.03125, -20.03125F, 1234565.0, 12345650.0, 1.000005e15, 1.000005e16,
                      std::nextafter(20.03125, 0), std::nextafter(1.000005e16, 0));
         compareTexts(QStringList("a"), Qt::AlignLeft, QByteArray("x\0y", 3), QChar(232));
+        // A QDebug continues a line that has become too long for the formatter itself.
+        for (int size = 500; size < 516; ++size) {
+            compareTexts(QString(size, 'x'), 12345, letters, "b");
+            compareTexts(QByteArray(size, 'x').constData(), QString("quoted"), 0.5);
+        }
         compareTexts(10, Qt::hex, 255, true, letters, 0.5); // an item may change the state
     }
 
@@ -181,10 +194,23 @@ private Q_SLOTS:
             line.log(Log::Payment).log("lost").log(Log::Recipe).log("after");
         }
         LogManager::instance()->disableModuleDebugging(Log::Recipe);
-        QStringList messages;
-        for (const QByteArray& line : capture.text().split('\n'))
-            messages += line.mid(36);
-        QCOMPARE(messages, QStringList({"copied 1 on2", "before : after", ""}));
+        QCOMPARE(printedMessages(capture), QStringList({"copied 1 on2", "before : after"}));
+    }
+
+    // While only the manager listens, the node calls it without a signal.
+    void theNodeObeysItsConnections()
+    {
+        LogNode* node = LogNode::instance();
+        const support::StandardErrorCapture capture;
+        LogFormatter(LogLevel::Info) << "direct";
+        node->blockSignals(true);
+        LogFormatter(LogLevel::Info) << "blocked";
+        node->blockSignals(false);
+        disconnect(node, nullptr, LogManager::instance(), nullptr);
+        LogFormatter(LogLevel::Info) << "disconnected";
+        LogManager::instance()->connectNode(node);
+        LogFormatter(LogLevel::Info) << "connected";
+        QCOMPARE(printedMessages(capture), QStringList({"direct", "connected"}));
     }
 
     void linesBeforeTheNodeGoToQtsWarnings()
