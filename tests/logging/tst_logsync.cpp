@@ -1,0 +1,160 @@
+#include "interpose.h"
+#include "logging/logfileset_p.h"
+#include "support.h"
+
+#include <QtTest>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace
+{
+
+QMutex s_mutex;
+QVector<ino_t> s_synced;
+std::atomic<bool> s_isFrozen{false};
+
+bool isSynced(const QString& path)
+{
+    struct stat file;
+    const QMutexLocker locker(&s_mutex);
+    return stat(QFile::encodeName(path).constData(), &file) == 0 && s_synced.contains(file.st_ino);
+}
+
+} // namespace
+
+INTERPOSED int fdatasync(int descriptor)
+{
+    while (s_isFrozen)
+        QThread::msleep(1);
+    struct stat file;
+    if (fstat(descriptor, &file) == 0) {
+        const QMutexLocker locker(&s_mutex);
+        s_synced.append(file.st_ino);
+    }
+    return original<int(int)>("fdatasync")(descriptor);
+}
+
+class TestLogSync : public QObject
+{
+    Q_OBJECT
+
+private:
+    using Urgency = LogFileSet::Urgency;
+
+    support::TemporaryLayout m_layout;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<LogFileSet> m_set;
+
+    QString path(const char* name) const { return m_folder->filePath(name); }
+    void write(const QByteArray& line, Urgency urgency = Urgency::Normal)
+    {
+        m_set->write(LogManager::General, line.constData(), line.size(), urgency);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_set = std::make_unique<LogFileSet>();
+        m_set->setSyncDelays(std::chrono::hours(1), std::chrono::milliseconds(100));
+        m_set->open(LogFileSet::settings(m_folder->path() + '/', m_folder->path() + '/'));
+        s_synced.clear();
+    }
+    void cleanup()
+    {
+        s_isFrozen = false;
+        m_set.reset();
+    }
+
+    void linesAreForcedToTheStorageInTime_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<int>("level");
+        QTest::addColumn<int>("interval_ms");
+        QTest::addColumn<bool>("isSynced");
+        const int hour_ms = 3600 * 1000;
+        QTest::newRow("an ordinary line waits") << 0 << int(LogLevel::Warning) << hour_ms << false;
+        QTest::newRow("for its interval only") << 0 << int(LogLevel::Warning) << 300 << true;
+        QTest::newRow("an error does not") << 0 << int(LogLevel::Error) << hour_ms << true;
+        QTest::newRow("nor does a critical one") << 0 << int(LogLevel::Critical) << hour_ms << true;
+        QTest::newRow("nor an event") << int(LogManager::Events) << 0 << hour_ms << true;
+    }
+    void linesAreForcedToTheStorageInTime()
+    {
+        QFETCH(int, id);
+        QFETCH(int, level);
+        QFETCH(int, interval_ms);
+        QFETCH(bool, isSynced);
+        m_set->setSyncDelays(std::chrono::milliseconds(interval_ms),
+                             std::chrono::milliseconds(100));
+        write("earlier\n");
+        m_set->write(LogManager::LogFileId(id), "line\n", 5,
+                     LogFileSet::urgencyOf(LogLevel::Level(level)));
+        const QString file = path(id == 0 ? "zel_logs.log" : "zel_events.log");
+        if (isSynced)
+            QTRY_VERIFY(::isSynced(file));
+        else
+            QTest::qWait(500);
+        QCOMPARE(::isSynced(file), isSynced);
+        QCOMPARE(::isSynced(path("zel_logs.log")), isSynced);
+        m_set->close();
+        QVERIFY(::isSynced(file));
+    }
+
+    // The lines of a rotated file are as important as before. A deleted file occupies no space.
+    void aRotatedFileIsForcedToTheStorage()
+    {
+        m_set->file(LogManager::General)->setMaximumSizeMiB(5.0 / 1024 / 1024);
+        for (const char* line : {"one\n", "two\n", "three\n"})
+            write(line);
+        for (const QFileInfo& descriptor : QDir("/proc/self/fd").entryInfoList(QDir::System))
+            QVERIFY(!descriptor.symLinkTarget().contains("zel_logs.log.1 (deleted)"));
+        write("four\n", Urgency::Urgent);
+        QTRY_VERIFY(isSynced(path("zel_logs.log")) && isSynced(path("zel_logs.log.1")));
+        QCOMPARE(s_synced.size(), 2);
+        QVERIFY(!QFile::exists(path("zel_logs.log.2")));
+    }
+
+    void nobodyWaitsForAFrozenStorage()
+    {
+        s_isFrozen = true;
+        m_set->file(LogManager::General)->setMaximumSizeMiB(100.0 / 1024 / 1024);
+        for (int i = 0; i < 100; ++i) {
+            write("line\n", Urgency::Urgent);
+            QTest::qWait(2);
+        }
+        m_set->open(LogFileSet::settings(m_folder->path() + '/', m_folder->path() + '/'));
+        write("last\n");
+        QVERIFY(s_synced.isEmpty());
+        // Another object may write the file as soon as the set has closed it.
+        support::LineRecorder recorder;
+        m_set->file(LogManager::Capsule)->write("line\n");
+        m_set->file(LogManager::Capsule)->file.close();
+        RotatingLogFile other({1.0F, 1, false});
+        other.setPrimaryFilename(path("zel_capsule.log"));
+        QVERIFY(other.file.open(QIODevice::Append) && other.write("other\n") == 6);
+        QVERIFY(other.file.isLocked());
+        QCOMPARE(recorder.takeMessages(), QStringList());
+    }
+
+    void aForkedChildNeitherWaitsNorCrashes()
+    {
+        write("parent\n");
+        const pid_t child = fork();
+        if (child == 0) {
+            write("child\n", Urgency::Urgent);
+            m_set->close();
+            _exit(0);
+        }
+        int status = -1;
+        QTRY_VERIFY(status >= 0 || waitpid(child, &status, WNOHANG) == child);
+        QCOMPARE(status, 0);
+        QVERIFY(m_set->file(LogManager::General)->file.isLocked());
+        PrimaryFile other(path("zel_logs.log"));
+        QVERIFY(other.open(QIODevice::Append) && !other.lock());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLogSync)
+#include "tst_logsync.moc"
