@@ -2,7 +2,13 @@
 
 #include "logging/primarywriter_p.h"
 
-LogFileSet::LogFileSet() = default;
+#include <algorithm>
+#include <utility>
+
+LogFileSet::LogFileSet(std::function<void()> healthChanged)
+    : m_healthChanged(std::move(healthChanged))
+{
+}
 
 LogFileSet::~LogFileSet()
 {
@@ -27,6 +33,8 @@ void LogFileSet::open(const Settings& settings)
                 std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
             m_files[i]->m_writer->shareWarning(&m_isSharingWarned);
             m_files[i]->m_writer->setSync(&m_sync);
+            m_watches[i] = std::make_unique<LogFileWatch>(LogManager::LogFileId(i), *m_files[i],
+                                                          *m_files[i]->m_writer, m_healthChanged);
         }
         RotatingLogFile& log = *m_files[i];
         const QMutexLocker locker(log.mutex());
@@ -35,8 +43,7 @@ void LogFileSet::open(const Settings& settings)
         log.setMaximumSizeMiB(settings[i].maximumSizeMiB);
         log.enableDeletedFilesStorage(settings[i].deletedFilesStorage);
         log.setSecondaryFilesCount(1);
-        if (log.file.open(QIODevice::Append))
-            log.endHalfLine();
+        m_watches[i]->open();
     }
     m_isOpen = true;
 }
@@ -73,10 +80,9 @@ void LogFileSet::setSyncDelays(LogSync::Milliseconds interval, LogSync::Millisec
 
 void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length, Urgency urgency)
 {
-    RotatingLogFile* log = file(id);
-    if (log == nullptr)
+    if (file(id) == nullptr)
         return;
-    log->write(text, length);
+    m_watches[size_t(id)]->write(text, length);
     if (urgency == Urgency::Urgent || id == LogManager::Events)
         m_sync.hurry();
 }
@@ -92,6 +98,19 @@ zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id) const
 {
     const RotatingLogFile* log = file(id);
     return log != nullptr ? log->mutex() : nullptr;
+}
+
+LogFileHealth LogFileSet::health(LogManager::LogFileId id) const
+{
+    const auto index = static_cast<size_t>(id);
+    const bool isWatched = index < m_watches.size() && m_watches[index] != nullptr;
+    return isWatched ? m_watches[index]->health() : LogFileHealth();
+}
+
+bool LogFileSet::isHealthy() const
+{
+    return std::all_of(m_watches.begin(), m_watches.end(),
+                       [](const auto& watch) { return watch == nullptr || watch->isHealthy(); });
 }
 
 QString LogFileSet::totalContent(LogManager::LogFileId id) const

@@ -54,7 +54,7 @@ LogManager* LogManager::instance()
 }
 
 LogManager::LogManager()
-    : m_files(std::make_unique<LogFileSet>())
+    : m_files(std::make_unique<LogFileSet>([this] { postHealthChange(); }))
     , m_router(std::make_unique<LogRouter>(*this, *m_files))
     , m_pages(std::make_unique<EventPages>(*m_files))
     , m_categoryRules(std::make_unique<QtCategoryRules>())
@@ -347,4 +347,25 @@ QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const Q
 void LogManager::qmlEventLogParameter(const QString& log)
 {
     LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
+}
+
+LogFileHealth LogManager::fileHealth(LogFileId id) const
+{
+    return m_files->health(id);
+}
+
+bool LogManager::logFilesHealthy() const
+{
+    return m_files->isHealthy();
+}
+
+void LogManager::postHealthChange()
+{
+    if (m_isHealthChangePosted.exchange(true))
+        return;
+    const auto announce = [this] {
+        m_isHealthChangePosted = false;
+        Q_EMIT logFilesHealthChanged();
+    };
+    QMetaObject::invokeMethod(this, announce, Qt::QueuedConnection);
 }

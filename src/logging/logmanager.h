@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zeltools/logging/logeventmodule.h>
+#include <zeltools/logging/logfilehealth.h>
 #include <zeltools/logging/loglevel.h>
 #include <zeltools/logging/logmodules.h>
 #include <zeltools/qtversion.h>
@@ -37,6 +38,7 @@ class ZELTOOLS_EXPORT LogManager : public QObject
     Q_PROPERTY(QString eventsText READ eventsText NOTIFY eventsTextChanged)
     Q_PROPERTY(QStringList eventsTextList READ eventsTextList NOTIFY eventsTextListChanged)
     Q_PROPERTY(int eventsPagesCount READ eventsPagesCount NOTIFY eventsPagesCountChanged)
+    Q_PROPERTY(bool logFilesHealthy READ logFilesHealthy NOTIFY logFilesHealthChanged)
 
 public:
     enum LogFileId : int { General, Events, Grinder, Capsule, M4ActuatorBoard };
@@ -195,6 +197,13 @@ public:
     /// Makes QML read the names of the kinds again after a change of the language.
     Q_INVOKABLE void emitEventModuleFilterChangeTrad() { Q_EMIT eventModuleFilterChangeTrad(); }
 
+    /// The state of a log file. Any thread may call it, and it never waits for the file. The state
+    /// of a file that fails changes when the next line for it is logged, so a file whose fault is
+    /// gone is healthy from its next line on. finalizeLogFiles() keeps the last state.
+    LogFileHealth fileHealth(LogFileId id) const;
+    /// Whether none of the five files fails.
+    bool logFilesHealthy() const;
+
 public Q_SLOTS:
     void syncLogs();
     /// Formats the line and sends it to the destination for its modules and level. A line whose
@@ -215,10 +224,15 @@ Q_SIGNALS:
     /// Announces every Event line when it is logged, and the start of the application.
     void newLogEvent(LogEventModule::EventModule eventModules, const QStringList& args);
     void eventModuleFilterChangeTrad();
+    /// Announces that a file has begun or ceased to fail. It is emitted in the manager's thread by
+    /// its event loop, once for all changes since the last time, whatever thread noticed them.
+    void logFilesHealthChanged();
 
 private:
     LogManager();
+    void postHealthChange();
 
+    std::atomic<bool> m_isHealthChangePosted = false;
     std::unique_ptr<LogFileSet> m_files;
     std::unique_ptr<LogRouter> m_router;
     std::unique_ptr<EventPages> m_pages;
