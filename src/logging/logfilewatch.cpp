@@ -22,11 +22,6 @@ qint64 countLines(const char* text, qint64 length)
     return count;
 }
 
-QString withReason(const char* step, const QString& reason)
-{
-    return QLatin1String(step) + QLatin1String(" failed: ") + reason;
-}
-
 } // namespace
 
 LogFileWatch::LogFileWatch(LogManager::LogFileId id, RotatingLogFile& file, PrimaryWriter& writer,
@@ -79,37 +74,72 @@ bool LogFileWatch::tryToOpen()
     if (now_ms < m_nextOpening_ms)
         return false;
     m_nextOpening_ms = now_ms + openInterval_ms;
+    m_fault = {}; // the reason may be another one now
     if (!m_file.file.open(QIODevice::Append))
         return false;
     m_file.endHalfLine();
     return true;
 }
 
-// The state follows what the last write or opening has left.
+// The state follows what the last write or opening has left. On a full disk, thousands of lines in
+// a second come here, so a reason is only put into words when it is a new one.
 void LogFileWatch::judge(qint64 linesLost)
 {
     const qint64 now_ms = monotonicMilliseconds();
     m_missing += linesLost;
-    const QString fault =
-        linesLost > 0 || !m_file.file.isOpen() || m_writer.hasFault() ? reason() : QString();
+    const Fault fault = currentFault(linesLost > 0);
     {
         const QMutexLocker locker(&m_healthMutex);
         m_health.linesNotWritten += linesLost;
-        m_health.reason = fault;
+        if (fault != m_fault)
+            m_health.reason = reason(fault);
     }
-    if (fault.isEmpty() && m_isFailing)
+    m_fault = fault;
+    if (fault.step != Step::None)
+        begin(now_ms);
+    else if (m_isFailing)
         end();
-    else if (!fault.isEmpty())
-        begin(fault, now_ms);
+}
+
+LogFileWatch::Fault LogFileWatch::currentFault(bool isLost) const
+{
+    if (!m_file.file.isOpen())
+        return {Step::FirstOpening, 0};
+    if (const int error = m_writer.error(PrimaryWriter::Opening))
+        return {Step::Opening, error};
+    if (const int error = m_writer.error(PrimaryWriter::Writing))
+        return {Step::Writing, error};
+    if (const int error = m_writer.error(PrimaryWriter::Rotating))
+        return {Step::Rotating, error};
+    return {isLost ? Step::Configuration : Step::None, 0};
+}
+
+QString LogFileWatch::reason(Fault fault) const
+{
+    switch (fault.step) {
+    case Step::None:
+        break;
+    case Step::FirstOpening:
+        return QLatin1String("Opening failed: ") + m_file.file.errorString();
+    case Step::Opening:
+        return QLatin1String("Opening failed: ") + qt_error_string(fault.error);
+    case Step::Writing:
+        return QLatin1String("Writing failed: ") + qt_error_string(fault.error);
+    case Step::Rotating:
+        return QLatin1String("Rotation failed: ") + qt_error_string(fault.error);
+    case Step::Configuration:
+        return QStringLiteral("Writing failed: The file has no size limit");
+    }
+    return QString();
 }
 
 // Failures that come and go faster than Warnings may be printed get theirs when they last longer.
-void LogFileWatch::begin(const QString& reason, qint64 now_ms)
+void LogFileWatch::begin(qint64 now_ms)
 {
     if (!m_isWarned && now_ms >= m_nextWarning_ms) {
         m_isWarned = true;
         m_nextWarning_ms = now_ms + warningInterval_ms;
-        warn(reason);
+        warn(health().reason);
     }
     if (m_isFailing)
         return;
@@ -117,6 +147,7 @@ void LogFileWatch::begin(const QString& reason, qint64 now_ms)
         const QMutexLocker locker(&m_healthMutex);
         m_health.isHealthy = false;
         m_health.failingSince = QDateTime::currentDateTime();
+        m_since = m_health.failingSince.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss:zzz"));
     }
     m_isFailing = true;
     m_changed();
@@ -129,6 +160,7 @@ void LogFileWatch::end()
         const QMutexLocker locker(&m_healthMutex);
         m_health.isHealthy = true;
         m_health.failingSince = QDateTime();
+        m_health.reason.clear();
         total = m_health.linesNotWritten;
     }
     m_isFailing = false;
@@ -145,30 +177,15 @@ void LogFileWatch::warn(const QString& text) const
         .print();
 }
 
-QString LogFileWatch::reason() const
-{
-    if (!m_file.file.isOpen())
-        return withReason("Opening", m_file.file.errorString());
-    if (const int error = m_writer.error(PrimaryWriter::Opening))
-        return withReason("Opening", qt_error_string(error));
-    if (const int error = m_writer.error(PrimaryWriter::Writing))
-        return withReason("Writing", qt_error_string(error));
-    if (const int error = m_writer.error(PrimaryWriter::Rotating))
-        return withReason("Rotation", qt_error_string(error));
-    return withReason("Writing", QStringLiteral("The file has no size limit"));
-}
-
 // The report has the form of the other lines in the file. In the events file it has the kind of
 // events without a kind, which only the unfiltered history shows.
 QByteArray LogFileWatch::report() const
 {
     if (m_missing == 0)
         return QByteArray();
-    const LogFileHealth now = health();
-    QString text =
-        QStringLiteral("%1 lines are missing here since %2. %3")
-            .arg(m_missing)
-            .arg(now.failingSince.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss:zzz")), now.reason);
+    QString text = QStringLiteral("%1 lines are missing here since %2. %3")
+                       .arg(m_missing)
+                       .arg(m_since, health().reason);
     LogLevel::Level level = LogLevel::Warning;
     if (m_id == LogManager::Grinder) {
         level = LogLevel::Grinder;

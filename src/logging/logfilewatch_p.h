@@ -37,13 +37,25 @@ public:
     LogFileHealth health() const;
 
 private:
+    enum class Step { None, FirstOpening, Opening, Writing, Rotating, Configuration };
+    struct Fault
+    {
+        Step step = Step::None;
+        int error = 0;
+        bool operator!=(const Fault& other) const
+        {
+            return step != other.step || error != other.error;
+        }
+    };
+
     bool tryToOpen();
     void writeLocked(const char* text, qint64 length);
     void judge(qint64 linesLost);
-    void begin(const QString& reason, qint64 now_ms);
+    Fault currentFault(bool isLost) const;
+    QString reason(Fault fault) const;
+    void begin(qint64 now_ms);
     void end();
     void warn(const QString& text) const;
-    QString reason() const;
     QByteArray report() const;
 
     const LogManager::LogFileId m_id;
@@ -55,6 +67,8 @@ private:
     LogFileHealth m_health;
 
     // These members are guarded by the mutex of the file.
+    Fault m_fault;
+    QString m_since;
     qint64 m_missing = 0; // lines that the next report tells
     qint64 m_nextOpening_ms = 0;
     qint64 m_nextWarning_ms = 0;
