@@ -83,6 +83,10 @@ void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length
     if (file(id) == nullptr)
         return;
     m_watches[size_t(id)]->write(text, length);
+    if (!isHealthy()) {
+        for (const auto& watch : m_watches)
+            watch->retry();
+    }
     if (urgency == Urgency::Urgent || id == LogManager::Events)
         m_sync.hurry();
 }

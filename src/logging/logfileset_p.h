@@ -29,7 +29,7 @@ public:
     static Settings settings(const QString& debugDir, const QString& eventsDir);
 
     /// Opens all files for appending, after it has closed those that are open. A file that cannot
-    /// be opened is tried again as lines come, see LogFileWatch.
+    /// be opened is tried again as lines come for any file, see LogFileWatch.
     void open(const Settings& settings);
     /// Closes the files when all lines are on the storage, or after LogSync::stopLimit.
     void close();

@@ -38,7 +38,7 @@ void LogFileWatch::open()
     const QMutexLocker locker(m_file.mutex());
     m_nextOpening_ms = 0;
     if (!tryToOpen())
-        judge(0);
+        judge(true, 0);
     else if (m_isFailing)
         writeLocked("", 0);
 }
@@ -51,21 +51,34 @@ void LogFileWatch::write(const char* text, qint64 length)
         return;
     const QMutexLocker locker(m_file.mutex());
     if (isWritten)
-        judge(m_writer.isDeleted() ? countLines(text, length) : 0);
+        judge(!m_writer.isDeleted(), countLines(text, length));
     else
         writeLocked(text, length);
 }
 
 void LogFileWatch::writeLocked(const char* text, qint64 length)
 {
-    bool isWritten = false;
+    bool isKept = false;
     if (m_file.file.isOpen() || tryToOpen()) {
         const QByteArray bytes = report() + QByteArray::fromRawData(text, int(length));
-        isWritten = m_file.write(bytes) == bytes.size();
-        if (isWritten && !m_writer.isDeleted())
+        isKept = m_file.write(bytes) == bytes.size() && !m_writer.isDeleted();
+        if (isKept)
             m_missing = 0;
     }
-    judge(isWritten && !m_writer.isDeleted() ? 0 : countLines(text, length));
+    judge(isKept, countLines(text, length));
+}
+
+// Only a line of full length shows whether a rotation succeeds.
+void LogFileWatch::retry()
+{
+    if (!m_isFailing || !m_file.mutex()->tryLock())
+        return;
+    const qint64 now_ms = monotonicMilliseconds();
+    if (m_isFailing && m_fault.step != Step::Rotating && now_ms >= m_nextRetry_ms) {
+        m_nextRetry_ms = now_ms + retryInterval_ms;
+        writeLocked("", 0);
+    }
+    m_file.mutex()->unlock();
 }
 
 bool LogFileWatch::tryToOpen()
@@ -73,7 +86,7 @@ bool LogFileWatch::tryToOpen()
     const qint64 now_ms = monotonicMilliseconds();
     if (now_ms < m_nextOpening_ms)
         return false;
-    m_nextOpening_ms = now_ms + openInterval_ms;
+    m_nextOpening_ms = now_ms + retryInterval_ms;
     m_fault = {}; // the reason may be another one now
     if (!m_file.file.open(QIODevice::Append))
         return false;
@@ -83,11 +96,12 @@ bool LogFileWatch::tryToOpen()
 
 // The state follows what the last write or opening has left. On a full disk, thousands of lines in
 // a second come here, so a reason is only put into words when it is a new one.
-void LogFileWatch::judge(qint64 linesLost)
+void LogFileWatch::judge(bool isKept, qint64 linesCount)
 {
     const qint64 now_ms = monotonicMilliseconds();
+    const qint64 linesLost = isKept ? 0 : linesCount;
     m_missing += linesLost;
-    const Fault fault = currentFault(linesLost > 0);
+    const Fault fault = currentFault(!isKept);
     {
         const QMutexLocker locker(&m_healthMutex);
         m_health.linesNotWritten += linesLost;

@@ -12,16 +12,16 @@
 class PrimaryWriter;
 
 /// Writes to one of the manager's files and keeps account of its failures. It tries to open a
-/// closed file again as lines come, at most ten times a second. When a failure has ended, the next
-/// line in the file follows a line that tells how many are missing at this place, since when, and
-/// why.
+/// closed file again as lines come, at most once in retryInterval_ms. When a failure has ended, the
+/// next line in the file follows a line that tells how many are missing at this place, since when,
+/// and why.
 ///
 /// Standard error gets one Warning when a failure begins and one when it ends, but not more than
 /// one such pair in warningInterval_ms. Any thread may call the functions.
 class LogFileWatch
 {
 public:
-    static constexpr int openInterval_ms = 100;
+    static constexpr int retryInterval_ms = 100;
     static constexpr int warningInterval_ms = 10000;
 
     /// `changed` is called, under the mutex of the file, when a failure has begun or ended.
@@ -32,6 +32,9 @@ public:
     void open();
     /// Writes the lines as a whole, or counts them as not written.
     void write(const char* text, qint64 length);
+    /// Tries a file that fails again although no line has come for it, unless another thread uses
+    /// it now. The calling thread may have the mutex of another file.
+    void retry();
 
     bool isHealthy() const { return !m_isFailing; }
     LogFileHealth health() const;
@@ -50,7 +53,7 @@ private:
 
     bool tryToOpen();
     void writeLocked(const char* text, qint64 length);
-    void judge(qint64 linesLost);
+    void judge(bool isKept, qint64 linesCount);
     Fault currentFault(bool isLost) const;
     QString reason(Fault fault) const;
     void begin(qint64 now_ms);
@@ -71,6 +74,7 @@ private:
     QString m_since;
     qint64 m_missing = 0; // lines that the next report tells
     qint64 m_nextOpening_ms = 0;
+    qint64 m_nextRetry_ms = 0;
     qint64 m_nextWarning_ms = 0;
     bool m_isWarned = false;
 };

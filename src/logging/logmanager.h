@@ -197,9 +197,9 @@ public:
     /// Makes QML read the names of the kinds again after a change of the language.
     Q_INVOKABLE void emitEventModuleFilterChangeTrad() { Q_EMIT eventModuleFilterChangeTrad(); }
 
-    /// The state of a log file. Any thread may call it, and it never waits for the file. The state
-    /// of a file that fails changes when the next line for it is logged, so a file whose fault is
-    /// gone is healthy from its next line on. finalizeLogFiles() keeps the last state.
+    /// The state of a log file. Any thread may call it, and it never waits for the file. A file
+    /// that fails is tried again as lines are logged, for this file or for another one, and becomes
+    /// healthy when its fault is gone. finalizeLogFiles() keeps the last state.
     LogFileHealth fileHealth(LogFileId id) const;
     /// Whether none of the five files fails.
     bool logFilesHealthy() const;
