@@ -74,7 +74,7 @@ void LogFileWatch::retry()
     if (!m_isFailing || !m_file.mutex()->tryLock())
         return;
     const qint64 now_ms = monotonicMilliseconds();
-    if (m_isFailing && m_fault.step != Step::Rotating && now_ms >= m_nextRetry_ms) {
+    if (m_isFailing && m_fault.step != LogFileFault::Rotating && now_ms >= m_nextRetry_ms) {
         m_nextRetry_ms = now_ms + retryInterval_ms;
         writeLocked("", 0);
     }
@@ -101,50 +101,18 @@ void LogFileWatch::judge(bool isKept, qint64 linesCount)
     const qint64 now_ms = monotonicMilliseconds();
     const qint64 linesLost = isKept ? 0 : linesCount;
     m_missing += linesLost;
-    const Fault fault = currentFault(!isKept);
+    const LogFileFault fault = LogFileFault::of(m_file, m_writer, isKept);
     {
         const QMutexLocker locker(&m_healthMutex);
         m_health.linesNotWritten += linesLost;
         if (fault != m_fault)
-            m_health.reason = reason(fault);
+            m_health.reason = fault.reason(m_file);
     }
     m_fault = fault;
-    if (fault.step != Step::None)
+    if (fault.step != LogFileFault::None)
         begin(now_ms);
     else if (m_isFailing)
         end();
-}
-
-LogFileWatch::Fault LogFileWatch::currentFault(bool isLost) const
-{
-    if (!m_file.file.isOpen())
-        return {Step::FirstOpening, 0};
-    if (const int error = m_writer.error(PrimaryWriter::Opening))
-        return {Step::Opening, error};
-    if (const int error = m_writer.error(PrimaryWriter::Writing))
-        return {Step::Writing, error};
-    if (const int error = m_writer.error(PrimaryWriter::Rotating))
-        return {Step::Rotating, error};
-    return {isLost ? Step::Configuration : Step::None, 0};
-}
-
-QString LogFileWatch::reason(Fault fault) const
-{
-    switch (fault.step) {
-    case Step::None:
-        break;
-    case Step::FirstOpening:
-        return QLatin1String("Opening failed: ") + m_file.file.errorString();
-    case Step::Opening:
-        return QLatin1String("Opening failed: ") + qt_error_string(fault.error);
-    case Step::Writing:
-        return QLatin1String("Writing failed: ") + qt_error_string(fault.error);
-    case Step::Rotating:
-        return QLatin1String("Rotation failed: ") + qt_error_string(fault.error);
-    case Step::Configuration:
-        return QStringLiteral("Writing failed: The file has no size limit");
-    }
-    return QString();
 }
 
 // Failures that come and go faster than Warnings may be printed get theirs when they last longer.

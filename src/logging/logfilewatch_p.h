@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logging/logfilefault_p.h"
 #include "logging/logfilehealth.h"
 #include "logging/logmanager.h"
 #include "logging/rotatinglogfile.h"
@@ -40,22 +41,9 @@ public:
     LogFileHealth health() const;
 
 private:
-    enum class Step { None, FirstOpening, Opening, Writing, Rotating, Configuration };
-    struct Fault
-    {
-        Step step = Step::None;
-        int error = 0;
-        bool operator!=(const Fault& other) const
-        {
-            return step != other.step || error != other.error;
-        }
-    };
-
     bool tryToOpen();
     void writeLocked(const char* text, qint64 length);
     void judge(bool isKept, qint64 linesCount);
-    Fault currentFault(bool isLost) const;
-    QString reason(Fault fault) const;
     void begin(qint64 now_ms);
     void end();
     void warn(const QString& text) const;
@@ -70,7 +58,7 @@ private:
     LogFileHealth m_health;
 
     // These members are guarded by the mutex of the file.
-    Fault m_fault;
+    LogFileFault m_fault;
     QString m_since;
     qint64 m_missing = 0; // lines that the next report tells
     qint64 m_nextOpening_ms = 0;
