@@ -25,7 +25,7 @@ void FileSync::handOver()
     std::string folder;
     if (std::exchange(m_isNewName, false))
         folder = QFile::encodeName(QFileInfo(m_file.fileName()).path()).toStdString();
-    m_current = std::make_shared<LogSync::Entry>(descriptor, std::move(folder));
+    m_current = std::make_shared<UnsyncedFile>(descriptor, std::move(folder));
     m_sync->add(m_current);
 }
 
@@ -36,9 +36,9 @@ void FileSync::onReplaced()
     m_isNewName = true;
     if (m_current != nullptr)
         m_former.push_back(std::move(m_current));
-    for (const auto& entry : m_former)
-        entry->dropDeleted();
+    for (const auto& file : m_former)
+        file->dropDeleted();
     m_former.erase(std::remove_if(m_former.begin(), m_former.end(),
-                                  [](const auto& entry) { return !entry->isWaiting(); }),
+                                  [](const auto& file) { return !file->isWaiting(); }),
                    m_former.end());
 }

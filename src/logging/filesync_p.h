@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logging/logsync_p.h"
+#include "logging/unsyncedfile_p.h"
 
 #include <memory>
 #include <vector>
@@ -34,6 +35,6 @@ private:
     const PrimaryFile& m_file;
     LogSync* m_sync = nullptr;
     bool m_isNewName = true; // the folder may not have the name of the file on the storage
-    std::shared_ptr<LogSync::Entry> m_current;
-    std::vector<std::shared_ptr<LogSync::Entry>> m_former;
+    std::shared_ptr<UnsyncedFile> m_current;
+    std::vector<std::shared_ptr<UnsyncedFile>> m_former;
 };

@@ -3,12 +3,17 @@
 #include "logging/logrotation_p.h"
 #include "logging/primarywriter_p.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
+#include <utility>
 
 #include <unistd.h>
 
-LogFileSet::LogFileSet() = default;
+LogFileSet::LogFileSet(std::function<void()> healthChanged)
+    : m_healthChanged(std::move(healthChanged))
+{
+}
 
 LogFileSet::~LogFileSet()
 {
@@ -29,7 +34,7 @@ void LogFileSet::open(const Settings& settings)
     m_sync.start();
     for (size_t i = 0; i < settings.size(); ++i) {
         if (m_files[i] == nullptr)
-            m_files[i] = makeFile();
+            makeFile(i);
         RotatingLogFile& log = *m_files[i];
         const QMutexLocker locker(log.mutex());
         log.file.close();
@@ -37,18 +42,19 @@ void LogFileSet::open(const Settings& settings)
         log.setMaximumSizeMiB(settings[i].maximumSizeMiB);
         log.enableDeletedFilesStorage(settings[i].deletedFilesStorage);
         log.setSecondaryFilesCount(1);
-        if (log.file.open(QIODevice::Append))
-            log.endHalfLine();
+        m_watches[i]->open();
     }
     m_isOpen = true;
 }
 
-std::unique_ptr<RotatingLogFile> LogFileSet::makeFile()
+void LogFileSet::makeFile(size_t index)
 {
     auto file = std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
     file->m_writer->shareWarning(&m_isSharingWarned);
     file->m_writer->setSync(&m_sync);
-    return file;
+    m_watches[index] = std::make_unique<LogFileWatch>(LogManager::LogFileId(index), *file,
+                                                      *file->m_writer, m_healthChanged);
+    m_files[index] = std::move(file);
 }
 
 void LogFileSet::close()
@@ -83,18 +89,16 @@ void LogFileSet::renewIfInherited()
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
         state = Inheritance::Inherited;
     }
-    for (std::unique_ptr<RotatingLogFile>& file : m_files) {
-        if (file == nullptr)
-            continue;
-        const std::unique_ptr<RotatingLogFile>& parents = m_inherited.emplace_back(std::move(file));
-        file = makeFile();
-        file->setPrimaryFilename(parents->m_rotation->primary());
-        file->m_rotation->copyLimits(*parents->m_rotation);
-        file->m_deletedFilesStorage = parents->m_deletedFilesStorage;
-        if (parents->file.isOpen()) {
-            ::close(parents->file.handle());
-            file->file.open(QIODevice::Append);
-        }
+    for (size_t i = 0; i < m_files.size() && m_files[i] != nullptr; ++i) {
+        m_inheritedWatches.push_back(std::move(m_watches[i]));
+        RotatingLogFile& parents = *m_inherited.emplace_back(std::move(m_files[i]));
+        makeFile(i);
+        m_files[i]->setPrimaryFilename(parents.m_rotation->primary());
+        m_files[i]->m_rotation->copyLimits(*parents.m_rotation);
+        m_files[i]->m_deletedFilesStorage = parents.m_deletedFilesStorage;
+        if (parents.file.isOpen())
+            ::close(parents.file.handle());
+        m_watches[i]->open();
     }
     m_inheritance = Inheritance::None;
 }
@@ -113,10 +117,13 @@ void LogFileSet::setSyncDelays(LogSync::Milliseconds interval, LogSync::Millisec
 
 void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length, Urgency urgency)
 {
-    RotatingLogFile* log = file(id);
-    if (log == nullptr)
+    if (file(id) == nullptr)
         return;
-    log->write(text, length);
+    m_watches[size_t(id)]->write(text, length);
+    if (!isHealthy()) {
+        for (const auto& watch : m_watches)
+            watch->retry();
+    }
     if (urgency == Urgency::Urgent || id == LogManager::Events)
         m_sync.hurry();
 }
@@ -132,6 +139,19 @@ zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id)
 {
     const RotatingLogFile* log = file(id);
     return log != nullptr ? log->mutex() : nullptr;
+}
+
+LogFileHealth LogFileSet::health(LogManager::LogFileId id) const
+{
+    const auto index = static_cast<size_t>(id);
+    const bool isWatched = index < m_watches.size() && m_watches[index] != nullptr;
+    return isWatched ? m_watches[index]->health() : LogFileHealth();
+}
+
+bool LogFileSet::isHealthy() const
+{
+    return std::all_of(m_watches.begin(), m_watches.end(),
+                       [](const auto& watch) { return watch == nullptr || watch->isHealthy(); });
 }
 
 QString LogFileSet::totalContent(LogManager::LogFileId id)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logging/logfilewatch_p.h"
 #include "logging/logmanager.h"
 #include "logging/logsync_p.h"
 #include "logging/rotatinglogfile.h"
@@ -20,14 +21,16 @@ public:
     /// How soon a line is forced to the storage.
     enum class Urgency { Normal, Urgent };
 
-    LogFileSet();
+    /// `healthChanged` is called in the thread that has noticed it when a file begins or ceases to
+    /// fail. It must not log.
+    explicit LogFileSet(std::function<void()> healthChanged = [] {});
     ~LogFileSet();
 
     /// The names and limits of the files in the two folders, whose paths end with "/".
     static Settings settings(const QString& debugDir, const QString& eventsDir);
 
     /// Opens all files for appending, after it has closed those that are open. A file that cannot
-    /// be opened stays closed, and lines for it are dropped.
+    /// be opened is tried again as lines come for any file, see LogFileWatch.
     void open(const Settings& settings);
     /// Closes the files when all lines are on the storage, or after LogSync::stopLimit.
     void close();
@@ -44,8 +47,8 @@ public:
     /// The urgency of lines of this level: Event, Error and Critical lines are urgent.
     static Urgency urgencyOf(LogLevel::Level level);
 
-    /// Makes the set open files of its own at the next use, in the child process of a fork, where the
-    /// mutexes of the files may be locked by threads that the child does not have.
+    /// Makes the set open files of its own at the next use, in the child process of a fork, where
+    /// the mutexes of the files may be locked by threads that the child does not have.
     void renewInChild() { m_inheritance = Inheritance::Inherited; }
 
     /// The mutex of the file, or null if file() is null.
@@ -53,16 +56,23 @@ public:
     /// The content of the file and its predecessor, which is empty if file() is null.
     QString totalContent(LogManager::LogFileId id);
 
+    /// The state of the file, which is that of a healthy one before the first open().
+    LogFileHealth health(LogManager::LogFileId id) const;
+    bool isHealthy() const;
+
 private:
     enum class Inheritance { None, Inherited, Renewing };
 
     void renewIfInherited();
-    std::unique_ptr<RotatingLogFile> makeFile();
+    void makeFile(size_t index);
 
     std::atomic<Inheritance> m_inheritance = Inheritance::None;
+    std::function<void()> m_healthChanged;
     LogSync m_sync;
     std::atomic<bool> m_isSharingWarned = false; // one Warning for all files
     std::array<std::unique_ptr<RotatingLogFile>, count> m_files;
+    std::array<std::unique_ptr<LogFileWatch>, count> m_watches;
     std::vector<std::unique_ptr<RotatingLogFile>> m_inherited; // of the parent process
+    std::vector<std::unique_ptr<LogFileWatch>> m_inheritedWatches;
     std::atomic<bool> m_isOpen = false;
 };

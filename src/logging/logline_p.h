@@ -2,6 +2,7 @@
 
 #include "logging/loglevel.h"
 
+#include <QDateTime>
 #include <QString>
 #include <QVarLengthArray>
 
@@ -12,8 +13,9 @@ class LogLine
 public:
     /// The unchanged line and a line feed.
     explicit LogLine(const QString& line);
-    /// The bytes of LogRenderer::formattedMessage() for this moment, and a line feed.
-    LogLine(LogLevel::Level level, const QString& message, qint64 moment_ms);
+    /// The bytes of LogRenderer::formattedMessage() for the moment since 1970, and a line feed.
+    LogLine(LogLevel::Level level, const QString& message,
+            qint64 moment_ms = QDateTime::currentMSecsSinceEpoch());
 
     const char* data() const { return m_bytes.constData(); }
     int size() const { return int(m_bytes.size()); }

@@ -63,7 +63,7 @@ LogManager* LogManager::instance()
 }
 
 LogManager::LogManager()
-    : m_files(std::make_unique<LogFileSet>())
+    : m_files(std::make_unique<LogFileSet>([this] { postHealthChange(); }))
     , m_sinks(std::make_unique<SinkList>())
     , m_router(std::make_unique<LogRouter>(*this, *m_files, *m_sinks))
     , m_delivery(std::make_unique<DeliveryControl>(*m_files, *m_sinks))
@@ -422,4 +422,25 @@ QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const Q
 void LogManager::qmlEventLogParameter(const QString& log)
 {
     LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
+}
+
+LogFileHealth LogManager::fileHealth(LogFileId id) const
+{
+    return m_files->health(id);
+}
+
+bool LogManager::logFilesHealthy() const
+{
+    return m_files->isHealthy();
+}
+
+void LogManager::postHealthChange()
+{
+    if (m_isHealthChangePosted.exchange(true))
+        return;
+    const auto announce = [this] {
+        m_isHealthChangePosted = false;
+        Q_EMIT logFilesHealthChanged();
+    };
+    QMetaObject::invokeMethod(this, announce, Qt::QueuedConnection);
 }

@@ -2,6 +2,7 @@
 
 #include <zeltools/logging/logdelivery.h>
 #include <zeltools/logging/logeventmodule.h>
+#include <zeltools/logging/logfilehealth.h>
 #include <zeltools/logging/loglevel.h>
 #include <zeltools/logging/loglosses.h>
 #include <zeltools/logging/logmodules.h>
@@ -41,6 +42,7 @@ class ZELTOOLS_EXPORT LogManager : public QObject
     Q_PROPERTY(QString eventsText READ eventsText NOTIFY eventsTextChanged)
     Q_PROPERTY(QStringList eventsTextList READ eventsTextList NOTIFY eventsTextListChanged)
     Q_PROPERTY(int eventsPagesCount READ eventsPagesCount NOTIFY eventsPagesCountChanged)
+    Q_PROPERTY(bool logFilesHealthy READ logFilesHealthy NOTIFY logFilesHealthChanged)
 
 public:
     enum LogFileId : int { General, Events, Grinder, Capsule, M4ActuatorBoard };
@@ -229,6 +231,13 @@ public:
     /// Makes QML read the names of the kinds again after a change of the language.
     Q_INVOKABLE void emitEventModuleFilterChangeTrad() { Q_EMIT eventModuleFilterChangeTrad(); }
 
+    /// The state of a log file. Any thread may call it, and it never waits for the file. A file
+    /// that fails is tried again as lines are logged, for this file or for another one, and becomes
+    /// healthy when its fault is gone. finalizeLogFiles() keeps the last state.
+    LogFileHealth fileHealth(LogFileId id) const;
+    /// Whether none of the five files fails.
+    bool logFilesHealthy() const;
+
 public Q_SLOTS:
     void syncLogs();
     /// Formats the line and sends it to the destination for its modules and level. A line whose
@@ -249,12 +258,17 @@ Q_SIGNALS:
     /// Announces every Event line when it is logged, and the start of the application.
     void newLogEvent(LogEventModule::EventModule eventModules, const QStringList& args);
     void eventModuleFilterChangeTrad();
+    /// Announces that a file has begun or ceased to fail. It is emitted in the manager's thread by
+    /// its event loop, once for all changes since the last time, whatever thread noticed them.
+    void logFilesHealthChanged();
 
 private:
     LogManager();
+    void postHealthChange();
 
     void becomeChild();
 
+    std::atomic<bool> m_isHealthChangePosted = false;
     std::unique_ptr<LogFileSet> m_files;
     std::unique_ptr<SinkList> m_sinks;
     std::unique_ptr<LogRouter> m_router;

@@ -104,8 +104,10 @@ bool LogRotation::shift()
         shiftArchives();
         return false;
     }
-    if (!makeRoom(QString()) || !renameFile(m_primary, filename(1)))
+    if (!makeRoom(QString()) || !renameFile(m_primary, filename(1))) {
+        m_writer.setError(PrimaryWriter::Rotating, errno);
         return false;
+    }
     endShift();
     return true;
 }

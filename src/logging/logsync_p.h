@@ -2,10 +2,11 @@
 
 #include <QtGlobal>
 
-#include <atomic>
 #include <chrono>
 #include <memory>
-#include <string>
+
+class SyncThread;
+class UnsyncedFile;
 
 /// Forces what was written to log files to the storage, in a thread of its own, so that no thread
 /// that logs ever waits for the storage. The thread sleeps until a file has unsynced data, and
@@ -19,28 +20,6 @@ class LogSync
 {
 public:
     using Milliseconds = std::chrono::milliseconds;
-
-    /// A file with data that may not be on the storage yet. It owns a descriptor of the file.
-    class Entry
-    {
-    public:
-        /// `folder` is the folder whose entry for the file is synced too, or empty.
-        Entry(int descriptor, std::string folder);
-        ~Entry();
-        Q_DISABLE_COPY(Entry)
-
-        /// Whether a later sync() covers what is in the file now.
-        bool isWaiting() const { return m_descriptor >= 0; }
-        /// Blocks until the data is on the storage. It ends isWaiting() first.
-        void sync();
-        /// Ends isWaiting() without a sync if the file has no name any more, so that its blocks
-        /// become free.
-        void dropDeleted();
-
-    private:
-        std::atomic<int> m_descriptor;
-        const std::string m_folder;
-    };
 
     LogSync();
     ~LogSync();
@@ -56,12 +35,10 @@ public:
     static constexpr Milliseconds stopLimit{5000};
 
     /// Takes a file that has got unsynced data.
-    void add(std::shared_ptr<Entry> entry);
+    void add(std::shared_ptr<UnsyncedFile> file);
     /// Brings the next sync forward for an urgent line that was written before.
     void hurry();
 
 private:
-    class Worker;
-
-    std::shared_ptr<Worker> m_worker; // shared with the thread, which may outlive this object
+    std::shared_ptr<SyncThread> m_thread;
 };

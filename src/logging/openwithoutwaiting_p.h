@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QString>
 
+#include <cerrno>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,7 +17,7 @@ inline bool needsNoPeer(mode_t mode)
 }
 
 /// Calls open(2) without ever waiting, for example for the other end of a FIFO. Returns the
-/// descriptor, or -1 if the file cannot be opened or needs a peer.
+/// descriptor, or -1 with errno if the file cannot be opened or needs a peer.
 inline int openWithoutWaiting(const QString& path, int flags)
 {
     const int descriptor =
@@ -24,5 +26,6 @@ inline int openWithoutWaiting(const QString& path, int flags)
     if (descriptor < 0 || (fstat(descriptor, &file) == 0 && needsNoPeer(file.st_mode)))
         return descriptor;
     ::close(descriptor);
+    errno = ENXIO;
     return -1;
 }

@@ -1,29 +1,31 @@
 #include "logging/primarywriter_p.h"
 
+#include "logging/monotonicclock_p.h"
 #include "logging/openwithoutwaiting_p.h"
 #include "logging/primaryfile.h"
 #include "writewhole.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <utility>
-
-#include <time.h>
-
-namespace
-{
-
-qint64 monotonicMilliseconds()
-{
-    timespec now;
-    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
-}
-
-} // namespace
 
 PrimaryWriter::PrimaryWriter(PrimaryFile& file)
     : m_file(file)
     , m_sync(file)
 {
+}
+
+bool PrimaryWriter::hasFault() const
+{
+    return std::any_of(m_errors.begin(), m_errors.end(), [](const auto& error) {
+        return error.load(std::memory_order_relaxed) != 0;
+    });
+}
+
+void PrimaryWriter::setError(Step step, int error)
+{
+    if (m_errors[step].load(std::memory_order_relaxed) != error)
+        m_errors[step] = error;
 }
 
 bool PrimaryWriter::takeWarning()
@@ -35,6 +37,9 @@ void PrimaryWriter::forget()
 {
     m_size_B = -1;
     m_nextCheck_ms = 0;
+    m_isDeleted = false;
+    for (const Step step : {Opening, Rotating, Writing})
+        setError(step, 0);
     m_sync.onReplaced();
 }
 
@@ -47,7 +52,10 @@ void PrimaryWriter::follow()
     if (now < m_nextCheck_ms)
         return;
     m_nextCheck_ms = now + checkInterval_ms;
-    if (!m_file.hasName())
+    const bool hasName = m_file.hasName();
+    if (hasName)
+        setOpened();
+    if (!hasName)
         reopen(m_file.fileName());
     else if (!m_file.isLocked() && !m_file.lock() && !m_isWarned->exchange(true))
         m_isWarningDue = true;
@@ -64,14 +72,23 @@ void PrimaryWriter::reopen(const QString& primary)
     if (m_file.reopen()) {
         updateSize();
         m_hasHalfLine = false;
+        setOpened();
+        setError(Rotating, 0);
         m_sync.onReplaced();
         return;
     }
+    setError(Opening, errno);
     // Nobody can read the content of a deleted file, and it must not fill the disk unseen.
     struct stat open;
-    if (fstat(m_file.handle(), &open) == 0 && open.st_nlink == 0 &&
-        ftruncate(m_file.handle(), 0) == 0)
+    m_isDeleted = fstat(m_file.handle(), &open) == 0 && open.st_nlink == 0;
+    if (m_isDeleted && ftruncate(m_file.handle(), 0) == 0)
         m_size_B = 0;
+}
+
+void PrimaryWriter::setOpened()
+{
+    m_isDeleted = false;
+    setError(Opening, 0);
 }
 
 // QFile passes its buffer on in blocks.
@@ -98,17 +115,21 @@ qint64 PrimaryWriter::append(const char* data, qint64 length)
         m_hasHalfLine = false;
         ++m_size_B;
     }
-    if (m_hasHalfLine || m_file.bytesToWrite() > 0)
+    if (m_hasHalfLine || m_file.bytesToWrite() > 0) {
+        setError(Writing, errno);
         return -1;
+    }
     if (m_beforeAppend)
         m_beforeAppend(m_file.handle(), m_size_B, length);
     const qint64 written = zeltools::writeWhole(m_file.handle(), data, size_t(length));
     if (written == length) {
         m_size_B += length;
         m_hasUnsyncedData = true;
+        setError(Writing, 0);
         m_sync.onWritten();
         return written;
     }
+    setError(Writing, errno);
     if (written > 0) {
         const off_t end = lseek(m_file.handle(), 0, SEEK_CUR);
         m_hasHalfLine = ftruncate(m_file.handle(), end - written) != 0;

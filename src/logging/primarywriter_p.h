@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <array>
 #include <atomic>
 #include <functional>
 
@@ -18,7 +19,18 @@ public:
     /// How often the file is checked for changes by others.
     static constexpr int checkInterval_ms = 100;
 
+    /// What may fail. Opening is that of a new or lost primary.
+    enum Step { Opening, Rotating, Writing };
+
     explicit PrimaryWriter(PrimaryFile& file);
+
+    /// The error number of the last attempt of this step, or 0 if it has succeeded.
+    int error(Step step) const { return m_errors[step]; }
+    void setError(Step step, int error);
+    /// Whether a step has failed. Any thread may call it.
+    bool hasFault() const;
+    /// Whether the open file has been removed, so that nobody can read what is written to it.
+    bool isDeleted() const { return m_isDeleted; }
 
     /// Shares the flag that prevents a second Warning about another writer with other files.
     void shareWarning(std::atomic<bool>* isWarned) { m_isWarned = isWarned; }
@@ -58,6 +70,8 @@ public:
     void setUnsyncedData(bool hasUnsyncedData) { m_hasUnsyncedData = hasUnsyncedData; }
 
 private:
+    void setOpened();
+
     PrimaryFile& m_file;
     FileSync m_sync;
     qint64 m_size_B = -1;
@@ -65,6 +79,8 @@ private:
     bool m_hasHalfLine = false;
     bool m_hasUnsyncedData = false;
     bool m_isWarningDue = false;
+    bool m_isDeleted = false;
+    std::array<std::atomic<int>, 3> m_errors = {};
     std::atomic<bool> m_isOwnWarned = false;
     std::atomic<bool>* m_isWarned = &m_isOwnWarned;
     std::function<void(int, qint64, qint64)> m_beforeAppend;

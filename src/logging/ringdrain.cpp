@@ -131,8 +131,8 @@ bool RingDrain::writeToFile(const Batch& batch)
         append.begin = 0; // a process that is killed here has appended nothing
         append.device = status.st_dev;
         append.inode = status.st_ino;
-        append.offset = offset;
-        append.length = size;
+        append.offset = offset + size - batch.text.size(); // behind a line about a failure
+        append.length = batch.text.size();
         append.begin = batch.begin + 1;
     });
     const bool isDone =

@@ -134,6 +134,8 @@ qint64 RotatingLogFile::write(const char* data, qint64 length)
     if (m_writer->size_B() < 0 ||
         (m_rotation->isDue(m_writer->size_B() + growth_B) && file.isLocked()))
         rotateIfNeeded(growth_B);
+    else
+        m_writer->setError(PrimaryWriter::Rotating, 0);
     const qint64 written = m_writer->append(data, length);
     if (!m_writer->takeWarning())
         return written;

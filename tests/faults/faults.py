@@ -19,12 +19,15 @@ from experiment import (EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, nee
 LENGTH = 60  # of a line with its line feed; it does not divide a page
 LIMIT = 1024 * LENGTH  # of a file
 LINE = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3}\| Info     \| (\d) (\d{8}) x*\.")
+REPORT = rb".{23}\| Warning  \| (\d+) lines are missing here since "
+HEALTH = re.compile(REPORT + rb"|.{23}\| Warning  \| Log file ")
 
 
-# Returns the thread and the number of every line.
+# Returns the thread and the number of every line but the ones on the state of the file.
 def parse(data, length=LENGTH):
     *lines, rest = data.split(b"\n")
     require(not rest, "half a line at the end")
+    lines = [line for line in lines if not HEALTH.match(line)]
     matches = [len(line) + 1 == length and LINE.fullmatch(line) for line in lines]
     require(all(matches), "a line is torn or joined to another one")
     return [(int(match[1]), int(match[2])) for match in matches]
@@ -139,7 +142,11 @@ def full_disk(root):
                     require(parse(writer.content())[-1][1] < writer.written - 1, "no full disk")
                 require(growth_KiB < 1024 or "--sanitized" in OPTIONS, f"+{growth_KiB} KiB memory")
                 writer.write(10)
-                found = parse(writer.content())
+                content = writer.content()
+                *_, (last, missing, next) = re.findall(
+                    rb" (\d{8}) x+\.\n" + REPORT + rb".*\n.* (\d{8}) x", content)
+                require(int(last) + int(missing) + 1 == int(next), "a wrong number is missing")
+                found = parse(content)
                 require(found == sorted(before | set(found)), "lines lost, doubled or out of order")
                 require(found[-10][1] == writer.written - 10, "logging has not resumed at once")
             require_sequence(writer.printed.read_bytes(), 0, writer.written)
@@ -158,7 +165,9 @@ def vanished_folder(root):
         time.sleep(0.2)
         writer.write(1500)
         require_sequence(writer.content(), 20100, 21600)
-        require_sequence(writer.printed.read_bytes(), 0, 21600)
+        printed = writer.printed.read_bytes()
+        require_sequence(printed, 0, 21600)
+        require(printed.count(b"| Log file ") == 2, "not one Warning at the begin and at the end")
 
 
 # Each system call of a rotation fails once, three times or always, or the process is killed before

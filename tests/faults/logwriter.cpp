@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -32,10 +33,10 @@ T next()
 }
 
 // All lines have the given length, so that a piece of a line is not taken for a whole one.
-void writeLine(int thread, int number, int length)
+void writeLine(int thread, int number, int length, LogLevel::Level level = LogLevel::Info)
 {
     constexpr int others = 49; // the prefix, thread, number, full stop and line feed
-    LogFormatter(LogLevel::Info).log(Log::Global).noquote()
+    LogFormatter(level).log(Log::Global).noquote()
         << QString::asprintf("%d %08d ", thread, number) + QString(length - others, 'x') + '.';
 }
 
@@ -55,16 +56,21 @@ void writeLines()
         thread.join();
 }
 
-// Writes the number of lines that are logged to a file, which outlives the process.
-[[noreturn]] void writeUntilKilled()
+// Writes the number of lines that are logged to a file, which outlives the process. Slow lines come
+// a millisecond after each other, and some of them have the given level.
+[[noreturn]] void writeUntilKilled(bool isSlow)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     const int counter = open(next<std::string>().c_str(), O_WRONLY | O_CLOEXEC);
     const int length = next();
+    const auto rareLevel = static_cast<LogLevel::Level>(isSlow ? next() : int(LogLevel::Info));
+    constexpr int rareEvery = 700;
     for (int number = 0, count = 1;; ++number, ++count) {
-        writeLine(0, number, length);
+        writeLine(0, number, length, number % rareEvery == 0 ? rareLevel : LogLevel::Info);
         if (pwrite(counter, &count, sizeof count, 0) != sizeof count)
             std::abort();
+        if (isSlow)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 
@@ -81,8 +87,8 @@ int main(int argc, char* argv[])
     manager->setAppLogFileSecondaryFilesCount(std::stoi(argv[3]));
 
     for (std::string command; std::cin >> command;) {
-        if (command == "forever")
-            writeUntilKilled();
+        if (command == "forever" || command == "slowly")
+            writeUntilKilled(command == "slowly");
         writeLines();
         std::cout << "done" << std::endl;
     }

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-# The environment file on a machine that fails while `zelctl env` writes it: powercut.py EXPERIMENT
-# PROGRAM [--short]. The file must always be the old or the new one.
+# Files on a machine that fails while they are written: powercut.py EXPERIMENT PROGRAM [--short]. The
+# environment file, which `zelctl env` writes, must always be the old or the new one. The log files
+# of `logwriter` must have every line that was written early enough.
 
 import fcntl
 import os
@@ -92,28 +93,38 @@ def until_it_fails(step):
             step()
 
 
-# Stops the file system at some moment, or during an edit if `is_aimed`. Nothing reaches the storage
-# afterwards, not even the content of the journal.
+# Stops the file system at some moment, or during an edit if `is_aimed`.
 def cut(folder, is_aimed):
     end = time.monotonic() + random.uniform(0, 0.1)
     while time.monotonic() < end and not (is_aimed and (folder / ".env.new").exists()):
         time.sleep(random.uniform(0, 0.0005))
+    cut_now(folder)
+
+
+# Nothing reaches the storage afterwards, not even the content of the journal.
+def cut_now(folder):
     shutdown, without_flush = 0x8004587d, (2).to_bytes(4, sys.byteorder)
     descriptor = os.open(folder, os.O_RDONLY)
     fcntl.ioctl(descriptor, shutdown, without_flush)
     os.close(descriptor)
 
 
-# Cuts the supply of a file system while `write` runs on it. Returns how often the file was wrong
-# afterwards, and how often it was not even whole.
-def cuts(root, write, rounds):
-    image, folder, file = root / "image", root / "disk", root / "disk/env"
+# Creates a file system in an image and returns the options that mount it.
+def journalled(image, folder):
     folder.mkdir(parents=True)
     subprocess.run(["mkfs.ext4", "-q", image, "8M"], check=True, capture_output=True)
     # This option makes ext4 repair the omissions of a careless writer as little as others do.
     options = ["-o", "loop,noauto_da_alloc", image]
     skip_unless(subprocess.run(["mount", *options, folder]).returncode == 0, "loop devices")
     subprocess.run(["umount", folder], check=True)
+    return options
+
+
+# Cuts the supply of a file system while `write` runs on it. Returns how often the file was wrong
+# afterwards, and how often it was not even whole.
+def cuts(root, write, rounds):
+    folder, file = root / "disk", root / "disk/env"
+    options = journalled(root / "image", folder)
     started = acknowledged = wrong = mixed = 0
 
     def step():
@@ -163,6 +174,58 @@ def edit_full_disk(root):
             require(re.fullmatch(rb".*No space left.*\n", result.stderr), result)
             require(result.returncode == 1 and file.read_bytes() == content("old"), result)
         edit(file, "new")
+
+
+# Logs lines, a few with the level, rotates often and cuts the supply. Returns the number of
+# lines that were written at each moment, the moment of the cut, and the lines in the files.
+def log_until_cut(root, level, delivery):
+    disk, counter, history = root / "share", root / "counter", []
+    options = journalled(root / "image", disk)
+    (root / "app/bin").mkdir(parents=True)
+    counter.touch()
+    with mounted(disk, *options, umount=["umount"]):
+        writer = subprocess.Popen([PROGRAM, root, "30000", "60"], stdin=subprocess.PIPE,
+                                  stderr=subprocess.DEVNULL,
+                                  env={**os.environ, "LOG_DELIVERY": delivery})
+        writer.stdin.write(f"slowly {counter} 100 {level}\n".encode())
+        writer.stdin.flush()
+        end = time.monotonic() + random.uniform(6.5, 12)
+        while time.monotonic() < end:
+            written = int.from_bytes(counter.read_bytes(), sys.byteorder)
+            history.append((time.monotonic(), written))
+            time.sleep(0.01)
+        cut_now(disk)
+        writer.kill()
+        writer.communicate()
+    with mounted(disk, *options, umount=["umount"]):
+        contents = b"\n".join(file.read_bytes() for file in disk.rglob("zel_*.log*"))
+    numbers = re.findall(rb"(?m)^.{23}\| \w+ *\| +0 (\d{8}) x+\.$", contents)
+    return history, end, [int(number) for number in numbers]
+
+
+# The supply is cut while lines are logged. Each line that was written earlier before the cut than
+# the promised time, and a second for a busy storage, is in the files.
+def log_power_cut(root):
+    private_mounts()
+    for folder in ("/run", "/dev/shm"):  # the memory, which the cut ends too
+        subprocess.run(["mount", "-t", "tmpfs", "none", folder], check=True)
+    levels = info, event = 1, 2
+
+    def lost(turn):
+        level = levels[turn % len(levels)]
+        delivery = ("immediate", "buffered")[turn // len(levels) % 2]
+        history, end, found = log_until_cut(root / str(turn), level, delivery)
+        require(history[-1][1] > 1000, "too few lines were written")
+        require(len(set(found)) == len(found), "a line is there twice")
+        for delay, step in ((5, 1), (5, 1) if level == info else (0.2, 700)):
+            written = max(count for moment, count in history if moment <= end - delay - 1)
+            missing = sorted(set(range(0, written, step)) - set(found))
+            require(not missing, f"{delivery}, level {level}, {delay} s: {missing}")
+        return history[-1][1] - len(found)
+
+    with ThreadPoolExecutor(6) as pool:
+        losses = list(pool.map(lost, range(6 if "--short" in OPTIONS else 100)))
+    require(max(losses) > 0, "no cut has lost the last lines")
 
 
 if __name__ == "__main__":

@@ -269,7 +269,7 @@ private Q_SLOTS:
     void namesThatQmlAndQueuedSignalsUse()
     {
         const QMetaObject* meta = m_manager->metaObject();
-        QCOMPARE(meta->propertyCount() - meta->propertyOffset(), 4);
+        QCOMPARE(meta->propertyCount() - meta->propertyOffset(), 5);
         for (const char* method :
              {"deleteEventFile()", "deleteGrinderFile()", "emitEventModuleFilterChangeTrad()",
               "logContent()", "logContent(bool)", "setEventUser(QString)", "syncLogs()",

@@ -1,0 +1,46 @@
+#include "logging/unsyncedfile_p.h"
+
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+UnsyncedFile::UnsyncedFile(int descriptor, std::string folder)
+    : m_descriptor(descriptor)
+    , m_folder(std::move(folder))
+{
+}
+
+UnsyncedFile::~UnsyncedFile()
+{
+    if (isWaiting())
+        ::close(m_descriptor);
+}
+
+void UnsyncedFile::sync()
+{
+    const int descriptor = m_descriptor.exchange(-1);
+    if (descriptor < 0)
+        return;
+    fdatasync(descriptor);
+    ::close(descriptor);
+    if (m_folder.empty())
+        return;
+    const int folder = ::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    fsync(folder);
+    ::close(folder);
+}
+
+// If sync() takes the descriptor at the same time, its number may already belong to another file,
+// and nothing is closed here.
+void UnsyncedFile::dropDeleted()
+{
+    int descriptor = m_descriptor;
+    struct stat file;
+    if (descriptor >= 0 && fstat(descriptor, &file) == 0 && file.st_nlink == 0 &&
+        m_descriptor.compare_exchange_strong(descriptor, -1))
+        ::close(descriptor);
+}
