@@ -2,11 +2,9 @@
 
 #include "logging/debugtext_p.h"
 #include "logging/lognode.h"
-#include "logging/logrenderer.h"
 
 #include <charconv>
 #include <cmath>
-#include <cstring>
 
 LogFormatter::LogFormatter(const LogFormatter& other)
     : m_line(&other.line())
@@ -21,35 +19,6 @@ LogFormatter& LogFormatter::operator=(const LogFormatter& other)
     std::swap(m_line, copy.m_line);
     std::swap(m_state, copy.m_state);
     return *this;
-}
-
-LogFormatter::Line& LogFormatter::line() const
-{
-    if (m_line == nullptr)
-        m_line = Line::take(m_state);
-    return *m_line;
-}
-
-void LogFormatter::release()
-{
-    if (--line().references == 0)
-        finish();
-}
-
-void LogFormatter::finish()
-{
-    Line* line = m_line;
-    if (line->state.isCollected) {
-        line->end();
-        QString& message = line->message;
-        if (line->state.level == LogLevel::Event) {
-            message = QLatin1Char(' ') + LogRenderer::eventToString(line->event) +
-                      QLatin1String("| ") + message;
-            LogNode::announceEvent(line->event, message);
-        }
-        LogNode::log(line->state.level, line->modules, message);
-    }
-    Line::release(line);
 }
 
 void LogFormatter::replaceModules(const LogModules& modules)

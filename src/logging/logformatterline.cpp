@@ -1,5 +1,7 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "logging/lognode.h"
+#include "logging/logrenderer.h"
 
 #include <utility>
 
@@ -42,6 +44,35 @@ void LogFormatter::Line::Spare::createKeeper()
         }
     };
     static thread_local const KeeperOfThread keeper;
+}
+
+LogFormatter::Line& LogFormatter::line() const
+{
+    if (m_line == nullptr)
+        m_line = Line::take(m_state);
+    return *m_line;
+}
+
+void LogFormatter::release()
+{
+    if (--line().references == 0)
+        finish();
+}
+
+void LogFormatter::finish()
+{
+    Line* line = m_line;
+    if (line->state.isCollected) {
+        line->end();
+        QString& message = line->message;
+        if (line->state.level == LogLevel::Event) {
+            message = QLatin1Char(' ') + LogRenderer::eventToString(line->event) +
+                      QLatin1String("| ") + message;
+            LogNode::announceEvent(line->event, message);
+        }
+        LogNode::log(line->state.level, line->modules, message);
+    }
+    Line::release(line);
 }
 
 LogFormatter::Line* LogFormatter::Line::take(const State& state)
