@@ -54,9 +54,9 @@ class LineRing
 public:
     struct Record
     {
-        quint64 end; ///< The position behind the record.
-        const char* content;
-        quint32 size;
+        quint64 end = 0; ///< The position behind the record.
+        const char* content = nullptr;
+        quint32 size = 0;
     };
     enum class Found { Record, Nothing, Damage };
 

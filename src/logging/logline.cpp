@@ -12,14 +12,14 @@ LogLine::LogLine(const QString& line)
     m_bytes.append('\n');
 }
 
-LogLine::LogLine(LogLevel::Level level, const QString& message, qint64 moment_ms)
+LogLine::LogLine(LogLevel::Level level, const QString& message)
 {
     constexpr int longestPattern = 40;
     m_bytes.resize(longestPattern);
     char* end = m_bytes.data();
-    LogRenderer::appendPattern(level, logTimestamp(moment_ms), [&end](QLatin1String piece) {
-        end = std::copy_n(piece.data(), piece.size(), end);
-    });
+    LogRenderer::appendPattern(
+        level, currentLogTimestamp(m_moment_ms),
+        [&end](QLatin1String piece) { end = std::copy_n(piece.data(), piece.size(), end); });
     m_bytes.resize(static_cast<int>(end - m_bytes.data()));
     m_messageOffset = int(m_bytes.size());
     append(message);

@@ -2,7 +2,6 @@
 
 #include "logging/loglevel.h"
 
-#include <QDateTime>
 #include <QString>
 #include <QVarLengthArray>
 
@@ -13,14 +12,15 @@ class LogLine
 public:
     /// The unchanged line and a line feed.
     explicit LogLine(const QString& line);
-    /// The bytes of LogRenderer::formattedMessage() for the moment since 1970, and a line feed.
-    LogLine(LogLevel::Level level, const QString& message,
-            qint64 moment_ms = QDateTime::currentMSecsSinceEpoch());
+    /// The bytes of LogRenderer::formattedMessage(), and a line feed.
+    LogLine(LogLevel::Level level, const QString& message);
 
     const char* data() const { return m_bytes.constData(); }
     int size() const { return int(m_bytes.size()); }
     /// Where the message starts, behind time and level.
     int messageOffset() const { return m_messageOffset; }
+    /// The time in the line, in milliseconds since 1970.
+    qint64 moment_ms() const { return m_moment_ms; }
 
     /// Writes the line to the standard error stream in one piece and flushes it.
     void print() const;
@@ -30,4 +30,5 @@ private:
 
     QVarLengthArray<char, 512> m_bytes;
     int m_messageOffset = 0;
+    qint64 m_moment_ms = 0;
 };

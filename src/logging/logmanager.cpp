@@ -15,7 +15,6 @@
 #include "logging/sinklist_p.h"
 #include "path.h"
 
-#include <QDateTime>
 #include <QMetaEnum>
 #include <QThread>
 #include <QtAlgorithms>
@@ -247,7 +246,7 @@ void LogManager::messageHandler(QtMsgType type, const QMessageLogContext&, const
     if (!level)
         return;
     if (s_isRefused)
-        LogLine(*level, message, QDateTime::currentMSecsSinceEpoch()).print();
+        LogLine(*level, message).print();
     else
         instance()->m_router->writeGeneral(*level, message, LogModules());
 }

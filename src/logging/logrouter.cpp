@@ -8,9 +8,9 @@
 #include "logging/sinklist_p.h"
 #include "logging/standarderror_p.h"
 
+#include <QDateTime>
 #include <QThread>
 
-#include <time.h>
 #include <unistd.h>
 
 namespace
@@ -20,13 +20,6 @@ bool hasOwnFile(LogLevel::Level level)
 {
     return level == LogLevel::Event || level == LogLevel::Grinder || level == LogLevel::Capsule ||
            level == LogLevel::M4;
-}
-
-qint64 currentMilliseconds()
-{
-    timespec now;
-    clock_gettime(CLOCK_REALTIME, &now);
-    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
 }
 
 } // namespace
@@ -91,10 +84,10 @@ void LogRouter::writeNow(LogLevel::Level level, const LogModules& modules, const
                     line, route);
 }
 
-RingLine LogRouter::route(LogLevel::Level level)
+RingLine LogRouter::route(LogLevel::Level level, qint64 time_ms)
 {
     RingLine route = {};
-    route.time_ms = currentMilliseconds();
+    route.time_ms = time_ms;
     route.level = quint8(level);
     route.file = -1;
     route.isForSinks = 1;
@@ -104,8 +97,8 @@ RingLine LogRouter::route(LogLevel::Level level)
 void LogRouter::writeGeneral(LogLevel::Level level, const QString& message,
                              const LogModules& modules)
 {
-    RingLine route = this->route(level);
-    const LogLine line(level, message, route.time_ms);
+    const LogLine line(level, message);
+    RingLine route = this->route(level, line.moment_ms());
     route.modules = modules.bits();
     route.messageOffset = quint16(line.messageOffset());
     route.isPrinted = 1;

@@ -4,6 +4,8 @@
 #include "logging/logmanager.h"
 #include "logging/ringfile_p.h"
 
+#include <QDateTime>
+
 #include <atomic>
 
 class SinkList;
@@ -42,7 +44,8 @@ public:
     void writeBytes(LogManager::LogFileId id, const QByteArray& bytes);
 
 private:
-    static RingLine route(LogLevel::Level level);
+    static RingLine route(LogLevel::Level level,
+                          qint64 time_ms = QDateTime::currentMSecsSinceEpoch());
 
     void postWriteNext();
     void writeNow(LogLevel::Level level, const LogModules& modules, const QString& message);

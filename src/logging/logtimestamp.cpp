@@ -130,9 +130,15 @@ thread_local Cache s_cache;
 
 QLatin1String logTimestamp()
 {
+    qint64 moment_ms = 0;
+    return currentLogTimestamp(moment_ms);
+}
+
+QLatin1String currentLogTimestamp(qint64& moment_ms)
+{
     timespec now;
     clock_gettime(CLOCK_REALTIME, &now);
-    const qint64 moment_ms = qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+    moment_ms = qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
     return moment_ms == s_cache.moment_ms ? QLatin1String(s_cache.text, s_length)
                                           : text(s_cache, moment_ms);
 }

@@ -11,6 +11,9 @@
 /// it.
 ZELTOOLS_EXPORT QLatin1String logTimestamp();
 
+/// The same text, and its moment in milliseconds since 1970 (UTC).
+ZELTOOLS_EXPORT QLatin1String currentLogTimestamp(qint64& moment_ms);
+
 /// The text for a given moment, in milliseconds since 1970 (UTC). It follows a change of `TZ`
 /// immediately.
 ZELTOOLS_EXPORT QLatin1String logTimestamp(qint64 moment_ms);

@@ -4,17 +4,14 @@
 #include "logging/logline_p.h"
 #include "logging/logmanager.h"
 
-#include <QDateTime>
-
 namespace
 {
 
 void add(RingFile& ring, const QString& text, bool isOfRecovery)
 {
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    const LogLine bytes(LogLevel::Warning, text, now);
+    const LogLine bytes(LogLevel::Warning, text);
     RingLine line = {};
-    line.time_ms = now;
+    line.time_ms = bytes.moment_ms();
     line.modules = LogModules(Log::Global).bits();
     line.thread = ring.header().process;
     line.file = ring.header().isGeneralFileEnabled != 0 ? LogManager::General : -1;
