@@ -145,6 +145,7 @@ void LogManager::finalizeLogFiles()
 {
     if (thread() == QThread::currentThread())
         m_router->writeQueuedLines(); // while the files are still open
+    m_router->folding().writeCount();
     m_delivery->closeFiles();
 }
 
@@ -167,6 +168,7 @@ bool LogManager::isBuffered() const
 
 bool LogManager::flush(std::chrono::milliseconds timeout)
 {
+    m_router->folding().writeCount();
     LogBuffer* const buffer = LogBuffer::current();
     return buffer == nullptr || buffer->flush(timeout);
 }
@@ -256,6 +258,14 @@ void LogManager::enableLogToFile(bool enable)
     m_router->setGeneralFileEnabled(enable);
     if (LogBuffer* const buffer = LogBuffer::current())
         buffer->setGeneralFileEnabled(enable);
+}
+
+void LogManager::setRepeatFolding(bool isFolding)
+{
+    // A host may return from main() without finalizeLogFiles().
+    static const int handler = std::atexit([] { instance()->flush(); });
+    Q_UNUSED(handler)
+    m_router->folding().setEnabled(isFolding);
 }
 
 void LogManager::enableModuleDebugging(const LogModule& module)

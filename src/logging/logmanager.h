@@ -152,6 +152,17 @@ public:
     /// Sets whether general lines go to their file, which is off by default. The other four files
     /// are not affected.
     void enableLogToFile(bool enable);
+    /// Sets whether repeated lines are folded, which is off by default. A line for the general file
+    /// whose level, modules and text equal those of the line before, of whichever thread, is then
+    /// only counted. A line such as "repeated 12 times: No answer", with the same level and
+    /// modules, gives the count before the next different line, and at the latest one minute after
+    /// the first repeat; without further lines, that needs an event loop in the manager's thread.
+    /// flush(), finalizeLogFiles() and the end of main() write the count as well. A killed process
+    /// loses it.
+    ///
+    /// Failures, Critical lines, finished lines and those for the other four files are neither
+    /// folded nor compared. Any thread may call the function.
+    void setRepeatFolding(bool isFolding);
     /// The timer that calls syncLogs() every minute after the host has started it. Lines reach the
     /// operating system without it.
     QTimer* syncTimer() { return &m_syncTimer; }

@@ -36,6 +36,10 @@ public:
     bool containsOneOf(const LogModules& other) const;
     /// True when the set holds this module and no other.
     bool operator==(const LogModule& module) const;
+    bool operator==(const LogModules& other) const
+    {
+        return m_bits == other.m_bits && m_others == other.m_others;
+    }
 
     /// The modules with an id below 64, which include all predefined ones, as bits by their id.
     quint64 bits() const { return m_bits; }

@@ -28,6 +28,9 @@ LogRouter::LogRouter(LogManager& manager, LogFileSet& files, SinkList& sinks)
     : m_manager(manager)
     , m_files(files)
     , m_sinks(sinks)
+    , m_folding([this](LogLevel::Level level, const QString& message, const LogModules& modules) {
+        writeUnfolded(level, message, modules);
+    })
 {
 }
 
@@ -90,12 +93,21 @@ RingLine LogRouter::route(LogLevel::Level level, qint64 time_ms)
     route.time_ms = time_ms;
     route.level = quint8(level);
     route.file = -1;
-    route.isForSinks = 1;
+    route.isForSinks = SinkList::isWritingHere() ? 0 : 1;
     return route;
 }
 
 void LogRouter::writeGeneral(LogLevel::Level level, const QString& message,
                              const LogModules& modules)
+{
+    if (m_folding.isEnabled() && !SinkList::isWritingHere())
+        m_folding.write(level, message, modules);
+    else
+        writeUnfolded(level, message, modules);
+}
+
+void LogRouter::writeUnfolded(LogLevel::Level level, const QString& message,
+                              const LogModules& modules)
 {
     const LogLine line(level, message);
     RingLine route = this->route(level, line.moment_ms());

@@ -2,6 +2,7 @@
 
 #include "logging/linequeue_p.h"
 #include "logging/logmanager.h"
+#include "logging/repeatfolding_p.h"
 #include "logging/ringfile_p.h"
 
 #include <QDateTime>
@@ -23,6 +24,9 @@ public:
     /// Sets whether general lines go to their file.
     void setGeneralFileEnabled(bool isEnabled) { m_isGeneralFileEnabled = isEnabled; }
     bool isGeneralFileEnabled() const { return m_isGeneralFileEnabled; }
+
+    /// The folding of general lines.
+    RepeatFolding& folding() { return m_folding; }
 
     /// Writes the line, or queues it. LogManager::log() describes the parameters.
     void log(LogLevel::Level level, const LogModules& modules, const QString& message);
@@ -48,6 +52,7 @@ private:
                           qint64 time_ms = QDateTime::currentMSecsSinceEpoch());
 
     void postWriteNext();
+    void writeUnfolded(LogLevel::Level level, const QString& message, const LogModules& modules);
     void writeNow(LogLevel::Level level, const LogModules& modules, const QString& message);
     void writeFailure(const QString& line, RingLine route);
     void writeEvent(const QString& line, RingLine route);
@@ -62,6 +67,7 @@ private:
     LogFileSet& m_files;
     SinkList& m_sinks;
     LineQueue m_queue;
+    RepeatFolding m_folding;
     std::atomic<bool> m_isQueueing = false;
     std::atomic<bool> m_isGeneralFileEnabled = false;
 };

@@ -4,6 +4,8 @@
 
 LogSink::~LogSink() = default;
 
+thread_local bool SinkList::s_isWritingHere = false;
+
 void SinkList::add(LogSink* sink)
 {
     const QMutexLocker locker(&m_mutex);
@@ -16,7 +18,7 @@ void SinkList::remove(LogSink* sink)
 {
     const QMutexLocker locker(&m_mutex);
     std::replace(m_sinks.begin(), m_sinks.end(), sink, static_cast<LogSink*>(nullptr));
-    if (m_isWriting)
+    if (s_isWritingHere)
         return;
     m_sinks.removeAll(nullptr);
     m_isEmpty = m_sinks.isEmpty();
@@ -27,12 +29,10 @@ void SinkList::write(const LogRecord& record)
     if (m_isEmpty)
         return;
     const QMutexLocker locker(&m_mutex);
-    if (m_isWriting) // the line comes from a sink
-        return;
-    m_isWriting = true;
+    s_isWritingHere = true;
     for (int i = 0; i < m_sinks.size(); ++i) {
         if (LogSink* const sink = m_sinks.at(i))
             sink->write(record);
     }
-    m_isWriting = false;
+    s_isWritingHere = false;
 }

@@ -15,6 +15,8 @@ public:
     /// Returns when no other thread calls the sink any more.
     void remove(LogSink* sink);
     bool isEmpty() const { return m_isEmpty; }
+    /// Whether a sink is writing in this thread. What it logs is not for the sinks.
+    static bool isWritingHere() { return s_isWritingHere; }
     void write(const LogRecord& record);
     /// Forgets the sinks in a child process, in which another thread's lock is never released.
     void forgetInChild() { m_isEmpty = true; }
@@ -22,6 +24,6 @@ public:
 private:
     zeltools::RecursiveMutex m_mutex;
     QVector<LogSink*> m_sinks;
-    bool m_isWriting = false;
+    static thread_local bool s_isWritingHere; // only while its thread holds the lock
     std::atomic<bool> m_isEmpty = true;
 };

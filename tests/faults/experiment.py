@@ -35,11 +35,13 @@ def numbered(names, first, end=None):
     return [(name, names[:i + 1].count(name)) for i, name in enumerate(names)][first:end]
 
 
-def private_mounts():
-    new_mount_namespace = 0x00020000
-    skip_unless(os.geteuid() == 0 and ctypes.CDLL(None).unshare(new_mount_namespace) == 0
+def private_mounts(and_network=False):
+    new_namespaces = 0x00020000 | (0x40000000 if and_network else 0)
+    skip_unless(os.geteuid() == 0 and ctypes.CDLL(None).unshare(new_namespaces) == 0
                 and subprocess.run(["mount", "--make-rprivate", "/"]).returncode == 0,
-                "root and a mount namespace of its own")
+                "root and namespaces of its own")
+    if and_network:
+        subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
 
 
 @contextmanager

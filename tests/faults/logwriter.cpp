@@ -1,6 +1,7 @@
 // A machine application that only logs, as its standard input tells it: FOLDER LIMIT_B
 // PREDECESSORS. It answers each command with the line "done" and ends with its input.
 
+#include <zeltools/logging/journalsink.h>
 #include <zeltools/logging/log.h>
 #include <zeltools/logging/logformatter.h>
 #include <zeltools/logging/logmanager.h>
@@ -82,6 +83,9 @@ int main(int argc, char* argv[])
     Path::instance()->init(QFile::decodeName(argv[1]) + "/app/bin", "default", "default");
     LogManager::initialize();
     LogManager* manager = LogManager::instance();
+    static auto* const journal = new JournalSink(QStringLiteral("logwriter"));
+    if (qEnvironmentVariableIsSet("LOGWRITER_JOURNAL"))
+        manager->addSink(journal);
     manager->enableLogToFile(true);
     manager->setAppLogFileMaximumSizeMiB(std::stod(argv[2]) / (1024 * 1024));
     manager->setAppLogFileSecondaryFilesCount(std::stoi(argv[3]));
