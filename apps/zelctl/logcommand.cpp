@@ -102,7 +102,7 @@ ExitStatus printLogs(LogMerge& merge, const LogRequest& request, LossLedger& led
     }
     const qint64 lost = ledger.total(from, request.selection.to);
     if (lost > 0)
-        std::fprintf(stderr, "zelctl: the machine lost %lld line%s in this time\n",
+        std::fprintf(stderr, "zelctl: the machine lost %lld line%s in this period\n",
                      static_cast<long long>(lost), lost == 1 ? "" : "s");
     if (!printer.error().isEmpty())
         return fail(Failed, printer.error());

@@ -35,31 +35,22 @@ bool hasLevelText(std::string_view line)
 
 LogLevel::Level levelOfFile(LogKind kind)
 {
-    switch (kind) {
-    case LogKind::M4:
-        return LogLevel::M4;
-    case LogKind::Events:
-        return LogLevel::Event;
-    case LogKind::Grinder:
-        return LogLevel::Grinder;
-    case LogKind::Capsule:
-        return LogLevel::Capsule;
-    case LogKind::General:
-        break;
-    }
-    return LogLevel::Info;
+    return logKinds()[static_cast<int>(kind)].level;
 }
 
 } // namespace
 
-const QVector<LogKindNames>& logKinds()
+const QVector<LogKindProperties>& logKinds()
 {
-    static const QVector<LogKindNames> kinds{
-        {LogKind::General, QLatin1String("general"), QLatin1String("zel_logs.log")},
-        {LogKind::M4, QLatin1String("m4"), QLatin1String("m4_ab.log")},
-        {LogKind::Events, QLatin1String("events"), QLatin1String("zel_events.log")},
-        {LogKind::Grinder, QLatin1String("grinder"), QLatin1String("zel_grinder.log")},
-        {LogKind::Capsule, QLatin1String("capsule"), QLatin1String("zel_capsule.log")}};
+    static const QVector<LogKindProperties> kinds{
+        {LogKind::General, QLatin1String("general"), QLatin1String("zel_logs.log"), LogLevel::Info},
+        {LogKind::M4, QLatin1String("m4"), QLatin1String("m4_ab.log"), LogLevel::M4},
+        {LogKind::Events, QLatin1String("events"), QLatin1String("zel_events.log"),
+         LogLevel::Event},
+        {LogKind::Grinder, QLatin1String("grinder"), QLatin1String("zel_grinder.log"),
+         LogLevel::Grinder},
+        {LogKind::Capsule, QLatin1String("capsule"), QLatin1String("zel_capsule.log"),
+         LogLevel::Capsule}};
     return kinds;
 }
 
@@ -133,14 +124,12 @@ std::string_view message(const LogEntry& entry)
         return line;
     if (hasLevelText(line))
         return line.substr(s_levelEnd + 3);
-    const std::string_view kind = eventKind(entry);
-    size_t begin = s_timeLength;
-    if (!kind.empty())
-        begin = s_levelBegin + kind.size();
-    for (const char expected : {'|', ' '}) {
-        const bool isBlankOfOthers = expected == ' ' && kind.empty();
-        if (begin < line.size() && line[begin] == expected && !isBlankOfOthers)
-            ++begin;
-    }
-    return line.substr(begin);
+    const std::string_view event = eventKind(entry);
+    const std::string_view rest = line.substr(s_timeLength);
+    if (!event.empty())
+        return rest.substr(std::min(rest.size(), event.size() + 4)); // "| " event "| "
+    constexpr std::string_view m4("| M4 | ");
+    if (entry.kind == LogKind::M4 && rest.substr(0, m4.size()) == m4)
+        return rest.substr(m4.size());
+    return rest.substr(rest.substr(0, 1) == "|" ? 1 : 0);
 }

@@ -26,14 +26,15 @@ struct LogEntry
     const QString* path = nullptr;
 };
 
-/// The name of the kind on the command line, and of the live file in its folder.
-struct LogKindNames
+struct LogKindProperties
 {
     LogKind kind;
-    QLatin1String name;
-    QLatin1String file;
+    QLatin1String name;    ///< on the command line
+    QLatin1String file;    ///< the name of the live file
+    LogLevel::Level level; ///< of the lines that name none
 };
-const QVector<LogKindNames>& logKinds();
+/// The kinds in the order of their values.
+const QVector<LogKindProperties>& logKinds();
 
 /// The time in "dd/MM/yyyy hh:mm:ss:zzz" at the start of the line; 0 if there is none.
 LogTime logTime(std::string_view line);

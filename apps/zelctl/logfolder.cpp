@@ -30,6 +30,7 @@ std::vector<OpenLog> listLogs(const LogSeries& series)
             logs.push_back({dir.filePath(name),
                             match.captured(1).toInt(),
                             !match.captured(2).isEmpty(),
+                            -1,
                             nullptr,
                             {}});
     }
@@ -52,11 +53,11 @@ QString openAll(std::vector<OpenLog>& logs)
 {
     for (OpenLog& log : logs) {
         QString error;
-        const int descriptor = openFile(log.path, error);
-        if (descriptor < 0)
+        log.descriptor = openFile(log.path, error);
+        if (log.descriptor < 0)
             return error;
-        log.file = std::make_shared<zeltools::FileDescriptor>(descriptor);
-        fstat(descriptor, &log.status);
+        log.owner = std::make_shared<zeltools::FileDescriptor>(log.descriptor);
+        fstat(log.descriptor, &log.status);
     }
     return QString();
 }
@@ -86,7 +87,7 @@ std::vector<LogSeries> findLogSeries(const QString& folder, bool areAllKinds)
         const QDir dir(QDir(folder).filePath(QString::fromLatin1(place)));
         std::vector<LogSeries> present;
         std::vector<LogSeries> all;
-        for (const LogKindNames& kind : logKinds()) {
+        for (const LogKindProperties& kind : logKinds()) {
             all.push_back({kind.kind, QDir::cleanPath(dir.filePath(kind.file))});
             if (!listLogs(all.back()).empty())
                 present.push_back(all.back());

@@ -23,7 +23,8 @@ struct OpenLog
     QString path;
     int number = 0; ///< 0 is the live file, a higher number an older one
     bool isArchive = false;
-    std::shared_ptr<const zeltools::FileDescriptor> file;
+    int descriptor = -1;
+    std::shared_ptr<const zeltools::FileDescriptor> owner; ///< of the descriptor
     struct stat status = {};
 };
 

@@ -11,7 +11,7 @@ namespace
 QString kindNames()
 {
     QStringList names;
-    for (const LogKindNames& kind : logKinds())
+    for (const LogKindProperties& kind : logKinds())
         names.append(kind.name);
     return names.join(QStringLiteral(", "));
 }
@@ -36,7 +36,7 @@ QString readLevel(const QString& text, LogLevel::Level& level)
 
 QString readModule(const QString& text, LogSelection& selection)
 {
-    for (const LogKindNames& kind : logKinds()) {
+    for (const LogKindProperties& kind : logKinds()) {
         if (text.compare(kind.name, Qt::CaseInsensitive) == 0) {
             selection.kind = kind.kind;
             return QString();

@@ -24,7 +24,7 @@ bool isNewer(const timespec& time, const timespec& than)
 void keepSuccessors(std::vector<OpenLog>& logs, const OpenLog& log)
 {
     struct stat last = {};
-    fstat(*log.file, &last);
+    fstat(log.descriptor, &last);
     const auto self = std::find_if(logs.begin(), logs.end(), [&last](const OpenLog& other) {
         return zeltools::isSameFile(other.status, last);
     });
@@ -57,8 +57,8 @@ QString LogSource::openAtEnd()
 {
     QString obstacle = openLogs(m_series, m_logs);
     m_index = m_logs.empty() ? 0 : m_logs.size() - 1;
-    if (current() != nullptr)
-        lseek(*current()->file, 0, SEEK_END);
+    if (!m_logs.empty())
+        lseek(m_logs[m_index].descriptor, 0, SEEK_END);
     return obstacle;
 }
 
@@ -74,8 +74,9 @@ bool LogSource::isAtEnd() const
     const bool exists = stat(QFile::encodeName(m_series.path).constData(), &live) == 0;
     if (!exists)
         return true;
-    return current() != nullptr && fstat(*current()->file, &mine) == 0 &&
-           zeltools::isSameFile(live, mine) && lseek(*current()->file, 0, SEEK_CUR) == live.st_size;
+    return current() != nullptr && fstat(current()->descriptor, &mine) == 0 &&
+           zeltools::isSameFile(live, mine) &&
+           lseek(current()->descriptor, 0, SEEK_CUR) == live.st_size;
 }
 
 QString LogSource::path() const
@@ -86,13 +87,15 @@ QString LogSource::path() const
 void LogSource::startArchive()
 {
     m_archive.reset();
-    if (current() != nullptr && current()->isArchive)
-        m_archive = std::make_unique<LogArchive>(*current()->file);
+    const OpenLog* const log = current();
+    if (log != nullptr && log->isArchive)
+        m_archive = std::make_unique<LogArchive>(log->descriptor);
 }
 
 qint64 LogSource::read(char* to, qint64 size)
 {
-    if (current() == nullptr)
+    const OpenLog* const log = current();
+    if (log == nullptr)
         return 0;
     if (m_archive) {
         const qint64 count = m_archive->read(to, size);
@@ -102,7 +105,7 @@ qint64 LogSource::read(char* to, qint64 size)
     }
     ssize_t count = -1;
     do {
-        count = ::read(*current()->file, to, size_t(size));
+        count = ::read(log->descriptor, to, size_t(size));
     } while (count < 0 && errno == EINTR);
     if (count < 0)
         keepError(systemError());
@@ -133,9 +136,9 @@ bool LogSource::openSuccessors()
     const OpenLog* const log = current();
     if (stat(QFile::encodeName(m_series.path).constData(), &live) != 0)
         return false; // there is none between two steps of a rotation
-    if (log != nullptr && fstat(*log->file, &mine) == 0 && zeltools::isSameFile(live, mine)) {
-        if (live.st_size < lseek(*log->file, 0, SEEK_CUR))
-            lseek(*log->file, 0, SEEK_SET); // it was truncated
+    if (log != nullptr && fstat(log->descriptor, &mine) == 0 && zeltools::isSameFile(live, mine)) {
+        if (live.st_size < lseek(log->descriptor, 0, SEEK_CUR))
+            lseek(log->descriptor, 0, SEEK_SET); // it was truncated
         return false;
     }
     if (!std::exchange(m_isReplaced, true) && log != nullptr)
