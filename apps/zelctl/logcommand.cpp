@@ -101,7 +101,7 @@ ExitStatus printLogs(LogMerge& merge, const LogRequest& request, LossLedger& led
             return Failed;
     }
     const qint64 lost = ledger.total(from, request.selection.to);
-    if (lost > 0)
+    if (lost > 0 && !printer.isClosed())
         std::fprintf(stderr, "zelctl: the machine lost %lld line%s in this period\n",
                      static_cast<long long>(lost), lost == 1 ? "" : "s");
     if (!printer.error().isEmpty())

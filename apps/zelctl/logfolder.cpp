@@ -36,7 +36,7 @@ std::vector<OpenLog> listLogs(const LogSeries& series)
     }
     // An archive is older than the file with the same number, which takes its place soon.
     std::sort(logs.begin(), logs.end(), [](const OpenLog& a, const OpenLog& b) {
-        return std::make_pair(b.number, a.isArchive) < std::make_pair(a.number, b.isArchive);
+        return std::make_pair(b.number, b.isArchive) < std::make_pair(a.number, a.isArchive);
     });
     return logs;
 }

@@ -19,6 +19,20 @@ bool isNewer(const timespec& time, const timespec& than)
     return std::make_pair(time.tv_sec, time.tv_nsec) > std::make_pair(than.tv_sec, than.tv_nsec);
 }
 
+bool isOpenFile(const struct stat& status, const OpenLog& log)
+{
+    struct stat mine = {};
+    return fstat(log.descriptor, &mine) == 0 && zeltools::isSameFile(status, mine);
+}
+
+/// How many bytes are behind those that were read; negative if the file has become shorter.
+qint64 unread_B(const OpenLog& log)
+{
+    struct stat status = {};
+    return fstat(log.descriptor, &status) == 0 ? status.st_size - lseek(log.descriptor, 0, SEEK_CUR)
+                                               : 0;
+}
+
 /// Keeps the logs that came after the given one. When that no longer has a name, they are those
 /// that were changed after it, since all its predecessors were complete before it.
 void keepSuccessors(std::vector<OpenLog>& logs, const OpenLog& log)
@@ -70,18 +84,16 @@ const OpenLog* LogSource::current() const
 bool LogSource::isAtEnd() const
 {
     struct stat live = {};
-    struct stat mine = {};
-    const bool exists = stat(QFile::encodeName(m_series.path).constData(), &live) == 0;
-    if (!exists)
+    if (stat(QFile::encodeName(m_series.path).constData(), &live) != 0)
         return true;
-    return current() != nullptr && fstat(current()->descriptor, &mine) == 0 &&
-           zeltools::isSameFile(live, mine) &&
-           lseek(current()->descriptor, 0, SEEK_CUR) == live.st_size;
+    const OpenLog* const log = current();
+    return log != nullptr && isOpenFile(live, *log) && unread_B(*log) == 0;
 }
 
 QString LogSource::path() const
 {
-    return current() != nullptr ? current()->path : m_series.path;
+    const OpenLog* const log = current();
+    return log != nullptr ? log->path : m_series.path;
 }
 
 void LogSource::startArchive()
@@ -127,30 +139,34 @@ bool LogSource::openNext()
     return true;
 }
 
-// A second writer of the machine may append to the old file until it has noticed the rotation. So
-// the old file is read once more, a tenth of a second later, before it is left.
+// A second writer of the machine appends to the old file until it has noticed the rotation. Those
+// lines are read whenever they come, before the next ones of the new file.
 bool LogSource::openSuccessors()
 {
     struct stat live = {};
-    struct stat mine = {};
-    const OpenLog* const log = current();
     if (stat(QFile::encodeName(m_series.path).constData(), &live) != 0)
         return false; // there is none between two steps of a rotation
-    if (log != nullptr && fstat(log->descriptor, &mine) == 0 && zeltools::isSameFile(live, mine)) {
-        if (live.st_size < lseek(log->descriptor, 0, SEEK_CUR))
-            lseek(log->descriptor, 0, SEEK_SET); // it was truncated
-        return false;
+    const OpenLog last = m_index < m_logs.size() ? m_logs[m_index] : OpenLog();
+    if (isOpenFile(live, last)) {
+        if (unread_B(last) < 0)
+            lseek(last.descriptor, 0, SEEK_SET); // it was truncated
+        return unread_B(m_former) > 0 && startWith({m_former, last});
     }
-    if (!std::exchange(m_isReplaced, true) && log != nullptr)
-        return false;
     std::vector<OpenLog> logs;
     const QString obstacle = openLogs(m_series, logs);
     keepError(obstacle);
     if (!obstacle.isEmpty())
         return false;
-    if (log != nullptr)
-        keepSuccessors(logs, *log);
-    m_isReplaced = false;
+    keepSuccessors(logs, last);
+    if (!logs.empty() && last.descriptor >= 0 && !last.isArchive) {
+        m_former = last;
+        logs.insert(logs.begin(), last);
+    }
+    return startWith(logs);
+}
+
+bool LogSource::startWith(const std::vector<OpenLog>& logs)
+{
     if (logs.empty())
         return false;
     m_logs = logs;

@@ -24,8 +24,7 @@ public:
     qint64 read(char* to, qint64 size);
     /// Goes on with the next file, at the end of one. Returns whether there is one.
     bool openNext();
-    /// Goes on with what came after the live file. Returns whether there are files to read, which
-    /// may be as long as a tenth of a second after they were rotated.
+    /// Goes on with what came after the live file. Returns whether there is something to read.
     bool openSuccessors();
 
     QString path() const;
@@ -35,12 +34,13 @@ public:
 private:
     const OpenLog* current() const;
     void startArchive();
+    bool startWith(const std::vector<OpenLog>& logs);
     void keepError(const QString& reason);
 
     const LogSeries m_series;
     std::vector<OpenLog> m_logs;
     size_t m_index = 0;
     std::unique_ptr<LogArchive> m_archive;
-    bool m_isReplaced = false;
+    OpenLog m_former; ///< the live file until the last rotation
     QString m_error;
 };
