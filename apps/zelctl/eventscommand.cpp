@@ -111,10 +111,11 @@ ExitStatus printNewEvents(EventFollow& events, bool isJson)
     const Follow waiting;
     ExitStatus status = Done;
     do {
-        for (const QString& line : events.takeNewLines())
-            status = status != Done ? status
-                     : isJson       ? printJson(eventObject(line))
-                                    : printLine(line);
+        const QStringList lines = events.takeNewLines();
+        for (const QString& line : lines) {
+            if (status == Done)
+                status = isJson ? printJson(eventObject(line)) : printLine(line);
+        }
     } while (status == Done && waiting.wait());
     return status;
 }

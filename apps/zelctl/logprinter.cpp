@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr size_t s_bufferSize = 64 * 1024;
+constexpr size_t s_bufferSize = 0x10000;
 
 QString decoded(std::string_view text)
 {

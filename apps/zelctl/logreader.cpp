@@ -6,9 +6,9 @@
 namespace
 {
 
-constexpr size_t s_pieceSize =
-    48 * 1024; // twice as much, when decoded, is not mapped anew each time
-constexpr size_t s_longestLine = 1024 * 1024;
+// The decoded form of such a piece is not so large that its memory would be mapped anew each time.
+constexpr size_t s_pieceSize = 0xc000;
+constexpr size_t s_longestLine = 0x100000;
 
 /// The start of the line that the place belongs to.
 const char* lineStart(const char* begin, const char* place)

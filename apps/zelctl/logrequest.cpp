@@ -89,8 +89,8 @@ QString readStyle(const CommandParser& parser, LogPrinter::Style& style)
 {
     const QString colour = parser.value("color");
     const bool isTerminal = isatty(STDOUT_FILENO) != 0;
-    const bool canColour =
-        isTerminal && qgetenv("NO_COLOR").isEmpty() && qgetenv("TERM") != QByteArray("dumb");
+    const bool canColour = isTerminal && qEnvironmentVariableIsEmpty("NO_COLOR") &&
+                           qgetenv("TERM") != QByteArray("dumb");
     const bool isAlways = colour == QLatin1String("always");
     const bool isAuto = colour == QLatin1String("auto");
     if (!isAlways && !isAuto && colour != QLatin1String("never"))
