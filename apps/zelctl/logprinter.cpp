@@ -45,6 +45,7 @@ const char* colour(const LogEntry& entry)
 
 LogPrinter::LogPrinter(Style style)
     : m_style(style)
+    , m_isTerminal(isatty(STDOUT_FILENO) != 0)
 {
 }
 
@@ -79,7 +80,9 @@ void LogPrinter::printJson(const LogEntry& entry)
     const qint64 lost = LossLedger::lostLines(entry.text);
     if (lost > 0)
         object.insert(QStringLiteral("lost"), lost);
-    m_buffer += QJsonDocument(object).toJson(QJsonDocument::Compact).toStdString();
+    const QByteArray json = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    m_buffer +=
+        m_isTerminal ? withoutControls(QString::fromUtf8(json)).toStdString() : json.toStdString();
 }
 
 void LogPrinter::flush()

@@ -11,6 +11,7 @@ class LogPrinter
 public:
     enum Style { Plain, Masked, Coloured, Json };
 
+    /// Construct it before the pager takes the standard output: JSON for a terminal is masked too.
     explicit LogPrinter(Style style);
 
     void print(const LogEntry& entry);
@@ -25,6 +26,7 @@ private:
     void printJson(const LogEntry& entry);
 
     const Style m_style;
+    const bool m_isTerminal; ///< also where a pager comes between later
     std::string m_buffer;
     bool m_isClosed = false;
     QString m_error;
