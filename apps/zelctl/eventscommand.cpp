@@ -1,13 +1,12 @@
 #include "eventscommand.h"
 
 #include "commandparser.h"
-#include "eventpage.h"
-#include <zeltools/logging/logrenderer.h>
+#include "eventfollow.h"
+#include "eventkinds.h"
+#include "follow.h"
 
 #include <QDate>
 #include <QJsonArray>
-#include <QMap>
-#include <QMetaEnum>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -21,39 +20,9 @@ namespace
 
 const QLatin1String s_dateFormat("dd/MM/yyyy");
 
-/// Maps the names of the kinds to their texts in the files.
-QMap<QString, QString> kinds()
-{
-    const auto events = QMetaEnum::fromType<LogEventModule::EventModule>();
-    QMap<QString, QString> kinds;
-    for (int i = 0; i < events.keyCount(); ++i) {
-        const auto event = static_cast<LogEventModule::EventModule>(events.value(i));
-        if (event != LogEventModule::AllEvents)
-            kinds.insert(QString::fromLatin1(events.key(i)), LogRenderer::eventToString(event));
-    }
-    return kinds;
-}
-
-QString kindKeys()
-{
-    return QStringList(kinds().keys()).join(QStringLiteral(", "));
-}
-
-/// The text in the files for the name or the text of a kind; empty for an unknown one.
-QString kindInFile(const QString& name)
-{
-    const QMap<QString, QString> all = kinds();
-    for (auto kind = all.begin(); kind != all.end(); ++kind) {
-        if (kind.key().compare(name, Qt::CaseInsensitive) == 0 ||
-            kind->compare(name, Qt::CaseInsensitive) == 0)
-            return *kind;
-    }
-    return QString();
-}
-
 void addOptions(CommandParser& parser)
 {
-    const QByteArray kindHelp = "Only events of this kind: " + kindKeys().toLatin1() + '.';
+    const QByteArray kindHelp = "Only events of this kind: " + eventKindKeys().toLatin1() + '.';
     parser.setDescription("Prints the events in DIR/zel_events.log.1 and "
                           "DIR/zel_events.log, oldest first, a page at a time.");
     parser.addArgument("DIR", "The folder of the event files.", "DIR");
@@ -64,6 +33,8 @@ void addOptions(CommandParser& parser)
         {"page", "Which page; 0, the default, has the newest events.", "N", "0"},
         {"per-page", "How many events make a page; 20 by default.", "N", "20"},
         {"json", "Prints one JSON object; a line that is not an event is its member \"line\"."},
+        {"follow", "Goes on behind the page with new events, until interrupted; with --json one "
+                   "object for each."},
     });
 }
 
@@ -89,10 +60,10 @@ QString readRequest(const CommandParser& parser, EventRequest& request)
 {
     EventSelection& selection = request.selection;
     if (parser.isSet("kind")) {
-        selection.kind = kindInFile(parser.value("kind"));
+        selection.kind = eventKindInFile(parser.value("kind"));
         if (selection.kind.isEmpty())
             return QStringLiteral("unknown kind \"%1\"; the kinds are %2")
-                .arg(parser.value("kind"), kindKeys());
+                .arg(parser.value("kind"), eventKindKeys());
     }
     QString problem = readDates(parser, selection);
     if (!problem.isEmpty())
@@ -135,6 +106,20 @@ ExitStatus printPage(int page, int pagesCount, const QStringList& lines)
     return status;
 }
 
+ExitStatus printNewEvents(EventFollow& events, bool isJson)
+{
+    const Follow waiting;
+    ExitStatus status = Done;
+    do {
+        const QStringList lines = events.takeNewLines();
+        for (const QString& line : lines) {
+            if (status == Done)
+                status = isJson ? printJson(eventObject(line)) : printLine(line);
+        }
+    } while (status == Done && waiting.wait());
+    return status;
+}
+
 } // namespace
 
 ExitStatus runEvents(const QStringList& arguments)
@@ -152,7 +137,10 @@ ExitStatus runEvents(const QStringList& arguments)
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
     EventHistory::Page page;
-    const QString obstacle = readEventPage(folders.first(), request, page);
+    EventFollow events(folders.first(), request);
+    const bool isFollowing = parser.isSet("follow");
+    const QString obstacle =
+        isFollowing ? events.readPage(page) : readEventPage(folders.first(), request, page);
     if (!obstacle.isEmpty())
         return fail(Failed, obstacle);
 
@@ -164,5 +152,5 @@ ExitStatus runEvents(const QStringList& arguments)
                                   : printPage(request.page, page.pagesCount, lines);
     if (status == Done && !page.error.isEmpty())
         return fail(Failed, page.error + QStringLiteral("; events are missing"));
-    return status;
+    return status == Done && isFollowing ? printNewEvents(events, parser.isSet("json")) : status;
 }

@@ -50,18 +50,30 @@ QString whyUnreadable(const QString& path)
     return access(encodedPath.constData(), R_OK) == 0 ? QString() : cannotRead(path, systemError());
 }
 
+int openFile(const QString& path, QString& error)
+{
+    const int file = open(QFile::encodeName(path).constData(),
+                          O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); // a pipe must not wait
+    struct stat status = {};
+    if (file < 0) {
+        error = cannotRead(path, systemError());
+    } else if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode)) {
+        close(file);
+        error = cannotRead(path, s_isNoFile);
+        errno = EINVAL;
+        return -1;
+    }
+    return file;
+}
+
 FileContent readFile(const QString& path, qint64 limit)
 {
-    const zeltools::FileDescriptor file(
-        open(QFile::encodeName(path).constData(),
-             O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)); // a pipe must not wait
-    const bool exists = file >= 0 || errno != ENOENT;
+    QString error;
+    const zeltools::FileDescriptor file(openFile(path, error));
     if (file < 0)
-        return {{}, cannotRead(path, systemError()), exists};
+        return {{}, error, errno != ENOENT};
     struct stat status = {};
-    if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode))
-        return {{}, cannotRead(path, s_isNoFile), true};
-    if (status.st_size > limit)
+    if (fstat(file, &status) == 0 && status.st_size > limit)
         return {{}, cannotRead(path, s_isTooLarge), true};
     return readAll(file, path, limit);
 }

@@ -1,0 +1,57 @@
+#include "eventfollow.h"
+
+#include <QDir>
+
+namespace
+{
+
+LogSelection logSelection(const EventSelection& events)
+{
+    LogSelection selection;
+    if (!events.kind.isEmpty())
+        selection.eventField = ' ' + events.kind.toStdString();
+    selection.from = readLogTime(events.startDate, false).value_or(selection.from);
+    selection.to = readLogTime(events.stopDate, true).value_or(selection.to);
+    return selection;
+}
+
+} // namespace
+
+EventFollow::EventFollow(const QString& folder, const EventRequest& request)
+    : m_folder(folder)
+    , m_request(request)
+    , m_selection(logSelection(request.selection))
+{
+}
+
+// The page is read between two looks at the end of the live file. If an event came meanwhile, it
+// is not known whether the page has it.
+QString EventFollow::readPage(EventHistory::Page& page)
+{
+    const LogSeries events{LogKind::Events,
+                           QDir(m_folder).filePath(QStringLiteral("zel_events.log"))};
+    constexpr int attempts = 50;
+    for (int i = 0; i < attempts; ++i) {
+        m_reader = std::make_unique<LogReader>(events, m_selection, m_ledger);
+        QString obstacle = m_reader->source().openAtEnd();
+        if (obstacle.isEmpty())
+            obstacle = readEventPage(m_folder, m_request, page);
+        if (!obstacle.isEmpty())
+            return obstacle;
+        if (m_reader->source().isAtEnd()) {
+            m_reader->follow();
+            return QString();
+        }
+    }
+    return QStringLiteral("the files in %1 grow faster than they can be read").arg(m_folder);
+}
+
+QStringList EventFollow::takeNewLines()
+{
+    QStringList lines;
+    while (m_reader->next()) {
+        const std::string_view text = m_reader->entry().text;
+        lines.append(QString::fromUtf8(text.data(), static_cast<int>(text.size())));
+    }
+    return lines;
+}

@@ -1,0 +1,28 @@
+#include "follow.h"
+
+#include <poll.h>
+#include <signal.h>
+#include <unistd.h>
+
+namespace
+{
+
+volatile sig_atomic_t s_isEnded = 0;
+
+} // namespace
+
+Follow::Follow()
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) { s_isEnded = 1; };
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+// A poll for no event reports only that the reader has gone.
+bool Follow::wait() const
+{
+    constexpr int interval_ms = 100;
+    pollfd output{STDOUT_FILENO, 0, 0};
+    return s_isEnded == 0 && poll(&output, 1, interval_ms) <= 0 && s_isEnded == 0;
+}

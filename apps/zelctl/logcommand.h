@@ -1,0 +1,6 @@
+#pragma once
+
+#include "command.h"
+
+/// `zelctl log`: prints the log files in a folder, merged by time. It changes no file.
+ExitStatus runLog(const QStringList& arguments);
