@@ -49,12 +49,14 @@ int main()
     LogManager* manager = LogManager::instance();
     LogDelivery delivery;
     delivery.mode = LogDelivery::Buffered;
+    delivery.syncInterval =
+        std::chrono::milliseconds(100); // so that the first lines include a sync
     manager->setDelivery(delivery);
     LogManager::initialize();
     manager->enableLogToFile(true);
     const bool isBuffered = manager->isBuffered();
 
-    log(200000); // The ring is used as a whole several times.
+    log(1000000); // uses the whole ring several times
     const qint64 before_KiB = resident_KiB();
     log(10000000);
     const qint64 growth_KiB = resident_KiB() - before_KiB;
@@ -66,5 +68,6 @@ int main()
                 static_cast<long long>(growth_KiB), static_cast<unsigned long long>(lost));
     constexpr qint64 noise_KiB = 64;
     const bool isWritten = manager->logContent().contains("Dispensed drink 10000000 ");
+    manager->finalizeLogFiles();
     return isBuffered && isWritten && lost == 0 && growth_KiB <= noise_KiB ? 0 : 1;
 }
