@@ -23,6 +23,11 @@ MachineProcess::MachineProcess(const QString& mode, const QString& folder,
 {
     m_process.setStandardOutputFile(m_acknowledgements);
     m_process.setProgram(QCoreApplication::applicationFilePath());
+    // The mode is the one that is shown, whatever the environment says about the demo itself.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("LOG_DELIVERY"));
+    environment.remove(QStringLiteral("LOG_FROM_MAIN_THREAD"));
+    m_process.setProcessEnvironment(environment);
     m_process.setArguments({QStringLiteral("--machine"), mode, QStringLiteral("--dir"), folder});
 }
 

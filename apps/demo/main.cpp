@@ -81,6 +81,7 @@ bool makeDrinks(QTextStream& out)
     LineTally tally;
     LogFolder logFolder;
     const bool hasRotated = makeDrinksUntilRotation(tally);
+    LogManager::instance()->flush(); // LOG_DELIVERY=buffered may be set.
     LogManager::instance()->syncLogs();
     printHistory(out);
     const bool areFilesShown = logFolder.show(out);
