@@ -245,8 +245,13 @@ void addAll()
         [](auto& s) { repeat(s, qtInfo); });
 
     add("Debug line of a module that is off/ZelTools", [](auto& s) { repeat(s, zelDebug); });
-    add("Debug line of a module that is off/spdlog, level off",
-        [](auto& s) { repeat(s, [] { spdlogMulti().debug("{} {}", 42, s_drink8); }); });
+    add("Debug line of a module that is off/spdlog, level off", [](auto& s) {
+        spdlog::logger& logger = spdlogMulti();
+        repeat(s, [&logger] {
+            logger.debug("{} {} \"{}\" {} {}", "Dispensed drink", 42, s_drink8, "after seconds",
+                         25);
+        });
+    });
     add("Debug line of a module that is off/QDebug formatting alone", [](auto& s) {
         repeat(s, [] {
             QString text;

@@ -1,5 +1,9 @@
 #include "logging/debugmodules.h"
 
+#include "logging/debugswitch.h"
+
+using zeltools::DebugSwitch;
+
 DebugModules& DebugModules::shared()
 {
     static auto* modules = new DebugModules;
@@ -30,10 +34,15 @@ QStringList DebugModules::updateFromEnvVars()
 
 bool DebugModules::containsOneOf(const LogModules& modules) const
 {
-    if ((m_bits.load(std::memory_order_relaxed) & modules.m_bits) != 0)
+    if ((DebugSwitch::s_moduleBits.load(std::memory_order_relaxed) & modules.m_bits) != 0)
         return true;
     if (modules.m_others.isEmpty())
         return false;
     const QMutexLocker locker(&m_mutex);
     return m_modules.containsOneOf(modules);
+}
+
+void DebugModules::publish()
+{
+    DebugSwitch::s_moduleBits.store(m_modules.m_bits, std::memory_order_relaxed);
 }

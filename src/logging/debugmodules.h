@@ -4,11 +4,9 @@
 
 #include <QMutex>
 
-#include <atomic>
-
 /// The modules whose debug lines are printed: one set for the process, which LogManager switches
-/// and LogNode asks before the text of a line is formed. Safe to call from any thread, and without
-/// a lock in the usual case of a predefined module.
+/// and LogNode asks before the text of a line is formed; DebugSwitch has a copy of its bits. Safe
+/// to call from any thread, and without a lock in the usual case of a predefined module.
 class ZELTOOLS_EXPORT DebugModules
 {
 public:
@@ -22,9 +20,8 @@ public:
     bool containsOneOf(const LogModules& modules) const;
 
 private:
-    void publish() { m_bits.store(m_modules.m_bits, std::memory_order_relaxed); }
+    void publish();
 
     mutable QMutex m_mutex;
     LogModules m_modules;
-    std::atomic<quint64> m_bits = 0; // of m_modules
 };

@@ -17,7 +17,7 @@ void reportReadError(const QString& error)
 
 } // namespace
 
-EventPages::EventPages(const LogFileSet& files)
+EventPages::EventPages(LogFileSet& files)
     : m_files(files)
 {
 }

@@ -10,7 +10,7 @@ class LogFileSet;
 class EventPages
 {
 public:
-    explicit EventPages(const LogFileSet& files);
+    explicit EventPages(LogFileSet& files);
 
     /// The published page, with the oldest line first, joined by "\n".
     const QString& text() const { return m_text; }
@@ -28,7 +28,7 @@ public:
                      int first, int count) const;
 
 private:
-    const LogFileSet& m_files;
+    LogFileSet& m_files;
     QString m_text;
     int m_pagesCount = 1;
 };

@@ -15,10 +15,27 @@ struct RingCursors
 };
 static_assert(std::atomic<quint64>::is_always_lock_free);
 
-/// The step of a LineRing outside of the model that tests its protocol.
-struct NoRingStep
+/// The accesses of a LineRing to shared memory. The model that tests its protocol has others, which
+/// interleave the accesses of several threads.
+struct RingMemory
 {
-    static void next() {}
+    using Word = std::atomic<quint64>;
+
+    static quint64 load(const Word& word, std::memory_order order) { return word.load(order); }
+    static void store(Word& word, quint64 value, std::memory_order order)
+    {
+        word.store(value, order);
+    }
+    static bool exchange(Word& word, quint64& expected, quint64 value)
+    {
+        return word.compare_exchange_weak(expected, value, std::memory_order_relaxed);
+    }
+    template <typename Fill>
+    static void fill(char* to, const Fill& fill)
+    {
+        fill(to);
+    }
+    static void clear(char* from, quint64 size) { std::memset(from, 0, size); }
 };
 
 /// A queue of records with several producers and one consumer, in memory that outlives the process.
@@ -30,9 +47,8 @@ struct NoRingStep
 /// the record by the word in the state Busy, copies the content, and commits it by the state Ready.
 /// The consumer delivers a record, then moves `written`, clears the bytes, and moves the tail.
 ///
-/// The data must be mapped twice in a row, so that no record is cut at the end. `Step::next()` is
-/// called before each access to shared memory, for the model that interleaves the accesses.
-template <typename Step = NoRingStep>
+/// The data must be mapped twice in a row, so that no record is cut at the end.
+template <typename Memory = RingMemory>
 class LineRing
 {
 public:
@@ -65,23 +81,17 @@ public:
     bool add(quint32 size, quint64 limit, const Fill& fill)
     {
         const quint64 length = lengthOf(size);
-        Step::next();
-        quint64 at = m_cursors.head.load(std::memory_order_relaxed);
+        quint64 at = Memory::load(m_cursors.head, std::memory_order_relaxed);
         do {
             // The head that was read may be older than the tail; the exchange then fails.
-            Step::next();
-            const quint64 tail = m_cursors.tail.load(std::memory_order_acquire);
+            const quint64 tail = Memory::load(m_cursors.tail, std::memory_order_acquire);
             if (qint64(at + length - tail) > qint64(limit))
                 return false;
-            Step::next();
-        } while (!m_cursors.head.compare_exchange_weak(at, at + length, std::memory_order_relaxed));
-        Step::next();
-        wordAt(at).store(word(at, size, Busy), std::memory_order_relaxed);
-        Step::next();
-        fill(dataAt(at) + sizeof(quint64));
-        Step::next();
+        } while (!Memory::exchange(m_cursors.head, at, at + length));
+        Memory::store(wordAt(at), word(at, size, Busy), std::memory_order_relaxed);
+        Memory::fill(dataAt(at) + sizeof(quint64), fill);
         // The order also holds for a following load of whether the consumer is asleep.
-        wordAt(at).store(word(at, size, Ready), std::memory_order_seq_cst);
+        Memory::store(wordAt(at), word(at, size, Ready), std::memory_order_seq_cst);
         return true;
     }
 
@@ -89,8 +99,7 @@ public:
     /// producer has not committed.
     Found find(quint64 at, Record& record) const
     {
-        Step::next();
-        const quint64 found = wordAt(at).load(std::memory_order_seq_cst);
+        const quint64 found = Memory::load(wordAt(at), std::memory_order_seq_cst);
         if (found == 0)
             return Found::Nothing;
         if (!isWord(at, found))
@@ -120,8 +129,7 @@ public:
     /// Tells that all records before the position are delivered. Only the consumer calls it.
     void setWritten(quint64 end)
     {
-        Step::next();
-        m_cursors.written.store(end, std::memory_order_release);
+        Memory::store(m_cursors.written, end, std::memory_order_release);
     }
 
     /// Gives the memory of the delivered records back to the producers.
@@ -129,10 +137,8 @@ public:
     {
         const quint64 tail = m_cursors.tail.load(std::memory_order_relaxed);
         const quint64 end = m_cursors.written.load(std::memory_order_relaxed);
-        Step::next();
-        std::memset(dataAt(tail), 0, end - tail);
-        Step::next();
-        m_cursors.tail.store(end, std::memory_order_release);
+        Memory::clear(dataAt(tail), end - tail);
+        Memory::store(m_cursors.tail, end, std::memory_order_release);
     }
 
     quint64 head() const { return m_cursors.head.load(std::memory_order_acquire); }

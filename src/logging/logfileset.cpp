@@ -1,6 +1,12 @@
 #include "logging/logfileset_p.h"
 
+#include "logging/logrotation_p.h"
 #include "logging/primarywriter_p.h"
+
+#include <chrono>
+#include <thread>
+
+#include <unistd.h>
 
 LogFileSet::LogFileSet() = default;
 
@@ -22,12 +28,8 @@ void LogFileSet::open(const Settings& settings)
 {
     m_sync.start();
     for (size_t i = 0; i < settings.size(); ++i) {
-        if (m_files[i] == nullptr) {
-            m_files[i] =
-                std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
-            m_files[i]->m_writer->shareWarning(&m_isSharingWarned);
-            m_files[i]->m_writer->setSync(&m_sync);
-        }
+        if (m_files[i] == nullptr)
+            m_files[i] = makeFile();
         RotatingLogFile& log = *m_files[i];
         const QMutexLocker locker(log.mutex());
         log.file.close();
@@ -39,6 +41,14 @@ void LogFileSet::open(const Settings& settings)
             log.endHalfLine();
     }
     m_isOpen = true;
+}
+
+std::unique_ptr<RotatingLogFile> LogFileSet::makeFile()
+{
+    auto file = std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{2.5F, 1, false});
+    file->m_writer->shareWarning(&m_isSharingWarned);
+    file->m_writer->setSync(&m_sync);
+    return file;
 }
 
 void LogFileSet::close()
@@ -60,8 +70,38 @@ void LogFileSet::sync()
         log->sync();
 }
 
-RotatingLogFile* LogFileSet::file(LogManager::LogFileId id) const
+// One thread of the child opens the files, the others wait. The parent's files are never destroyed
+// and their mutexes never locked; only the descriptors are closed, which share the parent's locks.
+void LogFileSet::renewIfInherited()
 {
+    Inheritance state = Inheritance::Inherited;
+    if (m_inheritance == Inheritance::None)
+        return;
+    while (!m_inheritance.compare_exchange_weak(state, Inheritance::Renewing)) {
+        if (state == Inheritance::None)
+            return;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        state = Inheritance::Inherited;
+    }
+    for (std::unique_ptr<RotatingLogFile>& file : m_files) {
+        if (file == nullptr)
+            continue;
+        const std::unique_ptr<RotatingLogFile>& parents = m_inherited.emplace_back(std::move(file));
+        file = makeFile();
+        file->setPrimaryFilename(parents->m_rotation->primary());
+        file->m_rotation->copyLimits(*parents->m_rotation);
+        file->m_deletedFilesStorage = parents->m_deletedFilesStorage;
+        if (parents->file.isOpen()) {
+            ::close(parents->file.handle());
+            file->file.open(QIODevice::Append);
+        }
+    }
+    m_inheritance = Inheritance::None;
+}
+
+RotatingLogFile* LogFileSet::file(LogManager::LogFileId id)
+{
+    renewIfInherited();
     const auto index = static_cast<size_t>(id);
     return m_isOpen && index < m_files.size() ? m_files[index].get() : nullptr;
 }
@@ -88,13 +128,13 @@ LogFileSet::Urgency LogFileSet::urgencyOf(LogLevel::Level level)
     return isUrgent ? Urgency::Urgent : Urgency::Normal;
 }
 
-zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id) const
+zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id)
 {
     const RotatingLogFile* log = file(id);
     return log != nullptr ? log->mutex() : nullptr;
 }
 
-QString LogFileSet::totalContent(LogManager::LogFileId id) const
+QString LogFileSet::totalContent(LogManager::LogFileId id)
 {
     const RotatingLogFile* log = file(id);
     return log != nullptr ? log->totalContent(RotatingLogFile::OldestFirst) : QString();

@@ -7,6 +7,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <vector>
 
 /// The five files of the log manager. Their objects live as long as the set, so that a thread that
 /// writes a line at shutdown finds its file closed, but not destroyed. One thread opens and closes
@@ -35,7 +36,7 @@ public:
     void setSyncDelays(LogSync::Milliseconds interval, LogSync::Milliseconds urgentDelay);
 
     /// The file; null while the set is closed, and for an unknown id.
-    RotatingLogFile* file(LogManager::LogFileId id) const;
+    RotatingLogFile* file(LogManager::LogFileId id);
     /// Writes the text, or drops it if file() is null. The lines of the events file are always
     /// urgent.
     void write(LogManager::LogFileId id, const char* text, qint64 length,
@@ -43,14 +44,25 @@ public:
     /// The urgency of lines of this level: Event, Error and Critical lines are urgent.
     static Urgency urgencyOf(LogLevel::Level level);
 
+    /// Makes the set open files of its own at the next use, in the child process of a fork, where the
+    /// mutexes of the files may be locked by threads that the child does not have.
+    void renewInChild() { m_inheritance = Inheritance::Inherited; }
+
     /// The mutex of the file, or null if file() is null.
-    zeltools::RecursiveMutex* mutex(LogManager::LogFileId id) const;
+    zeltools::RecursiveMutex* mutex(LogManager::LogFileId id);
     /// The content of the file and its predecessor, which is empty if file() is null.
-    QString totalContent(LogManager::LogFileId id) const;
+    QString totalContent(LogManager::LogFileId id);
 
 private:
+    enum class Inheritance { None, Inherited, Renewing };
+
+    void renewIfInherited();
+    std::unique_ptr<RotatingLogFile> makeFile();
+
+    std::atomic<Inheritance> m_inheritance = Inheritance::None;
     LogSync m_sync;
     std::atomic<bool> m_isSharingWarned = false; // one Warning for all files
     std::array<std::unique_ptr<RotatingLogFile>, count> m_files;
+    std::vector<std::unique_ptr<RotatingLogFile>> m_inherited; // of the parent process
     std::atomic<bool> m_isOpen = false;
 };

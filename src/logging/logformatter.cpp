@@ -9,13 +9,9 @@
 #include <cmath>
 #include <cstring>
 
-LogFormatter::LogFormatter(const LogLevel::Level& level)
-    : m_line(Line::take(level))
-{
-}
-
 LogFormatter::LogFormatter(const LogFormatter& other)
-    : m_line(other.m_line)
+    : m_line(&other.line())
+    , m_state(other.m_state)
 {
     ++m_line->references;
 }
@@ -24,87 +20,94 @@ LogFormatter& LogFormatter::operator=(const LogFormatter& other)
 {
     LogFormatter copy(other);
     std::swap(m_line, copy.m_line);
+    std::swap(m_state, copy.m_state);
     return *this;
 }
 
-LogFormatter::~LogFormatter()
+LogFormatter::Line& LogFormatter::line() const
 {
-    if (--m_line->references == 0)
+    if (m_line == nullptr)
+        m_line = Line::take(m_state);
+    return *m_line;
+}
+
+void LogFormatter::release()
+{
+    if (--line().references == 0)
         finish();
 }
 
 void LogFormatter::finish()
 {
     Line* line = m_line;
-    if (line->isCollected) {
+    if (line->state.isCollected) {
         QString& message = line->message;
-        const bool isSpaced = line->debug ? line->debug->autoInsertSpaces() : line->isSpaced;
+        const bool isSpaced = line->debug ? line->debug->autoInsertSpaces() : line->state.isSpaced;
         line->debug.reset();
         if (isSpaced && message.endsWith(QLatin1Char(' ')))
             message.chop(1);
-        if (line->level == LogLevel::Event) {
+        if (line->state.level == LogLevel::Event) {
             message = QLatin1Char(' ') + LogRenderer::eventToString(line->event) +
                       QLatin1String("| ") + message;
             LogNode::announceEvent(line->event, message);
         }
-        LogNode::log(line->level, line->modules, message);
+        LogNode::log(line->state.level, line->modules, message);
     }
     Line::release(line);
 }
 
-LogFormatter& LogFormatter::log(const LogModules& modules)
+void LogFormatter::replaceModules(const LogModules& modules)
 {
-    m_line->modules = modules;
-    m_line->isCollected = LogNode::isHeard(m_line->level, modules);
-    return *this;
+    line().modules = modules;
+    m_line->state.isCollected = LogNode::isHeard(m_line->state.level, modules);
 }
 
 LogFormatter& LogFormatter::logEvent(const LogEventModule::EventModule& event)
 {
-    m_line->event = event;
+    line().event = event;
     return *this;
 }
 
-LogFormatter& LogFormatter::log(const char* text)
+void LogFormatter::appendPiece(const char* text)
 {
-    if (!m_line->message.isEmpty())
+    if (!line().message.isEmpty())
         *this << ":";
-    return *this << text;
+    *this << text;
 }
 
 LogFormatter& LogFormatter::log(const QString& text)
 {
-    return m_line->isCollected ? log(text.toUtf8().constData()) : *this;
+    return isCollected() ? log(text.toUtf8().constData()) : *this;
 }
 
 LogFormatter& LogFormatter::noquote()
 {
-    m_line->isQuoted = false;
-    if (m_line->debug)
+    state().isQuoted = false;
+    if (hasStream())
         m_line->debug->noquote();
     return *this;
 }
 
 LogFormatter& LogFormatter::quote()
 {
-    m_line->isQuoted = true;
-    if (m_line->debug)
+    state().isQuoted = true;
+    if (hasStream())
         m_line->debug->quote();
     return *this;
 }
 
 LogFormatter& LogFormatter::nospace()
 {
-    m_line->isSpaced = false;
-    if (m_line->debug)
+    state().isSpaced = false;
+    if (hasStream())
         m_line->debug->nospace();
     return *this;
 }
 
 LogFormatter& LogFormatter::space()
 {
-    m_line->isSpaced = true;
-    if (m_line->debug)
+    line().state.isSpaced = true;
+    if (hasStream())
         m_line->debug->space();
     else
         m_line->message += QLatin1Char(' ');
@@ -113,45 +116,48 @@ LogFormatter& LogFormatter::space()
 
 QDebug& LogFormatter::debug()
 {
-    if (!m_line->debug) {
-        m_line->debug.emplace(&m_line->message);
-        m_line->debug->setAutoInsertSpaces(m_line->isSpaced);
-        if (!m_line->isQuoted)
-            m_line->debug->noquote();
+    Line& line = this->line();
+    if (!line.debug) {
+        line.debug.emplace(&line.message);
+        line.debug->setAutoInsertSpaces(line.state.isSpaced);
+        if (!line.state.isQuoted)
+            line.debug->noquote();
     }
-    return *m_line->debug;
+    return *line.debug;
 }
 
 // The functions below append the text of QDebug for their type without a stream, which is faster.
 
 void LogFormatter::appendText(const char* utf8)
 {
-    if (m_line->debug) {
+    Line& line = this->line();
+    if (line.debug) {
         debug() << utf8;
         return;
     }
     const size_t size = utf8 != nullptr ? std::strlen(utf8) : 0;
     if (zeltools::isAscii(utf8, size))
-        m_line->message += QLatin1String(utf8, static_cast<int>(size));
+        line.message += QLatin1String(utf8, static_cast<int>(size));
     else
-        m_line->message += QString::fromUtf8(utf8, static_cast<int>(size));
-    if (m_line->isSpaced)
-        m_line->message += QLatin1Char(' ');
+        line.message += QString::fromUtf8(utf8, static_cast<int>(size));
+    if (line.state.isSpaced)
+        line.message += QLatin1Char(' ');
 }
 
 void LogFormatter::appendQuoted(const QString& text)
 {
-    if (m_line->debug || (m_line->isQuoted && !debugtext::isPlain(text))) {
+    Line& line = this->line();
+    if (line.debug || (line.state.isQuoted && !debugtext::isPlain(text))) {
         debug() << text;
         return;
     }
-    if (m_line->isQuoted)
-        m_line->message += QLatin1Char('"');
-    m_line->message += text;
-    if (m_line->isQuoted)
-        m_line->message += QLatin1Char('"');
-    if (m_line->isSpaced)
-        m_line->message += QLatin1Char(' ');
+    if (line.state.isQuoted)
+        line.message += QLatin1Char('"');
+    line.message += text;
+    if (line.state.isQuoted)
+        line.message += QLatin1Char('"');
+    if (line.state.isSpaced)
+        line.message += QLatin1Char(' ');
 }
 
 void LogFormatter::appendBool(bool value)
@@ -172,7 +178,7 @@ void LogFormatter::appendUnsigned(qulonglong value)
 void LogFormatter::appendReal(double value)
 {
     constexpr int significantDigits = 6;
-    if (m_line->debug || !std::isfinite(value))
+    if (hasStream() || !std::isfinite(value))
         debug() << value;
     else if (debugtext::isBeyondHalves(value))
         appendText(QString::number(value).toLatin1().constData());
@@ -184,13 +190,14 @@ void LogFormatter::appendReal(double value)
 template <typename T, typename... Format>
 void LogFormatter::appendNumber(T value, Format... format)
 {
-    if (m_line->debug) {
+    Line& line = this->line();
+    if (line.debug) {
         debug() << value;
         return;
     }
     char text[32];
     char* end = std::to_chars(text, text + sizeof text - 1, value, format...).ptr;
-    if (m_line->isSpaced)
+    if (line.state.isSpaced)
         *end++ = ' ';
-    m_line->message += QLatin1String(text, static_cast<int>(end - text));
+    line.message += QLatin1String(text, static_cast<int>(end - text));
 }

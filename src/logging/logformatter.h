@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/logging/debugswitch.h>
 #include <zeltools/logging/logeventmodule.h>
 #include <zeltools/logging/loglevel.h>
 #include <zeltools/logging/logmodules.h>
@@ -19,26 +20,38 @@
 /// Copies share one line and belong to one thread.
 ///
 /// A Debug line that nobody would see collects no text after log(modules) has set its modules, so
-/// set the modules first.
+/// set the modules first. Such a line then costs a nanosecond or two.
 class ZELTOOLS_EXPORT LogFormatter
 {
 public:
-    explicit LogFormatter(const LogLevel::Level& level);
+    explicit LogFormatter(const LogLevel::Level& level)
+        : m_state{level}
+    {
+    }
     LogFormatter(const LogFormatter& other);
     LogFormatter& operator=(const LogFormatter& other);
     /// The destructor of the last copy passes the line to LogNode. An Event line begins with a
     /// blank, its kind and "| ", and is also announced by LogManager::newLogEvent().
-    ~LogFormatter();
+    ~LogFormatter()
+    {
+        if (m_line != nullptr || m_state.isCollected)
+            release();
+    }
 
     /// Replaces the modules of the line, which are `Log::None` by default.
-    LogFormatter& log(const LogModules& modules);
-    LogFormatter& log(const LogModule& module) { return log(LogModules(module)); }
+    LogFormatter& log(const LogModules& modules) { return setModules(modules); }
+    LogFormatter& log(const LogModule& module) { return setModules(module); }
     /// Sets the kind of an Event line.
     LogFormatter& logEvent(const LogEventModule::EventModule& event);
 
     /// Streams the text (UTF-8, null counts as empty), after ":" if the line already has text:
     /// `log("first").log("second")` gives `first : second`.
-    LogFormatter& log(const char* text);
+    LogFormatter& log(const char* text)
+    {
+        if (isCollected())
+            appendPiece(text);
+        return *this;
+    }
     LogFormatter& log(const QString& text);
 
     /// These work like the functions of QDebug.
@@ -50,25 +63,30 @@ public:
     template <typename T>
     LogFormatter& operator<<(const T& value)
     {
-        if (m_line->isCollected)
+        if (isCollected())
             append(value);
         return *this;
     }
 
 private:
+    struct State
+    {
+        LogLevel::Level level;
+        bool isCollected = true;
+        bool isSpaced = true;
+        bool isQuoted = true;
+    };
+
     struct Line
     {
         struct Spare;
 
         /// A new line, or the one that this thread has kept.
-        static Line* take(LogLevel::Level level);
+        static Line* take(const State& state);
         static void release(Line* line);
 
         int references;
-        bool isCollected;
-        bool isSpaced;
-        bool isQuoted;
-        LogLevel::Level level;
+        State state;
         LogEventModule::EventModule event;
         LogModules modules;
         QString message;
@@ -77,7 +95,26 @@ private:
         std::optional<QDebug> debug;
     };
 
+    bool isCollected() const { return (m_line != nullptr ? m_line->state : m_state).isCollected; }
+
+    template <typename Modules>
+    LogFormatter& setModules(const Modules& modules)
+    {
+        if (m_line == nullptr && m_state.level == LogLevel::Debug &&
+            zeltools::DebugSwitch::isOff(modules))
+            m_state.isCollected = false;
+        else
+            replaceModules(modules);
+        return *this;
+    }
+
+    State& state() { return m_line != nullptr ? m_line->state : m_state; }
+    bool hasStream() const { return m_line != nullptr && m_line->debug; }
+    Line& line() const;
+    void release();
     void finish();
+    void replaceModules(const LogModules& modules);
+    void appendPiece(const char* text);
     QDebug& debug();
 
     void appendText(const char* utf8);
@@ -116,5 +153,8 @@ private:
                !std::is_same_v<T, char16_t> && !std::is_same_v<T, char32_t>;
     }
 
-    Line* m_line;
+    // The line is taken when it is needed. Until then, and for good if it stays off, its state is
+    // in the formatter.
+    mutable Line* m_line = nullptr;
+    State m_state;
 };

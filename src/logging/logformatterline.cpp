@@ -31,7 +31,7 @@ struct LogFormatter::Line::Spare
 thread_local LogFormatter::Line* LogFormatter::Line::Spare::line = nullptr;
 thread_local bool LogFormatter::Line::Spare::isOver = false;
 
-LogFormatter::Line* LogFormatter::Line::take(LogLevel::Level level)
+LogFormatter::Line* LogFormatter::Line::take(const State& state)
 {
     Line* line = Spare::line;
     if (line != nullptr)
@@ -39,10 +39,7 @@ LogFormatter::Line* LogFormatter::Line::take(LogLevel::Level level)
     else
         line = new Line;
     line->references = 1;
-    line->isCollected = true;
-    line->isSpaced = true;
-    line->isQuoted = true;
-    line->level = level;
+    line->state = state;
     line->event = LogEventModule::NoneEvent;
     line->modules = Log::None;
     return line;

@@ -23,12 +23,17 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include <pthread.h>
+
 namespace
 {
 
 // The process ends because there is no path layout. The lines that destructors log then must not
 // create the manager.
 std::atomic<bool> s_isRefused{false};
+
+// instance() may wait for a thread that a forked child does not have.
+std::atomic<LogManager*> s_manager{nullptr};
 
 EventSelection selection(LogManager::EventModuleFilter filter, const QString& startDate,
                          const QString& stopDate)
@@ -71,6 +76,8 @@ LogManager::LogManager()
         s_isRefused = true;
         std::exit(1);
     }
+    s_manager = this;
+    pthread_atfork(nullptr, nullptr, [] { s_manager.load()->becomeChild(); });
     registerTypes();
     constexpr int syncInterval_ms = 60000;
     m_syncTimer.setInterval(syncInterval_ms);
@@ -80,6 +87,16 @@ LogManager::LogManager()
 LogManager::~LogManager()
 {
     m_syncTimer.stop();
+}
+
+// A forked child has no writer thread, and locks of the parent's threads are never released in it.
+// It delivers its own lines immediately, with files of its own.
+void LogManager::becomeChild()
+{
+    LogBuffer::forgetInChild();
+    m_sinks->forgetInChild();
+    m_router->setQueueing(false);
+    m_files->renewInChild();
 }
 
 void LogManager::initialize()

@@ -253,6 +253,8 @@ Q_SIGNALS:
 private:
     LogManager();
 
+    void becomeChild();
+
     std::unique_ptr<LogFileSet> m_files;
     std::unique_ptr<SinkList> m_sinks;
     std::unique_ptr<LogRouter> m_router;

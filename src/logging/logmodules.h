@@ -6,6 +6,11 @@
 #include <QSet>
 #include <QStringList>
 
+namespace zeltools
+{
+class DebugSwitch;
+}
+
 /// A set of log modules, stored by id. The class is a plain value: copies are cheap and may be
 /// passed to other threads, but two threads must not write to the same instance.
 class ZELTOOLS_EXPORT LogModules
@@ -41,6 +46,7 @@ public:
 
 private:
     friend class DebugModules;
+    friend class zeltools::DebugSwitch;
 
     // The first ids, which include all predefined modules, are bits of one word, so that a log
     // line builds, copies and tests a set of them without heap memory.

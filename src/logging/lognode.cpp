@@ -1,31 +1,15 @@
 #include "logging/lognode.h"
 
 #include "logging/debugmodules.h"
+#include "logging/debugswitch.h"
 
 #include <QMetaMethod>
 #include <QMutex>
 
+using zeltools::DebugSwitch;
+
 namespace
 {
-
-// The receivers of logged(), kept in one word so that a Debug line that nobody else sees costs one
-// load. The low two bits are a state, and the bits above them count the changes of connections:
-//
-//     Unknown  --- isOnlyManagerListening() counts the receivers --->  OnlyManager or Others
-//        ^                                                                     |
-//        +--------- forgetAudience(): a connection has changed, count + 1 -----+
-//
-// isOnlyManagerListening() only stores its answer if the word is still the one from before the
-// receivers were counted. The count makes sure of that, since the state alone may be Unknown again.
-enum Audience : quint64 { Unknown = 0, OnlyManager = 1, Others = 2, AudienceMask = 3, Change = 4 };
-std::atomic<quint64> s_audience{Unknown};
-
-void forgetAudience()
-{
-    quint64 seen = s_audience.load();
-    while (!s_audience.compare_exchange_weak(seen, (seen & ~quint64(AudienceMask)) + Change)) {
-    }
-}
 
 struct ManagerConnection
 {
@@ -92,8 +76,9 @@ bool LogNode::isHeard(LogLevel::Level level, const LogModules& modules)
 
 bool LogNode::isOnlyManagerListening()
 {
-    quint64 seen = s_audience.load();
-    if ((seen & AudienceMask) == Unknown) {
+    std::atomic<quint64>& audience = DebugSwitch::s_audience;
+    quint64 seen = audience.load();
+    if ((seen & DebugSwitch::AudienceMask) == DebugSwitch::Unknown) {
         ManagerConnection& manager = managerConnection();
         bool managerListens = false;
         {
@@ -101,12 +86,22 @@ bool LogNode::isOnlyManagerListening()
             managerListens = bool(manager.connection);
         }
         const int count = receivers(SIGNAL(logged(LogLevel::Level, Log::Modules, QString)));
-        const quint64 answer = seen | (managerListens && count == 1 ? OnlyManager : Others);
-        if (!s_audience.compare_exchange_strong(seen, answer))
+        const quint64 answer =
+            seen | (managerListens && count == 1 ? DebugSwitch::OnlyManager : DebugSwitch::Others);
+        if (!audience.compare_exchange_strong(seen, answer))
             return false;
         seen = answer;
     }
-    return (seen & AudienceMask) == OnlyManager;
+    return (seen & DebugSwitch::AudienceMask) == DebugSwitch::OnlyManager;
+}
+
+void LogNode::forgetAudience()
+{
+    std::atomic<quint64>& audience = DebugSwitch::s_audience;
+    quint64 seen = audience.load();
+    while (!audience.compare_exchange_weak(seen, (seen & ~quint64(DebugSwitch::AudienceMask)) +
+                                                     DebugSwitch::AudienceChange)) {
+    }
 }
 
 void LogNode::setManagerConnection(const QMetaObject::Connection& connection)

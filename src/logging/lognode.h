@@ -46,6 +46,7 @@ private:
 
     void _log(LogLevel::Level level, const LogModules& modules, const QString& message);
     bool isOnlyManagerListening();
+    static void forgetAudience();
     static void setManagerConnection(const QMetaObject::Connection& connection);
 
     using EventReceiver = void (*)(LogEventModule::EventModule event, const QString& message);

@@ -40,6 +40,12 @@ void LogRotation::setMaximumSizeMiB(double size_MiB)
     m_maximumSize_B = static_cast<qint64>(size_MiB * 1024 * 1024);
 }
 
+void LogRotation::copyLimits(const LogRotation& other)
+{
+    m_maximumSize_B = other.m_maximumSize_B;
+    m_predecessorsCount = other.m_predecessorsCount;
+}
+
 QString LogRotation::filename(int index) const
 {
     if (index < 0 || m_primary.isEmpty())

@@ -22,6 +22,7 @@ public:
     const QString& primary() const { return m_primary; }
     void setPredecessorsCount(int count) { m_predecessorsCount = count; }
     void setMaximumSizeMiB(double size_MiB);
+    void copyLimits(const LogRotation& other);
     qint64 maximumSize_B() const { return m_maximumSize_B; }
 
     /// P for 0, "P.<index>" for a predecessor; empty for a negative index or without P.

@@ -10,8 +10,14 @@
 
 #include <QtTest>
 
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <thread>
+#include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 using support::LineRecorder;
 
@@ -151,6 +157,36 @@ private Q_SLOTS:
         LogManager::instance()->connectNode(LogNode::instance());
     }
 
+    // A line that is off takes no memory, and it must not lose its state when it is heard later.
+    void aDebugLineMayBeHeardLater()
+    {
+        std::vector<std::unique_ptr<LogModule>> own;
+        while (own.empty() || own.back()->id() < 64)
+            own.push_back(std::make_unique<LogModule>("Own", false));
+        LogManager::instance()->enableModuleDebugging(Log::Recipe);
+        const support::StandardErrorCapture capture;
+        {
+            LogFormatter line(LogLevel::Debug);
+            line.log(Log::Payment).noquote() << "lost";
+            LogFormatter copy(line);
+            copy.log(Log::Recipe) << QString("copied");
+            line << 1;
+            copy.log(*own.back()) << "lost";
+            line.log(Log::Recipe | *own.back()).nospace() << QString("on") << 2;
+        }
+        {
+            LogFormatter line(LogLevel::Debug);
+            LogFormatter(LogLevel::Debug).log(Log::Payment) = line;
+            line << "before";
+            line.log(Log::Payment).log("lost").log(Log::Recipe).log("after");
+        }
+        LogManager::instance()->disableModuleDebugging(Log::Recipe);
+        QStringList messages;
+        for (const QByteArray& line : capture.text().split('\n'))
+            messages += line.mid(36);
+        QCOMPARE(messages, QStringList({"copied 1 on2", "before : after", ""}));
+    }
+
     void linesBeforeTheNodeGoToQtsWarnings()
     {
         QProcess child;
@@ -198,6 +234,34 @@ private Q_SLOTS:
                 }
             }
         }
+    }
+
+    // The C library formats the time under a lock, which must be free in the child.
+    void aForkedChildFormatsTheTime()
+    {
+        std::atomic<bool> isOver{false};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 2; ++i) {
+            threads.emplace_back([&isOver] {
+                for (qint64 moment = 0; !isOver; moment += 1000)
+                    logTimestamp(moment);
+            });
+        }
+        int failed = 0;
+        for (int i = 0; i < 200 && failed == 0; ++i) {
+            const pid_t child = fork();
+            if (child == 0) {
+                alarm(10); // ends a child that hangs
+                for (int line = 0; line < 10; ++line)
+                    logTimestamp(line * 1000);
+                _exit(0);
+            }
+            waitpid(child, &failed, 0);
+        }
+        isOver = true;
+        for (std::thread& thread : threads)
+            thread.join();
+        QCOMPARE(failed, 0);
     }
 
     void assertions()
