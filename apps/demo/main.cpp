@@ -8,6 +8,8 @@
 #include "logfolder.h"
 #include "settings.h"
 #include "simulation.h"
+#include "stall.h"
+#include "stalledmachine.h"
 #include "switches.h"
 
 #include <zeltools/libraryversion.h>
@@ -73,6 +75,23 @@ void printHistory(QTextStream& out)
         out << "  " << line << '\n';
 }
 
+// Returns whether every line of the drinks is where it belongs, and the settings are saved.
+bool makeDrinks(QTextStream& out)
+{
+    LineTally tally;
+    LogFolder logFolder;
+    const bool hasRotated = makeDrinksUntilRotation(tally);
+    LogManager::instance()->flush(); // LOG_DELIVERY=buffered may be set.
+    LogManager::instance()->syncLogs();
+    printHistory(out);
+    const bool areFilesShown = logFolder.show(out);
+    const bool isSaved = changeSettings(out) && changeAndSaveSwitches(out);
+    tally.readFiles(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
+    LogManager::instance()->finalizeLogFiles();
+    out << '\n' << tally.table() << '\n';
+    return hasRotated && areFilesShown && isSaved && tally.isComplete();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -86,6 +105,7 @@ int main(int argc, char** argv)
     const QString environment = QStringLiteral("environment");
     const QString diagram = QStringLiteral("diagram");
     const QString clock = QStringLiteral("clock");
+    const QString machine = QStringLiteral("machine");
     parser.addOptions({
         {directory,
          QStringLiteral("Keep the machine's folders in <DIR>, which must be empty or new."),
@@ -97,7 +117,12 @@ int main(int argc, char** argv)
         {clock, QStringLiteral("Let `zelctl clock` set the clock over the link <ADDRESS>."),
          QStringLiteral("ADDRESS")},
     });
+    QCommandLineOption machineOption(machine, QString(), QStringLiteral("MODE"));
+    machineOption.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(machineOption);
     parser.process(application);
+    if (parser.isSet(machine)) // This process is one of those that showStall() starts.
+        return runStalledMachine(parser.value(machine), parser.value(directory));
 
     QTextStream out(stdout);
     const QTemporaryDir temporary;
@@ -109,6 +134,7 @@ int main(int argc, char** argv)
 
     out << "ZelTools " << zeltools::libraryVersion().toString() << '\n';
     loadSwitches(parser.value(environment), out);
+    const bool isRecovered = showStall(parser.value(diagram), out);
     startLogging(folder);
     linkSwitches();
     WindowsTools::installSignalHandlers();
@@ -117,19 +143,9 @@ int main(int argc, char** argv)
     if (parser.isSet(clock))
         isSimulated = followClock(parser.value(clock), out) && isSimulated;
     const bool isDiagnosed = showKernelLog(out) && showCallStack(out);
-    LineTally tally;
-    LogFolder logFolder;
-    const bool hasRotated = makeDrinksUntilRotation(tally);
-    LogManager::instance()->syncLogs();
-    printHistory(out);
-    const bool areFilesShown = logFolder.show(out);
-    const bool isSaved = changeSettings(out) && changeAndSaveSwitches(out);
-    tally.readFiles(Path::instance()->debugLogsDir, Path::instance()->eventLogsDir);
-    LogManager::instance()->finalizeLogFiles();
-
-    out << '\n' << tally.table() << '\n';
-    const bool isRight = hasRotated && tally.isComplete() && areFilesShown && isSaved &&
-                         haveCyclesRun && isSimulated && isDiagnosed;
+    const bool areLinesRight = makeDrinks(out);
+    const bool isRight =
+        isRecovered && haveCyclesRun && isSimulated && isDiagnosed && areLinesRight;
     out << (isRight ? "Every line is where it belongs.\n"
                     : "FAILED: something is missing, misplaced or went wrong.\n");
     return isRight ? 0 : 1;
