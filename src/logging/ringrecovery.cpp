@@ -117,13 +117,14 @@ void skipWritten(RingFile& ring)
 
 // Adds the lines that tell of the recovery behind those that are left, so that they are written
 // once, like these. Returns the number of the lines that are left.
-quint64 describe(RingFile& ring)
+quint64 describe(RingFile& ring, bool& isDamaged)
 {
     LineRing<> lines = ring.lines();
     quint64 count = 0;
     bool isDescribed = false; // by a recovery that was killed
     LineRing<>::Record record;
-    for (quint64 at = lines.written(); lines.findAbandoned(at, record); at = record.end) {
+    for (quint64 at = lines.written(); lines.findAbandoned(at, record, &isDamaged);
+         at = record.end) {
         isDescribed = isDescribed || RingLine::of(record).isOfRecovery != 0;
         ++count;
     }
@@ -138,7 +139,8 @@ quint64 describe(RingFile& ring)
 QString recoverRing(RingFile& ring, SinkList& sinks, quint64& linesCount)
 {
     skipWritten(ring);
-    const quint64 count = describe(ring);
+    bool isDamaged = false;
+    const quint64 count = describe(ring, isDamaged);
     RecoveredFiles files(ring);
     RingDrain drain(ring, files, sinks);
     while (drain.deliverAbandoned()) {
@@ -148,8 +150,11 @@ QString recoverRing(RingFile& ring, SinkList& sinks, quint64& linesCount)
         return QStringLiteral("%1: The lines cannot be written to %2")
             .arg(ring.path(), ring.header().files[RingLine::of(record).file].pathText());
     }
-    ring.remove();
     linesCount += count;
+    if (isDamaged)
+        return ring.path() + QStringLiteral(": A part of the ring is damaged") +
+               RingFile::setAside(ring.path());
+    ring.remove();
     return QString();
 }
 
@@ -166,7 +171,7 @@ ringrecovery::Report ringrecovery::recover(const QString& logFolder, const QStri
     Report report;
     for (const QString& folder : ringFolders) {
         const QFileInfoList rings =
-            QDir(folder).entryInfoList({RingFile::namePattern}, QDir::Files | QDir::System);
+            QDir(folder).entryInfoList({RingFile::namePattern}, QDir::Files | QDir::NoSymLinks);
         for (const QFileInfo& found : rings) {
             QString problem;
             const std::unique_ptr<RingFile> ring =
