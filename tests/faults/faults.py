@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-# Log lines on a machine that fails: faults.py EXPERIMENT LOGWRITER [--short] [--sanitized]. Each
-# experiment runs `logwriter`, breaks something and accounts for every logged line in the files.
-# --sanitized skips the check of the memory use.
+# Log lines on a machine that fails: faults.py EXPERIMENT LOGWRITER [--short] [--sanitized]
+# [--buffered]. Each experiment runs `logwriter`, breaks something and accounts for every logged line
+# in the files. --sanitized skips the check of the memory use, --buffered logs through a ring.
 
 import os
 import random
@@ -35,16 +35,19 @@ def require_sequence(data, first, end):
 
 
 class Writer(subprocess.Popen):
-    def __init__(self, root, limit=LIMIT, predecessors=1):
+    def __init__(self, root, limit=LIMIT, predecessors=1, rings=None, stderr=None):
         self.folder = root / "share/zel/logs/debug"
         self.live = self.folder / "zel_logs.log"
         self.predecessor = self.folder / "zel_logs.log.1"
         self.printed = root / "stderr"
         self.written = 0
         (root / "app/bin").mkdir(parents=True, exist_ok=True)
-        with open(self.printed, "wb") as stderr:
-            super().__init__([PROGRAM, root, str(limit), str(predecessors)], stderr=stderr,
-                             stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        if "--buffered" in OPTIONS:
+            rings = root
+        with open(self.printed, "wb") as printed:
+            super().__init__([PROGRAM, root, str(limit), str(predecessors), *([rings] if rings else [])],
+                             stderr=stderr or printed, stdin=subprocess.PIPE,
+                             stdout=subprocess.PIPE)
         self.write(0)  # returns when the files are open
 
     def __exit__(self, *error):

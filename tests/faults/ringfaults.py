@@ -1,0 +1,362 @@
+#!/usr/bin/env python3
+# Buffered delivery on a machine that fails: ringfaults.py EXPERIMENT LOGWRITER [--short]
+# [--sanitized]. Each experiment accounts for every logged line in the files or among the lost ones.
+# --sanitized logs less.
+
+import collections
+import fcntl
+import os
+import random
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import time
+from contextlib import contextmanager
+from pathlib import Path
+
+from experiment import (EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, need_strace, numbered,
+                        private_mounts, require, skip_unless)
+from faults import LENGTH, Writer
+
+SHORT, SANITIZED = "--short" in OPTIONS, "--sanitized" in OPTIONS
+LIMIT, PREDECESSORS = 300000, 99
+LINE = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3}(?:\| (?:Info |Error)    \| |\|)(\d) (\d{8}) x*\.")
+LOST = re.compile(rb".*\| Warning  \| (\d+) lines were lost \((\d+) since the start of process (\d+)\): .*")
+RECOVERED = re.compile(rb".*\| Warning  \| Recovered (\d+) lines of process (\d+), which .*")
+
+
+# The lines of a log file and its predecessors, the oldest first.
+def lines_of(live):
+    paths = [live.with_name(f"{live.name}.{i}") for i in range(PREDECESSORS, 0, -1)] + [live]
+    require(not paths[0].exists(), "too many lines for the files")
+    return b"".join(path.read_bytes() for path in paths if path.exists()).split(b"\n")
+
+
+# The account of one folder.
+class Account:
+    def __init__(self, folder):
+        self.numbers = collections.defaultdict(list)  # of each thread
+        self.lost, self.recovered, self.whole = {}, collections.defaultdict(list), 0
+        for name in ("zel_logs.log", "trace.log"):
+            *lines, self.rest = lines_of(folder / "share/zel/logs/debug" / name)
+            self.whole += len(lines)
+            for line in lines:
+                self.add(line)
+
+    def add(self, line):
+        if match := LINE.fullmatch(line):
+            self.numbers[int(match[1])].append(int(match[2]))
+        elif match := LOST.fullmatch(line):
+            self.lost[int(match[3])] = int(match[2])
+        elif match := RECOVERED.fullmatch(line):
+            self.recovered[int(match[2])].append(int(match[1]))
+        else:
+            require(b"| Warning  | " in line, f"a torn line: {line[:200]}")
+
+    # `counts` are the acknowledged lines of each thread.
+    def require_all(self, process, counts):
+        found, lost = 0, self.lost.get(process, 0)
+        for thread, count in enumerate(counts):
+            numbers = self.numbers[thread]
+            require(all(a < b for a, b in zip(numbers, numbers[1:])),
+                    f"thread {thread}: lines doubled or out of order")
+            require(not numbers or numbers[-1] <= count, f"a line after {count} was not logged")
+            require(lost or count <= len(numbers), f"{count - len(numbers)} lines of {thread} lost")
+            found += len(numbers)
+        require(sum(counts) <= found + lost <= sum(counts) + len(counts),
+                f"{sum(counts)} logged, {found} found, {lost} told as lost")
+        require(not self.rest, "half a line at the end")
+        return lost
+
+
+class RingWriter(Writer):
+    def __init__(self, folder, rings, stderr=None):
+        rings.mkdir(exist_ok=True)
+        super().__init__(folder, LIMIT, PREDECESSORS, rings, stderr)
+        self.root, self.counter = folder, folder / "counter"
+
+    def command(self, *words):
+        self.stdin.write(" ".join(map(str, words)).encode() + b"\n")
+        self.stdin.flush()
+
+    # Eight threads log until the process is killed or sends itself the signal.
+    def log_until_killed(self, length=LENGTH, pause_us=0, fatal_signal=0, last=0):
+        self.counter.write_bytes(bytes(32))
+        self.command("threads", self.counter, length, pause_us, int(fatal_signal), last)
+
+    def counts(self):
+        data = self.counter.read_bytes()
+        return [int.from_bytes(data[i:i + 4], sys.byteorder) for i in range(0, 32, 4)]
+
+    def wait_for_lines(self, count):
+        while min(self.counts()) < count and self.poll() is None:
+            time.sleep(0.001)
+
+    def end(self):
+        if self.poll() is None:
+            self.kill()
+        self.communicate()
+
+
+# A start, which recovers, and its end. It returns what was printed and the account.
+def restart(folder, rings):
+    with RingWriter(folder, rings) as writer:
+        writer.write(0)
+    return writer.printed.read_text(errors="replace"), Account(folder)
+
+
+def require_recovered(writer, before, after):
+    told = after.recovered[writer.pid]
+    new = after.whole - before.whole
+    own = len(told) + (after.lost != before.lost)  # lines that the recovery may have added
+    require(len(told) == (new > own) and (not told or new - own <= told[0] <= new - len(told)),
+            f"{new} lines recovered, {told} told")
+
+
+# The process is killed at any moment, or a thread ends it. In each third turn the recovery is
+# killed, too.
+def ring_killed(root):
+    rings, recovered, lost, interrupted = root / "rings", 0, 0, 0
+    for turn in range(15 if SHORT else 1000):
+        folder = root / "machine"
+        writer = RingWriter(folder, rings)
+        is_long = turn % 5 == 4
+        fatal_signal = (0, 0, signal.SIGSEGV, signal.SIGABRT)[turn % 4]
+        writer.log_until_killed(5000 if is_long else LENGTH, 1000 if is_long else turn % 2 * 100,
+                                fatal_signal, random.randrange(2000 if not is_long else 100))
+        writer.wait_for_lines(1)
+        if fatal_signal:
+            writer.wait(60)
+        time.sleep(random.uniform(0, 0.2))
+        writer.end()
+        before = Account(folder)
+        for _ in range(3 if turn % 3 == 0 else 0):
+            recovery = subprocess.Popen([PROGRAM, folder, str(LIMIT), str(PREDECESSORS), rings],
+                                        stdin=subprocess.PIPE, stderr=subprocess.DEVNULL)
+            time.sleep(random.uniform(0, 0.1 if SANITIZED else 0.04))
+            recovery.kill()
+            recovery.communicate()
+            interrupted += before.whole < Account(folder).whole
+        _, after = restart(folder, rings)
+        lost += after.require_all(writer.pid, writer.counts())
+        require_recovered(writer, before, after)
+        recovered += sum(after.recovered[writer.pid])
+        require(not list(rings.glob(f"*-{writer.pid}-*")), "the ring is left behind")
+        shutil.rmtree(folder)
+    require(recovered > 0, "no kill has left lines in a ring")
+    print(f"{recovered} lines recovered, {lost} told as lost, {interrupted} recoveries interrupted")
+
+
+# Leaves a ring with many lines: standard error is a pipe that nobody reads.
+def leave_ring(folder, rings):
+    writer = RingWriter(folder, rings, stderr=subprocess.PIPE)
+    writer.log_until_killed(pause_us=50)
+    writer.wait_for_lines(200)
+    writer.end()
+    return writer, next(rings.glob(f"*-{writer.pid}-*"))
+
+
+# The recovery is killed at each of its system calls for files.
+def recovery_killed(root):
+    need_strace()
+    folder, rings, template, log = root / "machine", root / "rings", root / "template", root / "calls"
+    folder.mkdir()
+    rings.mkdir()
+    writer, _ = leave_ring(folder, rings)
+    before = Account(folder)
+    template.mkdir()
+    for kept in (folder, rings):
+        shutil.copytree(kept, template / kept.name)
+    strace = ["strace", "-f", "-qq", "-o", log, "-e", "trace=%file,%desc"]
+    program = [PROGRAM, folder, str(LIMIT), str(PREDECESSORS), rings]
+
+    def run(*options):
+        for kept in (folder, rings):
+            shutil.rmtree(kept)
+            shutil.copytree(template / kept.name, kept)
+        subprocess.run([*strace, *options, *program], stdin=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL)
+        return log.read_text(errors="replace")
+
+    calls = re.findall(r"(?m)^(\d+) +(\w+)\((.*)", run())
+    first = next(i for i, call in enumerate(calls) if ".ring" in call[2])
+    end = next(i for i, call in enumerate(calls) if call[1] == "unlink" and ".ring" in call[2]) + 2
+    calls = numbered([name for _, name, _ in calls], first, end)
+    for name, n in calls[::len(calls) // 30 if SHORT else 1]:
+        run("-e", f"inject={name}:signal=KILL:when={n}")
+        _, after = restart(folder, rings)
+        after.require_all(writer.pid, writer.counts())
+        require_recovered(writer, before, after)
+    print(f"{len(calls)} system calls")
+
+
+# A ring that is damaged does not hinder the start, and a good one beside it is recovered.
+def ring_damaged(root):
+    folder, rings, template = root / "machine", root / "rings", root / "template"
+    template.mkdir()
+    folder.mkdir()
+    bad_writer, bad = leave_ring(folder, template / "bad")
+    good_writer, good = leave_ring(folder, template / "good")
+    shutil.copytree(folder, template / "machine")
+    data, header = bad.read_bytes(), 65536
+    damages = {
+        "cut": [data[:size] for size in (0, 1, 4096, header, header + 1000, len(data) - 1)],
+        "random": [os.urandom(len(data)), data[:header] + os.urandom(len(data) - header),
+                   os.urandom(header) + data[header:]],
+        "another version": [b"ZELRING2" + data[8:]],
+        "another user": [data],
+    }
+    for what, contents in damages.items():
+        for content in contents:
+            shutil.rmtree(folder)
+            shutil.rmtree(rings, ignore_errors=True)
+            shutil.copytree(template / "machine", folder)
+            rings.mkdir()
+            (rings / bad.name).write_bytes(content)
+            if what == "another user":
+                skip_unless(os.geteuid() == 0, "root")
+                os.chown(rings / bad.name, 65534, 65534)
+            shutil.copy(good, rings)
+            printed, after = restart(folder, rings)
+            told = [line for line in printed.splitlines() if "cannot be recovered" in line]
+            require(len(told) == 1 and bad.name in told[0], f"{what}: {told}")
+            require(good_writer.pid in after.recovered, f"{what}: the good ring is not recovered")
+            require(not (rings / good.name).exists(), f"{what}: the good ring is left behind")
+            printed, _ = restart(folder, rings)
+            require(("cannot be recovered" in printed) == (what == "another user"), printed)
+
+
+# There is no room for a ring, or no right to create one. Lines are then delivered immediately.
+def ring_refused(root):
+    private_mounts()
+    for options in ("size=1m", "ro"):
+        folder, rings = root / options, root / f"rings-{options}"
+        with mounted(rings, "-t", "tmpfs", "-o", options, "none"):
+            with RingWriter(folder, rings) as writer:
+                writer.write(1000)
+        printed = writer.printed.read_text()
+        require(printed.count("Buffered delivery of log lines is impossible") == 1, printed[-2000:])
+        after = Account(folder)
+        require(after.numbers[0] == list(range(1000)), "lines lost or doubled")
+
+
+# Ten processes have their rings in one folder, and their log files in one folder or in folders of
+# their own. Half of them are killed, and recovered while the others run on.
+def ring_together(root):
+    rings = root / "rings"
+    for is_shared in (False, True):
+        folders = [root / f"machine{is_shared}{0 if is_shared else i}" for i in range(10)]
+        writers = []
+        for i, folder in enumerate(folders):
+            writers.append(RingWriter(folder, rings))
+            writers[i].counter = root / f"counter{i}"
+            writers[i].log_until_killed(pause_us=3000)
+        for writer in writers:
+            writer.wait_for_lines(20)
+        killed, running = writers[::2], writers[1::2]
+        for writer in killed:
+            writer.end()
+        for i, writer in enumerate(killed):
+            restart(writer.root, rings)
+            left = {w.pid for w in (killed[i + 1:] if not is_shared else [])} | {
+                w.pid for w in running}
+            found = {int(path.name.split("-")[2]) for path in rings.iterdir()}
+            require(left <= found and not found & {w.pid for w in killed[:i + 1]}, "wrong rings")
+        for writer in running:
+            count = min(writer.counts())
+            writer.wait_for_lines(count + 20)
+            require(writer.poll() is None, "a running process has ended")
+            writer.end()
+        for writer in running if not is_shared else running[:1]:
+            restart(writer.root, rings)
+        for group in [writers] if is_shared else [[writer] for writer in writers]:
+            account = Account(group[0].root)
+            for thread in range(8):
+                counts = collections.Counter(account.numbers[thread])
+                for number in counts:
+                    logged = sum(number <= writer.counts()[thread] for writer in group)
+                    require(counts[number] <= logged, f"{is_shared}: line {number} of {thread} is doubled {counts[number]} {logged}")
+                    known = sum(number < writer.counts()[thread] for writer in group)
+                    require(counts[number] >= known, f"line {number} of {thread} is lost")
+                require(len(counts) >= max(w.counts()[thread] for w in group), "lines are lost")
+        for folder in set(folders):
+            shutil.rmtree(folder)
+
+
+# Stops all writing to the file system for a time. A process thaws it whatever happens to this one.
+@contextmanager
+def frozen(folder, seconds):
+    freeze, thaw = 0xc0045877, 0xc0045878
+    descriptor = os.open(folder, os.O_RDONLY)
+    watchdog = os.fork()
+    if watchdog == 0:
+        os.setsid()
+        time.sleep(seconds)
+        fcntl.ioctl(descriptor, thaw, 0)
+        os._exit(0)
+    try:
+        fcntl.ioctl(descriptor, freeze, 0)
+        yield
+    finally:
+        os.waitpid(watchdog, 0)
+        os.close(descriptor)
+
+
+# Logs for a time and returns the answer of the writer.
+def log_steadily(writer, seconds, lines_per_second):
+    threads = 8
+    per_thread = lines_per_second // threads
+    writer.command("steadily", threads, per_thread, int(per_thread * seconds), LENGTH)
+    sent, lost, urgent_us, other_us = map(int, writer.stdout.readline().split())
+    return sent, lost, urgent_us / 1000, other_us / 1000
+
+
+def require_bounds(urgent_ms, other_ms):
+    margin_ms = 1500 if SANITIZED else 500  # of the scheduler of a loaded machine
+    require(urgent_ms <= 100 + margin_ms, f"an error line has waited for {urgent_ms} ms")
+    require(other_ms <= margin_ms, f"a line has waited for {other_ms} ms")
+
+
+# The storage stands still while lines are logged.
+def ring_frozen(root):
+    private_mounts()
+    image, folder, seconds = root / "image", root / "machine", 2 if SHORT else 10
+    subprocess.run(["mkfs.ext4", "-q", image, "128M"], check=True, capture_output=True)
+    folder.mkdir()
+    skip_unless(subprocess.run(["mount", "-o", "loop", image, folder]).returncode == 0,
+                "loop devices")
+    try:
+        with RingWriter(folder, root / "rings") as writer:
+            with frozen(folder, seconds + 0.5):
+                sent, lost, *longest = log_steadily(writer, seconds, 5000 if SANITIZED else 50000)
+            require(writer.stdout.readline() == b"done\n", "no answer")
+            writer.write(0)
+        account = Account(folder)
+    finally:
+        subprocess.run(["umount", folder], check=True)
+    print(f"{sent} sent, {lost} lost, longest waits {longest} ms")
+    require_bounds(*longest)
+    told = account.lost.get(writer.pid, 0)
+    require(told == lost and sum(map(len, account.numbers.values())) + told == sent,
+            f"{sent} sent, {sum(map(len, account.numbers.values()))} found, {lost} lost, {told} told")
+
+
+# Nobody reads standard error. The next start writes what the process could not.
+def ring_unread(root):
+    folder, rings = root / "machine", root / "rings"
+    folder.mkdir()
+    writer = RingWriter(folder, rings, stderr=subprocess.PIPE)
+    sent, lost, *longest = log_steadily(writer, 2, 5000 if SANITIZED else 50000)
+    writer.end()
+    require_bounds(*longest)
+    _, after = restart(folder, rings)
+    found = sum(map(len, after.numbers.values()))
+    require(found + after.lost.get(writer.pid, 0) == sent and after.lost.get(writer.pid, 0) == lost,
+            f"{sent} sent, {found} found, {lost} lost, {after.lost} told")
+    require(SANITIZED or lost > 0, "the ring was never full")
+
+
+if __name__ == "__main__":
+    main(globals()[EXPERIMENT])
