@@ -293,6 +293,7 @@ def frozen(folder, seconds):
     watchdog = os.fork()
     if watchdog == 0:
         os.setsid()
+        signal.signal(signal.SIGTERM, signal.SIG_IGN)
         time.sleep(seconds)
         fcntl.ioctl(descriptor, thaw, 0)
         os._exit(0)
