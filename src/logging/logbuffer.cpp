@@ -97,6 +97,7 @@ void describe(RingHeader::File& place, const QString& path,
 } // namespace
 
 std::atomic<LogBuffer*> LogBuffer::s_current{nullptr};
+std::atomic<LogBuffer*> LogBuffer::s_latest{nullptr};
 
 bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, LogFileSet& files,
                       SinkList& sinks, QString& error)
@@ -106,7 +107,10 @@ bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, L
     for (const QString& folder : folders) {
         if (auto ring = RingFile::create(folder, delivery.ringSize_B, error)) {
             flushAtExit();
-            s_current = new LogBuffer(delivery, std::move(ring), files, sinks);
+            if (LogBuffer* const before = s_latest)
+                ring->header().losses.continueFrom(before->m_ring->header().losses);
+            s_latest = new LogBuffer(delivery, std::move(ring), files, sinks);
+            s_current = s_latest.load();
             return true;
         }
     }
@@ -248,6 +252,13 @@ void LogBuffer::flushWithoutLimit()
 {
     while (!flush(1s) && !m_isEnded && !s_isWriter) {
     }
+}
+
+LogLosses LogBuffer::losses()
+{
+    LogBuffer* const buffer = s_latest;
+    return buffer != nullptr ? LossCounts::losses(buffer->m_ring->header().losses.lost())
+                             : LogLosses();
 }
 
 int LogBuffer::addFile(RotatingLogFile* file, const RotatingLogFileConfiguration& configuration)

@@ -48,7 +48,8 @@ public:
     bool flush(std::chrono::milliseconds timeout);
     /// The same without a limit of time. Returns at once if the ring is damaged, and in a sink.
     void flushWithoutLimit();
-    LogLosses losses() { return LossCounts::losses(m_ring->header().losses.lost()); }
+    /// The losses since the start of the process, also after buffered delivery has ended.
+    static LogLosses losses();
 
     /// Gives a file a place in the ring, so that RingLine::file can name it. Returns -1 if all
     /// places are taken or the path is too long. Waits for nothing.
@@ -81,6 +82,7 @@ private:
     void giveUp();
 
     static std::atomic<LogBuffer*> s_current;
+    static std::atomic<LogBuffer*> s_latest;
 
     const std::chrono::milliseconds m_fullRingWait;
     const std::unique_ptr<RingFile> m_ring;

@@ -124,14 +124,14 @@ bool RingDrain::writeToFile(const Batch& batch)
     if (file == nullptr)
         return false;
     const QMutexLocker locker(file->mutex());
-    file->m_writer->setBeforeAppend([&](int descriptor, qint64 offset, qint64 size) {
+    file->m_writer->setBeforeAppend([&](int descriptor, qint64, qint64 size) {
         RingHeader::Append& append = m_ring.header().append;
         struct stat status = {};
         fstat(descriptor, &status);
         append.begin = 0; // a process that is killed here has appended nothing
         append.device = status.st_dev;
         append.inode = status.st_ino;
-        append.offset = offset;
+        append.offset = status.st_size; // other processes may have appended
         append.length = size;
         append.begin = batch.begin + 1;
     });

@@ -1,6 +1,7 @@
 #include "logging/ringrecovery_p.h"
 
 #include "filedescriptor.h"
+#include "logging/logfileset_p.h"
 #include "logging/openwithoutwaiting_p.h"
 #include "logging/ringdrain_p.h"
 #include "logging/ringwarning_p.h"
@@ -18,8 +19,9 @@ namespace
 class RecoveredFiles : public RingTargets
 {
 public:
-    explicit RecoveredFiles(RingFile& ring)
+    RecoveredFiles(RingFile& ring, const LogFileSet* openFiles)
         : m_ring(ring)
+        , m_openFiles(openFiles)
     {
     }
 
@@ -27,6 +29,8 @@ public:
     {
         if (place >= RingHeader::filesCount)
             return nullptr;
+        if (RotatingLogFile* const open = openFile(place))
+            return open;
         std::unique_ptr<RotatingLogFile>& file = m_files[size_t(place)];
         if (file == nullptr)
             file = open(m_ring.header().files[place]);
@@ -39,6 +43,16 @@ public:
     }
 
 private:
+    RotatingLogFile* openFile(int place) const
+    {
+        RotatingLogFile* const file =
+            m_openFiles != nullptr ? m_openFiles->file(LogManager::LogFileId(place)) : nullptr;
+        const QString path = m_ring.header().files[place].pathText();
+        const bool isSame =
+            file != nullptr && QFileInfo(file->primaryFilename()).canonicalFilePath() == path;
+        return isSame ? file : nullptr;
+    }
+
     static std::unique_ptr<RotatingLogFile> open(const RingHeader::File& settings)
     {
         auto file = std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{
@@ -52,6 +66,7 @@ private:
     }
 
     RingFile& m_ring;
+    const LogFileSet* m_openFiles;
     std::array<std::unique_ptr<RotatingLogFile>, RingHeader::filesCount> m_files;
 };
 
@@ -136,12 +151,13 @@ quint64 describe(RingFile& ring, bool& isDamaged)
 }
 
 // Returns the text of a problem.
-QString recoverRing(RingFile& ring, SinkList& sinks, quint64& linesCount)
+QString recoverRing(RingFile& ring, SinkList& sinks, const LogFileSet* openFiles,
+                    quint64& linesCount)
 {
     skipWritten(ring);
     bool isDamaged = false;
     const quint64 count = describe(ring, isDamaged);
-    RecoveredFiles files(ring);
+    RecoveredFiles files(ring, openFiles);
     RingDrain drain(ring, files, sinks);
     while (drain.deliverAbandoned()) {
     }
@@ -166,7 +182,7 @@ QStringList ringrecovery::memoryFolders()
 }
 
 ringrecovery::Report ringrecovery::recover(const QString& logFolder, const QStringList& ringFolders,
-                                           SinkList& sinks)
+                                           SinkList& sinks, const LogFileSet* openFiles)
 {
     Report report;
     for (const QString& folder : ringFolders) {
@@ -177,7 +193,7 @@ ringrecovery::Report ringrecovery::recover(const QString& logFolder, const QStri
             const std::unique_ptr<RingFile> ring =
                 RingFile::openAbandoned(found.filePath(), logFolder, problem);
             if (ring != nullptr)
-                problem = recoverRing(*ring, sinks, report.linesCount);
+                problem = recoverRing(*ring, sinks, openFiles, report.linesCount);
             if (!problem.isEmpty())
                 report.problems.append(problem);
         }
