@@ -35,7 +35,7 @@ def require_sequence(data, first, end):
 
 
 class Writer(subprocess.Popen):
-    def __init__(self, root, limit=LIMIT, predecessors=1, rings=None, stderr=None):
+    def __init__(self, root, limit=LIMIT, predecessors=1, ring=(), stderr=None):
         self.folder = root / "share/zel/logs/debug"
         self.live = self.folder / "zel_logs.log"
         self.predecessor = self.folder / "zel_logs.log.1"
@@ -43,9 +43,9 @@ class Writer(subprocess.Popen):
         self.written = 0
         (root / "app/bin").mkdir(parents=True, exist_ok=True)
         if "--buffered" in OPTIONS:
-            rings = root
+            ring = (root,)
         with open(self.printed, "wb") as printed:
-            super().__init__([PROGRAM, root, str(limit), str(predecessors), *filter(None, [rings])],
+            super().__init__([PROGRAM, root, str(limit), str(predecessors), *ring],
                              stderr=stderr or printed, stdin=subprocess.PIPE,
                              stdout=subprocess.PIPE)
         self.write(0)  # returns when the files are open

@@ -1,6 +1,7 @@
 // A machine application that only logs, as its standard input tells it: FOLDER LIMIT_B
-// PREDECESSORS [RING_FOLDER]. It answers each command with the line "done" and ends with its input.
-// With a folder for the ring, it logs in buffered delivery.
+// PREDECESSORS [RING_FOLDER [late]]. It answers each command with the line "done" and ends with its
+// input. With a folder for the ring, it logs in buffered delivery, which begins late if that is
+// wanted: after the start of logging.
 
 #include <zeltools/logging/log.h>
 #include <zeltools/logging/logformatter.h>
@@ -155,16 +156,19 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     Path::instance()->init(QFile::decodeName(argv[1]) + "/app/bin", "default", "default");
     LogManager* manager = LogManager::instance();
-    if (argc > 4) {
-        LogDelivery delivery;
-        delivery.mode = LogDelivery::Buffered;
+    LogDelivery delivery;
+    delivery.mode = LogDelivery::Buffered;
+    const bool isLate = argc > 5;
+    if (argc > 4)
         delivery.ringFolder = QFile::decodeName(argv[4]);
+    if (argc > 4 && !isLate)
         manager->setDelivery(delivery);
-    }
     LogManager::initialize();
     manager->enableLogToFile(true);
     manager->setAppLogFileMaximumSizeMiB(std::stod(argv[2]) / (1024 * 1024));
     manager->setAppLogFileSecondaryFilesCount(std::stoi(argv[3]));
+    if (isLate)
+        manager->setDelivery(delivery);
 
     for (std::string command; std::cin >> command;) {
         if (command == "forever")
