@@ -23,6 +23,11 @@ public:
         : m_ring(ring)
         , m_openFiles(openFiles)
     {
+        // The half line that a file ended with when it was opened may be removed now.
+        for (int place = 0; place < LogFileSet::count; ++place) {
+            if (RotatingLogFile* const open = openFile(place))
+                open->endHalfLine();
+        }
     }
 
     RotatingLogFile* file(int place) override
