@@ -11,7 +11,6 @@ import re
 import shutil
 import signal
 import subprocess
-import sys
 import time
 from contextlib import contextmanager
 
@@ -21,25 +20,24 @@ from faults import LENGTH, Writer
 
 SHORT, SANITIZED = "--short" in OPTIONS, "--sanitized" in OPTIONS
 LIMIT, PREDECESSORS = 1000000, 99
-LINE = re.compile(rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3}(?:\| (?:Info |Error)    \| |\|)(\d) (\d{8}) x*\.")
-LOST = re.compile(rb".*\| Warning  \| (\d+) lines were lost \((\d+) since the start of process (\d+)\): .*")
-RECOVERED = re.compile(rb".*\| Warning  \| Recovered (\d+) lines of process (\d+), which .*")
+TIME = rb"\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3}\|"
+LINE = re.compile(TIME + rb"(?: (?:Info |Error)    \| )?(\d) (\d{8}) x*\.")
+WARNING = TIME + rb" Warning  \| "
+LOST = re.compile(WARNING + rb"\d+ lines were lost \((\d+) since the start of process (\d+)\): .*")
+RECOVERED = re.compile(WARNING + rb"Recovered (\d+) lines of process (\d+), which .*")
 
 
-# The lines of a log file and its predecessors, the oldest first.
-def lines_of(live):
-    paths = [live.with_name(f"{live.name}.{i}") for i in range(PREDECESSORS, 0, -1)] + [live]
-    require(not paths[0].exists(), "too many lines for the files")
-    return b"".join(path.read_bytes() for path in paths if path.exists()).split(b"\n")
-
-
-# The account of one folder.
+# The lines in a log folder.
 class Account:
     def __init__(self, folder):
         self.numbers = collections.defaultdict(list)  # of each thread
         self.lost, self.recovered, self.whole = {}, collections.defaultdict(list), 0
         for name in ("zel_logs.log", "trace.log"):
-            *lines, self.rest = lines_of(folder / "share/zel/logs/debug" / name)
+            live = folder / "share/zel/logs/debug" / name
+            paths = [live.with_name(f"{name}.{i}") for i in range(PREDECESSORS, 0, -1)] + [live]
+            require(not paths[0].exists(), "too many lines for the files")
+            data = b"".join(path.read_bytes() for path in paths if path.exists())
+            *lines, self.rest = data.split(b"\n")
             self.whole += len(lines)
             for line in lines:
                 self.add(line)
@@ -48,11 +46,11 @@ class Account:
         if match := LINE.fullmatch(line):
             self.numbers[int(match[1])].append(int(match[2]))
         elif match := LOST.fullmatch(line):
-            self.lost[int(match[3])] = int(match[2])
+            self.lost[int(match[2])] = int(match[1])
         elif match := RECOVERED.fullmatch(line):
             self.recovered[int(match[2])].append(int(match[1]))
         else:
-            require(b"| Warning  | " in line, f"a torn line: {line[:200]}")
+            require(re.match(WARNING, line), f"a torn line: {line[:200]}")
 
     # `counts` are the acknowledged lines of each thread.
     def require_all(self, process, counts):
@@ -84,8 +82,7 @@ class RingWriter(Writer):
         self.stdin.flush()
 
     def counts(self):
-        data = self.counter.read_bytes()
-        return [int.from_bytes(data[i:i + 4], sys.byteorder) for i in range(0, 32, 4)]
+        return memoryview(self.counter.read_bytes()).cast("i").tolist()
 
     def wait_for_lines(self, count):
         while min(self.counts()) < count and self.poll() is None:
@@ -237,32 +234,27 @@ def ring_refused(root):
 def ring_together(root):
     rings = root / "rings"
     for is_shared in (False, True):
-        folders = [root / f"machine{is_shared}{0 if is_shared else i}" for i in range(10)]
         writers = []
-        for i, folder in enumerate(folders):
-            writers.append(RingWriter(folder, rings))
+        for i in range(10):
+            writers.append(RingWriter(root / f"{is_shared}{i * (not is_shared)}", rings))
             writers[i].counter = root / f"counter{i}"
-            writers[i].log_until_killed(pause_us=3000)
+            writers[i].log_until_killed(pause_us=10000)
         for writer in writers:
             writer.wait_for_lines(20)
-        killed, running = writers[::2], writers[1::2]
-        for writer in killed:
+        for writer in writers[::2]:
             writer.end()
-        for i, writer in enumerate(killed):
-            restart(writer.root, rings)
-            left = {w.pid for w in (killed[i + 1:] if not is_shared else [])} | {
-                w.pid for w in running}
+        for i in range(0, 10, 2):
+            restart(writers[i].root, rings)
+            expected = {w.pid for w in writers[1::2] + writers[i + 2::2] * (not is_shared)}
             found = {int(path.name.split("-")[2]) for path in rings.iterdir()}
-            require(left <= found and not found & {w.pid for w in killed[:i + 1]}, "wrong rings")
-        for writer in running:
-            count = min(writer.counts())
-            writer.wait_for_lines(count + 20)
+            gone = {w.pid for w in writers[:i + 1:2]}
+            require(expected <= found and not found & gone, "wrong rings are recovered")
+        for writer in writers[1::2]:
+            writer.wait_for_lines(min(writer.counts()) + 20)
             require(writer.poll() is None, "a running process has ended")
             writer.end()
-        for writer in running if not is_shared else running[:1]:
-            restart(writer.root, rings)
         for group in [writers] if is_shared else [[writer] for writer in writers]:
-            account = Account(group[0].root)
+            _, account = restart(group[0].root, rings)
             for thread in range(8):
                 found = collections.Counter(account.numbers[thread])
                 counts = [writer.counts()[thread] for writer in group]
@@ -271,8 +263,6 @@ def ring_together(root):
                     most = sum(number <= count for count in counts)
                     require(least <= found[number] <= most,
                             f"line {number} of {thread} is there {found[number]} times")
-        for folder in set(folders):
-            shutil.rmtree(folder)
 
 
 # Stops all writing to the file system for a time. A process thaws it whatever happens to this one.
