@@ -29,6 +29,12 @@ void warn(const char* text, const QString& reason)
     LogFormatter(LogLevel::Warning).log(Log::Global).noquote() << text << reason;
 }
 
+void tell(const QStringList& problems)
+{
+    for (const QString& problem : problems)
+        warn("Lines of an ended process cannot be recovered:", problem);
+}
+
 } // namespace
 
 DeliveryControl::DeliveryControl(LogFileSet& files, SinkList& sinks)
@@ -39,22 +45,26 @@ DeliveryControl::DeliveryControl(LogFileSet& files, SinkList& sinks)
 
 bool DeliveryControl::set(const LogDelivery& delivery)
 {
+    const bool hasNewFolder = delivery.ringFolder != m_delivery.ringFolder;
     m_delivery = delivery;
     m_files.setSyncDelays(delivery.syncInterval, delivery.urgentSyncDelay);
-    return m_files.file(LogManager::General) == nullptr || begin();
+    if (m_files.file(LogManager::General) == nullptr)
+        return true;
+    if (hasNewFolder)
+        tell(ringrecovery::recover(m_debugFolder, ringFolders(), m_sinks, &m_files).problems);
+    return begin();
 }
 
 void DeliveryControl::openFiles(const LogFileSet::Settings& settings)
 {
     m_debugFolder = QFileInfo(settings[LogManager::General].path).path();
-    ringrecovery::Report report;
+    QStringList problems;
     if (m_files.file(LogManager::General) == nullptr) // otherwise everything is recovered already
-        report = ringrecovery::recover(m_debugFolder, ringFolders(), m_sinks);
+        problems = ringrecovery::recover(m_debugFolder, ringFolders(), m_sinks).problems;
     if (LogBuffer* const buffer = LogBuffer::current())
         buffer->flush(s_endPatience);
     m_files.open(settings);
-    for (const QString& problem : qAsConst(report.problems))
-        warn("Lines of an ended process cannot be recovered:", problem);
+    tell(problems);
     begin();
 }
 

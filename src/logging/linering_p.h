@@ -76,7 +76,7 @@ public:
     }
 
     /// Adds a record, whose content `fill(char*)` writes, if at most `limit` bytes are then in use.
-    /// Any thread may call it.
+    /// Nothing is added after close(). Any thread may call it.
     template <typename Fill>
     bool add(quint32 size, quint64 limit, const Fill& fill)
     {
@@ -111,15 +111,17 @@ public:
 
     /// Looks for the first committed record at the position or behind it, in a ring that has no
     /// producers left. It skips what they have not committed. A reservation that is not even
-    /// announced consists of zeros, and its size is not known.
-    bool findAbandoned(quint64 at, Record& record) const
+    /// announced consists of zeros, and its size is not known. Anything else sets `isDamaged`.
+    bool findAbandoned(quint64 at, Record& record, bool* isDamaged = nullptr) const
     {
-        const quint64 head = m_cursors.head.load();
+        const quint64 head = this->head();
         while (at < head) {
             const quint64 found = wordAt(at).load();
             const Found result = find(at, record);
             if (result == Found::Record && record.end <= head)
                 return true;
+            if (result == Found::Damage && isDamaged != nullptr)
+                *isDamaged = true;
             const bool isBusy = result == Found::Nothing && found != 0;
             at = isBusy ? record.end : at + sizeof(quint64);
         }
@@ -141,7 +143,15 @@ public:
         Memory::store(m_cursors.tail, end, std::memory_order_release);
     }
 
-    quint64 head() const { return m_cursors.head.load(std::memory_order_acquire); }
+    /// Makes every later add() fail. Records that are reserved already will still be committed.
+    void close() { m_cursors.head.fetch_or(s_closed); }
+    /// Allows add() again, in a ring that has no producers.
+    void open() { m_cursors.head.fetch_and(~s_closed); }
+    bool isClosed() const { return (m_cursors.head.load() & s_closed) != 0; }
+
+    quint64 head() const { return endOf(m_cursors.head.load(std::memory_order_acquire)); }
+    /// The end of the newest record for a value of RingCursors::head.
+    static quint64 endOf(quint64 head) { return head & ~s_closed; }
     quint64 written() const { return m_cursors.written.load(std::memory_order_acquire); }
     quint64 used() const
     {
@@ -150,6 +160,8 @@ public:
     }
 
 private:
+    // In the head it exceeds every limit of add().
+    static constexpr quint64 s_closed = 1ULL << 62;
     enum State : quint64 { Busy = 1, Ready = 2, StateMask = 3 };
 
     char* dataAt(quint64 at) const { return m_data + (at & (m_capacity - 1)); }

@@ -97,6 +97,7 @@ void describe(RingHeader::File& place, const QString& path,
 } // namespace
 
 std::atomic<LogBuffer*> LogBuffer::s_current{nullptr};
+std::atomic<LogBuffer*> LogBuffer::s_latest{nullptr};
 
 bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, LogFileSet& files,
                       SinkList& sinks, QString& error)
@@ -106,7 +107,10 @@ bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, L
     for (const QString& folder : folders) {
         if (auto ring = RingFile::create(folder, delivery.ringSize_B, error)) {
             flushAtExit();
-            s_current = new LogBuffer(delivery, std::move(ring), files, sinks);
+            if (LogBuffer* const before = s_latest)
+                ring->header().losses.continueFrom(before->m_ring->header().losses);
+            s_latest = new LogBuffer(delivery, std::move(ring), files, sinks);
+            s_current = s_latest.load();
             return true;
         }
     }
@@ -118,18 +122,23 @@ void LogBuffer::flushAtExit()
 {
     static const int handler = std::atexit([] {
         if (LogBuffer* const buffer = current())
-            buffer->flush(1s);
+            buffer->finish(1s);
     });
     Q_UNUSED(handler)
 }
 
 bool LogBuffer::stop(std::chrono::milliseconds timeout)
 {
-    LogBuffer* const buffer = s_current.exchange(nullptr);
+    LogBuffer* const buffer = current();
     if (buffer == nullptr)
         return true;
+    const Time deadline = std::chrono::steady_clock::now() + timeout;
+    buffer->finish(timeout);
+    buffer->m_ring->lines().close();
+    const bool isDone = buffer->flushUntil(deadline);
+    s_current = nullptr;
     stopped().emplace_back(buffer);
-    if (!buffer->flush(timeout)) {
+    if (!isDone) {
         buffer->m_writer.detach();
         return false;
     }
@@ -161,29 +170,41 @@ LogBuffer::LogBuffer(const LogDelivery& delivery, std::unique_ptr<RingFile> ring
     pthread_setname_np(m_writer.native_handle(), "zel-log-writer");
 }
 
-void LogBuffer::add(RingLine line, const char* text, int size)
+bool LogBuffer::add(RingLine line, const char* text, int size)
 {
     static thread_local const qint32 thread = gettid();
     line.thread = thread;
-    if (!addInTime(line, text, size)) {
+    Time deadline;
+    if (isNeverDroppedAtOnce(line.level))
+        deadline = std::chrono::steady_clock::now() + m_fullRingWait;
+    if (!addInTime(line, text, size, deadline)) {
+        if (m_ring->lines().isClosed())
+            return waitForStop();
         m_ring->header().losses.add(LogLevel::Level(line.level), line.modules);
         m_hasNewLosses = true;
     } else if (line.level == LogLevel::Critical && !s_isWriter) {
-        flush(m_fullRingWait);
+        flushUntil(deadline);
     }
     if (m_ring->header().isWriterAsleep != 0)
         wakeWriter();
+    return true;
 }
 
-bool LogBuffer::addInTime(const RingLine& line, const char* text, int size)
+bool LogBuffer::waitForStop()
+{
+    while (current() == this && !s_isWriter)
+        std::this_thread::sleep_for(1ms);
+    return false;
+}
+
+bool LogBuffer::addInTime(const RingLine& line, const char* text, int size, Time deadline)
 {
     const quint64 limit_B = limit(line.level, m_ring->capacity());
     if (m_ring->add(line, text, size, limit_B))
         return true;
     if (!isNeverDroppedAtOnce(line.level) || s_isWriter)
         return false;
-    const auto deadline = std::chrono::steady_clock::now() + m_fullRingWait;
-    while (std::chrono::steady_clock::now() < deadline) {
+    while (std::chrono::steady_clock::now() < deadline && !m_ring->lines().isClosed()) {
         std::this_thread::sleep_for(1ms);
         if (m_ring->add(line, text, size, limit_B))
             return true;
@@ -193,20 +214,51 @@ bool LogBuffer::addInTime(const RingLine& line, const char* text, int size)
 
 bool LogBuffer::flush(std::chrono::milliseconds timeout)
 {
+    return flushUntil(std::chrono::steady_clock::now() + timeout);
+}
+
+bool LogBuffer::flushUntil(Time deadline)
+{
     if (s_isWriter) // a sink, which cannot wait for itself
         return false;
-    const auto deadline = std::chrono::steady_clock::now() + timeout;
     const auto lines = m_ring->lines();
     const quint64 end = lines.head();
     auto pause = 50us;
     while (lines.written() < end) {
-        if (std::chrono::steady_clock::now() >= deadline)
+        if (m_isEnded || std::chrono::steady_clock::now() >= deadline)
             return false;
         wakeWriter();
         std::this_thread::sleep_for(pause);
         pause = std::min<std::chrono::microseconds>(pause * 2, 1ms);
     }
     return true;
+}
+
+// The losses are told, too, for which the lines make room.
+bool LogBuffer::finish(std::chrono::milliseconds timeout)
+{
+    const Time deadline = std::chrono::steady_clock::now() + timeout;
+    m_isFinishing = true;
+    while (flushUntil(deadline) && m_hasNewLosses) {
+        wakeWriter();
+        std::this_thread::sleep_for(1ms);
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
+    }
+    return flushUntil(deadline);
+}
+
+void LogBuffer::flushWithoutLimit()
+{
+    while (!flush(1s) && !m_isEnded && !s_isWriter) {
+    }
+}
+
+LogLosses LogBuffer::losses()
+{
+    LogBuffer* const buffer = s_latest;
+    return buffer != nullptr ? LossCounts::losses(buffer->m_ring->header().losses.lost())
+                             : LogLosses();
 }
 
 int LogBuffer::addFile(RotatingLogFile* file, const RotatingLogFileConfiguration& configuration)
@@ -290,11 +342,13 @@ void LogBuffer::run()
 void LogBuffer::tellLosses()
 {
     const auto now = std::chrono::steady_clock::now();
-    if (m_ring->lines().used() > m_ring->capacity() / 2 || now < m_lossesTold + 1s)
+    if (m_ring->lines().used() > m_ring->capacity() / 2 ||
+        (now < m_lossesTold + 1s && !m_isFinishing))
         return;
     m_lossesTold = now;
     m_hasNewLosses = false;
-    ringwarning::addLosses(*m_ring);
+    if (!ringwarning::addLosses(*m_ring))
+        m_hasNewLosses = true;
 }
 
 // Somebody has written to the ring. What is in it stays for a look by hand.
@@ -302,6 +356,7 @@ void LogBuffer::giveUp()
 {
     LogBuffer* self = this;
     s_current.compare_exchange_strong(self, nullptr);
+    m_isEnded = true;
     LogFormatter(LogLevel::Error).log(Log::Global)
         << "The ring of log lines is damaged; lines are written immediately:" << m_ring->path();
 }

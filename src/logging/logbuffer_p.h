@@ -40,11 +40,16 @@ public:
     /// Makes the child process of a fork deliver immediately.
     static void forgetInChild();
 
-    /// Puts the line, which ends with a line feed, into the ring, or counts it as lost.
-    void add(RingLine line, const char* text, int size);
+    /// Puts the line, which ends with a line feed, into the ring, or counts it as lost. Returns
+    /// false if another thread stops the buffer; the call returns when that is done, and the caller
+    /// then delivers the line in the new way.
+    bool add(RingLine line, const char* text, int size);
     /// Waits until all lines that were added before are delivered.
     bool flush(std::chrono::milliseconds timeout);
-    LogLosses losses() { return LossCounts::losses(m_ring->header().losses.lost()); }
+    /// The same without a limit of time. Returns at once if the ring is damaged, and in a sink.
+    void flushWithoutLimit();
+    /// The losses since the start of the process, also after buffered delivery has ended.
+    static LogLosses losses();
 
     /// Gives a file a place in the ring, so that RingLine::file can name it. Returns -1 if all
     /// places are taken or the path is too long. Waits for nothing.
@@ -66,13 +71,18 @@ private:
     bool write(int place, const char* lines, qint64 size, bool isUrgent) override;
 
     static void flushAtExit();
-    bool addInTime(const RingLine& line, const char* text, int size);
+    using Time = std::chrono::steady_clock::time_point;
+    bool addInTime(const RingLine& line, const char* text, int size, Time deadline);
+    bool flushUntil(Time deadline);
+    bool waitForStop();
+    bool finish(std::chrono::milliseconds timeout);
     void wakeWriter();
     void run();
     void tellLosses();
     void giveUp();
 
     static std::atomic<LogBuffer*> s_current;
+    static std::atomic<LogBuffer*> s_latest;
 
     const std::chrono::milliseconds m_fullRingWait;
     const std::unique_ptr<RingFile> m_ring;
@@ -80,7 +90,8 @@ private:
     SinkList& m_sinks;
     std::array<std::atomic<RotatingLogFile*>, RingHeader::filesCount> m_traceFiles = {};
     std::atomic<bool> m_hasNewLosses = false;
-    std::chrono::steady_clock::time_point m_lossesTold;
+    Time m_lossesTold;
+    std::atomic<bool> m_isFinishing = false;
     std::atomic<bool> m_isEnded = false;
     std::thread m_writer;
 };

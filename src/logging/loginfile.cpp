@@ -3,7 +3,7 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logtimestamp.h"
-#include "logging/tracequeue_p.h"
+#include "logging/tracedelivery_p.h"
 #include "path.h"
 
 #include <QFileInfo>
@@ -19,6 +19,7 @@ LogInFile::LogInFile(QObject* parent, const QString& name, const LogModule& modu
     , m_writerThread(std::make_unique<WriterThread>(&m_file))
 {
     m_file.setPrimaryFilename(Path::instance()->debugLogsDir + QFileInfo(name).fileName());
+    m_writerThread->allowRing(configuration, module);
     m_writerThread->setObjectName(QLatin1String("Log thread ") + name);
     m_writerThread->start();
     m_writerThread->setPriority(QThread::IdlePriority);
@@ -100,24 +101,37 @@ bool LogInFile::closeWhenWritten()
 
 LogInFile::WriterThread::WriterThread(RotatingLogFile* file)
     : m_file(file)
-    , m_queue(std::make_unique<TraceQueue>())
+    , m_delivery(std::make_unique<TraceDelivery>(file, [this] { waitForQueue(); }))
 {
 }
 
 LogInFile::WriterThread::~WriterThread()
 {
+    m_delivery->waitForRing();
     setPolicy(SCHED_OTHER);
-    m_queue->end();
+    m_delivery->queue.end();
     wait();
     m_kernelId.load(); // shows the order to a thread sanitizer that does not know wait()
 }
 
+void LogInFile::WriterThread::allowRing(const RotatingLogFileConfiguration& configuration,
+                                        const LogModule& module)
+{
+    m_delivery->setRingAllowed(configuration, module);
+}
+
 void LogInFile::WriterThread::waitUntilWritten()
+{
+    m_delivery->waitForRing();
+    waitForQueue();
+}
+
+void LogInFile::WriterThread::waitForQueue()
 {
     if (!isRunning()) // Qt could not start the thread and has logged a warning
         return;
     setPolicy(SCHED_OTHER);
-    m_queue->waitUntilWritten();
+    m_delivery->queue.waitUntilWritten();
     setPolicy(SCHED_IDLE);
 }
 
@@ -132,14 +146,14 @@ void LogInFile::WriterThread::setPolicy(int policy)
 
 void LogInFile::WriterThread::onWriteStringToFile(const QString& line)
 {
-    m_queue->add(line.toUtf8());
+    m_delivery->add(line.toUtf8());
 }
 
 // While the file is closed, write() returns -1, and the lines are dropped on purpose.
 void LogInFile::WriterThread::run()
 {
     m_kernelId = gettid();
-    while (const TraceQueue::LinePointer line = m_queue->next()) {
+    while (const TraceQueue::LinePointer line = m_delivery->queue.next()) {
         if (line->droppedBefore > 0) {
             const QString text = QStringLiteral("%1|%2 lines were dropped here: more than 64 MiB "
                                                 "were waiting to be written\n");

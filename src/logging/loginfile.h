@@ -8,7 +8,7 @@
 #include <atomic>
 #include <memory>
 
-class TraceQueue;
+class TraceDelivery;
 
 /// A private trace file of one component (a protocol dump, say) in the debug log folder, written by
 /// a thread of its own, with an optional copy of every line in the ordinary log. A trace line reads
@@ -18,6 +18,11 @@ class TraceQueue;
 /// Any thread may log lines; the setters belong to one thread. The writer thread alone writes the
 /// file and has the lowest priority. At most 64 MiB wait for it. Lines that arrive when the queue
 /// is full are dropped, and a line of the file gives their number at their place.
+///
+/// In buffered delivery (LogManager::setDelivery()) the lines take the ring of all log lines, and
+/// they survive a kill of the process. Its writer thread writes the file, and lines for which the
+/// ring has no room count as lost Debug lines of the module. If more than 59 objects have lines in
+/// the ring, the others use their own threads.
 class ZELTOOLS_EXPORT LogInFile : public QObject
 {
     Q_OBJECT
@@ -72,6 +77,9 @@ public:
     /// Waits until the thread has written every queued line, and ends it.
     ~WriterThread() override;
 
+    /// Lets the lines take the ring in buffered delivery, under the module.
+    void allowRing(const RotatingLogFileConfiguration& configuration, const LogModule& module);
+
     /// Waits until every line that was queued before is written.
     void waitUntilWritten();
 
@@ -84,8 +92,9 @@ protected:
 
 private:
     void setPolicy(int policy);
+    void waitForQueue();
 
     RotatingLogFile* m_file;
-    std::unique_ptr<TraceQueue> m_queue;
+    std::unique_ptr<TraceDelivery> m_delivery;
     std::atomic<int> m_kernelId = 0; // 0 while the thread does not run
 };

@@ -175,8 +175,7 @@ bool LogManager::flush(std::chrono::milliseconds timeout)
 
 LogLosses LogManager::losses() const
 {
-    LogBuffer* const buffer = LogBuffer::current();
-    return buffer != nullptr ? buffer->losses() : LogLosses();
+    return LogBuffer::losses();
 }
 
 void LogManager::addSink(LogSink* sink)

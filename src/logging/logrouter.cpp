@@ -185,10 +185,9 @@ void LogRouter::writeAndAnnounce(const QString& line, RingLine route,
 
 void LogRouter::deliver(const RingLine& route, const char* bytes, int size)
 {
-    if (LogBuffer* const buffer = LogBuffer::current()) {
-        buffer->add(route, bytes, size);
+    LogBuffer* const buffer = LogBuffer::current();
+    if (buffer != nullptr && buffer->add(route, bytes, size))
         return;
-    }
     if (route.isPrinted != 0)
         writeToStandardError(bytes, size_t(size));
     if (route.file >= 0)

@@ -51,6 +51,16 @@ LossCounts::Counts LossCounts::lost() const
     return counts;
 }
 
+void LossCounts::continueFrom(const LossCounts& earlier)
+{
+    const Counts lost = earlier.lost();
+    for (size_t level = 0; level < levelsCount; ++level) {
+        for (size_t module = 0; module < modulesCount; ++module)
+            m_lost[level][module] = lost[level][module];
+    }
+    m_told = earlier.m_told;
+}
+
 LogLosses LossCounts::losses(const Counts& lost)
 {
     LogLosses losses;

@@ -21,6 +21,8 @@ public:
     Counts lost() const;
     /// Sets the losses that the log files tell. Only the writer of the files calls it.
     void setTold(const Counts& lost) { m_told = lost; }
+    /// Takes over the losses of an earlier ring of the process. Call it before any other function.
+    void continueFrom(const LossCounts& earlier);
     /// Whether the log files do not tell all losses.
     bool isUntold() const { return lost() != m_told; }
     /// The text for the log files that tells the losses up to `lost`.

@@ -124,14 +124,15 @@ bool RingDrain::writeToFile(const Batch& batch)
     if (file == nullptr)
         return false;
     const QMutexLocker locker(file->mutex());
-    file->m_writer->setBeforeAppend([&](int descriptor, qint64 offset, qint64 size) {
+    file->m_writer->setBeforeAppend([&](int descriptor, qint64, qint64 size) {
         RingHeader::Append& append = m_ring.header().append;
         struct stat status = {};
         fstat(descriptor, &status);
         append.begin = 0; // a process that is killed here has appended nothing
         append.device = status.st_dev;
         append.inode = status.st_ino;
-        append.offset = offset + size - batch.text.size(); // behind a line about a failure
+        // Other processes may have appended, and a line about a failure comes before ours.
+        append.offset = status.st_size + size - batch.text.size();
         append.length = batch.text.size();
         append.begin = batch.begin + 1;
     });

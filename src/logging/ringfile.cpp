@@ -3,10 +3,12 @@
 #include "logging/openwithoutwaiting_p.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QtAlgorithms>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include <sys/file.h>
@@ -64,7 +66,7 @@ bool readHeader(int descriptor, RingHeader& header)
         return false;
     const quint64 written = header.cursors.written;
     const quint64 tail = header.cursors.tail;
-    const quint64 head = header.cursors.head;
+    const quint64 head = LineRing<>::endOf(header.cursors.head);
     return std::equal(std::begin(header.magic), std::end(header.magic),
                       RingHeader::expectedMagic) &&
            header.headerSize == sizeof(RingHeader) && isPowerOfTwo(header.capacity) &&
@@ -178,11 +180,13 @@ std::unique_ptr<RingFile> RingFile::openAbandoned(const QString& path, const QSt
     if (flock(descriptor, LOCK_EX | LOCK_NB) != 0)
         return fail(QString());
     if (!readHeader(descriptor, *header))
-        return fail(QStringLiteral("The ring is damaged or of another version"));
+        return fail(QStringLiteral("The ring is damaged or of another version") + setAside(path));
     char* const memory = map(descriptor, header->capacity);
     if (memory == nullptr)
         return fail(reason());
-    return std::unique_ptr<RingFile>(new RingFile(path, descriptor, memory, header->capacity));
+    std::unique_ptr<RingFile> ring(new RingFile(path, descriptor, memory, header->capacity));
+    ring->lines().open();
+    return ring;
 }
 
 bool RingFile::add(const RingLine& line, const char* text, int size, quint64 limit)
@@ -191,6 +195,14 @@ bool RingFile::add(const RingLine& line, const char* text, int size, quint64 lim
         std::memcpy(content, &line, sizeof line);
         std::memcpy(content + sizeof line, text, size_t(size));
     });
+}
+
+QString RingFile::setAside(const QString& path)
+{
+    const QString name = path + QStringLiteral(".unreadable");
+    const bool isDone =
+        rename(QFile::encodeName(path).constData(), QFile::encodeName(name).constData()) == 0;
+    return isDone ? QStringLiteral(" and kept as %1").arg(QFileInfo(name).fileName()) : QString();
 }
 
 void RingFile::remove()

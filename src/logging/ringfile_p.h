@@ -94,7 +94,7 @@ public:
     static std::unique_ptr<RingFile> create(const QString& folder, qint64 capacity, QString& error);
     /// Opens the ring of a process that has ended, if it has log files in the folder or below it.
     /// Returns null otherwise; `error` then says why a ring cannot be used, and is empty if it has
-    /// other files, or if a process uses or recovers it.
+    /// other files, or if a process uses or recovers it. A damaged ring is set aside.
     static std::unique_ptr<RingFile> openAbandoned(const QString& path, const QString& logFolder,
                                                    QString& error);
     ~RingFile();
@@ -111,6 +111,9 @@ public:
     const QString& path() const { return m_path; }
     /// Removes the file's name. The memory stays usable.
     void remove();
+    /// Renames a ring that cannot be read, so that no later start tries again. Returns a text that
+    /// tells it.
+    static QString setAside(const QString& path);
     /// Closes the descriptor in a child process, whose copy would keep the lock.
     void releaseInChild();
 

@@ -1,6 +1,7 @@
 #include "logging/ringrecovery_p.h"
 
 #include "filedescriptor.h"
+#include "logging/logfileset_p.h"
 #include "logging/openwithoutwaiting_p.h"
 #include "logging/ringdrain_p.h"
 #include "logging/ringwarning_p.h"
@@ -18,15 +19,23 @@ namespace
 class RecoveredFiles : public RingTargets
 {
 public:
-    explicit RecoveredFiles(RingFile& ring)
+    RecoveredFiles(RingFile& ring, LogFileSet* openFiles)
         : m_ring(ring)
+        , m_openFiles(openFiles)
     {
+        // The half line that a file ended with when it was opened may be removed now.
+        for (int place = 0; place < LogFileSet::count; ++place) {
+            if (RotatingLogFile* const open = openFile(place))
+                open->endHalfLine();
+        }
     }
 
     RotatingLogFile* file(int place) override
     {
         if (place >= RingHeader::filesCount)
             return nullptr;
+        if (RotatingLogFile* const open = openFile(place))
+            return open;
         std::unique_ptr<RotatingLogFile>& file = m_files[size_t(place)];
         if (file == nullptr)
             file = open(m_ring.header().files[place]);
@@ -39,6 +48,16 @@ public:
     }
 
 private:
+    RotatingLogFile* openFile(int place) const
+    {
+        RotatingLogFile* const file =
+            m_openFiles != nullptr ? m_openFiles->file(LogManager::LogFileId(place)) : nullptr;
+        const QString path = m_ring.header().files[place].pathText();
+        const bool isSame =
+            file != nullptr && QFileInfo(file->primaryFilename()).canonicalFilePath() == path;
+        return isSame ? file : nullptr;
+    }
+
     static std::unique_ptr<RotatingLogFile> open(const RingHeader::File& settings)
     {
         auto file = std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{
@@ -52,6 +71,7 @@ private:
     }
 
     RingFile& m_ring;
+    LogFileSet* m_openFiles;
     std::array<std::unique_ptr<RotatingLogFile>, RingHeader::filesCount> m_files;
 };
 
@@ -117,13 +137,14 @@ void skipWritten(RingFile& ring)
 
 // Adds the lines that tell of the recovery behind those that are left, so that they are written
 // once, like these. Returns the number of the lines that are left.
-quint64 describe(RingFile& ring)
+quint64 describe(RingFile& ring, bool& isDamaged)
 {
     LineRing<> lines = ring.lines();
     quint64 count = 0;
     bool isDescribed = false; // by a recovery that was killed
     LineRing<>::Record record;
-    for (quint64 at = lines.written(); lines.findAbandoned(at, record); at = record.end) {
+    for (quint64 at = lines.written(); lines.findAbandoned(at, record, &isDamaged);
+         at = record.end) {
         isDescribed = isDescribed || RingLine::of(record).isOfRecovery != 0;
         ++count;
     }
@@ -135,11 +156,12 @@ quint64 describe(RingFile& ring)
 }
 
 // Returns the text of a problem.
-QString recoverRing(RingFile& ring, SinkList& sinks, quint64& linesCount)
+QString recoverRing(RingFile& ring, SinkList& sinks, LogFileSet* openFiles, quint64& linesCount)
 {
     skipWritten(ring);
-    const quint64 count = describe(ring);
-    RecoveredFiles files(ring);
+    bool isDamaged = false;
+    const quint64 count = describe(ring, isDamaged);
+    RecoveredFiles files(ring, openFiles);
     RingDrain drain(ring, files, sinks);
     while (drain.deliverAbandoned()) {
     }
@@ -148,8 +170,11 @@ QString recoverRing(RingFile& ring, SinkList& sinks, quint64& linesCount)
         return QStringLiteral("%1: The lines cannot be written to %2")
             .arg(ring.path(), ring.header().files[RingLine::of(record).file].pathText());
     }
-    ring.remove();
     linesCount += count;
+    if (isDamaged)
+        return ring.path() + QStringLiteral(": A part of the ring is damaged") +
+               RingFile::setAside(ring.path());
+    ring.remove();
     return QString();
 }
 
@@ -161,18 +186,18 @@ QStringList ringrecovery::memoryFolders()
 }
 
 ringrecovery::Report ringrecovery::recover(const QString& logFolder, const QStringList& ringFolders,
-                                           SinkList& sinks)
+                                           SinkList& sinks, LogFileSet* openFiles)
 {
     Report report;
     for (const QString& folder : ringFolders) {
         const QFileInfoList rings =
-            QDir(folder).entryInfoList({RingFile::namePattern}, QDir::Files | QDir::System);
+            QDir(folder).entryInfoList({RingFile::namePattern}, QDir::Files | QDir::NoSymLinks);
         for (const QFileInfo& found : rings) {
             QString problem;
             const std::unique_ptr<RingFile> ring =
                 RingFile::openAbandoned(found.filePath(), logFolder, problem);
             if (ring != nullptr)
-                problem = recoverRing(*ring, sinks, report.linesCount);
+                problem = recoverRing(*ring, sinks, openFiles, report.linesCount);
             if (!problem.isEmpty())
                 report.problems.append(problem);
         }

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+class LogFileSet;
 class SinkList;
 
 /// Writes the lines that processes have left in their rings when they were killed. Each line
@@ -21,7 +22,8 @@ struct Report
 QStringList memoryFolders();
 
 /// Recovers all rings in `ringFolders` of ended processes whose log files lie in `logFolder` or
-/// below it. The log files must not be open in this process.
-Report recover(const QString& logFolder, const QStringList& ringFolders, SinkList& sinks);
+/// below it. The log files must not be open in this process, except those of `openFiles`.
+Report recover(const QString& logFolder, const QStringList& ringFolders, SinkList& sinks,
+               LogFileSet* openFiles = nullptr);
 
 } // namespace ringrecovery

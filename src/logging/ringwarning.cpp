@@ -7,7 +7,7 @@
 namespace
 {
 
-void add(RingFile& ring, const QString& text, bool isOfRecovery)
+bool add(RingFile& ring, const QString& text, bool isOfRecovery)
 {
     const LogLine bytes(LogLevel::Warning, text);
     RingLine line = {};
@@ -20,7 +20,7 @@ void add(RingFile& ring, const QString& text, bool isOfRecovery)
     line.isPrinted = 1;
     line.isForSinks = 1;
     line.isOfRecovery = isOfRecovery ? 1 : 0;
-    ring.add(line, bytes.data(), bytes.size(), ring.capacity());
+    return ring.add(line, bytes.data(), bytes.size(), ring.capacity());
 }
 
 } // namespace
@@ -32,10 +32,12 @@ void ringwarning::addRecovery(RingFile& ring, quint64 linesCount)
     add(ring, text.arg(linesCount).arg(ring.header().process), true);
 }
 
-void ringwarning::addLosses(RingFile& ring)
+bool ringwarning::addLosses(RingFile& ring)
 {
     LossCounts& losses = ring.header().losses;
     const LossCounts::Counts lost = losses.lost();
-    add(ring, losses.text(lost, ring.header().process), false);
+    if (!add(ring, losses.text(lost, ring.header().process), false))
+        return false;
     losses.setTold(lost);
+    return true;
 }

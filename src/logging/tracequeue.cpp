@@ -20,6 +20,7 @@ void TraceQueue::add(const QByteArray& bytes)
 
 void TraceQueue::waitUntilWritten()
 {
+    const QMutexLocker locker(&m_waiting);
     push(QByteArray(), true);
     m_marksReached.acquire();
 }

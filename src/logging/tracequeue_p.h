@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMutex>
 #include <QSemaphore>
 
 #include <atomic>
@@ -39,8 +40,7 @@ public:
 
     /// Queues the line or drops it. Any thread may call it.
     void add(const QByteArray& bytes);
-    /// Returns when the writer has written every line that was queued before. Only one thread at a
-    /// time may call it.
+    /// Returns when the writer has written every line that was queued before.
     void waitUntilWritten();
     /// Makes next() return null after the last line.
     void end();
@@ -64,4 +64,5 @@ private:
     std::atomic<bool> m_isEnded = false;
     QSemaphore m_available;
     QSemaphore m_marksReached;
+    QMutex m_waiting; // one thread at a time
 };

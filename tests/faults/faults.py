@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-# Log lines on a machine that fails: faults.py EXPERIMENT LOGWRITER [--short] [--sanitized]. Each
-# experiment runs `logwriter`, breaks something and accounts for every logged line in the files.
-# --sanitized skips the check of the memory use.
+# Log lines on a machine that fails: faults.py EXPERIMENT LOGWRITER [--short] [--sanitized]
+# [--buffered]. Each experiment runs `logwriter`, breaks something and accounts for every logged line
+# in the files. --sanitized skips the check of the memory use, --buffered logs through a ring.
 
 import os
 import random
@@ -38,16 +38,19 @@ def require_sequence(data, first, end):
 
 
 class Writer(subprocess.Popen):
-    def __init__(self, root, limit=LIMIT, predecessors=1):
+    def __init__(self, root, limit=LIMIT, predecessors=1, ring=(), stderr=None):
         self.folder = root / "share/zel/logs/debug"
         self.live = self.folder / "zel_logs.log"
         self.predecessor = self.folder / "zel_logs.log.1"
         self.printed = root / "stderr"
         self.written = 0
         (root / "app/bin").mkdir(parents=True, exist_ok=True)
-        with open(self.printed, "wb") as stderr:
-            super().__init__([PROGRAM, root, str(limit), str(predecessors)], stderr=stderr,
-                             stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        if "--buffered" in OPTIONS:
+            ring = (root,)
+        with open(self.printed, "wb") as printed:
+            super().__init__([PROGRAM, root, str(limit), str(predecessors), *ring],
+                             stderr=stderr or printed, stdin=subprocess.PIPE,
+                             stdout=subprocess.PIPE)
         self.write(0)  # returns when the files are open
 
     def __exit__(self, *error):
@@ -74,7 +77,8 @@ def threads(root):
     count = 5000 if "--short" in OPTIONS else 50000
     limit = 8 * count * LENGTH // 40
     with Writer(root, limit, predecessors=60) as writer:
-        writer.write(count, threads=8)
+        for _ in range(count // 2500):  # which a ring has room for
+            writer.write(2500, threads=8)
     paths = [writer.folder / f"zel_logs.log.{i}" for i in range(60, 0, -1)] + [writer.live]
     contents = [path.read_bytes() for path in paths if path.exists()]
     require(len(contents) >= 40 and max(map(len, contents)) <= limit,
@@ -137,9 +141,10 @@ def full_disk(root):
                 with filled(live.parent):
                     writer.write(1000)
                     start_KiB = writer.memory_KiB()
-                    writer.write(70000)
+                    for _ in range(7):
+                        writer.write(10000)
                     growth_KiB = writer.memory_KiB() - start_KiB
-                    require(parse(writer.content())[-1][1] < writer.written - 1, "no full disk")
+                    require(len(set(parse(writer.content())) - before) < 1000, "no full disk")
                 require(growth_KiB < 1024 or "--sanitized" in OPTIONS, f"+{growth_KiB} KiB memory")
                 writer.write(10)
                 content = writer.content()

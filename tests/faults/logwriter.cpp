@@ -1,15 +1,20 @@
 // A machine application that only logs, as its standard input tells it: FOLDER LIMIT_B
-// PREDECESSORS. It answers each command with the line "done" and ends with its input.
+// PREDECESSORS [RING_FOLDER [late]]. It answers each command with the line "done" and ends with its
+// input. With a folder for the ring, it logs in buffered delivery, which begins late if that is
+// wanted: after the start of logging.
 
 #include <zeltools/logging/journalsink.h>
 #include <zeltools/logging/log.h>
 #include <zeltools/logging/logformatter.h>
+#include <zeltools/logging/loginfile.h>
 #include <zeltools/logging/logmanager.h>
 #include <zeltools/path.h>
 
 #include <QCoreApplication>
 #include <QFile>
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
@@ -19,6 +24,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -34,11 +40,15 @@ T next()
 }
 
 // All lines have the given length, so that a piece of a line is not taken for a whole one.
-void writeLine(int thread, int number, int length, LogLevel::Level level = LogLevel::Info)
+QString text(int thread, int number, int length)
 {
     constexpr int others = 49; // the prefix, thread, number, full stop and line feed
-    LogFormatter(level).log(Log::Global).noquote()
-        << QString::asprintf("%d %08d ", thread, number) + QString(length - others, 'x') + '.';
+    return QString::asprintf("%d %08d ", thread, number) + QString(length - others, 'x') + '.';
+}
+
+void writeLine(int thread, int number, int length, LogLevel::Level level = LogLevel::Info)
+{
+    LogFormatter(level).log(Log::Global).noquote() << text(thread, number, length);
 }
 
 void writeLines()
@@ -75,25 +85,110 @@ void writeLines()
     }
 }
 
+// Eight threads count their lines in a file, which outlives the process. The last one writes to a
+// trace file. The first one raises the signal, if it is not 0, after so many lines.
+[[noreturn]] void writeInThreads()
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    constexpr int threadsCount = 8;
+    const int file = open(next<std::string>().c_str(), O_RDWR | O_CLOEXEC);
+    const int length = next();
+    const std::chrono::microseconds pause(next());
+    const int fatalSignal = next();
+    const int lastNumber = next();
+    auto* const counters = static_cast<std::atomic<int>*>(
+        mmap(nullptr, threadsCount * sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0));
+    LogInFile trace(nullptr, "trace.log", Log::Global, {1, 99, false});
+    trace.setLogInDebug(false);
+    trace.setLogInFile(true);
+    const auto run = [&](int thread) {
+        for (int number = 0;; ++number) {
+            if (thread == threadsCount - 1)
+                trace.logString(text(thread, number, length));
+            else
+                writeLine(thread, number, length);
+            counters[thread] = number + 1;
+            if (thread == 0 && fatalSignal != 0 && number == lastNumber)
+                raise(fatalSignal);
+            if (pause.count() > 0)
+                std::this_thread::sleep_for(pause);
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 1; thread < threadsCount; ++thread)
+        threads.emplace_back(run, thread);
+    for (;;)
+        run(0);
+}
+
+// Threads write lines at a steady rate, among them a few errors. The answer is the number of lines
+// that were written and lost, and the longest call for an error and for any other line.
+void writeSteadily()
+{
+    using Clock = std::chrono::steady_clock;
+    const int threadsCount = next();
+    const int linesPerSecond = next();
+    const int count = next();
+    const int length = next();
+    std::atomic<qint64> longest_us[2] = {};
+    const auto run = [&](int thread) {
+        const auto start = Clock::now();
+        for (int number = 0; number < count; ++number) {
+            std::this_thread::sleep_until(start + number * std::chrono::microseconds(1000000) /
+                                                      linesPerSecond);
+            const bool isUrgent = number % 1000 == 999;
+            const auto before = Clock::now();
+            writeLine(thread, number, length, isUrgent ? LogLevel::Error : LogLevel::Info);
+            const qint64 wait_us = (Clock::now() - before) / std::chrono::microseconds(1);
+            qint64 known_us = longest_us[isUrgent];
+            while (wait_us > known_us &&
+                   !longest_us[isUrgent].compare_exchange_weak(known_us, wait_us)) {
+            }
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < threadsCount; ++thread)
+        threads.emplace_back(run, thread);
+    for (std::thread& thread : threads)
+        thread.join();
+    std::cout << qint64(threadsCount) * count << ' ' << LogManager::instance()->losses().total
+              << ' ' << longest_us[1] << ' ' << longest_us[0] << std::endl;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
     Path::instance()->init(QFile::decodeName(argv[1]) + "/app/bin", "default", "default");
-    LogManager::initialize();
     LogManager* manager = LogManager::instance();
     static auto* const journal = new JournalSink(QStringLiteral("logwriter"));
     if (qEnvironmentVariableIsSet("LOGWRITER_JOURNAL"))
         manager->addSink(journal);
+    LogDelivery delivery;
+    delivery.mode = LogDelivery::Buffered;
+    const bool isLate = argc > 5;
+    if (argc > 4)
+        delivery.ringFolder = QFile::decodeName(argv[4]);
+    if (argc > 4 && !isLate)
+        manager->setDelivery(delivery);
+    LogManager::initialize();
     manager->enableLogToFile(true);
     manager->setAppLogFileMaximumSizeMiB(std::stod(argv[2]) / (1024 * 1024));
     manager->setAppLogFileSecondaryFilesCount(std::stoi(argv[3]));
+    if (isLate)
+        manager->setDelivery(delivery);
 
     for (std::string command; std::cin >> command;) {
         if (command == "forever" || command == "slowly")
             writeUntilKilled(command == "slowly");
-        writeLines();
+        if (command == "threads")
+            writeInThreads();
+        if (command == "steadily")
+            writeSteadily();
+        else
+            writeLines();
+        manager->flush(std::chrono::minutes(1));
         std::cout << "done" << std::endl;
     }
     return 0;

@@ -1,12 +1,19 @@
 #include "logging/log.h"
+#include "logging/logbuffer_p.h"
 #include "logging/logfileset_p.h"
 #include "logging/loginfile.h"
+#include "logging/sinklist_p.h"
 #include "logging/tracequeue_p.h"
 #include "support.h"
 
 #include <QtTest>
 
+#include <array>
+#include <atomic>
 #include <thread>
+#include <vector>
+
+using namespace std::chrono_literals;
 
 class TestLogFiles : public QObject
 {
@@ -98,6 +105,45 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), count);
         for (int i = 0; i < count; ++i)
             QCOMPARE(lines[i].mid(23), QString("|caff\u00e8 %1").arg(i));
+    }
+
+    // Four threads log a trace while the delivery of the log lines changes again and again.
+    void aTraceKeepsItsOrderWhenTheDeliveryChanges()
+    {
+        constexpr int count = 20000;
+        LogFileSet files;
+        SinkList sinks;
+        files.open(m_settings);
+        std::atomic<int> running = 4;
+        {
+            LogInFile trace(nullptr, "trace.log", Log::Payment, {10, 1, false});
+            trace.setLogInDebug(false);
+            trace.setLogInFile(true);
+            std::vector<std::thread> threads;
+            for (int thread = 0; thread < 4; ++thread)
+                threads.emplace_back([&, thread] {
+                    for (int i = 0; i < count; ++i)
+                        trace.logString(QString("%1 %2").arg(thread).arg(i));
+                    --running;
+                });
+            QString error;
+            while (running > 0) {
+                QVERIFY2(LogBuffer::start({}, {m_folder.path()}, files, sinks, error),
+                         qPrintable(error));
+                std::this_thread::sleep_for(10ms);
+                QCOMPARE(LogBuffer::current()->losses().total, quint64(0));
+                QVERIFY(LogBuffer::stop(10s));
+            }
+            for (std::thread& thread : threads)
+                thread.join();
+        }
+        std::array<int, 4> next = {};
+        const QStringList lines = RotatingLogFile::getLogLines(tracePath());
+        for (const QString& line : lines) {
+            const QStringList words = line.mid(24).split(' ');
+            QCOMPARE(words.at(1).toInt(), next.at(words.at(0).toUInt())++);
+        }
+        QCOMPARE(lines.size(), 4 * count);
     }
 
     // No writer empties this queue.
