@@ -176,6 +176,10 @@ def edit_full_disk(root):
         edit(file, "new")
 
 
+# A program that another thread is starting may still have a file of the mounted system open.
+UNMOUNT = ["sh", "-c", 'umount "$0" || { sleep 1; umount "$0"; }']
+
+
 # Logs lines, a few with the level, rotates often, syncs another file on the machine's own storage to
 # see how busy that is, and cuts the supply. Returns the number of lines that were written at each
 # moment, the moment of the cut, and the lines in the files.
@@ -184,7 +188,7 @@ def log_until_cut(root, level, delivery):
     options = journalled(root / "image", disk)
     (root / "app/bin").mkdir(parents=True)
     counter.touch()
-    with mounted(disk, *options, umount=["umount"]):
+    with mounted(disk, *options, umount=UNMOUNT):
         writer = subprocess.Popen([PROGRAM, root, "30000", "60"], stdin=subprocess.PIPE,
                                   stderr=subprocess.DEVNULL,
                                   env={**os.environ, "LOG_DELIVERY": delivery})
@@ -199,7 +203,7 @@ def log_until_cut(root, level, delivery):
         cut_now(disk)
         writer.kill()
         writer.communicate()
-    with mounted(disk, *options, umount=["umount"]):
+    with mounted(disk, *options, umount=UNMOUNT):
         contents = b"\n".join(file.read_bytes() for file in disk.rglob("zel_*.log*"))
     numbers = re.findall(rb"(?m)^.{23}\| \w+ *\| +0 (\d{8}) x+\.$", contents)
     return history, end, [int(number) for number in numbers]
