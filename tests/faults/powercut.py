@@ -200,6 +200,7 @@ def log_until_cut(root, level, delivery):
             history.append((time.monotonic(), written))
             time.sleep(0.05)
             truncating_write(root / "probe", "", has_sync=True)
+        end = time.monotonic()
         cut_now(disk)
         writer.kill()
         writer.communicate()
@@ -224,7 +225,7 @@ def log_power_cut(root):
         history, end, found = log_until_cut(root / str(turn), level, delivery)
         require(history[-1][1] > 1000, "too few lines were written")
         require(len(set(found)) == len(found), "a line is there twice")
-        moments = [moment for moment, _ in history]
+        moments = [moment for moment, _ in history] + [end]
         storage = 0.5 + 3 * max(after - before for before, after in zip(moments, moments[1:]))
         for delay, step in ((5, 1), (5, 1) if level == info else (0.2, 700)):
             early = end - delay - storage
