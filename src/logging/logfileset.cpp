@@ -61,10 +61,8 @@ void LogFileSet::close()
 {
     if (!m_isOpen.exchange(false))
         return;
-    for (const auto& log : m_files) {
-        const QMutexLocker locker(log->mutex());
-        log->file.close();
-    }
+    for (const auto& watch : m_watches)
+        watch->close();
     m_sync.stop();
 }
 

@@ -36,11 +36,19 @@ LogFileWatch::LogFileWatch(LogManager::LogFileId id, RotatingLogFile& file, Prim
 void LogFileWatch::open()
 {
     const QMutexLocker locker(m_file.mutex());
+    m_isOpened = true;
     m_nextOpening_ms = 0;
     if (!tryToOpen())
         judge(true, 0);
     else if (m_isFailing)
         writeLocked("", 0);
+}
+
+void LogFileWatch::close()
+{
+    const QMutexLocker locker(m_file.mutex());
+    m_isOpened = false;
+    m_file.file.close();
 }
 
 // A write that has failed has changed nothing, and is repeated under the mutex to learn the reason.
@@ -58,6 +66,8 @@ void LogFileWatch::write(const char* text, qint64 length)
 
 void LogFileWatch::writeLocked(const char* text, qint64 length)
 {
+    if (!m_isOpened)
+        return;
     bool isKept = false;
     if (m_file.file.isOpen() || tryToOpen()) {
         const QByteArray bytes = report() + QByteArray::fromRawData(text, int(length));

@@ -31,6 +31,8 @@ public:
 
     /// Opens the closed file for appending.
     void open();
+    /// Closes the file. Lines that come later are dropped.
+    void close();
     /// Writes the lines as a whole, or counts them as not written.
     void write(const char* text, qint64 length);
     /// Tries a file that fails again although no line has come for it, unless another thread uses
@@ -58,6 +60,7 @@ private:
     LogFileHealth m_health;
 
     // These members are guarded by the mutex of the file.
+    bool m_isOpened = false; // by open(), even if the file cannot be opened
     LogFileFault m_fault;
     QString m_since;
     qint64 m_missing = 0; // lines that the next report tells

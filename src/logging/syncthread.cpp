@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <system_error>
 #include <thread>
 #include <utility>
 
+#include <fcntl.h>
 #include <pthread.h>
 #include <signal.h>
 #include <time.h>
@@ -30,6 +32,15 @@ void waitUntil(sem_t& semaphore, qint64 end_ms)
         sem_wait(&semaphore);
     else
         sem_clockwait(&semaphore, CLOCK_MONOTONIC, &end);
+}
+
+void syncFolder(const std::string& path)
+{
+    const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    fsync(folder);
+    ::close(folder);
 }
 
 // Signals of the host are handled by the threads of the host.
@@ -66,8 +77,8 @@ SyncThread::~SyncThread()
 void SyncThread::setDelays(Milliseconds interval, Milliseconds urgentDelay)
 {
     const auto bounded = [](Milliseconds delay) {
-        constexpr qint64 longest_ms = 24 * 60 * 60 * 1000;
-        return std::clamp<qint64>(delay.count(), 0, longest_ms);
+        constexpr std::chrono::milliseconds longest = std::chrono::hours(24);
+        return std::clamp(delay, std::chrono::milliseconds(0), longest).count();
     };
     m_urgent_ms = bounded(urgentDelay) / 2;
     m_interval_ms = std::max<qint64>(bounded(interval) - m_urgent_ms, 0);
@@ -138,6 +149,11 @@ void SyncThread::syncAll()
     }
     for (const auto& file : files)
         file->sync();
+    std::set<std::string> folders;
+    for (const auto& file : files)
+        folders.insert(file->folder());
+    for (const std::string& folder : folders)
+        syncFolder(folder);
 }
 
 void SyncThread::add(std::shared_ptr<UnsyncedFile> file)

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,13 +24,6 @@ void UnsyncedFile::sync()
         return;
     fdatasync(descriptor);
     ::close(descriptor);
-    if (m_folder.empty())
-        return;
-    const int folder = ::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0)
-        return;
-    fsync(folder);
-    ::close(folder);
 }
 
 // If sync() takes the descriptor at the same time, its number may already belong to another file,

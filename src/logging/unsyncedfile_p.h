@@ -10,11 +10,12 @@
 class UnsyncedFile
 {
 public:
-    /// `folder` is the folder whose entry for the file is synced too, or empty.
+    /// `folder` is the folder whose entry for the file may be unsynced too, or empty.
     UnsyncedFile(int descriptor, std::string folder);
     ~UnsyncedFile();
     Q_DISABLE_COPY(UnsyncedFile)
 
+    const std::string& folder() const { return m_folder; }
     /// Whether a later sync() covers what is in the file now.
     bool isWaiting() const { return m_descriptor >= 0; }
     /// Blocks until the data is on the storage. It ends isWaiting() first.
