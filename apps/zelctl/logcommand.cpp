@@ -4,6 +4,7 @@
 #include "logmerge.h"
 #include "logrequest.h"
 #include "pager.h"
+#include "recovercommand.h"
 
 #include <QDir>
 
@@ -115,6 +116,8 @@ ExitStatus printLogs(LogMerge& merge, const LogRequest& request, LossLedger& led
 
 ExitStatus runLog(const QStringList& arguments)
 {
+    if (arguments.value(1) == QLatin1String("recover"))
+        return runLogRecover(QStringList(QStringLiteral("zelctl log recover")) + arguments.mid(2));
     CommandParser parser;
     addLogOptions(parser);
     if (const std::optional<ExitStatus> status = parser.parse(arguments))

@@ -116,7 +116,8 @@ void addLogOptions(CommandParser& parser)
                               "). Lines do not tell their module.";
     parser.setDescription(
         "Prints the log files in DIR, with their predecessors, merged by time. DIR has the files,\n"
-        "or the folders debug and events, or logs with these two.");
+        "or the folders debug and events, or logs with these two.\n\n"
+        "  zelctl log recover DIR     writes the lines that killed processes have left");
     parser.addArgument("DIR", "The folder of the log files.", "DIR");
     parser.addOptions({
         {"level", level.constData(), "LEVEL"},

@@ -6,6 +6,7 @@
 #include "logging/ringdrain_p.h"
 #include "logging/ringwarning_p.h"
 #include "logging/rotatinglogfile.h"
+#include "logging/sinklist_p.h"
 
 #include <QDir>
 
@@ -185,10 +186,10 @@ QStringList ringrecovery::memoryFolders()
     return {QStringLiteral("/run"), QStringLiteral("/dev/shm")};
 }
 
-ringrecovery::Report ringrecovery::recover(const QString& logFolder, const QStringList& ringFolders,
-                                           SinkList& sinks, LogFileSet* openFiles)
+LogRecovery ringrecovery::recover(const QString& logFolder, const QStringList& ringFolders,
+                                  SinkList& sinks, LogFileSet* openFiles)
 {
-    Report report;
+    LogRecovery report;
     for (const QString& folder : ringFolders) {
         const QFileInfoList rings =
             QDir(folder).entryInfoList({RingFile::namePattern}, QDir::Files | QDir::NoSymLinks);
@@ -203,4 +204,14 @@ ringrecovery::Report ringrecovery::recover(const QString& logFolder, const QStri
         }
     }
     return report;
+}
+
+LogRecovery LogRecovery::run(const QString& logFolder, const QStringList& ringFolders)
+{
+    SinkList none;
+    QStringList folders = ringrecovery::memoryFolders() + ringFolders;
+    folders +=
+        {logFolder, logFolder + QLatin1String("/debug"), logFolder + QLatin1String("/logs/debug")};
+    folders.removeDuplicates();
+    return ringrecovery::recover(logFolder, folders, none);
 }

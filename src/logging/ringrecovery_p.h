@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include "logging/logrecovery.h"
 
 class LogFileSet;
 class SinkList;
@@ -12,18 +11,12 @@ class SinkList;
 namespace ringrecovery
 {
 
-struct Report
-{
-    quint64 linesCount = 0;
-    QStringList problems; ///< A text for each ring that could not be recovered.
-};
-
 /// The folders of rings, where they are memory-backed.
 QStringList memoryFolders();
 
 /// Recovers all rings in `ringFolders` of ended processes whose log files lie in `logFolder` or
 /// below it. The log files must not be open in this process, except those of `openFiles`.
-Report recover(const QString& logFolder, const QStringList& ringFolders, SinkList& sinks,
-               LogFileSet* openFiles = nullptr);
+LogRecovery recover(const QString& logFolder, const QStringList& ringFolders, SinkList& sinks,
+                    LogFileSet* openFiles = nullptr);
 
 } // namespace ringrecovery

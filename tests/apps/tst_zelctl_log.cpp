@@ -100,6 +100,12 @@ private Q_SLOTS:
                                   "zelctl: cannot read bad/zel_logs.log.1.tar.gz: tar finds "
                                   "it damaged; lines are missing\nstatus 1\n");
         row("zelctl log nowhere", "zelctl: no folder nowhere\nstatus 1\n");
+        row("zelctl log recover nowhere", "zelctl: no folder nowhere\nstatus 1\n");
+        row("head -c 99 /dev/zero > bad/zeltools-log-1-1.ring; zelctl log recover bad; ls "
+            "bad/*.ring*",
+            "0 lines recovered\nzelctl: bad/zeltools-log-1-1.ring: The ring is damaged or of "
+            "another "
+            "version\nstatus 1\n");
         row("zelctl log /proc", "zelctl: /proc holds no log files\nstatus 1\n");
         row("zelctl log . >/dev/full 2>&1 || echo $?", "1\n");
         row("zelctl log . --module Payment 2>&1 | cut -c 1-40",

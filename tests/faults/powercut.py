@@ -217,7 +217,7 @@ def log_power_cut(root):
     private_mounts()
     for folder in ("/run", "/dev/shm"):  # the memory, which the cut ends too
         subprocess.run(["mount", "-t", "tmpfs", "none", folder], check=True)
-    levels = info, event = 1, 2
+    levels = info, event, error = 1, 2, 4
 
     def lost(turn):
         level = levels[turn % len(levels)]

@@ -2,10 +2,9 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
+#include "logging/logrecovery.h"
 #include "logging/logsink.h"
 #include "logging/ringfile_p.h"
-#include "logging/ringrecovery_p.h"
-#include "logging/sinklist_p.h"
 #include "support.h"
 #include "support/rows.h"
 
@@ -464,13 +463,9 @@ private Q_SLOTS:
         header.append.length = appended_B;
         header.append.begin = appended_B > 0 ? 1 : 0;
 
-        SinkList sinks;
-        const auto recover = [&] {
-            return ringrecovery::recover(folder.path(), {folder.path()}, sinks);
-        };
-        QCOMPARE(recover().linesCount, quint64(0)); // the ring is in use
+        QCOMPARE(LogRecovery::run(folder.path()).linesCount, quint64(0)); // it is in use
         ring.reset();
-        const ringrecovery::Report report = recover();
+        const LogRecovery report = LogRecovery::run(folder.path());
         QCOMPARE(report.problems, QStringList());
         QCOMPARE(report.linesCount, quint64(count));
         const QByteArray found = support::readFile(path);

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "command.h"
+
+/// Writes the log lines that killed processes have left in their rings.
+ExitStatus runLogRecover(const QStringList& arguments);
