@@ -110,7 +110,7 @@ private Q_SLOTS:
     // Four threads log a trace while the delivery of the log lines changes again and again.
     void aTraceKeepsItsOrderWhenTheDeliveryChanges()
     {
-        constexpr int count = 20000;
+        constexpr int count = 40000;
         LogFileSet files;
         SinkList sinks;
         files.open(m_settings);
@@ -130,7 +130,7 @@ private Q_SLOTS:
             while (running > 0) {
                 QVERIFY2(LogBuffer::start({}, {m_folder.path()}, files, sinks, error),
                          qPrintable(error));
-                std::this_thread::sleep_for(10ms);
+                std::this_thread::sleep_for(1ms);
                 QCOMPARE(LogBuffer::current()->losses().total, quint64(0));
                 QVERIFY(LogBuffer::stop(10s));
             }
