@@ -82,7 +82,7 @@ bool DeliveryControl::begin()
         return true;
     }
     if (buffer != nullptr) {
-        buffer->describeFiles();
+        buffer->places().describeSet();
         return true;
     }
     QString error;

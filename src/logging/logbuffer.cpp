@@ -1,20 +1,17 @@
 #include "logging/logbuffer_p.h"
 
 #include "logging/log.h"
-#include "logging/logfileset_p.h"
 #include "logging/logformatter.h"
 #include "logging/ringwarning_p.h"
-
-#include <QDir>
-#include <QFileInfo>
+#include "logging/signalsblocked_p.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <system_error>
 #include <vector>
 
 #include <linux/futex.h>
 #include <pthread.h>
-#include <signal.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -64,36 +61,6 @@ quint64 limit(quint8 level, quint64 capacity)
     return capacity / 4 * 3;
 }
 
-// The handlers of the host's signals must not run in the writer, which may be anywhere.
-class SignalsBlocked
-{
-public:
-    SignalsBlocked()
-    {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &m_kept);
-    }
-    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &m_kept, nullptr); }
-    Q_DISABLE_COPY(SignalsBlocked)
-
-private:
-    sigset_t m_kept;
-};
-
-void describe(RingHeader::File& place, const QString& path,
-              const RotatingLogFileConfiguration& configuration, qint64 maximumSize_B)
-{
-    const QFileInfo info(path);
-    const QString folder = info.dir().canonicalPath();
-    const QByteArray name = QFile::encodeName(
-        folder.isEmpty() ? info.absoluteFilePath() : folder + QLatin1Char('/') + info.fileName());
-    place.maximumSize_B = maximumSize_B;
-    place.predecessorsCount = configuration.secondaryFilesCount;
-    place.isCompressed = configuration.compressed ? 1 : 0;
-    qstrncpy(place.path, name.constData(), RingHeader::pathSize);
-}
-
 } // namespace
 
 std::atomic<LogBuffer*> LogBuffer::s_current{nullptr};
@@ -109,7 +76,11 @@ bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, L
             flushAtExit();
             if (LogBuffer* const before = s_latest)
                 ring->header().losses.continueFrom(before->m_ring->header().losses);
-            s_latest = new LogBuffer(delivery, std::move(ring), files, sinks);
+            auto buffer =
+                std::unique_ptr<LogBuffer>(new LogBuffer(delivery, std::move(ring), files, sinks));
+            if (!buffer->startWriter(error))
+                return false;
+            s_latest = buffer.release();
             s_current = s_latest.load();
             return true;
         }
@@ -161,13 +132,23 @@ LogBuffer::LogBuffer(const LogDelivery& delivery, std::unique_ptr<RingFile> ring
                      SinkList& sinks)
     : m_fullRingWait(delivery.fullRingWait)
     , m_ring(std::move(ring))
-    , m_files(files)
+    , m_places(m_ring->header(), files)
     , m_sinks(sinks)
 {
-    describeFiles();
+}
+
+bool LogBuffer::startWriter(QString& error)
+{
     const SignalsBlocked blocked;
-    m_writer = std::thread([this] { run(); });
-    pthread_setname_np(m_writer.native_handle(), "zel-log-writer");
+    try {
+        m_writer = std::thread([this] { run(); });
+    } catch (const std::system_error& failure) {
+        m_ring->remove();
+        error = QString::fromLocal8Bit(failure.what());
+        return false;
+    }
+    pthread_setname_np(m_writer.native_handle(), "Log writer");
+    return true;
 }
 
 bool LogBuffer::add(RingLine line, const char* text, int size)
@@ -261,53 +242,6 @@ LogLosses LogBuffer::losses()
                              : LogLosses();
 }
 
-int LogBuffer::addFile(RotatingLogFile* file, const RotatingLogFileConfiguration& configuration)
-{
-    const QString path = file->primaryFilename();
-    for (int place = LogFileSet::count; place < RingHeader::filesCount; ++place) {
-        RotatingLogFile* none = nullptr;
-        if (QFile::encodeName(path).size() < RingHeader::pathSize - 1 &&
-            m_traceFiles[size_t(place)].compare_exchange_strong(none, file)) {
-            describe(m_ring->header().files[place], path, configuration, file->maximumSize_B());
-            return place;
-        }
-    }
-    return -1;
-}
-
-void LogBuffer::removeFile(int place)
-{
-    m_traceFiles[size_t(place)] = nullptr;
-}
-
-void LogBuffer::describeFiles()
-{
-    for (int i = 0; i < LogFileSet::count; ++i) {
-        const RotatingLogFile* const file = m_files.file(LogManager::LogFileId(i));
-        if (file == nullptr)
-            continue;
-        const int predecessors = file->filenames(RotatingLogFile::NewestFirst).size() - 1;
-        describe(m_ring->header().files[i], file->primaryFilename(), {0, predecessors, false},
-                 file->maximumSize_B());
-    }
-}
-
-RotatingLogFile* LogBuffer::file(int place)
-{
-    return place < LogFileSet::count ? m_files.file(LogManager::LogFileId(place))
-                                     : m_traceFiles[size_t(place)].load();
-}
-
-bool LogBuffer::write(int place, const char* lines, qint64 size, bool isUrgent)
-{
-    if (place < LogFileSet::count) {
-        m_files.write(LogManager::LogFileId(place), lines, size,
-                      isUrgent ? LogFileSet::Urgency::Urgent : LogFileSet::Urgency::Normal);
-        return true;
-    }
-    return file(place)->write(lines, size) == size;
-}
-
 void LogBuffer::wakeWriter()
 {
     std::atomic<quint32>& asleep = m_ring->header().isWriterAsleep;
@@ -318,7 +252,7 @@ void LogBuffer::wakeWriter()
 void LogBuffer::run()
 {
     s_isWriter = true;
-    RingDrain drain(*m_ring, *this, m_sinks);
+    RingDrain drain(*m_ring, m_places, m_sinks);
     int idleRounds = 0;
     std::atomic<quint32>& asleep = m_ring->header().isWriterAsleep;
     while (!m_isEnded) {

@@ -3,18 +3,16 @@
 #include "logging/logdelivery.h"
 #include "logging/loglevel.h"
 #include "logging/loglosses.h"
-#include "logging/ringdrain_p.h"
+#include "logging/ringplaces_p.h"
 
 #include <QStringList>
 
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <memory>
 #include <thread>
 
 class LogFileSet;
-struct RotatingLogFileConfiguration;
 
 /// Buffered delivery: callers put their lines into a ring, and the writer thread carries them to
 /// standard error, the files and the sinks. Any thread may call the functions unless they say
@@ -23,7 +21,7 @@ struct RotatingLogFileConfiguration;
 /// A full ring drops Debug lines first and keeps a part for Warning lines and above. Event, Error
 /// and Critical lines wait up to LogDelivery::fullRingWait for space. Dropped lines are counted,
 /// and the writer tells the counts in a line as soon as half of the ring is free.
-class LogBuffer : private RingTargets
+class LogBuffer
 {
 public:
     /// The buffer in use; null in immediate delivery and in a forked child process. A buffer is
@@ -51,13 +49,8 @@ public:
     /// The losses since the start of the process, also after buffered delivery has ended.
     static LogLosses losses();
 
-    /// Gives a file a place in the ring, so that RingLine::file can name it. Returns -1 if all
-    /// places are taken or the path is too long. Waits for nothing.
-    int addFile(RotatingLogFile* file, const RotatingLogFileConfiguration& configuration);
-    /// Frees the place. Call flush() before.
-    void removeFile(int place);
-    /// Updates the limits of the five files of the set in the ring.
-    void describeFiles();
+    /// The files of the ring. Call flush() before RingPlaces::remove().
+    RingPlaces& places() { return m_places; }
     void setGeneralFileEnabled(bool isEnabled)
     {
         m_ring->header().isGeneralFileEnabled = isEnabled;
@@ -67,15 +60,13 @@ private:
     LogBuffer(const LogDelivery& delivery, std::unique_ptr<RingFile> ring, LogFileSet& files,
               SinkList& sinks);
 
-    RotatingLogFile* file(int place) override;
-    bool write(int place, const char* lines, qint64 size, bool isUrgent) override;
-
     static void flushAtExit();
     using Time = std::chrono::steady_clock::time_point;
     bool addInTime(const RingLine& line, const char* text, int size, Time deadline);
     bool flushUntil(Time deadline);
     bool waitForStop();
     bool finish(std::chrono::milliseconds timeout);
+    bool startWriter(QString& error);
     void wakeWriter();
     void run();
     void tellLosses();
@@ -86,9 +77,8 @@ private:
 
     const std::chrono::milliseconds m_fullRingWait;
     const std::unique_ptr<RingFile> m_ring;
-    LogFileSet& m_files;
+    RingPlaces m_places;
     SinkList& m_sinks;
-    std::array<std::atomic<RotatingLogFile*>, RingHeader::filesCount> m_traceFiles = {};
     std::atomic<bool> m_hasNewLosses = false;
     Time m_lossesTold;
     std::atomic<bool> m_isFinishing = false;

@@ -328,7 +328,7 @@ void LogManager::setAppLogFileMaximumSizeMiB(double size_MiB)
     if (RotatingLogFile* log = m_files->file(General))
         log->setMaximumSizeMiB(size_MiB);
     if (LogBuffer* const buffer = LogBuffer::current())
-        buffer->describeFiles();
+        buffer->places().describeSet();
 }
 
 void LogManager::setAppLogFileSecondaryFilesCount(int count)
@@ -336,7 +336,7 @@ void LogManager::setAppLogFileSecondaryFilesCount(int count)
     if (RotatingLogFile* log = m_files->file(General))
         log->setSecondaryFilesCount(count);
     if (LogBuffer* const buffer = LogBuffer::current())
-        buffer->describeFiles();
+        buffer->places().describeSet();
 }
 
 void LogManager::deleteLogFile(LogFileId id)

@@ -1,5 +1,7 @@
 #include "logging/syncthread_p.h"
 
+#include "logging/signalsblocked_p.h"
+
 #include <algorithm>
 #include <limits>
 #include <set>
@@ -43,20 +45,14 @@ void syncFolder(const std::string& path)
     ::close(folder);
 }
 
-// Signals of the host are handled by the threads of the host.
-void runWithoutSignals(std::thread& thread, const std::shared_ptr<SyncThread>& owner,
-                       void (SyncThread::*run)())
+void start(std::thread& thread, const std::shared_ptr<SyncThread>& owner, void (SyncThread::*run)())
 {
-    sigset_t all;
-    sigset_t kept;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &kept);
+    const SignalsBlocked blocked;
     try {
         thread = std::thread(run, owner);
     } catch (const std::system_error&) {
         // The lines still reach the operating system, which writes them to the storage.
     }
-    pthread_sigmask(SIG_SETMASK, &kept, nullptr);
 }
 
 } // namespace
@@ -97,7 +93,7 @@ void SyncThread::start(const std::shared_ptr<SyncThread>& thread)
     if (thread->m_isRunning)
         return;
     std::thread runner;
-    runWithoutSignals(runner, thread, &SyncThread::run);
+    ::start(runner, thread, &SyncThread::run);
     if (!runner.joinable())
         return;
     pthread_setname_np(runner.native_handle(), "Log sync");

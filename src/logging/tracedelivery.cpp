@@ -75,7 +75,7 @@ void TraceDelivery::changeWay()
         m_waitForQueue();
     leaveRing();
     m_buffer = buffer;
-    m_place = buffer != nullptr ? buffer->addFile(m_file, m_configuration) : -1;
+    m_place = buffer != nullptr ? buffer->places().add(m_file, m_configuration) : -1;
 }
 
 void TraceDelivery::leaveRing()
@@ -83,6 +83,6 @@ void TraceDelivery::leaveRing()
     if (m_place < 0)
         return;
     m_buffer->flushWithoutLimit();
-    m_buffer->removeFile(m_place);
+    m_buffer->places().remove(m_place);
     m_place = -1;
 }
