@@ -15,7 +15,7 @@ struct LogDelivery
     };
 
     Mode mode = Immediate;
-    qint64 ringSize_B = 4 * 1024 * 1024;
+    qint64 ringSize_B = qint64(4) * 1024 * 1024;
     /// How long a line that must not be lost waits for space in a full ring.
     std::chrono::milliseconds fullRingWait{100};
     /// How long a written line may be missing from the storage. It applies to both modes.
