@@ -14,6 +14,8 @@
 #include <log4cplus/layout.h>
 #include <log4cplus/logger.h>
 #include <log4cplus/loggingmacros.h>
+#include <spdlog/async.h>
+#include <spdlog/async_logger.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
@@ -22,6 +24,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -168,6 +171,63 @@ void inEightThreads(benchmark::State& state, Work&& work)
     }
 }
 
+// The time of a call in the threads that log: bursts that fit into the queue of each logger, with
+// pauses in which it is emptied.
+template <typename Work, typename Drain>
+void inBursts(benchmark::State& state, int threadsCount, Work&& work, Drain&& drain)
+{
+    constexpr int linesCount = 4000;
+    using Clock = std::chrono::steady_clock;
+    for (auto _ : state) {
+        std::atomic<qint64> spent_ns{0};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < threadsCount; ++i) {
+            threads.emplace_back([&] {
+                const Clock::time_point start = Clock::now();
+                for (int line = 0; line < linesCount / threadsCount; ++line)
+                    work();
+                spent_ns += std::chrono::nanoseconds(Clock::now() - start).count();
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+        state.SetIterationTime(double(spent_ns) / 1e9 / linesCount);
+        drain();
+    }
+}
+
+void zelBuffered(benchmark::State& state, int threadsCount)
+{
+    LogDelivery delivery;
+    delivery.mode = LogDelivery::Buffered;
+    LogManager* const manager = LogManager::instance();
+    if (!manager->setDelivery(delivery))
+        state.SkipWithError("no buffered delivery");
+    inBursts(state, threadsCount, zelInfo, [=] { manager->flush(std::chrono::minutes(1)); });
+    if (manager->losses().total > 0)
+        state.SkipWithError("lines were lost");
+    manager->setDelivery(LogDelivery());
+}
+
+void spdlogAsync(benchmark::State& state, int threadsCount)
+{
+    constexpr int queueSize = 8192; // the default of spdlog
+    static const auto pool = std::make_shared<spdlog::details::thread_pool>(queueSize, 1);
+    static const auto logger = [] {
+        const auto sinks = spdlogMulti().sinks();
+        auto made =
+            std::make_shared<spdlog::async_logger>("async", sinks.begin(), sinks.end(), pool);
+        made->set_pattern("%d/%m/%Y %H:%M:%S:%e| %-8l | %v");
+        return made;
+    }();
+    inBursts(
+        state, threadsCount, [] { spdlogInfo(*logger); },
+        [] {
+            while (pool->queue_size() > 0)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        });
+}
+
 void zelDebug()
 {
     LogFormatter(LogLevel::Debug).log(Log::Recipe)
@@ -265,6 +325,29 @@ void addAll()
     };
     threaded("8 threads of 50000 lines, per line/ZelTools", zelInfo);
     threaded("8 threads of 50000 lines, per line/spdlog (mt)", [] { spdlogInfo(spdlogMulti()); });
+
+    for (const int threadsCount : {1, 8}) {
+        const std::string group =
+            "Info line in the caller, threads: " + std::to_string(threadsCount);
+        const auto bursts = [&](const char* name, auto work) {
+            add((group + name).c_str(), [=](auto& s) { work(s, threadsCount); })
+                ->UseManualTime()
+                ->Iterations(10);
+        };
+        bursts("/ZelTools, buffered", zelBuffered);
+        bursts("/spdlog, async", spdlogAsync);
+        bursts("/two bare write(2)", [](auto& s, int count) {
+            inBursts(
+                s, count,
+                [] {
+                    static const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
+                    static const int file = BareFile().descriptor;
+                    benchmark::DoNotOptimize(write(file, s_line, sizeof s_line - 1));
+                    benchmark::DoNotOptimize(write(null, s_line, sizeof s_line - 1));
+                },
+                [] {});
+        });
+    }
 
     add("updateEventsText, 2 MiB/ZelTools", [](auto& s) { updateEvents(s, 2 << 20); });
     add("updateEventsText, 2 MiB/reading the files and counting line feeds",

@@ -17,8 +17,8 @@
 namespace
 {
 
-constexpr quint64 s_smallest_B = 256 * 1024; // a multiple of every page size
-constexpr quint64 s_largest_B = 512 * 1024 * 1024;
+constexpr quint64 s_smallest_B = quint64(256) * 1024; // a multiple of every page size
+constexpr quint64 s_largest_B = quint64(512) * 1024 * 1024;
 
 QString reason()
 {
