@@ -105,7 +105,8 @@ private Q_SLOTS:
             "bad/*.ring*",
             "0 lines recovered\nzelctl: bad/zeltools-log-1-1.ring: The ring is damaged or of "
             "another "
-            "version\nstatus 1\n");
+            "version and kept as zeltools-log-1-1.ring.unreadable\n"
+            "bad/zeltools-log-1-1.ring.unreadable\n");
         row("zelctl log /proc", "zelctl: /proc holds no log files\nstatus 1\n");
         row("zelctl log . >/dev/full 2>&1 || echo $?", "1\n");
         row("zelctl log . --module Payment 2>&1 | cut -c 1-40",
