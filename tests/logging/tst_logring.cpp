@@ -384,8 +384,10 @@ private Q_SLOTS:
     }
     void forkedChildrenLog()
     {
-        if (s_isSanitized)
-            QSKIP("The allocator of a sanitizer may stay locked in a child");
+        if (s_isSanitized) {
+            const char* const reason = "The allocator of a sanitizer may stay locked in a child";
+            return QTest::qSkip(reason, __FILE__, __LINE__);
+        }
         QFETCH(const bool, isBuffered);
         QVERIFY(setDelivery(isBuffered ? LogDelivery::Buffered : LogDelivery::Immediate));
         std::atomic<bool> isOver{false};
