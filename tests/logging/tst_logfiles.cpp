@@ -183,26 +183,6 @@ private Q_SLOTS:
         }
         QVERIFY(support::readFile(tracePath()).contains("|7 lines were dropped here"));
     }
-
-    void openingAndClosingATrace()
-    {
-        LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
-        support::LineRecorder recorder;
-        trace.setLogInFile(true);
-        QVERIFY(!trace.openFile());
-        QVERIFY(trace.closeFile());
-        QVERIFY(!trace.closeFile());
-        trace.setLogInFile(false); // logs nothing
-        QVERIFY(trace.openFile());
-        QVERIFY(trace.closeFile());
-        QVERIFY(QFile::remove(tracePath()) && QDir().mkdir(tracePath()));
-        QVERIFY(!trace.openFile());
-        QVERIFY(QDir().rmdir(tracePath()));
-        QCOMPARE(recorder.takeMessages(),
-                 QStringList({"bool LogInFile::openFile() Log file is already opened !",
-                              "bool LogInFile::closeFile() Log file is not opened",
-                              "bool LogInFile::openFile() Failed opening log file"}));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestLogFiles)
