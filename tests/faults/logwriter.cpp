@@ -67,46 +67,33 @@ void writeLines()
         thread.join();
 }
 
-// Writes the number of lines that are logged to a file, which outlives the process. Slow lines come
-// a millisecond after each other, and some of them have the given level.
-[[noreturn]] void writeUntilKilled(bool isSlow)
+// Threads count their lines in a file, which outlives the process. The last one of several threads
+// writes to a trace file. The first one raises the signal, if it is not 0, after so many lines.
+// Some lines have the given level.
+[[noreturn]] void writeUntilKilled()
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const int counter = open(next<std::string>().c_str(), O_WRONLY | O_CLOEXEC);
-    const int length = next();
-    const auto rareLevel = static_cast<LogLevel::Level>(isSlow ? next() : int(LogLevel::Info));
-    constexpr int rareEvery = 700;
-    for (int number = 0, count = 1;; ++number, ++count) {
-        writeLine(0, number, length, number % rareEvery == 0 ? rareLevel : LogLevel::Info);
-        if (pwrite(counter, &count, sizeof count, 0) != sizeof count)
-            std::abort();
-        if (isSlow)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-}
-
-// Eight threads count their lines in a file, which outlives the process. The last one writes to a
-// trace file. The first one raises the signal, if it is not 0, after so many lines.
-[[noreturn]] void writeInThreads()
-{
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    constexpr int threadsCount = 8;
     const int file = open(next<std::string>().c_str(), O_RDWR | O_CLOEXEC);
+    const int threadsCount = next();
     const int length = next();
     const std::chrono::microseconds pause(next());
     const int fatalSignal = next();
     const int lastNumber = next();
+    const auto rareLevel = static_cast<LogLevel::Level>(next());
+    constexpr int rareEvery = 700;
+    const size_t size_B = size_t(threadsCount) * sizeof(int);
     auto* const counters = static_cast<std::atomic<int>*>(
-        mmap(nullptr, threadsCount * sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0));
+        mmap(nullptr, size_B, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0));
     LogInFile trace(nullptr, "trace.log", Log::Global, {1, 99, false});
     trace.setLogInDebug(false);
-    trace.setLogInFile(true);
+    trace.setLogInFile(threadsCount > 1);
     const auto run = [&](int thread) {
         for (int number = 0;; ++number) {
-            if (thread == threadsCount - 1)
+            if (thread > 0 && thread == threadsCount - 1)
                 trace.logString(text(thread, number, length));
             else
-                writeLine(thread, number, length);
+                writeLine(thread, number, length,
+                          number % rareEvery == 0 ? rareLevel : LogLevel::Info);
             counters[thread] = number + 1;
             if (thread == 0 && fatalSignal != 0 && number == lastNumber)
                 raise(fatalSignal);
@@ -180,10 +167,8 @@ int main(int argc, char* argv[])
         manager->setDelivery(delivery);
 
     for (std::string command; std::cin >> command;) {
-        if (command == "forever" || command == "slowly")
-            writeUntilKilled(command == "slowly");
-        if (command == "threads")
-            writeInThreads();
+        if (command == "forever")
+            writeUntilKilled();
         if (command == "steadily")
             writeSteadily();
         else
