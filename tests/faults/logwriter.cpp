@@ -10,6 +10,8 @@
 #include <zeltools/logging/logmanager.h>
 #include <zeltools/path.h>
 
+#include "../support/threads.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
@@ -19,8 +21,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -57,14 +57,10 @@ void writeLines()
     const int first = next();
     const int end = first + next();
     const int length = next();
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < threadsCount; ++thread)
-        threads.emplace_back([=] {
-            for (int number = first; number < end; ++number)
-                writeLine(thread, number, length);
-        });
-    for (std::thread& thread : threads)
-        thread.join();
+    support::Threads(threadsCount, [=](int thread) {
+        for (int number = first; number < end; ++number)
+            writeLine(thread, number, length);
+    });
 }
 
 // Threads count their lines in a file, which outlives the process. The last one of several threads
@@ -101,9 +97,7 @@ void writeLines()
                 std::this_thread::sleep_for(pause);
         }
     };
-    std::vector<std::thread> threads;
-    for (int thread = 1; thread < threadsCount; ++thread)
-        threads.emplace_back(run, thread);
+    const support::Threads others(threadsCount - 1, [&run](int i) { run(i + 1); });
     for (;;)
         run(0);
 }
@@ -118,7 +112,7 @@ void writeSteadily()
     const int count = next();
     const int length = next();
     std::atomic<qint64> longest_us[2] = {};
-    const auto run = [&](int thread) {
+    support::Threads(threadsCount, [&](int thread) {
         const auto start = Clock::now();
         for (int number = 0; number < count; ++number) {
             std::this_thread::sleep_until(start + number * std::chrono::microseconds(1000000) /
@@ -132,12 +126,7 @@ void writeSteadily()
                    !longest_us[isUrgent].compare_exchange_weak(known_us, wait_us)) {
             }
         }
-    };
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < threadsCount; ++thread)
-        threads.emplace_back(run, thread);
-    for (std::thread& thread : threads)
-        thread.join();
+    });
     std::cout << qint64(threadsCount) * count << ' ' << LogManager::instance()->losses().total
               << ' ' << longest_us[1] << ' ' << longest_us[0] << std::endl;
 }

@@ -5,13 +5,13 @@
 #include "logging/logtimestamp.h"
 #include "logging/zelassert.h"
 #include "support.h"
+#include "support/threads.h"
 
 #include <QtTest>
 
 #include <atomic>
 #include <cmath>
 #include <limits>
-#include <thread>
 #include <vector>
 
 #include <sys/wait.h>
@@ -246,13 +246,10 @@ private Q_SLOTS:
     void aForkedChildFormatsTheTime()
     {
         std::atomic<bool> isOver{false};
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 2; ++i) {
-            threads.emplace_back([&isOver] {
-                for (qint64 moment = 0; !isOver; moment += 1000)
-                    logTimestamp(moment);
-            });
-        }
+        const support::Threads threads(2, [&isOver](int) {
+            for (qint64 moment = 0; !isOver; moment += 1000)
+                logTimestamp(moment);
+        });
         int failed = 0;
         for (int i = 0; i < 200 && failed == 0; ++i) {
             const pid_t child = fork();
@@ -265,8 +262,6 @@ private Q_SLOTS:
             waitpid(child, &failed, 0);
         }
         isOver = true;
-        for (std::thread& thread : threads)
-            thread.join();
         QCOMPARE(failed, 0);
     }
 
