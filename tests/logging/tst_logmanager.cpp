@@ -256,6 +256,13 @@ private Q_SLOTS:
         QVERIFY(found.endsWith("| WasteLevel| full"));
     }
 
+    void typesOfQueuedSignals()
+    {
+        for (const char* type :
+             {"LogLevel", "LogLevel::Level", "Log::Modules", "LogEventModule::EventModule"})
+            QVERIFY2(zeltools::isMetaType(type), type);
+    }
+
     // Each row is an argument of this program, whose name says what the process does.
     void processes_data()
     {
