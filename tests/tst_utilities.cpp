@@ -1,7 +1,5 @@
 #include "accesstoken.h"
-#include "dimensions.h"
 #include "filereader.h"
-#include "imagevalidator.h"
 #include "random.h"
 #include "storage_p.h"
 #include "support.h"
@@ -74,15 +72,6 @@ private Q_SLOTS:
         QVERIFY(System::filenameAlreadyExists("a.txt", dir.path()));
         QVERIFY(System::folderExists(dir.path()) && !System::fileExists(dir.path()));
     }
-
-    void validatesImages()
-    {
-        QCOMPARE(ImageValidator().validatedUrl("qrc:/img/logo.png"), QUrl("qrc:/img/logo.png"));
-        for (const char* path : {"qrc:/img/none.png", "qrc:/img/nodot", ":/img/logo.png", ""})
-            QVERIFY2(ImageValidator().validatedUrl(path).isEmpty(), path);
-    }
-
-    void converts() { QCOMPARE(zeltools::Dimensions::get()->celsiusToFahrenheit(36.6), 97.9); }
 
     void drawsFromOneEngine()
     {

@@ -55,21 +55,6 @@ private Q_SLOTS:
         QCOMPARE(warnings.count(warning.arg(texts[0], texts[1])), warnings.size());
     }
 
-    void knowsTheVersionOfAnApplication()
-    {
-        warnings.clear();
-        VersionApp app(1, 4, 2);
-        QCOMPARE(app.majorVersionApp() * 100 + app.minorVersionApp() * 10 + app.fixVersionApp(),
-                 142);
-        QString text;
-        QDebug(&text) << app << "a";
-        QCOMPARE(text, "\"VersionNumber - \\\"1.4.2\\\"\" a ");
-        app = {1, 4};
-        QCOMPARE(app.majorVersionApp(), 0);
-        QCOMPARE(warnings, QStringList("bool VersionApp::isValidVersionApp() const Invalid version "
-                                       "application ( \"1.4\" ) must contains 3 identifiers"));
-    }
-
     void parsesHexadecimalText_data()
     {
         QTest::addColumn<QString>("result"); // in plain form, or the text of the exception

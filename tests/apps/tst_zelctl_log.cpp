@@ -70,11 +70,8 @@ private Q_SLOTS:
         row("zelctl log . --level warning", lines({1, 2, 4, 6}) + lost);
         row("zelctl log . --level Event --to '15/11/2026 10:00:02'", lines({1, 2, 3}));
         row("zelctl log . --module grinder 2>/dev/null", lines({5}));
-        row("zelctl log . --module menuaccess 2>/dev/null", lines({3}));
         row("zelctl log . --from '15/11/2026 10:00:03' --to '15/11/2026 10:00:04'", lines({4, 5}));
         row("zelctl log . --to '15/11/2026 09:59'", lines({7}));
-        row("zelctl log . --from 16/11/2026", "");
-        row("zelctl log . --last 1", m_lines[8] + '\n');
         row("zelctl log . --last 3", m_lines[6] + m_lines[7] + m_lines[8] + '\n' + lost);
         row("zelctl log . --grep 'caf.$' --color always 2>/dev/null",
             "\x1b[31m15/11/2026 10:00:03:000| Error    | ?[31mred \xef\xbf\xbd "

@@ -192,12 +192,6 @@ private Q_SLOTS:
         }
     }
 
-    void convertsNumbers()
-    {
-        QCOMPARE(SimpleCrypt::convertInt32ToQByteArray(-2), QByteArray::fromHex("feffffff"));
-        QCOMPARE(SimpleCrypt::convertQByteArrayToInt32(QByteArray::fromHex("feff")), 0xfffe);
-    }
-
     void wipesTheKey()
     {
         alignas(SimpleCrypt) static char memory[sizeof(SimpleCrypt)];

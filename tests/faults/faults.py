@@ -8,7 +8,6 @@ import random
 import re
 import shutil
 import subprocess
-import sys
 import time
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
@@ -38,11 +37,11 @@ def require_sequence(data, first, end):
 
 
 class Writer(subprocess.Popen):
-    def __init__(self, root, limit=LIMIT, predecessors=1, ring=(), stderr=None):
+    def __init__(self, root, limit=LIMIT, predecessors=1, ring=(), stderr=None, **options):
         self.folder = root / "share/zel/logs/debug"
         self.live = self.folder / "zel_logs.log"
         self.predecessor = self.folder / "zel_logs.log.1"
-        self.printed = root / "stderr"
+        self.printed, self.counter = root / "stderr", root / "counter"
         self.written = 0
         (root / "app/bin").mkdir(parents=True, exist_ok=True)
         if "--buffered" in OPTIONS:
@@ -50,7 +49,7 @@ class Writer(subprocess.Popen):
         with open(self.printed, "wb") as printed:
             super().__init__([PROGRAM, root, str(limit), str(predecessors), *ring],
                              stderr=stderr or printed, stdin=subprocess.PIPE,
-                             stdout=subprocess.PIPE)
+                             stdout=subprocess.PIPE, **options)
         self.write(0)  # returns when the files are open
 
     def __exit__(self, *error):
@@ -63,6 +62,22 @@ class Writer(subprocess.Popen):
         self.stdin.flush()
         require(self.stdout.readline() == b"done\n", "no answer")
         self.written += count
+
+    # Threads log until the process is killed or sends itself the signal.
+    def log_until_killed(self, threads=8, length=LENGTH, pause_us=0, fatal_signal=0, last=0,
+                         level=1):
+        self.counter.write_bytes(bytes(4 * threads))
+        words = self.counter, threads, length, pause_us, int(fatal_signal), last, level
+        self.stdin.write(f"forever {' '.join(map(str, words))}\n".encode())
+        self.stdin.flush()
+
+    # The number of lines of each thread.
+    def counts(self):
+        return memoryview(self.counter.read_bytes()).cast("i").tolist()
+
+    def wait_for_lines(self, count):
+        while min(self.counts()) < count and self.poll() is None:
+            time.sleep(0.001)
 
     # The predecessor and the live file.
     def content(self):
@@ -94,17 +109,14 @@ def kill(root):
     for turn in range(25 if "--short" in OPTIONS else 200):
         # Only a line of many pages can be torn by a signal.
         length, limit = ((LENGTH, 10 * LENGTH), (200000, 700000))[turn % 2]
-        folder, counter = root / str(turn), root / f"counter{turn}"
-        counter.touch()
+        folder = root / str(turn)
         writer = Writer(folder, limit)
-        writer.stdin.write(f"forever {counter} {length}\n".encode())
-        writer.stdin.flush()
-        while counter.stat().st_size == 0 and writer.poll() is None:
-            time.sleep(0.001)
+        writer.log_until_killed(threads=1, length=length)
+        writer.wait_for_lines(1)
         time.sleep(random.uniform(0, 0.03))
         writer.kill()
         writer.communicate()
-        acknowledged = int.from_bytes(counter.read_bytes(), sys.byteorder)
+        acknowledged, = writer.counts()
         names = set(os.listdir(writer.folder))
         require(names <= {"zel_logs.log", "zel_logs.log.1", "m4_ab.log"}, f"left behind: {names}")
 

@@ -10,6 +10,8 @@
 #include <zeltools/logging/logmanager.h>
 #include <zeltools/path.h>
 
+#include "../support/threads.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
@@ -19,8 +21,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -57,56 +57,39 @@ void writeLines()
     const int first = next();
     const int end = first + next();
     const int length = next();
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < threadsCount; ++thread)
-        threads.emplace_back([=] {
-            for (int number = first; number < end; ++number)
-                writeLine(thread, number, length);
-        });
-    for (std::thread& thread : threads)
-        thread.join();
+    support::Threads(threadsCount, [=](int thread) {
+        for (int number = first; number < end; ++number)
+            writeLine(thread, number, length);
+    });
 }
 
-// Writes the number of lines that are logged to a file, which outlives the process. Slow lines come
-// a millisecond after each other, and some of them have the given level.
-[[noreturn]] void writeUntilKilled(bool isSlow)
+// Threads count their lines in a file, which outlives the process. The last one of several threads
+// writes to a trace file. The first one raises the signal, if it is not 0, after so many lines.
+// Some lines have the given level.
+[[noreturn]] void writeUntilKilled()
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const int counter = open(next<std::string>().c_str(), O_WRONLY | O_CLOEXEC);
-    const int length = next();
-    const auto rareLevel = static_cast<LogLevel::Level>(isSlow ? next() : int(LogLevel::Info));
-    constexpr int rareEvery = 700;
-    for (int number = 0, count = 1;; ++number, ++count) {
-        writeLine(0, number, length, number % rareEvery == 0 ? rareLevel : LogLevel::Info);
-        if (pwrite(counter, &count, sizeof count, 0) != sizeof count)
-            std::abort();
-        if (isSlow)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-}
-
-// Eight threads count their lines in a file, which outlives the process. The last one writes to a
-// trace file. The first one raises the signal, if it is not 0, after so many lines.
-[[noreturn]] void writeInThreads()
-{
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    constexpr int threadsCount = 8;
     const int file = open(next<std::string>().c_str(), O_RDWR | O_CLOEXEC);
+    const int threadsCount = next();
     const int length = next();
     const std::chrono::microseconds pause(next());
     const int fatalSignal = next();
     const int lastNumber = next();
+    const auto rareLevel = static_cast<LogLevel::Level>(next());
+    constexpr int rareEvery = 700;
+    const size_t size_B = size_t(threadsCount) * sizeof(int);
     auto* const counters = static_cast<std::atomic<int>*>(
-        mmap(nullptr, threadsCount * sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0));
+        mmap(nullptr, size_B, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0));
     LogInFile trace(nullptr, "trace.log", Log::Global, {1, 99, false});
     trace.setLogInDebug(false);
-    trace.setLogInFile(true);
+    trace.setLogInFile(threadsCount > 1);
     const auto run = [&](int thread) {
         for (int number = 0;; ++number) {
-            if (thread == threadsCount - 1)
+            if (thread > 0 && thread == threadsCount - 1)
                 trace.logString(text(thread, number, length));
             else
-                writeLine(thread, number, length);
+                writeLine(thread, number, length,
+                          number % rareEvery == 0 ? rareLevel : LogLevel::Info);
             counters[thread] = number + 1;
             if (thread == 0 && fatalSignal != 0 && number == lastNumber)
                 raise(fatalSignal);
@@ -114,9 +97,7 @@ void writeLines()
                 std::this_thread::sleep_for(pause);
         }
     };
-    std::vector<std::thread> threads;
-    for (int thread = 1; thread < threadsCount; ++thread)
-        threads.emplace_back(run, thread);
+    const support::Threads others(threadsCount - 1, [&run](int i) { run(i + 1); });
     for (;;)
         run(0);
 }
@@ -131,7 +112,7 @@ void writeSteadily()
     const int count = next();
     const int length = next();
     std::atomic<qint64> longest_us[2] = {};
-    const auto run = [&](int thread) {
+    support::Threads(threadsCount, [&](int thread) {
         const auto start = Clock::now();
         for (int number = 0; number < count; ++number) {
             std::this_thread::sleep_until(start + number * std::chrono::microseconds(1000000) /
@@ -145,12 +126,7 @@ void writeSteadily()
                    !longest_us[isUrgent].compare_exchange_weak(known_us, wait_us)) {
             }
         }
-    };
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < threadsCount; ++thread)
-        threads.emplace_back(run, thread);
-    for (std::thread& thread : threads)
-        thread.join();
+    });
     std::cout << qint64(threadsCount) * count << ' ' << LogManager::instance()->losses().total
               << ' ' << longest_us[1] << ' ' << longest_us[0] << std::endl;
 }
@@ -180,10 +156,8 @@ int main(int argc, char* argv[])
         manager->setDelivery(delivery);
 
     for (std::string command; std::cin >> command;) {
-        if (command == "forever" || command == "slowly")
-            writeUntilKilled(command == "slowly");
-        if (command == "threads")
-            writeInThreads();
+        if (command == "forever")
+            writeUntilKilled();
         if (command == "steadily")
             writeSteadily();
         else

@@ -16,6 +16,7 @@ from contextlib import suppress
 
 from experiment import (EXPERIMENT, OPTIONS, PROGRAM, filled, main, mounted, need_strace, numbered,
                         private_mounts, require, skip_unless)
+from faults import Writer
 
 NAME = "CORVID_FORCED_DEVICE_ID"
 # The content has a few blocks, and pieces that an edit must not change.
@@ -184,19 +185,14 @@ UNMOUNT = ["sh", "-c", 'umount "$0" || { sleep 1; umount "$0"; }']
 # see how busy that is, and cuts the supply. Returns the number of lines that were written at each
 # moment, the moment of the cut, and the lines in the files.
 def log_until_cut(root, level, delivery):
-    disk, counter, history = root / "share", root / "counter", []
+    disk, history = root / "share", []
     options = journalled(root / "image", disk)
-    (root / "app/bin").mkdir(parents=True)
-    counter.touch()
     with mounted(disk, *options, umount=UNMOUNT):
-        writer = subprocess.Popen([PROGRAM, root, "30000", "60"], stdin=subprocess.PIPE,
-                                  stderr=subprocess.DEVNULL,
-                                  env={**os.environ, "LOG_DELIVERY": delivery})
-        writer.stdin.write(f"slowly {counter} 100 {level}\n".encode())
-        writer.stdin.flush()
+        writer = Writer(root, 30000, 60, env={**os.environ, "LOG_DELIVERY": delivery})
+        writer.log_until_killed(threads=1, length=100, pause_us=1000, level=level)
         end = time.monotonic() + random.uniform(6.5, 12)
         while time.monotonic() < end:
-            written = int.from_bytes(counter.read_bytes(), sys.byteorder)
+            written, = writer.counts()
             history.append((time.monotonic(), written))
             time.sleep(0.05)
             truncating_write(root / "probe", "", has_sync=True)

@@ -72,21 +72,7 @@ class RingWriter(Writer):
     def __init__(self, folder, rings, stderr=None, is_late=False):
         rings.mkdir(parents=True, exist_ok=True)
         super().__init__(folder, LIMIT, PREDECESSORS, (rings, *["late"] * is_late), stderr)
-        self.root, self.counter = folder, folder / "counter"
-
-    # Eight threads log until the process is killed or sends itself the signal.
-    def log_until_killed(self, length=LENGTH, pause_us=0, fatal_signal=0, last=0):
-        self.counter.write_bytes(bytes(32))
-        words = self.counter, length, pause_us, int(fatal_signal), last
-        self.stdin.write(f"threads {' '.join(map(str, words))}\n".encode())
-        self.stdin.flush()
-
-    def counts(self):
-        return memoryview(self.counter.read_bytes()).cast("i").tolist()
-
-    def wait_for_lines(self, count):
-        while min(self.counts()) < count and self.poll() is None:
-            time.sleep(0.001)
+        self.root = folder
 
     def end(self):
         if self.poll() is None:
@@ -118,8 +104,10 @@ def ring_killed(root):
         writer = RingWriter(folder, rings)
         is_long = turn % 5 == 4
         fatal_signal = (0, 0, signal.SIGSEGV, signal.SIGABRT)[turn % 4]
-        writer.log_until_killed(5000 if is_long else LENGTH, 1000 if is_long else turn % 2 * 100,
-                                fatal_signal, random.randrange(2000 if not is_long else 100))
+        writer.log_until_killed(length=5000 if is_long else LENGTH,
+                                pause_us=1000 if is_long else turn % 2 * 100,
+                                fatal_signal=fatal_signal,
+                                last=random.randrange(2000 if not is_long else 100))
         writer.wait_for_lines(1)
         if fatal_signal:
             writer.wait(60)

@@ -113,17 +113,6 @@ private Q_SLOTS:
         QCOMPARE(recorder.takeMessages().size(), errors);
     }
 
-    void aLargeFileIsReadCompletely()
-    {
-        QStringList lines("");
-        for (int i = 1; i < 4000; ++i)
-            lines.append(QString(i % 97, 'x') + QString::number(i));
-        lines[2000] = QString(200000, 'y');
-        writeFile(m_new, lines.join('\n').toUtf8());
-        QVERIFY(EventHistory::page({m_new}, {}, 0, 9999).lines == lines);
-        QVERIFY(EventHistory::page({m_new}, {}, 1, 2000).lines == lines.mid(0, 2000));
-    }
-
     // Power cuts and other programs may leave anything between the lines.
     void damagedFilesKeepTheirGoodLines()
     {

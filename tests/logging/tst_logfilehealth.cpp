@@ -1,4 +1,3 @@
-#include "logging/log.h"
 #include "logging/logfileset_p.h"
 #include "logging/logformatter.h"
 #include "support.h"
@@ -99,6 +98,7 @@ private Q_SLOTS:
         QVERIFY(!health().isHealthy && !m_set->isHealthy());
         QCOMPARE(health().reason, reason);
         QVERIFY(health().failingSince >= start);
+        m_set->totalContent(LogManager::General); // must not wait for the writer of a FIFO
         const int failing = m_changes;
         QVERIFY(failing > 0);
 
@@ -153,35 +153,18 @@ private Q_SLOTS:
         QCOMPARE(captured.text().count('\n'), 2);
     }
 
-    // The manager's own thread announces what another thread has noticed. The history of a kind
-    // does not show the report.
+    // The manager's own thread announces what another thread has noticed.
     void theManagerAnnouncesTheStateOfItsFiles()
     {
         const support::StandardErrorCapture captured;
         LogManager* manager = LogManager::instance();
-        QSignalSpy spy(manager, &LogManager::logFilesHealthChanged);
+        const QSignalSpy spy(manager, &LogManager::logFilesHealthChanged);
         QDir(Path::instance()->eventLogsDir).removeRecursively();
         LogManager::initialize();
-        const auto logEvents = [] {
-            for (int i = 0; i < 5; ++i)
-                LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuAccess) << i;
-        };
-        std::thread(logEvents).join();
+        std::thread([] { LogFormatter(LogLevel::Event) << "lost"; }).join();
         QVERIFY(!manager->property("logFilesHealthy").toBool());
         QCOMPARE(spy.count(), 0);
         QTRY_COMPARE(spy.count(), 1);
-        QCOMPARE(manager->fileHealth(LogManager::Events).linesNotWritten, qint64(5));
-
-        QDir().mkpath(Path::instance()->eventLogsDir);
-        QTest::qWait(150);
-        logEvents();
-        QVERIFY(manager->logFilesHealthy()); // the files without lines, too
-        QTRY_COMPARE(spy.count(), 2);
-        QString text;
-        QCOMPARE(manager->writeEventsText(text, LogManager::MenuAccessFilter, {}, {}, 0, 5), 1);
-        QVERIFY(!text.contains("missing"));
-        QCOMPARE(manager->writeEventsText(text, LogManager::AllEvent, {}, {}, 1, 5), 2);
-        QVERIFY(text.contains("| NONE| 5 lines are missing here"));
         manager->finalizeLogFiles();
     }
 };

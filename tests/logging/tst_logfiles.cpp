@@ -5,13 +5,12 @@
 #include "logging/sinklist_p.h"
 #include "logging/tracequeue_p.h"
 #include "support.h"
+#include "support/threads.h"
 
 #include <QtTest>
 
 #include <array>
 #include <atomic>
-#include <thread>
-#include <vector>
 
 using namespace std::chrono_literals;
 
@@ -119,13 +118,11 @@ private Q_SLOTS:
             LogInFile trace(nullptr, "trace.log", Log::Payment, {10, 1, false});
             trace.setLogInDebug(false);
             trace.setLogInFile(true);
-            std::vector<std::thread> threads;
-            for (int thread = 0; thread < 4; ++thread)
-                threads.emplace_back([&, thread] {
-                    for (int i = 0; i < count; ++i)
-                        trace.logString(QString("%1 %2").arg(thread).arg(i));
-                    --running;
-                });
+            const support::Threads threads(4, [&](int thread) {
+                for (int i = 0; i < count; ++i)
+                    trace.logString(QString("%1 %2").arg(thread).arg(i));
+                --running;
+            });
             QString error;
             while (running > 0) {
                 QVERIFY2(LogBuffer::start({}, {m_folder.path()}, files, sinks, error),
@@ -134,8 +131,6 @@ private Q_SLOTS:
                 QCOMPARE(LogBuffer::current()->losses().total, quint64(0));
                 QVERIFY(LogBuffer::stop(10s));
             }
-            for (std::thread& thread : threads)
-                thread.join();
         }
         std::array<int, 4> next = {};
         const QStringList lines = RotatingLogFile::getLogLines(tracePath());
@@ -182,26 +177,6 @@ private Q_SLOTS:
             writer.start();
         }
         QVERIFY(support::readFile(tracePath()).contains("|7 lines were dropped here"));
-    }
-
-    void openingAndClosingATrace()
-    {
-        LogInFile trace(nullptr, "trace.log", Log::Payment, m_configuration);
-        support::LineRecorder recorder;
-        trace.setLogInFile(true);
-        QVERIFY(!trace.openFile());
-        QVERIFY(trace.closeFile());
-        QVERIFY(!trace.closeFile());
-        trace.setLogInFile(false); // logs nothing
-        QVERIFY(trace.openFile());
-        QVERIFY(trace.closeFile());
-        QVERIFY(QFile::remove(tracePath()) && QDir().mkdir(tracePath()));
-        QVERIFY(!trace.openFile());
-        QVERIFY(QDir().rmdir(tracePath()));
-        QCOMPARE(recorder.takeMessages(),
-                 QStringList({"bool LogInFile::openFile() Log file is already opened !",
-                              "bool LogInFile::closeFile() Log file is not opened",
-                              "bool LogInFile::openFile() Failed opening log file"}));
     }
 };
 

@@ -1,19 +1,17 @@
-#include "logging/lasterrortracker.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "logging/logline_p.h"
 #include "logging/logmanager.h"
 #include "logging/logrenderer.h"
 #include "logging/logtimestamp.h"
 #include "logging/zelassert.h"
 #include "support.h"
+#include "support/threads.h"
 
 #include <QtTest>
 
 #include <atomic>
 #include <cmath>
 #include <limits>
-#include <thread>
 #include <vector>
 
 #include <sys/wait.h>
@@ -137,15 +135,6 @@ private Q_SLOTS:
         QVERIFY(lines[0].modules.contains(Log::CanBus) && !lines[0].modules.contains(Log::None));
     }
 
-    void anEventIsAnnouncedWithItsKind()
-    {
-        QSignalSpy announced(LogManager::instance(), &LogManager::newLogEvent);
-        LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuAccess) << "opened" << 3;
-        QCOMPARE(announced.size(), 1);
-        QCOMPARE(announced[0][0].value<LogEventModule::EventModule>(), LogEventModule::MenuAccess);
-        QCOMPARE(announced[0][1].toStringList(), QStringList(" MenuAccess| opened 3"));
-    }
-
     void aDebugLineThatNobodyHearsCollectsNoText()
     {
         const auto isFormatted = [] {
@@ -225,21 +214,12 @@ private Q_SLOTS:
 
     void renderedTexts()
     {
-        const QString format = "dd/MM/yyyy hh:mm:ss:zzz";
-        const QDateTime before = QDateTime::currentDateTime();
-        const QString line = LogRenderer::formattedMessage(LogLevel::Error, "x");
-        const QDateTime time = QDateTime::fromString(line.left(23), format);
-        QVERIFY2(before <= time && time <= QDateTime::currentDateTime(), qPrintable(line));
-        QCOMPARE(line.mid(23), "| Error    | x");
         QCOMPARE(LogRenderer::pattern(LogLevel::Capsule).mid(23), "|");
         QCOMPARE(LogRenderer::levelToString(LogLevel::Capsule), "Capsule");
         using E = LogEventModule;
         QCOMPARE(LogRenderer::eventToString(E::AllEvents), "ALL");
         QCOMPARE(LogRenderer::eventToString(static_cast<E::EventModule>(3)), "Undefined");
         QCOMPARE(LogRenderer::eventToString(E::WasteLevel | E::NoneEvent), "NONE,WasteLevel");
-        const QString text = "caff\u00e8 \u2615 " + QString(600, 'x');
-        const LogLine bytes(text);
-        QCOMPARE(QByteArray(bytes.data(), bytes.size()), text.toLocal8Bit() + '\n');
     }
 
     // The moments are around changes of the second, the day and summer time, in both directions.
@@ -266,13 +246,10 @@ private Q_SLOTS:
     void aForkedChildFormatsTheTime()
     {
         std::atomic<bool> isOver{false};
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 2; ++i) {
-            threads.emplace_back([&isOver] {
-                for (qint64 moment = 0; !isOver; moment += 1000)
-                    logTimestamp(moment);
-            });
-        }
+        const support::Threads threads(2, [&isOver](int) {
+            for (qint64 moment = 0; !isOver; moment += 1000)
+                logTimestamp(moment);
+        });
         int failed = 0;
         for (int i = 0; i < 200 && failed == 0; ++i) {
             const pid_t child = fork();
@@ -285,8 +262,6 @@ private Q_SLOTS:
             waitpid(child, &failed, 0);
         }
         isOver = true;
-        for (std::thread& thread : threads)
-            thread.join();
         QCOMPARE(failed, 0);
     }
 
@@ -309,18 +284,6 @@ private Q_SLOTS:
                               "RELEASE ASSERT failure: what ( c ), file x.cpp , line 3",
                               "c/what/x.cpp/3"}));
         QCOMPARE(recorder.take().value(0).level, LogLevel::Error);
-    }
-
-    void lastError()
-    {
-        LineRecorder recorder;
-        zeltools::LastErrorTracker tracker(Log::Network);
-        tracker.setError("no \"link\"");
-        QVERIFY(tracker.hasError() && tracker.error() == "no \"link\"");
-        tracker.setError("");
-        QVERIFY(!tracker.hasError());
-        QCOMPARE(recorder.takeMessages(),
-                 QStringList("Last error message updated into: no \"link\""));
     }
 };
 

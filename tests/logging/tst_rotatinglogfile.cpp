@@ -6,8 +6,6 @@
 
 #include <QtTest>
 
-#include <sys/stat.h>
-
 using support::readFile;
 using support::writeFile;
 
@@ -70,19 +68,6 @@ private Q_SLOTS:
         QCOMPARE(f.log.filenames(RotatingLogFile::NewestFirst), QStringList());
     }
 
-    void operationsThatAreRefused()
-    {
-        Fixture f(2);
-        support::LineRecorder recorder;
-        QVERIFY(!f.log.setPrimaryFilename("other"));
-        QCOMPARE(f.log.primaryFilename(), f.path(0));
-        QCOMPARE(recorder.takeMessages(),
-                 QStringList("bool RotatingLogFile::setPrimaryFilename(const QString&) File is "
-                             "already opened !"));
-        QCOMPARE(f.log.write("x", -1), qint64(-1));
-        QCOMPARE(RotatingLogFile({1, 2, false}).write("x"), qint64(-1));
-    }
-
     // Ten bytes fit into a file. "abc d" writes "abc", then "d".
     void rotation_data()
     {
@@ -131,30 +116,6 @@ private Q_SLOTS:
         QVERIFY(QFile::resize(f.path(0), 0));
         f.log.write("jkl");
         QCOMPARE(f.content(), "zel.log=jkl zel.log.1=12345678");
-    }
-
-    void aRemovedFileIsCreatedAgain()
-    {
-        Fixture f(1);
-        f.log.write("lost");
-        QVERIFY(f.log.deleteFileByName(f.path(0)));
-        QVERIFY(!f.log.deleteFileByName(f.path(0)));
-        QTRY_VERIFY(f.log.write("a\n") == 2 && QFile::exists(f.path(0)));
-    }
-
-    // Opening a FIFO that nobody reads would block the caller.
-    void aFifoInPlaceOfTheFileIsNotOpened()
-    {
-        Fixture f(1);
-        QFile::remove(f.path(0));
-        QCOMPARE(mkfifo(QFile::encodeName(f.path(0)).constData(), 0600), 0);
-        QCOMPARE(f.log.write("lost\n"), qint64(5)); // the check of the first write
-        f.log.endHalfLine();
-        QCOMPARE(f.log.totalContent(RotatingLogFile::NewestFirst), "\n\n");
-        f.log.file.close();
-        QVERIFY(!f.log.file.open(QIODevice::Append));
-        QFile::remove(f.path(0));
-        QVERIFY(f.log.file.open(QIODevice::Append));
     }
 
     void onlyTheFirstWriterRotates()
@@ -262,10 +223,6 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(f.path(1) + ".tar.gz")); // of the first call
         QVERIFY(!QFile::exists(f.path(1) + ".tar.gz.part"));
         QVERIFY(recorder.takeMessages().last().endsWith("Failed to compress  \"/nowhere/x\""));
-        Q_EMIT f.log.workCompleted("/nowhere/x");
-        QCOMPARE(recorder.takeMessages().last(),
-                 QStringLiteral("void RotatingLogFile::onWorkCompleted(const QString&) Failed to "
-                                "delete file after compression \"/nowhere/x\""));
     }
 
     // On the desktop the primary of a compressed file just grows. On the board every line ends up
