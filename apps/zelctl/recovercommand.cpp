@@ -17,11 +17,12 @@ ExitStatus runLogRecover(const QStringList& arguments)
     parser.addOptions({{"rings", "Looks for rings in <FOLDER>, too.", "FOLDER"}});
     if (const std::optional<ExitStatus> status = parser.parse(arguments))
         return *status;
-    if (parser.arguments().size() != 1) {
+    const QStringList folders = parser.arguments();
+    if (folders.size() != 1) {
         return fail(WrongUsage, QStringLiteral("log recover needs one folder, see \"zelctl log "
                                                "recover --help\""));
     }
-    const QString folder = parser.arguments().first();
+    const QString folder = folders.first();
     if (!QDir(folder).exists())
         return fail(Failed, QStringLiteral("no folder ") + folder);
     QStringList ringFolders;

@@ -2,7 +2,7 @@
 
 #include "logging/log.h"
 #include "logging/logbuffer_p.h"
-#include "logging/logformatter.h"
+#include "logging/logmanager.h"
 #include "logging/ringrecovery_p.h"
 
 #include <QFileInfo>
@@ -26,13 +26,15 @@ bool isMemoryBacked(const QString& folder)
 
 void warn(const char* text, const QString& reason)
 {
-    LogFormatter(LogLevel::Warning).log(Log::Global).noquote() << text << reason;
+    // LogNode may not be connected yet.
+    LogManager::instance()->log(LogLevel::Warning, Log::Global,
+                                QLatin1String(text) + QLatin1Char(' ') + reason);
 }
 
 void tell(const QStringList& problems)
 {
     for (const QString& problem : problems)
-        warn("Lines of an ended process cannot be recovered:", problem);
+        warn("A ring of log lines cannot be recovered:", problem);
 }
 
 } // namespace

@@ -89,6 +89,7 @@ public:
                 return false;
         } while (!Memory::exchange(m_cursors.head, at, at + length));
         Memory::store(wordAt(at), word(at, size, Busy), std::memory_order_relaxed);
+        std::atomic_signal_fence(std::memory_order_seq_cst); // the compiler keeps this order
         Memory::fill(dataAt(at) + sizeof(quint64), fill);
         // The order also holds for a following load of whether the consumer is asleep.
         Memory::store(wordAt(at), word(at, size, Ready), std::memory_order_seq_cst);

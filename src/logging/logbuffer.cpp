@@ -45,6 +45,15 @@ void wake(std::atomic<quint32>& word)
 constexpr int s_longSleep = 7;
 
 thread_local bool s_isWriter = false;
+thread_local qint32 s_thread = 0;
+
+using Clock = std::chrono::steady_clock;
+
+Clock::time_point deadlineAfter(std::chrono::milliseconds timeout)
+{
+    constexpr std::chrono::milliseconds longest = std::chrono::hours(24);
+    return Clock::now() + std::clamp(timeout, std::chrono::milliseconds(0), longest);
+}
 
 bool isNeverDroppedAtOnce(quint8 level)
 {
@@ -103,7 +112,7 @@ bool LogBuffer::stop(std::chrono::milliseconds timeout)
     LogBuffer* const buffer = current();
     if (buffer == nullptr)
         return true;
-    const Time deadline = std::chrono::steady_clock::now() + timeout;
+    const Time deadline = deadlineAfter(timeout);
     buffer->finish(timeout);
     buffer->m_ring->lines().close();
     const bool isDone = buffer->flushUntil(deadline);
@@ -116,13 +125,16 @@ bool LogBuffer::stop(std::chrono::milliseconds timeout)
     buffer->m_isEnded = true;
     buffer->wakeWriter();
     buffer->m_writer.join();
+    buffer->tellLastLosses();
     buffer->m_ring->remove();
     return true;
 }
 
 void LogBuffer::forgetInChild()
 {
-    if (LogBuffer* const buffer = s_current.exchange(nullptr))
+    s_thread = 0;
+    s_current = nullptr;
+    if (LogBuffer* const buffer = s_latest)
         buffer->m_ring->releaseInChild();
     for (const std::unique_ptr<LogBuffer>& buffer : stopped())
         buffer->m_ring->releaseInChild();
@@ -153,11 +165,12 @@ bool LogBuffer::startWriter(QString& error)
 
 bool LogBuffer::add(RingLine line, const char* text, int size)
 {
-    static thread_local const qint32 thread = gettid();
-    line.thread = thread;
+    if (s_thread == 0)
+        s_thread = gettid();
+    line.thread = s_thread;
     Time deadline;
     if (isNeverDroppedAtOnce(line.level))
-        deadline = std::chrono::steady_clock::now() + m_fullRingWait;
+        deadline = deadlineAfter(m_fullRingWait);
     if (!addInTime(line, text, size, deadline)) {
         if (m_ring->lines().isClosed())
             return waitForStop();
@@ -183,9 +196,10 @@ bool LogBuffer::addInTime(const RingLine& line, const char* text, int size, Time
     const quint64 limit_B = limit(line.level, m_ring->capacity());
     if (m_ring->add(line, text, size, limit_B))
         return true;
-    if (!isNeverDroppedAtOnce(line.level) || s_isWriter)
+    const quint64 length = LineRing<>::lengthOf(quint32(sizeof line) + quint32(size));
+    if (!isNeverDroppedAtOnce(line.level) || s_isWriter || length > limit_B)
         return false;
-    while (std::chrono::steady_clock::now() < deadline && !m_ring->lines().isClosed()) {
+    while (Clock::now() < deadline && !m_ring->lines().isClosed()) {
         std::this_thread::sleep_for(1ms);
         if (m_ring->add(line, text, size, limit_B))
             return true;
@@ -195,7 +209,7 @@ bool LogBuffer::addInTime(const RingLine& line, const char* text, int size, Time
 
 bool LogBuffer::flush(std::chrono::milliseconds timeout)
 {
-    return flushUntil(std::chrono::steady_clock::now() + timeout);
+    return flushUntil(deadlineAfter(timeout));
 }
 
 bool LogBuffer::flushUntil(Time deadline)
@@ -206,7 +220,7 @@ bool LogBuffer::flushUntil(Time deadline)
     const quint64 end = lines.head();
     auto pause = 50us;
     while (lines.written() < end) {
-        if (m_isEnded || std::chrono::steady_clock::now() >= deadline)
+        if (m_isEnded || Clock::now() >= deadline)
             return false;
         wakeWriter();
         std::this_thread::sleep_for(pause);
@@ -218,12 +232,12 @@ bool LogBuffer::flushUntil(Time deadline)
 // The losses are told, too, for which the lines make room.
 bool LogBuffer::finish(std::chrono::milliseconds timeout)
 {
-    const Time deadline = std::chrono::steady_clock::now() + timeout;
+    const Time deadline = deadlineAfter(timeout);
     m_isFinishing = true;
     while (flushUntil(deadline) && m_hasNewLosses) {
         wakeWriter();
         std::this_thread::sleep_for(1ms);
-        if (std::chrono::steady_clock::now() >= deadline)
+        if (Clock::now() >= deadline)
             return false;
     }
     return flushUntil(deadline);
@@ -275,7 +289,7 @@ void LogBuffer::run()
 // At most one line a second.
 void LogBuffer::tellLosses()
 {
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Clock::now();
     if (m_ring->lines().used() > m_ring->capacity() / 2 ||
         (now < m_lossesTold + 1s && !m_isFinishing))
         return;
@@ -283,6 +297,18 @@ void LogBuffer::tellLosses()
     m_hasNewLosses = false;
     if (!ringwarning::addLosses(*m_ring))
         m_hasNewLosses = true;
+}
+
+// The ring takes no lines any more, but the files are open.
+void LogBuffer::tellLastLosses()
+{
+    LossCounts& losses = m_ring->header().losses;
+    if (!losses.isUntold())
+        return;
+    const LossCounts::Counts lost = losses.lost();
+    LogFormatter(LogLevel::Warning).log(Log::Global).noquote()
+        << losses.text(lost, m_ring->header().process);
+    losses.setTold(lost);
 }
 
 // Somebody has written to the ring. What is in it stays for a look by hand.

@@ -70,6 +70,7 @@ private:
     void wakeWriter();
     void run();
     void tellLosses();
+    void tellLastLosses();
     void giveUp();
 
     static std::atomic<LogBuffer*> s_current;

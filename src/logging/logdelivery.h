@@ -18,7 +18,8 @@ struct LogDelivery
     /// Rounded up to a power of two between 256 KiB and 512 MiB. A line takes 40 bytes more than
     /// its text.
     qint64 ringSize_B = qint64(4) * 1024 * 1024;
-    /// How long a line that must not be lost waits for space in a full ring.
+    /// How long an Event, Error or Critical line waits for space in a full ring. No time is
+    /// negative or longer than a day; such values count as the nearest of these.
     std::chrono::milliseconds fullRingWait{100};
     /// How long a written line may be missing from the storage. It applies to both modes.
     std::chrono::milliseconds syncInterval{5000};

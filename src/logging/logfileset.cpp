@@ -59,6 +59,7 @@ void LogFileSet::makeFile(size_t index)
 
 void LogFileSet::close()
 {
+    renewIfInherited();
     if (!m_isOpen.exchange(false))
         return;
     for (const auto& watch : m_watches)
@@ -68,6 +69,7 @@ void LogFileSet::close()
 
 void LogFileSet::sync()
 {
+    renewIfInherited();
     if (!m_isOpen)
         return;
     for (const auto& log : m_files)
@@ -139,8 +141,9 @@ zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id)
     return log != nullptr ? log->mutex() : nullptr;
 }
 
-LogFileHealth LogFileSet::health(LogManager::LogFileId id) const
+LogFileHealth LogFileSet::health(LogManager::LogFileId id)
 {
+    renewIfInherited();
     const auto index = static_cast<size_t>(id);
     const bool isWatched = index < m_watches.size() && m_watches[index] != nullptr;
     return isWatched ? m_watches[index]->health() : LogFileHealth();

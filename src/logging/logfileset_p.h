@@ -57,7 +57,7 @@ public:
     QString totalContent(LogManager::LogFileId id);
 
     /// The state of the file, which is that of a healthy one before the first open().
-    LogFileHealth health(LogManager::LogFileId id) const;
+    LogFileHealth health(LogManager::LogFileId id);
     bool isHealthy() const;
 
 private:

@@ -170,6 +170,8 @@ bool LogManager::flush(std::chrono::milliseconds timeout)
 {
     m_router->folding().writeCount();
     LogBuffer* const buffer = LogBuffer::current();
+    if (buffer != nullptr && thread() == QThread::currentThread())
+        m_router->writeQueuedLines();
     return buffer == nullptr || buffer->flush(timeout);
 }
 
@@ -390,7 +392,8 @@ void LogManager::updateEventsText(EventModuleFilter filter, const QString& strSt
                                   const QString& strStopDate, int pageIndex, int eventsPerPage)
 {
     flush(); // before the lock, which the writer of the ring needs
-    const QMutexLocker locker(m_files->mutex(Events));
+    // A receiver may wait for the writer of the ring, which needs the lock.
+    const QMutexLocker locker(isBuffered() ? nullptr : m_files->mutex(Events));
     if (m_pages->publish(selection(filter, strStartDate, strStopDate), pageIndex, eventsPerPage))
         Q_EMIT eventsPagesCountChanged();
     Q_EMIT eventsTextChanged();

@@ -111,9 +111,10 @@ public:
     /// Whether lines go through the ring now.
     bool isBuffered() const;
     /// Waits until all lines that were logged before are in the hands of the operating system.
-    /// Returns whether they are; always true in immediate delivery. Any thread may call it.
+    /// Returns whether they are; always true in immediate delivery. Any thread may call it. With
+    /// `LOG_FROM_MAIN_THREAD=1` only a call in the manager's thread covers the lines of others.
     bool flush(std::chrono::milliseconds timeout = std::chrono::seconds(1));
-    /// The lines that buffered delivery has dropped since it began; empty in immediate delivery.
+    /// The lines that buffered delivery has dropped since the process began.
     LogLosses losses() const;
 
     /// Adds a further place for all lines. The manager does not own the sink: remove it before it

@@ -36,7 +36,9 @@ LogRouter::LogRouter(LogManager& manager, LogFileSet& files, SinkList& sinks)
 
 void LogRouter::log(LogLevel::Level level, const LogModules& modules, const QString& message)
 {
-    if (!m_isQueueing || m_manager.thread() == QThread::currentThread())
+    // A line of a sink is not for the sinks, which only this thread can tell.
+    if (!m_isQueueing || SinkList::isWritingHere() ||
+        m_manager.thread() == QThread::currentThread())
         writeNow(level, modules, message);
     else if (m_queue.add({level, modules, message}))
         postWriteNext();
@@ -174,13 +176,21 @@ void LogRouter::writeBytes(LogManager::LogFileId id, const QByteArray& bytes)
 void LogRouter::writeAndAnnounce(const QString& line, RingLine route,
                                  void (LogManager::*announce)(const QString&))
 {
-    const bool isBuffered = LogBuffer::current() != nullptr;
-    const QMutexLocker locker(isBuffered ? nullptr
-                                         : m_files.mutex(LogManager::LogFileId(route.file)));
     const LogLine bytes(line);
     route.isPrinted = 1;
-    deliver(route, bytes.data(), bytes.size());
-    Q_EMIT(m_manager.*announce)(line + QLatin1Char('\n'));
+    LogBuffer* const buffer = LogBuffer::current();
+    const bool isBuffered = buffer != nullptr && buffer->add(route, bytes.data(), bytes.size());
+    if (isBuffered) {
+        Q_EMIT(m_manager.*announce)(line + QLatin1Char('\n'));
+        return;
+    }
+    {
+        const QMutexLocker locker(m_files.mutex(LogManager::LogFileId(route.file)));
+        writeToPlaces(route, bytes.data(), bytes.size());
+        Q_EMIT(m_manager.*announce)(line + QLatin1Char('\n'));
+    }
+    // A sink may log such a line itself, and must not meet a thread that holds the lock.
+    writeToSinks(route, bytes.data(), bytes.size());
 }
 
 void LogRouter::deliver(const RingLine& route, const char* bytes, int size)
@@ -188,11 +198,21 @@ void LogRouter::deliver(const RingLine& route, const char* bytes, int size)
     LogBuffer* const buffer = LogBuffer::current();
     if (buffer != nullptr && buffer->add(route, bytes, size))
         return;
+    writeToPlaces(route, bytes, size);
+    writeToSinks(route, bytes, size);
+}
+
+void LogRouter::writeToPlaces(const RingLine& route, const char* bytes, int size)
+{
     if (route.isPrinted != 0)
         writeToStandardError(bytes, size_t(size));
     if (route.file >= 0)
         m_files.write(LogManager::LogFileId(route.file), bytes, size,
                       LogFileSet::urgencyOf(LogLevel::Level(route.level)));
+}
+
+void LogRouter::writeToSinks(const RingLine& route, const char* bytes, int size)
+{
     if (route.isForSinks != 0 && !m_sinks.isEmpty()) {
         const int end = size - 1; // without the line feed
         m_sinks.write(

@@ -4,7 +4,8 @@
 #include <zeltools/zeltools_export.h>
 
 /// A place for log lines beside standard error and the five files, see LogManager::addSink(). Every
-/// line that is printed or written to a file goes to every sink, once and in order.
+/// line that is printed or written to a file goes to every sink, once and in order. When the
+/// process is killed, sinks may miss the last lines that its files have, up to 4 KiB.
 ///
 /// In immediate delivery write() runs in the thread that logs, in buffered delivery in the writer
 /// thread, and a recovery calls it in the thread that initializes the manager. The calls never

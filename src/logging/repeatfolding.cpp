@@ -24,9 +24,12 @@ void RepeatFolding::setEnabled(bool isEnabled)
 {
     if (m_isEnabled.exchange(isEnabled) == isEnabled)
         return;
-    writeCount();
-    const QMutexLocker locker(&m_mutex);
+    if (!m_mutex.tryLock(s_lockPatience_ms))
+        return;
+    const Line repeated = takeRepeats();
     m_last = none();
+    m_mutex.unlock();
+    writeRepeats(repeated);
 }
 
 void RepeatFolding::write(LogLevel::Level level, const QString& message, const LogModules& modules)

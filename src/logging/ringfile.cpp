@@ -103,7 +103,8 @@ RingFile::RingFile(const QString& path, int descriptor, char* memory, quint64 ca
 RingFile::~RingFile()
 {
     munmap(m_memory, headerSize + 2 * m_capacity);
-    releaseInChild();
+    if (m_descriptor >= 0)
+        close(m_descriptor);
 }
 
 // The file gets its name when it is complete and locked, so that no recovery sees it before. All
@@ -171,7 +172,7 @@ std::unique_ptr<RingFile> RingFile::openAbandoned(const QString& path, const QSt
     };
     struct stat file;
     if (descriptor < 0 || fstat(descriptor, &file) != 0)
-        return fail(reason());
+        return fail(errno == ENOENT ? QString() : reason()); // another recovery has removed it
     if (file.st_uid != geteuid())
         return fail(QStringLiteral("The ring belongs to another user"));
     auto header = std::make_unique<RingHeader>();
@@ -212,6 +213,8 @@ void RingFile::remove()
 
 void RingFile::releaseInChild()
 {
+    mmap(m_memory, headerSize + 2 * m_capacity, PROT_READ | PROT_WRITE,
+         MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED | MAP_NORESERVE, -1, 0);
     if (m_descriptor >= 0)
         close(m_descriptor);
     m_descriptor = -1;

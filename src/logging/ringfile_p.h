@@ -50,7 +50,7 @@ struct RingHeader
         qint64 maximumSize_B;
         qint32 predecessorsCount;
         quint32 isCompressed;
-        char path[pathSize]; ///< Ends with a NUL; empty if the place is free.
+        char path[pathSize]; ///< Ends with a NUL; empty if nothing was ever there.
 
         QString pathText() const;
     };
@@ -114,7 +114,8 @@ public:
     /// Renames a ring that cannot be read, so that no later start tries again. Returns a text that
     /// tells it.
     static QString setAside(const QString& path);
-    /// Closes the descriptor in a child process, whose copy would keep the lock.
+    /// Gives up the file in a child process, whose descriptor and mapping would keep the lock. The
+    /// memory is then the child's own and empty.
     void releaseInChild();
 
 private:

@@ -8,17 +8,22 @@
 namespace
 {
 
-void describe(RingHeader::File& place, const QString& path,
+// Returns false for a path that is too long, which is left out: its lines cannot be recovered.
+bool describe(RingHeader::File& place, const QString& path,
               const RotatingLogFileConfiguration& configuration, qint64 maximumSize_B)
 {
     const QFileInfo info(path);
     const QString folder = info.dir().canonicalPath();
     const QByteArray name = QFile::encodeName(
         folder.isEmpty() ? info.absoluteFilePath() : folder + QLatin1Char('/') + info.fileName());
+    place.path[0] = '\0';
+    if (name.size() >= RingHeader::pathSize)
+        return false;
     place.maximumSize_B = maximumSize_B;
     place.predecessorsCount = configuration.secondaryFilesCount;
     place.isCompressed = configuration.compressed ? 1 : 0;
     qstrncpy(place.path, name.constData(), RingHeader::pathSize);
+    return true;
 }
 
 } // namespace
@@ -35,11 +40,12 @@ int RingPlaces::add(RotatingLogFile* file, const RotatingLogFileConfiguration& c
     const QString path = file->primaryFilename();
     for (int place = LogFileSet::count; place < RingHeader::filesCount; ++place) {
         RotatingLogFile* none = nullptr;
-        if (QFile::encodeName(path).size() < RingHeader::pathSize - 1 &&
-            m_traceFiles[size_t(place)].compare_exchange_strong(none, file)) {
-            describe(m_header.files[place], path, configuration, file->maximumSize_B());
+        if (!m_traceFiles[size_t(place)].compare_exchange_strong(none, file))
+            continue;
+        if (describe(m_header.files[place], path, configuration, file->maximumSize_B()))
             return place;
-        }
+        m_traceFiles[size_t(place)] = nullptr;
+        return -1;
     }
     return -1;
 }

@@ -16,6 +16,8 @@
 namespace
 {
 
+constexpr qint32 s_mostPredecessors = 1000; // the number in a damaged ring may be any
+
 // The files of an ended process, which are opened when the first line for them comes.
 class RecoveredFiles : public RingTargets
 {
@@ -45,8 +47,15 @@ public:
 
     bool write(int place, const char* lines, qint64 size, bool) override
     {
+        if (m_ring.header().files[place].pathText().isEmpty()) {
+            m_isDamaged = true;
+            return true;
+        }
         return file(place)->write(lines, size) == size;
     }
+
+    /// Whether there were lines for a file that the ring does not name.
+    bool isDamaged() const { return m_isDamaged; }
 
 private:
     RotatingLogFile* openFile(int place) const
@@ -62,8 +71,10 @@ private:
     static std::unique_ptr<RotatingLogFile> open(const RingHeader::File& settings)
     {
         auto file = std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{
-            0, settings.predecessorsCount, settings.isCompressed != 0});
-        file->setMaximumSizeMiB(double(settings.maximumSize_B) / (1024 * 1024));
+            1, std::clamp(settings.predecessorsCount, 0, s_mostPredecessors),
+            settings.isCompressed != 0});
+        if (settings.maximumSize_B > 0)
+            file->setMaximumSizeMiB(double(settings.maximumSize_B) / (1024 * 1024));
         file->setPrimaryFilename(settings.pathText());
         if (!file->file.open(QIODevice::Append))
             return file;
@@ -73,13 +84,14 @@ private:
 
     RingFile& m_ring;
     LogFileSet* m_openFiles;
+    bool m_isDamaged = false;
     std::array<std::unique_ptr<RotatingLogFile>, RingHeader::filesCount> m_files;
 };
 
 // Opens the file that the process was appending to, which may have been rotated since.
 int openAppended(const RingHeader::File& file, const RingHeader::Append& append)
 {
-    for (int i = 0; i <= std::clamp(file.predecessorsCount, 0, 1000); ++i) {
+    for (int i = 0; i <= std::clamp(file.predecessorsCount, 0, s_mostPredecessors); ++i) {
         const QString suffix = i > 0 ? QLatin1Char('.') + QString::number(i) : QString();
         const int descriptor = openWithoutWaiting(file.pathText() + suffix, O_RDWR);
         struct stat found;
@@ -172,7 +184,7 @@ QString recoverRing(RingFile& ring, SinkList& sinks, LogFileSet* openFiles, quin
             .arg(ring.path(), ring.header().files[RingLine::of(record).file].pathText());
     }
     linesCount += count;
-    if (isDamaged)
+    if (isDamaged || files.isDamaged())
         return ring.path() + QStringLiteral(": A part of the ring is damaged") +
                RingFile::setAside(ring.path());
     ring.remove();

@@ -5,8 +5,8 @@
 #include <pthread.h>
 #include <signal.h>
 
-/// Blocks all signals of this thread during its life. A thread that it starts meanwhile blocks them
-/// for ever: signals of the host are handled by the threads of the host.
+/// Blocks the signals of this thread, apart from those of its own faults. A thread that it starts
+/// meanwhile blocks them for ever: signals of the host are handled by the threads of the host.
 class SignalsBlocked
 {
 public:
@@ -14,6 +14,8 @@ public:
     {
         sigset_t all;
         sigfillset(&all);
+        for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL})
+            sigdelset(&all, fault);
         pthread_sigmask(SIG_SETMASK, &all, &m_kept);
     }
     ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &m_kept, nullptr); }

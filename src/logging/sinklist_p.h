@@ -6,6 +6,7 @@
 #include <QVector>
 
 #include <atomic>
+#include <memory>
 
 /// The sinks of the log manager. Any thread may call the functions, LogSink::write() too.
 class SinkList
@@ -19,10 +20,11 @@ public:
     static bool isWritingHere() { return s_isWritingHere; }
     void write(const LogRecord& record);
     /// Forgets the sinks in a child process, in which another thread's lock is never released.
-    void forgetInChild() { m_isEmpty = true; }
+    void forgetInChild();
 
 private:
-    zeltools::RecursiveMutex m_mutex;
+    std::unique_ptr<zeltools::RecursiveMutex> m_mutex =
+        std::make_unique<zeltools::RecursiveMutex>();
     QVector<LogSink*> m_sinks;
     static thread_local bool s_isWritingHere; // only while its thread holds the lock
     std::atomic<bool> m_isEmpty = true;

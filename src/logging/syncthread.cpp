@@ -76,8 +76,9 @@ void SyncThread::setDelays(Milliseconds interval, Milliseconds urgentDelay)
         constexpr std::chrono::milliseconds longest = std::chrono::hours(24);
         return std::clamp(delay, std::chrono::milliseconds(0), longest).count();
     };
-    m_urgent_ms = bounded(urgentDelay) / 2;
-    m_interval_ms = std::max<qint64>(bounded(interval) - m_urgent_ms, 0);
+    const qint64 longest_ms = bounded(interval);
+    m_urgent_ms = std::min<qint64>(bounded(urgentDelay), longest_ms) / 2;
+    m_interval_ms = longest_ms - m_urgent_ms;
 }
 
 void SyncThread::setDelaysOf(const SyncThread& other)

@@ -2,6 +2,7 @@
 
 #include "logging/logbuffer_p.h"
 #include "logging/logmodule.h"
+#include "logging/sinklist_p.h"
 
 #include <QDateTime>
 
@@ -38,10 +39,11 @@ void TraceDelivery::waitForRing()
         buffer->flushWithoutLimit();
 }
 
-// A forked child may inherit a locked mutex. It has no writer thread either.
+// A sink in the writer thread cannot wait for the ring. A forked child may inherit a locked mutex.
+// It has no writer thread either.
 void TraceDelivery::add(const QByteArray& line)
 {
-    if (!m_isRingAllowed || getpid() != m_process)
+    if (!m_isRingAllowed || SinkList::isWritingHere() || getpid() != m_process)
         return queue.add(line);
     std::shared_lock<std::shared_mutex> lock(m_mutex);
     while (m_buffer != LogBuffer::current() || !addInWay(line)) {

@@ -256,7 +256,7 @@ private Q_SLOTS:
             if (child == 0) {
                 alarm(10); // ends a child that hangs
                 for (int line = 0; line < 10; ++line)
-                    logTimestamp(line * 1000);
+                    logTimestamp(qint64(line) * 1000);
                 _exit(0);
             }
             waitpid(child, &failed, 0);

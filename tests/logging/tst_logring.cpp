@@ -125,7 +125,6 @@ public:
         }
     }
     size_t statesCount() const { return m_seen.size(); }
-    QString fault;
 
 private:
     using Ring = LineRing<ModelMemory>;
@@ -236,8 +235,13 @@ private:
     }
 
     RingCursors m_cursors;
-    std::array<quint64, s_capacity / 8> m_data;
+
+public:
+    QString fault; // of the last state that is wrong
+
+private:
     std::set<State> m_seen;
+    std::array<quint64, s_capacity / 8> m_data;
 };
 
 // The file before the recovery; the size of what the ended process was appending, 0 for nothing;
