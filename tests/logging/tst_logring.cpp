@@ -385,7 +385,7 @@ private Q_SLOTS:
     void forkedChildrenLog()
     {
         if (s_isSanitized)
-            QSKIP("The allocator of a sanitizer may stay locked in a child");
+            QSKIP("The allocator of a sanitizer may stay locked in a child", SkipSingle);
         QFETCH(const bool, isBuffered);
         QVERIFY(setDelivery(isBuffered ? LogDelivery::Buffered : LogDelivery::Immediate));
         std::atomic<bool> isOver{false};
