@@ -1,5 +1,6 @@
 #include "accesstoken.h"
 #include "filereader.h"
+#include "imagevalidator.h"
 #include "random.h"
 #include "storage_p.h"
 #include "support.h"
@@ -84,6 +85,13 @@ private Q_SLOTS:
         other.join();
         QVERIFY(utils::randomGenerator() == expected); // no draw was lost to the other thread
         QVERIFY(!tools::AccessToken().match(tools::AccessToken()));
+    }
+
+    void validatesImages()
+    {
+        QCOMPARE(ImageValidator().validatedUrl("qrc:/img/logo.png"), QUrl("qrc:/img/logo.png"));
+        for (const char* path : {"qrc:/img/none.png", "qrc:/img/nodot", ":/img/logo.png", ""})
+            QVERIFY2(ImageValidator().validatedUrl(path).isEmpty(), path);
     }
 };
 

@@ -1,3 +1,4 @@
+#include "logging/lasterrortracker.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
@@ -284,6 +285,18 @@ private Q_SLOTS:
                               "RELEASE ASSERT failure: what ( c ), file x.cpp , line 3",
                               "c/what/x.cpp/3"}));
         QCOMPARE(recorder.take().value(0).level, LogLevel::Error);
+    }
+
+    void lastError()
+    {
+        LineRecorder recorder;
+        zeltools::LastErrorTracker tracker(Log::Network);
+        tracker.setError("no \"link\"");
+        QVERIFY(tracker.hasError() && tracker.error() == "no \"link\"");
+        tracker.setError("");
+        QVERIFY(!tracker.hasError());
+        QCOMPARE(recorder.takeMessages(),
+                 QStringList("Last error message updated into: no \"link\""));
     }
 };
 
