@@ -139,7 +139,8 @@ int main(int argc, char* argv[])
     Path::instance()->init(QFile::decodeName(argv[1]) + "/app/bin", "default", "default");
     LogManager* manager = LogManager::instance();
     static auto* const journal = new JournalSink(QStringLiteral("logwriter"));
-    if (qEnvironmentVariableIsSet("LOGWRITER_JOURNAL"))
+    const bool hasJournal = qEnvironmentVariableIsSet("LOGWRITER_JOURNAL");
+    if (hasJournal)
         manager->addSink(journal);
     LogDelivery delivery;
     delivery.mode = LogDelivery::Buffered;
@@ -162,7 +163,8 @@ int main(int argc, char* argv[])
             writeSteadily();
         else
             writeLines();
-        manager->flush(std::chrono::minutes(1));
+        if (!hasJournal) // which may be stopped
+            manager->flush(std::chrono::minutes(1));
         std::cout << "done" << std::endl;
     }
     return 0;
