@@ -2,17 +2,11 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "logging/ringwarning_p.h"
-#include "logging/signalsblocked_p.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <system_error>
 #include <vector>
 
-#include <linux/futex.h>
-#include <pthread.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
@@ -27,24 +21,6 @@ std::vector<std::unique_ptr<LogBuffer>>& stopped()
     return *buffers;
 }
 
-void wait(std::atomic<quint32>& word, quint32 expected, std::chrono::milliseconds timeout)
-{
-    const timespec time = {timeout.count() / 1000, (timeout.count() % 1000) * 1000000};
-    syscall(SYS_futex, &word, FUTEX_WAIT, expected, timeout.count() > 0 ? &time : nullptr, nullptr,
-            0);
-}
-
-void wake(std::atomic<quint32>& word)
-{
-    syscall(SYS_futex, &word, FUTEX_WAKE, 1, nullptr, nullptr, 0);
-}
-
-// While lines keep coming, the writer looks for them by itself, so that no caller needs a system
-// call to wake it. It looks less and less often, and after so many rounds it sleeps until it is
-// woken.
-constexpr int s_longSleep = 7;
-
-thread_local bool s_isWriter = false;
 thread_local qint32 s_thread = 0;
 
 using Clock = std::chrono::steady_clock;
@@ -87,8 +63,10 @@ bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, L
                 ring->header().losses.continueFrom(before->m_ring->header().losses);
             auto buffer =
                 std::unique_ptr<LogBuffer>(new LogBuffer(delivery, std::move(ring), files, sinks));
-            if (!buffer->startWriter(error))
+            if (!buffer->m_writer.start(error)) {
+                buffer->m_ring->remove();
                 return false;
+            }
             s_latest = buffer.release();
             s_current = s_latest.load();
             return true;
@@ -122,9 +100,7 @@ bool LogBuffer::stop(std::chrono::milliseconds timeout)
         buffer->m_writer.detach();
         return false;
     }
-    buffer->m_isEnded = true;
-    buffer->wakeWriter();
-    buffer->m_writer.join();
+    buffer->m_writer.end();
     buffer->tellLastLosses();
     buffer->m_ring->remove();
     return true;
@@ -145,22 +121,8 @@ LogBuffer::LogBuffer(const LogDelivery& delivery, std::unique_ptr<RingFile> ring
     : m_fullRingWait(delivery.fullRingWait)
     , m_ring(std::move(ring))
     , m_places(m_ring->header(), files)
-    , m_sinks(sinks)
+    , m_writer(*m_ring, m_places, sinks, [this] { giveUp(); })
 {
-}
-
-bool LogBuffer::startWriter(QString& error)
-{
-    const SignalsBlocked blocked;
-    try {
-        m_writer = std::thread([this] { run(); });
-    } catch (const std::system_error& failure) {
-        m_ring->remove();
-        error = QString::fromLocal8Bit(failure.what());
-        return false;
-    }
-    pthread_setname_np(m_writer.native_handle(), "Log writer");
-    return true;
 }
 
 bool LogBuffer::add(RingLine line, const char* text, int size)
@@ -175,18 +137,17 @@ bool LogBuffer::add(RingLine line, const char* text, int size)
         if (m_ring->lines().isClosed())
             return waitForStop();
         m_ring->header().losses.add(LogLevel::Level(line.level), line.modules);
-        m_hasNewLosses = true;
-    } else if (line.level == LogLevel::Critical && !s_isWriter) {
+        m_writer.noteLoss();
+    } else if (line.level == LogLevel::Critical && !RingWriter::isHere()) {
         flushUntil(deadline);
     }
-    if (m_ring->header().isWriterAsleep != 0)
-        wakeWriter();
+    m_writer.wakeFromLongSleep();
     return true;
 }
 
 bool LogBuffer::waitForStop()
 {
-    while (current() == this && !s_isWriter)
+    while (current() == this && !RingWriter::isHere())
         std::this_thread::sleep_for(1ms);
     return false;
 }
@@ -197,7 +158,7 @@ bool LogBuffer::addInTime(const RingLine& line, const char* text, int size, Time
     if (m_ring->add(line, text, size, limit_B))
         return true;
     const quint64 length = LineRing<>::lengthOf(quint32(sizeof line) + quint32(size));
-    if (!isNeverDroppedAtOnce(line.level) || s_isWriter || length > limit_B)
+    if (!isNeverDroppedAtOnce(line.level) || RingWriter::isHere() || length > limit_B)
         return false;
     while (Clock::now() < deadline && !m_ring->lines().isClosed()) {
         std::this_thread::sleep_for(1ms);
@@ -214,15 +175,15 @@ bool LogBuffer::flush(std::chrono::milliseconds timeout)
 
 bool LogBuffer::flushUntil(Time deadline)
 {
-    if (s_isWriter) // a sink, which cannot wait for itself
+    if (RingWriter::isHere()) // a sink, which cannot wait for itself
         return false;
     const auto lines = m_ring->lines();
     const quint64 end = lines.head();
     auto pause = 50us;
     while (lines.written() < end) {
-        if (m_isEnded || Clock::now() >= deadline)
+        if (m_writer.isEnded() || Clock::now() >= deadline)
             return false;
-        wakeWriter();
+        m_writer.wake();
         std::this_thread::sleep_for(pause);
         pause = std::min<std::chrono::microseconds>(pause * 2, 1ms);
     }
@@ -233,9 +194,9 @@ bool LogBuffer::flushUntil(Time deadline)
 bool LogBuffer::finish(std::chrono::milliseconds timeout)
 {
     const Time deadline = deadlineAfter(timeout);
-    m_isFinishing = true;
-    while (flushUntil(deadline) && m_hasNewLosses) {
-        wakeWriter();
+    m_writer.hurry();
+    while (flushUntil(deadline) && m_writer.hasNewLosses()) {
+        m_writer.wake();
         std::this_thread::sleep_for(1ms);
         if (Clock::now() >= deadline)
             return false;
@@ -245,7 +206,7 @@ bool LogBuffer::finish(std::chrono::milliseconds timeout)
 
 void LogBuffer::flushWithoutLimit()
 {
-    while (!flush(1s) && !m_isEnded && !s_isWriter) {
+    while (!flush(1s) && !m_writer.isEnded() && !RingWriter::isHere()) {
     }
 }
 
@@ -254,49 +215,6 @@ LogLosses LogBuffer::losses()
     LogBuffer* const buffer = s_latest;
     return buffer != nullptr ? LossCounts::losses(buffer->m_ring->header().losses.lost())
                              : LogLosses();
-}
-
-void LogBuffer::wakeWriter()
-{
-    std::atomic<quint32>& asleep = m_ring->header().isWriterAsleep;
-    asleep = 0;
-    wake(asleep);
-}
-
-void LogBuffer::run()
-{
-    s_isWriter = true;
-    RingDrain drain(*m_ring, m_places, m_sinks);
-    int idleRounds = 0;
-    std::atomic<quint32>& asleep = m_ring->header().isWriterAsleep;
-    while (!m_isEnded) {
-        const bool isLong = idleRounds >= s_longSleep;
-        asleep = isLong ? 1 : 0; // before the look into the ring, so that no line is missed
-        const RingDrain::Result result = drain.deliverNext();
-        if (result == RingDrain::Result::Damage)
-            return giveUp();
-        if (result == RingDrain::Result::Delivered)
-            idleRounds = 0;
-        else if (isLong)
-            wait(asleep, 1, m_hasNewLosses ? 100ms : 0ms);
-        else
-            wait(asleep, 0, 1ms * (1 << idleRounds++));
-        if (m_hasNewLosses)
-            tellLosses();
-    }
-}
-
-// At most one line a second.
-void LogBuffer::tellLosses()
-{
-    const auto now = Clock::now();
-    if (m_ring->lines().used() > m_ring->capacity() / 2 ||
-        (now < m_lossesTold + 1s && !m_isFinishing))
-        return;
-    m_lossesTold = now;
-    m_hasNewLosses = false;
-    if (!ringwarning::addLosses(*m_ring))
-        m_hasNewLosses = true;
 }
 
 // The ring takes no lines any more, but the files are open.
@@ -316,7 +234,6 @@ void LogBuffer::giveUp()
 {
     LogBuffer* self = this;
     s_current.compare_exchange_strong(self, nullptr);
-    m_isEnded = true;
     LogFormatter(LogLevel::Error).log(Log::Global)
         << "The ring of log lines is damaged; lines are written immediately:" << m_ring->path();
 }

@@ -3,14 +3,13 @@
 #include "logging/logdelivery.h"
 #include "logging/loglevel.h"
 #include "logging/loglosses.h"
-#include "logging/ringplaces_p.h"
+#include "logging/ringwriter_p.h"
 
 #include <QStringList>
 
 #include <atomic>
 #include <chrono>
 #include <memory>
-#include <thread>
 
 class LogFileSet;
 
@@ -66,10 +65,6 @@ private:
     bool flushUntil(Time deadline);
     bool waitForStop();
     bool finish(std::chrono::milliseconds timeout);
-    bool startWriter(QString& error);
-    void wakeWriter();
-    void run();
-    void tellLosses();
     void tellLastLosses();
     void giveUp();
 
@@ -79,10 +74,5 @@ private:
     const std::chrono::milliseconds m_fullRingWait;
     const std::unique_ptr<RingFile> m_ring;
     RingPlaces m_places;
-    SinkList& m_sinks;
-    std::atomic<bool> m_hasNewLosses = false;
-    Time m_lossesTold;
-    std::atomic<bool> m_isFinishing = false;
-    std::atomic<bool> m_isEnded = false;
-    std::thread m_writer;
+    RingWriter m_writer;
 };

@@ -1,97 +1,24 @@
 #include "logging/ringrecovery_p.h"
 
 #include "filedescriptor.h"
-#include "logging/logfileset_p.h"
 #include "logging/openwithoutwaiting_p.h"
+#include "logging/recoveredfiles_p.h"
 #include "logging/ringdrain_p.h"
 #include "logging/ringwarning_p.h"
-#include "logging/rotatinglogfile.h"
 #include "logging/sinklist_p.h"
 
 #include <QDir>
 
 #include <algorithm>
-#include <array>
 
 namespace
 {
 
-constexpr qint32 s_mostPredecessors = 1000; // the number in a damaged ring may be any
-
-// The files of an ended process, which are opened when the first line for them comes.
-class RecoveredFiles : public RingTargets
-{
-public:
-    RecoveredFiles(RingFile& ring, LogFileSet* openFiles)
-        : m_ring(ring)
-        , m_openFiles(openFiles)
-    {
-        // The half line that a file ended with when it was opened may be removed now.
-        for (int place = 0; place < LogFileSet::count; ++place) {
-            if (RotatingLogFile* const open = openFile(place))
-                open->endHalfLine();
-        }
-    }
-
-    RotatingLogFile* file(int place) override
-    {
-        if (place >= RingHeader::filesCount)
-            return nullptr;
-        if (RotatingLogFile* const open = openFile(place))
-            return open;
-        std::unique_ptr<RotatingLogFile>& file = m_files[size_t(place)];
-        if (file == nullptr)
-            file = open(m_ring.header().files[place]);
-        return file.get();
-    }
-
-    bool write(int place, const char* lines, qint64 size, bool) override
-    {
-        if (m_ring.header().files[place].pathText().isEmpty()) {
-            m_isDamaged = true;
-            return true;
-        }
-        return file(place)->write(lines, size) == size;
-    }
-
-    /// Whether there were lines for a file that the ring does not name.
-    bool isDamaged() const { return m_isDamaged; }
-
-private:
-    RotatingLogFile* openFile(int place) const
-    {
-        RotatingLogFile* const file =
-            m_openFiles != nullptr ? m_openFiles->file(LogManager::LogFileId(place)) : nullptr;
-        const QString path = m_ring.header().files[place].pathText();
-        const bool isSame =
-            file != nullptr && QFileInfo(file->primaryFilename()).canonicalFilePath() == path;
-        return isSame ? file : nullptr;
-    }
-
-    static std::unique_ptr<RotatingLogFile> open(const RingHeader::File& settings)
-    {
-        auto file = std::make_unique<RotatingLogFile>(RotatingLogFileConfiguration{
-            1, std::clamp(settings.predecessorsCount, 0, s_mostPredecessors),
-            settings.isCompressed != 0});
-        if (settings.maximumSize_B > 0)
-            file->setMaximumSizeMiB(double(settings.maximumSize_B) / (1024 * 1024));
-        file->setPrimaryFilename(settings.pathText());
-        if (!file->file.open(QIODevice::Append))
-            return file;
-        file->endHalfLine();
-        return file;
-    }
-
-    RingFile& m_ring;
-    LogFileSet* m_openFiles;
-    bool m_isDamaged = false;
-    std::array<std::unique_ptr<RotatingLogFile>, RingHeader::filesCount> m_files;
-};
-
 // Opens the file that the process was appending to, which may have been rotated since.
 int openAppended(const RingHeader::File& file, const RingHeader::Append& append)
 {
-    for (int i = 0; i <= std::clamp(file.predecessorsCount, 0, s_mostPredecessors); ++i) {
+    for (int i = 0; i <= std::clamp(file.predecessorsCount, 0, RecoveredFiles::mostPredecessors);
+         ++i) {
         const QString suffix = i > 0 ? QLatin1Char('.') + QString::number(i) : QString();
         const int descriptor = openWithoutWaiting(file.pathText() + suffix, O_RDWR);
         struct stat found;
