@@ -26,8 +26,7 @@ namespace
 {
 
 constexpr bool s_isSanitized = ZELTOOLS_IS_SANITIZED;
-constexpr quint64 s_capacity = 64; // of the ring of the model: four records of 16 bytes
-constexpr quint64 s_limit = 32;
+constexpr quint64 s_capacity = 32; // of the ring of the model: two records of 16 bytes
 
 // Everything that a thread of the model has read so far. A thread is run again from its beginning
 // with these values, so that a state of the model is a plain value.
@@ -167,8 +166,8 @@ private:
     static void produce(Ring& ring, State& state, quint64 first, size_t count)
     {
         for (quint64 content = first; content < first + count; ++content) {
-            const bool isAdded =
-                ring.add(8, s_limit, [&](char* to) { std::memcpy(to, &content, sizeof content); });
+            const bool isAdded = ring.add(
+                8, s_capacity, [&](char* to) { std::memcpy(to, &content, sizeof content); });
             note(isAdded ? state.accepted : state.refused, content);
         }
     }
@@ -207,12 +206,15 @@ private:
         const size_t told = state.cursors[1] / 16;
         Ring::Record record;
         quint64 skipped = found.size() - told; // a recovery sees in the file that it was written
-        for (quint64 at = state.cursors[1]; ring.findAbandoned(at, record); at = record.end) {
+        bool isDamaged = false;
+        for (quint64 at = state.cursors[1]; ring.findAbandoned(at, record, &isDamaged);
+             at = record.end) {
             if (skipped > 0)
                 --skipped;
             else
                 found.push_back(contentOf(record));
         }
+        require(!isDamaged, "damage");
         for (const quint64 content : state.accepted)
             require(std::count(found.begin(), found.end(), content) == 1, "not found once");
         for (const quint64 content : state.refused)
