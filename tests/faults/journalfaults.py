@@ -73,6 +73,7 @@ def fleet(root):
             upload.keep()
             require(upload.process.wait() != 0, "lines are sent without a receiver")
             deadline = time.monotonic() + 80
+            under_way = 0
             for turn in range(3):
                 arrived = 0
                 while arrived <= 2000 * turn:
@@ -80,12 +81,13 @@ def fleet(root):
                     remote.keep()
                     upload.keep()
                     upload.process.send_signal(signal.SIGCONT)
-                    time.sleep(0.05)
+                    time.sleep(0.01)
                     upload.process.send_signal(signal.SIGSTOP)
                     arrived = len(entries(received))
-                require(arrived < COUNT, "nothing is under way")
+                under_way += arrived < COUNT
                 remote.kill()
                 upload.process.send_signal(signal.SIGCONT)
+            require(under_way > 0, "the receiver was never killed while lines were under way")
             found = []
             while len(found) < COUNT and time.monotonic() < deadline:
                 remote.keep()
