@@ -22,7 +22,7 @@ ExitStatus runLogRecover(const QStringList& arguments)
         return fail(WrongUsage, QStringLiteral("log recover needs one folder, see \"zelctl log "
                                                "recover --help\""));
     }
-    const QString folder = folders.first();
+    const QString& folder = folders.first();
     if (!QDir(folder).exists())
         return fail(Failed, QStringLiteral("no folder ") + folder);
     QStringList ringFolders;

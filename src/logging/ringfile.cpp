@@ -213,8 +213,9 @@ void RingFile::remove()
 
 void RingFile::releaseInChild()
 {
-    mmap(m_memory, headerSize + 2 * m_capacity, PROT_READ | PROT_WRITE,
-         MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED | MAP_NORESERVE, -1, 0);
+    // If it fails, the child keeps the lock, and the lines stay until the child ends.
+    static_cast<void>(mmap(m_memory, headerSize + 2 * m_capacity, PROT_READ | PROT_WRITE,
+                           MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED | MAP_NORESERVE, -1, 0));
     if (m_descriptor >= 0)
         close(m_descriptor);
     m_descriptor = -1;
