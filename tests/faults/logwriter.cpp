@@ -57,7 +57,7 @@ void writeLines()
     const int first = next();
     const int end = first + next();
     const int length = next();
-    support::Threads(threadsCount, [=](int thread) {
+    support::runInThreads(threadsCount, [=](int thread) {
         for (int number = first; number < end; ++number)
             writeLine(thread, number, length);
     });
@@ -112,7 +112,7 @@ void writeSteadily()
     const int count = next();
     const int length = next();
     std::atomic<qint64> longest_us[2] = {};
-    support::Threads(threadsCount, [&](int thread) {
+    support::runInThreads(threadsCount, [&](int thread) {
         const auto start = Clock::now();
         for (int number = 0; number < count; ++number) {
             std::this_thread::sleep_until(start + number * std::chrono::microseconds(1000000) /

@@ -166,7 +166,7 @@ private Q_SLOTS:
         RepeatFolding folding([&](LogLevel::Level, const QString& text, const LogModules&) {
             told += text.startsWith("repeated") ? text.section(' ', 1, 1).toInt() : 1;
         });
-        support::Threads(4, [&](int) {
+        support::runInThreads(4, [&](int) {
             for (int line = 0; line < 2000; ++line)
                 folding.write(LogLevel::Info, line % 100 == 0 ? "x" : "y", {});
         });

@@ -22,4 +22,11 @@ struct Threads : std::vector<std::thread>
     }
 };
 
+/// Calls the function in so many threads, and waits for them.
+template <typename Run>
+void runInThreads(int count, const Run& run)
+{
+    const Threads threads(count, run);
+}
+
 } // namespace support
