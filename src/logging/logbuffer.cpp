@@ -2,6 +2,7 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "logging/urgentlevel_p.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -31,17 +32,12 @@ Clock::time_point deadlineAfter(std::chrono::milliseconds timeout)
     return Clock::now() + std::clamp(timeout, std::chrono::milliseconds(0), longest);
 }
 
-bool isNeverDroppedAtOnce(quint8 level)
-{
-    return level == LogLevel::Event || level == LogLevel::Error || level == LogLevel::Critical;
-}
-
 // The part of the ring that lines of the level may fill.
 quint64 limit(quint8 level, quint64 capacity)
 {
     if (level == LogLevel::Debug)
         return capacity / 2;
-    if (level == LogLevel::Warning || isNeverDroppedAtOnce(level))
+    if (level == LogLevel::Warning || isUrgentLevel(level))
         return capacity - RingFile::reserve_B;
     return capacity / 4 * 3;
 }
@@ -131,7 +127,7 @@ bool LogBuffer::add(RingLine line, const char* text, int size)
         s_thread = gettid();
     line.thread = s_thread;
     Time deadline;
-    if (isNeverDroppedAtOnce(line.level))
+    if (isUrgentLevel(line.level))
         deadline = deadlineAfter(m_fullRingWait);
     if (!addInTime(line, text, size, deadline)) {
         if (m_ring->lines().isClosed())
@@ -158,7 +154,7 @@ bool LogBuffer::addInTime(const RingLine& line, const char* text, int size, Time
     if (m_ring->add(line, text, size, limit_B))
         return true;
     const quint64 length = LineRing<>::lengthOf(quint32(sizeof line) + quint32(size));
-    if (!isNeverDroppedAtOnce(line.level) || RingWriter::isHere() || length > limit_B)
+    if (!isUrgentLevel(line.level) || RingWriter::isHere() || length > limit_B)
         return false;
     while (Clock::now() < deadline && !m_ring->lines().isClosed()) {
         std::this_thread::sleep_for(1ms);

@@ -2,6 +2,7 @@
 
 #include "logging/logrotation_p.h"
 #include "logging/primarywriter_p.h"
+#include "logging/urgentlevel_p.h"
 
 #include <algorithm>
 #include <chrono>
@@ -130,9 +131,7 @@ void LogFileSet::write(LogManager::LogFileId id, const char* text, qint64 length
 
 LogFileSet::Urgency LogFileSet::urgencyOf(LogLevel::Level level)
 {
-    const bool isUrgent =
-        level == LogLevel::Event || level == LogLevel::Error || level == LogLevel::Critical;
-    return isUrgent ? Urgency::Urgent : Urgency::Normal;
+    return isUrgentLevel(quint8(level)) ? Urgency::Urgent : Urgency::Normal;
 }
 
 zeltools::RecursiveMutex* LogFileSet::mutex(LogManager::LogFileId id)

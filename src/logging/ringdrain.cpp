@@ -4,6 +4,7 @@
 #include "logging/rotatinglogfile.h"
 #include "logging/sinklist_p.h"
 #include "logging/standarderror_p.h"
+#include "logging/urgentlevel_p.h"
 
 #include <algorithm>
 
@@ -15,11 +16,6 @@ namespace
 bool isForSamePlaces(const RingLine& a, const RingLine& b)
 {
     return a.file == b.file && a.isPrinted == b.isPrinted && a.isForSinks == b.isForSinks;
-}
-
-bool isUrgentLevel(quint8 level)
-{
-    return level == LogLevel::Event || level == LogLevel::Error || level == LogLevel::Critical;
 }
 
 } // namespace
