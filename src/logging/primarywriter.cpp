@@ -1,5 +1,6 @@
 #include "logging/primarywriter_p.h"
 
+#include "filedescriptor.h"
 #include "logging/monotonicclock_p.h"
 #include "logging/openwithoutwaiting_p.h"
 #include "logging/primaryfile.h"
@@ -7,7 +8,21 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <thread>
 #include <utility>
+
+namespace
+{
+
+bool endsWithinLine(int descriptor)
+{
+    char last = '\n';
+    return lseek(descriptor, -1, SEEK_END) >= 0 && ::read(descriptor, &last, 1) == 1 &&
+           last != '\n';
+}
+
+} // namespace
 
 PrimaryWriter::PrimaryWriter(PrimaryFile& file)
     : m_file(file)
@@ -137,14 +152,21 @@ qint64 PrimaryWriter::append(const char* data, qint64 length)
     return -1;
 }
 
+// Another process may be in the middle of its write, which the size of the file already shows page
+// by page. A line is unfinished if the file no longer grows.
 void PrimaryWriter::endHalfLine()
 {
     m_hasHalfLine = false;
-    const int reader = openWithoutWaiting(m_file.fileName(), O_RDONLY);
-    if (reader < 0)
+    const zeltools::FileDescriptor reader(openWithoutWaiting(m_file.fileName(), O_RDONLY));
+    if (reader < 0 || !m_file.isOpen())
         return;
-    char last = '\n';
-    m_hasHalfLine = m_file.isOpen() && lseek(reader, -1, SEEK_END) >= 0 &&
-                    ::read(reader, &last, 1) == 1 && last != '\n';
-    ::close(reader);
+    off_t size_B = -1;
+    for (int check = 0; check < 10 && endsWithinLine(reader); ++check) {
+        const off_t sizeNow_B = lseek(reader, 0, SEEK_END);
+        m_hasHalfLine = sizeNow_B == size_B;
+        if (m_hasHalfLine)
+            return;
+        size_B = sizeNow_B;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
 }
