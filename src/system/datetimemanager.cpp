@@ -97,25 +97,38 @@ void DateTimeManager::setLocalDateTime(int year, int month, int day, int hour, i
 
 void DateTimeManager::setDateTime(const QDateTime& dateTime, bool syncRtc)
 {
+    trySetDateTime(dateTime, syncRtc);
+}
+
+bool DateTimeManager::trySetDateTime(const QDateTime& dateTime, bool syncRtc)
+{
     LogFormatter(LogLevel::Info).log(Log::Machine).noquote()
         << "setDateTime, dateTime:" << toEnglish(dateTime) << ", syncRtc:" << syncRtc;
     const std::chrono::milliseconds newMinusOld(dateTime.toMSecsSinceEpoch() -
                                                 QDateTime::currentMSecsSinceEpoch());
-    if (m_setClock == nullptr) {
-        LogFormatter(LogLevel::Info).log(Log::Machine)
-            << (m_isBoard ? "(doing nothing for a simulated clock)" : "(doing nothing on desktop)");
-    } else {
-        const QString failure = m_setClock(dateTime);
-        if (!failure.isEmpty())
-            LogFormatter(LogLevel::Error).log(Log::Machine).noquote()
-                << "void zeltools::system::DateTimeManager::setDateTime(const QDateTime&, bool)"
-                << "Failed to set the clock:" << failure;
-    }
+    const bool isSet = moveClock(dateTime);
     restartMinuteTimer();
     Q_EMIT dateTimeSet(newMinusOld);
     Q_EMIT dateTimeChanged();
     if (syncRtc)
         Q_EMIT writeDateTimeToRtc(dateTime.toUTC());
+    return isSet;
+}
+
+bool DateTimeManager::moveClock(const QDateTime& dateTime)
+{
+    if (m_setClock == nullptr) {
+        LogFormatter(LogLevel::Info).log(Log::Machine)
+            << (m_isBoard ? "(doing nothing for a simulated clock)" : "(doing nothing on desktop)");
+        return false;
+    }
+    const QString failure = m_setClock(dateTime);
+    if (failure.isEmpty())
+        return true;
+    LogFormatter(LogLevel::Error).log(Log::Machine).noquote()
+        << "void zeltools::system::DateTimeManager::setDateTime(const QDateTime&, bool)"
+        << "Failed to set the clock:" << failure;
+    return false;
 }
 
 int DateTimeManager::currentLocalYear() const

@@ -26,9 +26,7 @@ public:
 
     /// The current date and time in local time.
     virtual QDateTime currentDateTime() const;
-    /// Sets the system clock on the board, and no clock on the desktop, then emits the signals. It
-    /// also emits them if the clock could not be set, which is an Error line, and for an invalid
-    /// date and time, to which no clock is set. `syncRtc` requests writeDateTimeToRtc().
+    /// Does the same as trySetDateTime().
     virtual void setDateTime(const QDateTime& dateTime, bool syncRtc);
 
     TimeZoneHelper* timeZoneHelper() { return &m_timeZoneHelper; }
@@ -45,6 +43,12 @@ public:
     Q_INVOKABLE int currentLocalHour() const;
     Q_INVOKABLE int currentLocalMinute() const;
     Q_INVOKABLE int currentLocalSecond() const;
+
+    /// Sets the system clock on the board, and no clock on the desktop, then emits the signals. It
+    /// also emits them if the clock could not be set, which is an Error line, and for an invalid
+    /// date and time, to which no clock is set. `syncRtc` requests writeDateTimeToRtc(). Returns
+    /// whether the system clock was set, which is never so on the desktop.
+    Q_INVOKABLE bool trySetDateTime(const QDateTime& dateTime, bool syncRtc);
 
 Q_SIGNALS:
     /// Announces the difference between the requested time and the system's time before.
@@ -64,6 +68,8 @@ protected:
     DateTimeManager(const Machine& machine, QObject* parent);
 
 private:
+    bool moveClock(const QDateTime& dateTime);
+
     QTimer m_minuteTimer;
     TimeZoneHelper m_timeZoneHelper;
     ClockSetter m_setClock;
