@@ -7,12 +7,18 @@
 #include <QTimer>
 
 #include <chrono>
+#include <memory>
 
 namespace zeltools::system
 {
 
+class ClockWatch;
+class ZoneWatch;
+
 /// The application's only source of the current date and time. It emits a signal at every full
 /// minute, so that clocks on screens can follow, and handles requests to set the machine's clock.
+/// It notices immediately if another program sets the system clock, and within a moment if one
+/// switches the time zone.
 ///
 /// An object belongs to one thread with an event loop and logs under Log::Machine.
 class ZELTOOLS_EXPORT DateTimeManager : public QObject
@@ -53,7 +59,7 @@ public:
 Q_SIGNALS:
     /// Announces the difference between the requested time and the system's time before.
     void dateTimeSet(std::chrono::milliseconds newMinusOld);
-    /// Announces a full minute, a new time or a new time zone.
+    /// Announces a full minute, a new time or a new time zone, whoever has set it.
     void dateTimeChanged();
     /// Requests that the application write this time, in UTC, to the hardware clock.
     void writeDateTimeToRtc(const QDateTime& dateTime);
@@ -62,18 +68,22 @@ protected:
     /// A function that sets a clock and returns the reason of a failure, or an empty text.
     using ClockSetter = QString (*)(const QDateTime& dateTime);
 
-    /// Constructs a manager that sets another clock, or none if the function is null.
+    /// Constructs a manager that sets another clock, or none if the function is null, and does not
+    /// follow what other programs do to the system.
     DateTimeManager(ClockSetter setClock, QObject* parent);
     /// Constructs a manager for another machine.
     DateTimeManager(const Machine& machine, QObject* parent);
 
 private:
     bool moveClock(const QDateTime& dateTime);
+    void startMinute();
 
     QTimer m_minuteTimer;
     TimeZoneHelper m_timeZoneHelper;
     ClockSetter m_setClock;
     bool m_isBoard = platform::isBoard;
+    std::unique_ptr<ClockWatch> m_clockWatch;
+    std::unique_ptr<ZoneWatch> m_zoneWatch;
 };
 
 } // namespace zeltools::system
