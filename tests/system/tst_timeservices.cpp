@@ -162,7 +162,7 @@ private Q_SLOTS:
         ntp->enable(true);
         const auto start = fakeclock::s_ahead;
         advance(0s);
-        QNetworkDatagram request = peer.receiveDatagram();
+        const QNetworkDatagram request = peer.receiveDatagram();
         QCOMPARE(request.data(), QByteArray(48, '\0').replace(0, 1, "\xE3"));
         const auto answer = [&](const char* seconds) {
             return request.makeReply(
@@ -179,10 +179,9 @@ private Q_SLOTS:
         // The pauses are 30 s, 60 s and 120 s; each request is noticed 4 s after it is due.
         for (const auto time : {30s, 94s, 218s, 3600s, 3634s, 3698s, 3822s, 7200s}) {
             advance(start + time - 4s - fakeclock::s_ahead);
-            QVERIFY2(!peer.hasPendingDatagrams(), QByteArray::number(qint64(time.count())));
+            QVERIFY(!peer.hasPendingDatagrams());
             advance(8s);
-            request = peer.receiveDatagram();
-            QCOMPARE(request.data().size(), 48);
+            QCOMPARE(peer.receiveDatagram().data().size(), 48);
             QVERIFY(!peer.hasPendingDatagrams());
         }
         for (const char* seconds : {"80000000", "e93c7f00", "00000001", "7fffffff"})
@@ -191,9 +190,6 @@ private Q_SLOTS:
         const QString lastAnswer = ntp->property("lastAnswer").toDateTime().toString(Qt::ISODate);
         advance(58min);
         QVERIFY(!peer.hasPendingDatagrams());
-        ntp->refresh();
-        advance(0s);
-        request = peer.receiveDatagram();
         ntp->enable(false);
         peer.writeDatagram(answer("e93c7f00")); // too late
         advance(2h);
@@ -201,42 +197,6 @@ private Q_SLOTS:
                                   "2036-02-07T06:28:17Z 2104-02-26T09:42:23Z");
         QCOMPARE(lastAnswer, times.last());
         QVERIFY(!peer.hasPendingDatagrams());
-    }
-
-    void clientTellsWhetherTheClockIsSynchronized()
-    {
-        timex clock{};
-        ::adjtimex(&clock);
-        const auto before_us = clock.maxerror;
-        const auto setError = [&](long error_us) {
-            clock.modes = ADJ_MAXERROR;
-            clock.maxerror = error_us;
-            return ::adjtimex(&clock) >= 0;
-        };
-        if (!setError(16000000))
-            QSKIP("may not set the clock", SkipSingle);
-        const auto atEnd = qScopeGuard([&] { setError(before_us); });
-        QUdpSocket peer;
-        QVERIFY(peer.bind(QHostAddress::LocalHost, 123));
-        const auto ntp = client(QHostAddress::LocalHost);
-        const auto hears = [&](qint64 seconds) {
-            ntp->refresh();
-            advance(0s);
-            const quint32 since1900 = qToBigEndian(quint32(seconds + 2208988800));
-            const QByteArray time(reinterpret_cast<const char*>(&since1900), 4);
-            const QNetworkDatagram request = peer.receiveDatagram();
-            peer.writeDatagram(request.makeReply(QByteArray(48, 1).replace(40, 4, time)));
-            advance(0s);
-        };
-        ntp->enable(true);
-        QVERIFY(!ntp->isClockSynchronized());
-        hears(QDateTime::currentSecsSinceEpoch());
-        QVERIFY(ntp->isClockSynchronized());
-        advance(4s); // without the clock of the machine
-        QVERIFY(!ntp->isClockSynchronized());
-        hears(QDateTime::currentSecsSinceEpoch() + 4);
-        QVERIFY(!ntp->isClockSynchronized());
-        QVERIFY(setError(1000) && ntp->isClockSynchronized()); // as a time service does
     }
 
     void clientIsManagedAndRetriesFourTimes()
@@ -296,8 +256,24 @@ private Q_SLOTS:
         ntp->enable(true);
         QTRY_VERIFY_WITH_TIMEOUT((ntp->refresh(), !times.isEmpty()), 30000);
         QVERIFY(qAbs(times[0][0].toDateTime().secsTo(QDateTime::currentDateTime())) < 10);
-        QVERIFY(ntp->isClockSynchronized());
         server.close();
+
+        ntp->enable(false);
+        timex before{};
+        ::adjtimex(&before);
+        const auto tellError = [](long error_us) { // as a time service does
+            timex clock{};
+            clock.modes = ADJ_MAXERROR;
+            clock.maxerror = error_us;
+            return ::adjtimex(&clock) >= 0;
+        };
+        if (!tellError(16000000))
+            QSKIP("may not set the clock", SkipSingle);
+        const auto atEnd = qScopeGuard([&] { tellError(before.maxerror); });
+        QVERIFY(ntp->isClockSynchronized());
+        advance(4s); // without the clock of the machine
+        QVERIFY(!ntp->isClockSynchronized());
+        QVERIFY(tellError(1000) && ntp->isClockSynchronized());
     }
 
     void findsZones()
