@@ -2,6 +2,8 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "system/clockwatch_p.h"
+#include "system/zonewatch_p.h"
 
 #include <QLocale>
 
@@ -57,6 +59,11 @@ DateTimeManager::DateTimeManager(const Machine& machine, QObject* parent)
     : DateTimeManager(machine.isBoard ? setSystemClock : nullptr, parent)
 {
     m_isBoard = machine.isBoard;
+    m_clockWatch = std::make_unique<ClockWatch>();
+    connect(m_clockWatch.get(), &ClockWatch::clockSet, this, &DateTimeManager::startMinute);
+    m_zoneWatch = std::make_unique<ZoneWatch>(machine);
+    connect(m_zoneWatch.get(), &ZoneWatch::zoneChanged, &m_timeZoneHelper,
+            &TimeZoneHelper::currentTimeZoneChanged);
 }
 
 DateTimeManager::DateTimeManager(ClockSetter setClock, QObject* parent)
@@ -66,12 +73,12 @@ DateTimeManager::DateTimeManager(ClockSetter setClock, QObject* parent)
     qRegisterMetaType<std::chrono::milliseconds>("std::chrono::milliseconds");
     // A coarser timer may fire before the full minute, and the clock would show the old minute.
     m_minuteTimer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timeZoneHelper, &TimeZoneHelper::currentTimeZoneChanged, this,
-            &DateTimeManager::dateTimeChanged);
-    connect(&m_minuteTimer, &QTimer::timeout, this, [this] {
-        restartMinuteTimer();
+    connect(&m_timeZoneHelper, &TimeZoneHelper::currentTimeZoneChanged, this, [this] {
+        if (m_zoneWatch)
+            m_zoneWatch->forget();
         Q_EMIT dateTimeChanged();
     });
+    connect(&m_minuteTimer, &QTimer::timeout, this, &DateTimeManager::startMinute);
     // Runs later, when currentDateTime() calls the function of the derived class.
     QTimer::singleShot(0, this, &DateTimeManager::restartMinuteTimer);
 }
@@ -89,6 +96,12 @@ void DateTimeManager::restartMinuteTimer()
     m_minuteTimer.start(std::chrono::seconds(s_minute_s - second % s_minute_s));
 }
 
+void DateTimeManager::startMinute()
+{
+    restartMinuteTimer();
+    Q_EMIT dateTimeChanged();
+}
+
 void DateTimeManager::setLocalDateTime(int year, int month, int day, int hour, int minute,
                                        int second, bool syncRtc)
 {
@@ -97,25 +110,40 @@ void DateTimeManager::setLocalDateTime(int year, int month, int day, int hour, i
 
 void DateTimeManager::setDateTime(const QDateTime& dateTime, bool syncRtc)
 {
+    trySetDateTime(dateTime, syncRtc);
+}
+
+bool DateTimeManager::trySetDateTime(const QDateTime& dateTime, bool syncRtc)
+{
     LogFormatter(LogLevel::Info).log(Log::Machine).noquote()
         << "setDateTime, dateTime:" << toEnglish(dateTime) << ", syncRtc:" << syncRtc;
     const std::chrono::milliseconds newMinusOld(dateTime.toMSecsSinceEpoch() -
                                                 QDateTime::currentMSecsSinceEpoch());
-    if (m_setClock == nullptr) {
-        LogFormatter(LogLevel::Info).log(Log::Machine)
-            << (m_isBoard ? "(doing nothing for a simulated clock)" : "(doing nothing on desktop)");
-    } else {
-        const QString failure = m_setClock(dateTime);
-        if (!failure.isEmpty())
-            LogFormatter(LogLevel::Error).log(Log::Machine).noquote()
-                << "void zeltools::system::DateTimeManager::setDateTime(const QDateTime&, bool)"
-                << "Failed to set the clock:" << failure;
-    }
+    const bool isSet = moveClock(dateTime);
+    if (m_clockWatch)
+        m_clockWatch->forget(); // The signals below announce the change.
     restartMinuteTimer();
     Q_EMIT dateTimeSet(newMinusOld);
     Q_EMIT dateTimeChanged();
     if (syncRtc)
         Q_EMIT writeDateTimeToRtc(dateTime.toUTC());
+    return isSet;
+}
+
+bool DateTimeManager::moveClock(const QDateTime& dateTime)
+{
+    if (m_setClock == nullptr) {
+        LogFormatter(LogLevel::Info).log(Log::Machine)
+            << (m_isBoard ? "(doing nothing for a simulated clock)" : "(doing nothing on desktop)");
+        return false;
+    }
+    const QString failure = m_setClock(dateTime);
+    if (failure.isEmpty())
+        return true;
+    LogFormatter(LogLevel::Error).log(Log::Machine).noquote()
+        << "void zeltools::system::DateTimeManager::setDateTime(const QDateTime&, bool)"
+        << "Failed to set the clock:" << failure;
+    return false;
 }
 
 int DateTimeManager::currentLocalYear() const

@@ -2,11 +2,14 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "system/ntppacket_p.h"
 #include "system/ntpstate_p.h"
 #include "system/packagesmanager.h"
+#include "system/timedatectl_p.h"
 
-#include <QtEndian>
+#include <QNetworkDatagram>
 
+#include <array>
 #include <chrono>
 
 namespace zeltools::system::service
@@ -18,15 +21,15 @@ namespace
 using namespace std::chrono_literals;
 
 constexpr quint16 s_port = 123;
-constexpr int s_packetSize_B = 48;
-// Leap indicator 3 (the clock is not synchronised), version 4, mode 3 (client).
-constexpr char s_clientHeader = '\xE3';
-constexpr int s_transmitSeconds_B = 40; // offset in the packet
-constexpr qint64 s_from1900To1970_s = 2208988800;
 
 constexpr auto s_pollInterval = 1h;
 constexpr auto s_retryInterval = 30s;
 constexpr int s_mostFailures = 5; // then the client waits for the next poll
+constexpr std::array s_answerTimes{30s, 60s, 120s};
+
+constexpr std::chrono::milliseconds s_longestAge = 2 * s_pollInterval;
+// Answers are cut to whole seconds, and their way takes time.
+constexpr std::chrono::milliseconds s_largestError = 2s;
 
 } // namespace
 
@@ -42,6 +45,8 @@ Ntp::Ntp(const QHostAddress& server, PackagesManager& packages, const Machine& m
     , m_server(server)
     , m_socket(new QUdpSocket)
 {
+    m_answerTimer.setSingleShot(true);
+    connect(&m_answerTimer, &QTimer::timeout, this, &Ntp::sendRequest);
     load();
 }
 
@@ -71,7 +76,17 @@ void Ntp::enable(bool on)
 void Ntp::refresh()
 {
     if (enabled())
-        sendRequest();
+        ask();
+}
+
+bool Ntp::isClockSynchronized() const
+{
+    if (isClockKept())
+        return true;
+    if (!m_lastAnswer.isValid() || m_sinceAnswer.hasExpired(s_longestAge.count()))
+        return false;
+    const QDateTime now = m_lastAnswer.addMSecs(m_sinceAnswer.elapsed());
+    return qAbs(now.msecsTo(QDateTime::currentDateTimeUtc())) <= s_largestError.count();
 }
 
 void Ntp::load()
@@ -101,31 +116,39 @@ void Ntp::enableFallback()
             << "void zeltools::system::service::Ntp::enableFallback()"
             << ": can't bind socket";
     }
-    connect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
+    connect(&m_pollTimer, &QTimer::timeout, this, &Ntp::ask);
     connect(m_socket.data(), &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
     m_pollTimer.start(s_pollInterval);
     m_isFallbackEnabled = true;
     m_state->save(m_isFallbackEnabled);
-    sendRequest();
+    ask();
 }
 
 void Ntp::disableFallback()
 {
-    disconnect(&m_pollTimer, &QTimer::timeout, this, &Ntp::sendRequest);
+    disconnect(&m_pollTimer, &QTimer::timeout, this, &Ntp::ask);
     disconnect(m_socket.data(), &QUdpSocket::readyRead, this, &Ntp::receiveResponse);
     m_pollTimer.stop();
+    m_answerTimer.stop();
     m_retries = std::make_unique<QObject>(); // cancels the pending retries
     m_socket->close();
     m_isFallbackEnabled = false;
     m_state->save(m_isFallbackEnabled);
 }
 
+void Ntp::ask()
+{
+    m_unanswered = 0;
+    sendRequest();
+}
+
 void Ntp::sendRequest()
 {
-    QByteArray request(s_packetSize_B, '\0');
-    request[0] = s_clientHeader;
-    if (m_socket->writeDatagram(request, m_server, s_port) >= s_packetSize_B)
+    m_answerTimer.stop();
+    if (m_socket->writeDatagram(NtpPacket::request(), m_server, s_port) >= NtpPacket::size_B) {
+        awaitAnswer();
         return;
+    }
     LogFormatter(LogLevel::Error).log(Log::Network)
         << "void zeltools::system::service::Ntp::sendRequest()"
         << ": NTP request transmission failed";
@@ -134,19 +157,25 @@ void Ntp::sendRequest()
                            [this] { sendRequest(); });
 }
 
+void Ntp::awaitAnswer()
+{
+    // The socket receives nothing while a package keeps the time.
+    if (m_isFallbackEnabled && m_unanswered < s_answerTimes.size())
+        m_answerTimer.start(s_answerTimes[m_unanswered++]);
+}
+
 void Ntp::receiveResponse()
 {
     m_failedTransmissions = 0;
-    char response[s_packetSize_B + 1]; // so that a longer answer is not cut to the right size
-    QHostAddress sender;
-    if (m_socket->readDatagram(response, sizeof response, &sender) != s_packetSize_B ||
-        !sender.isEqual(m_server, QHostAddress::ConvertV4MappedToIPv4))
+    const QNetworkDatagram response = m_socket->receiveDatagram();
+    const QDateTime time = NtpPacket::timeOf(response.data());
+    if (!time.isValid() ||
+        !response.senderAddress().isEqual(m_server, QHostAddress::ConvertV4MappedToIPv4))
         return;
-    const auto since1900_s = qFromBigEndian<quint32>(response + s_transmitSeconds_B);
-    if (since1900_s == 0)
-        return; // a server that does not know the time
-    Q_EMIT currentTime(
-        QDateTime::fromSecsSinceEpoch(qint64(since1900_s) - s_from1900To1970_s, Qt::UTC));
+    m_answerTimer.stop();
+    m_lastAnswer = time;
+    m_sinceAnswer.start();
+    Q_EMIT currentTime(time);
 }
 
 } // namespace zeltools::system::service

@@ -4,6 +4,8 @@
 #include "logging/logformatter.h"
 #include "timedprocess.h"
 
+#include <sys/timex.h>
+
 namespace zeltools::system
 {
 
@@ -29,6 +31,16 @@ std::optional<bool> timeSyncState(std::chrono::milliseconds timeLimit)
         << "bool zeltools::system::PackagesManager::ntpEnabled() const"
         << "Failed to run timedatectl:" << failure;
     return std::nullopt;
+}
+
+// The status flag of the kernel does not serve here: a time service may leave it set, to keep the
+// kernel from the hardware clock.
+bool isClockKept()
+{
+    using namespace std::chrono_literals;
+    constexpr std::chrono::microseconds unknownError = 16s; // The kernel counts the error up to it.
+    timex clock{};
+    return ::adjtimex(&clock) >= 0 && std::chrono::microseconds(clock.maxerror) < unknownError;
 }
 
 } // namespace zeltools::system

@@ -108,27 +108,34 @@ QString TimeZoneHelper::currentTimeZone() const
 
 void TimeZoneHelper::setCurrentTimeZone(const QString& timeZone)
 {
+    trySetCurrentTimeZone(timeZone);
+}
+
+bool TimeZoneHelper::trySetCurrentTimeZone(const QString& timeZone)
+{
     const QString before = currentTimeZone();
     if (timeZone == before)
-        return;
+        return true;
     if (!m_packages.isAvailable(PackagesManager::Tzdata)) {
         logLine(LogLevel::Error) << "Missing tzdata package! Basalt does not support timezones!";
-        return;
+        return false;
     }
     if (!m_zones->contains(timeZone)) {
         logLine(LogLevel::Error).noquote()
             << QString(QLatin1String("Not existing zone info file: ") + m_zones->file(timeZone));
-        return;
+        return false;
     }
     const std::chrono::hours offsetBefore = timeZoneOffset();
     const bool hasTimeSync = m_packages.isAvailable(PackagesManager::TimeSync);
     const QStringList commands = m_zones->switchCommands(timeZone, hasTimeSync);
     for (const QString& command : commands)
         WindowsTools::runCommand(command);
+    const bool isSwitched = m_zones->isCurrent(timeZone);
     logLine(LogLevel::Info) << "Changed Timezone from" << before
                             << "offset:" << offsetBefore.count() << "into" << timeZone
                             << "offset:" << timeZoneOffset().count();
     Q_EMIT currentTimeZoneChanged();
+    return isSwitched;
 }
 
 } // namespace zeltools::system

@@ -50,13 +50,16 @@ public:
     /// The zone of the system. If TZ is set in the environment of this process, it takes
     /// precedence, and setCurrentTimeZone() has no effect in this process.
     Q_INVOKABLE QString currentTimeZone() const;
+    /// Does the same as trySetCurrentTimeZone().
+    Q_INVOKABLE void setCurrentTimeZone(const QString& timeZone);
     /// Switches the zone of the system, also on the desktop, and emits the signal. It does nothing
     /// for the current zone. It refuses, with an Error line, a machine without time zones, a zone
     /// without a file, and a zone whose file is a link to /etc/localtime.
     ///
-    /// The call blocks while commands run (see WindowsTools) and does not detect their failure. An
-    /// Info line has the offsets before and after, which show it.
-    Q_INVOKABLE void setCurrentTimeZone(const QString& timeZone);
+    /// The call blocks while commands run (see WindowsTools). If they fail, it still emits the
+    /// signal; an Info line has the offsets before and after. Returns true if /etc/localtime leads
+    /// to the zone afterwards, or if it was the current one already.
+    Q_INVOKABLE bool trySetCurrentTimeZone(const QString& timeZone);
 
 Q_SIGNALS:
     void currentTimeZoneChanged();

@@ -35,6 +35,18 @@ QString placeOf(const QFileInfo& file)
     return QFileInfo(file.path()).canonicalFilePath() + QLatin1Char('/') + file.fileName();
 }
 
+// Whether the path of a file is this place, or is a link that leads through it.
+bool leadsThrough(const QString& path, const QString& place)
+{
+    if (!System::fileExists(path)) // A circle of links would have no end.
+        return false;
+    const QString wanted = placeOf(QFileInfo(place));
+    QFileInfo file(placeOf(QFileInfo(path)));
+    while (file.isSymLink() && file.filePath() != wanted)
+        file.setFile(placeOf(QFileInfo(file.symLinkTarget())));
+    return file.filePath() == wanted;
+}
+
 } // namespace
 
 ZoneDatabase::ZoneDatabase(const Machine& machine)
@@ -70,16 +82,12 @@ bool ZoneDatabase::contains(const QString& timeZone) const
     static const QRegularExpression form(QStringLiteral(R"(\A[\w+-]+(/[\w+-]+)*\z)"));
     const QString path = file(timeZone);
     return form.match(timeZone).hasMatch() && System::fileExists(path) &&
-           !leadsThroughLocalTime(path);
+           !leadsThrough(path, m_localTimeFile);
 }
 
-bool ZoneDatabase::leadsThroughLocalTime(const QString& zoneFile) const
+bool ZoneDatabase::isCurrent(const QString& timeZone) const
 {
-    const QString localTime = placeOf(QFileInfo(m_localTimeFile));
-    QFileInfo file(placeOf(QFileInfo(zoneFile)));
-    while (file.isSymLink() && file.filePath() != localTime)
-        file.setFile(placeOf(QFileInfo(file.symLinkTarget())));
-    return file.filePath() == localTime;
+    return leadsThrough(m_localTimeFile, file(timeZone));
 }
 
 QStringList ZoneDatabase::switchCommands(const QString& timeZone, bool hasTimeSync) const

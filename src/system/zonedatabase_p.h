@@ -22,12 +22,12 @@ public:
     /// Whether the name has the form of a zone and its file exists. The file must not be a link to
     /// /etc/localtime, which would become a link to itself.
     bool contains(const QString& timeZone) const;
+    /// Whether /etc/localtime leads to the file of the zone.
+    bool isCurrent(const QString& timeZone) const;
     /// The commands that make a zone the zone of the system.
     QStringList switchCommands(const QString& timeZone, bool hasTimeSync) const;
 
 private:
-    bool leadsThroughLocalTime(const QString& zoneFile) const;
-
     QString m_zoneInfoDir;
     QString m_localTimeFile;
     QString m_timeZoneFile;

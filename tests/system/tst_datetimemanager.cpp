@@ -2,16 +2,30 @@
 #include "support.h"
 #include "support/machines.h"
 #include "system/simulateddatetimemanager.h"
+#include "windowstools.h"
 
 #include <QtTest>
 
 #include <dlfcn.h>
+#include <sched.h>
+#include <sys/mount.h>
 
 using namespace std::chrono_literals;
 using namespace zeltools::system;
 
 // A locale with other digits and names. Qt reads it before the first test runs.
 const bool s_isEgyptian = qputenv("LC_ALL", "ar_EG");
+
+/// A board whose minute is always equally old.
+struct BoardManager : DateTimeManager
+{
+    BoardManager()
+        : DateTimeManager(support::machine(true), nullptr)
+    {
+        fakeclock::advance(0s); // starts it
+    }
+    QDateTime currentDateTime() const override { return {{2040, 1, 1}, {0, 0, 50}}; }
+};
 
 class TestDateTimeManager : public QObject
 {
@@ -81,6 +95,63 @@ private Q_SLOTS:
         const QString failures = recorder.takeMessages().join('|');
         QCOMPARE(failures.contains("set the clock: Operation not permitted|"), isBoard);
         QCOMPARE(failures.endsWith("set the clock: no valid date and time"), isBoard);
+    }
+
+    void noticesThatTheClockWasSet()
+    {
+        if (!fakeclock::touchSystemClock())
+            QSKIP("may not set the clock", SkipSingle);
+        fakeclock::s_isRefusing = false;
+        BoardManager manager;
+        SimulatedDateTimeManager simulated("tcpserver/127.0.0.1/0");
+        simulated.processIncomingData("2030/01/02 10:15:10");
+        const QSignalSpy changes(&manager, &DateTimeManager::dateTimeChanged);
+        const QSignalSpy simulatedChanges(&simulated, &DateTimeManager::dateTimeChanged);
+        for (const int expected : {1, 2}) {
+            fakeclock::advance(6s); // The minute would end after 10 s without a change.
+            fakeclock::touchSystemClock();
+            fakeclock::advance(0s);
+            QCOMPARE(changes.size(), expected);
+        }
+        fakeclock::advance(10s);
+        QCOMPARE(changes.size(), 3);
+        QVERIFY(manager.trySetDateTime(QDateTime::currentDateTime(), false));
+        fakeclock::advance(0s);
+        QCOMPARE(changes.size(), 4);
+        QVERIFY(!simulated.trySetDateTime(QDateTime::currentDateTime(), false));
+        QCOMPARE(simulatedChanges.size(), 1);
+        fakeclock::s_isRefusing = true;
+        QVERIFY(!manager.trySetDateTime(QDateTime::currentDateTime(), false));
+    }
+
+    // Comes last, because /etc stays hidden.
+    void noticesThatTheZoneWasSwitched()
+    {
+        const QTemporaryDir etc;
+        const QByteArray folder = QFile::encodeName(etc.path());
+        if (::unshare(CLONE_NEWNS) != 0 ||
+            ::mount("", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            ::mount(folder.constData(), "/etc", nullptr, MS_BIND, nullptr) != 0)
+            QSKIP("needs a mount namespace of its own", SkipSingle);
+        qunsetenv("TZ");
+        QVERIFY(QFile::link("/usr/share/zoneinfo/Europe/Rome", "/etc/localtime"));
+        BoardManager manager;
+        TimeZoneHelper& zones = *manager.timeZoneHelper();
+        const QSignalSpy changes(&manager, &DateTimeManager::dateTimeChanged);
+        const auto changesAfter = [&](bool isDone) {
+            fakeclock::advance(0s);
+            fakeclock::advance(1s);
+            return isDone ? changes.size() : -1;
+        };
+        QCOMPARE(changesAfter(QFile::link("/usr/share/zoneinfo/Asia/Tokyo", "/etc/new") &&
+                              ::rename("/etc/new", "/etc/localtime") == 0),
+                 1);
+        QCOMPARE(zones.currentTimeZone(), "Asia/Tokyo");
+        QCOMPARE(changesAfter(QFile::link("any", "/etc/other")), 1);
+        QCOMPARE(changesAfter(zones.trySetCurrentTimeZone("Asia/Kolkata")), 2);
+        QCOMPARE(changesAfter(!zones.trySetCurrentTimeZone("Mars/Olympus")), 2);
+        WindowsTools::setCommandRunner([](const QString&, const QString&, int*) { return false; });
+        QCOMPARE(changesAfter(!zones.trySetCurrentTimeZone("Asia/Tokyo")), 3);
     }
 };
 

@@ -19,6 +19,7 @@
 #include <sched.h>
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/timex.h>
 
 using namespace std::chrono_literals;
 using fakeclock::advance;
@@ -148,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(support::readFile(m_machine.ntpStateFile), QByteArray("0"));
     }
 
-    void clientAsksEveryHour()
+    void clientAsksEveryHourAndAgainWithoutAnAnswer()
     {
         QUdpSocket peer;
         QVERIFY(peer.bind(QHostAddress::LocalHost, 123));
@@ -159,27 +160,42 @@ private Q_SLOTS:
         ntp->refresh(); // is not enabled yet
         ntp->enable(true);
         ntp->enable(true);
-        QNetworkDatagram request;
-        for (int hour = 0; hour < 4; ++hour) { // never an answer
-            advance(1min);
-            request = peer.receiveDatagram();
-            QCOMPARE(request.data(), QByteArray(48, '\0').replace(0, 1, "\xE3"));
-            advance(58min);
-            QVERIFY(!peer.hasPendingDatagrams());
-            advance(hour < 3 ? 1min : 0s);
-        }
-        const auto answer = QByteArray(9000, 1).replace(40, 4, QByteArray::fromHex("e93c7f00"));
-        for (const int size : {0, 47, 49, 9000, 48, 48})
-            peer.writeDatagram(request.makeReply(answer.left(size)));
-        peer.writeDatagram(request.makeReply(QByteArray(48, '\0'))); // without a time
+        const auto start = fakeclock::s_ahead;
+        advance(0s);
+        const QNetworkDatagram request = peer.receiveDatagram();
+        QCOMPARE(request.data(), QByteArray(48, '\0').replace(0, 1, "\xE3"));
+        const auto answer = [&](const char* seconds) {
+            return request.makeReply(
+                QByteArray(48, 1).replace(40, 4, QByteArray::fromHex(seconds)));
+        };
+        const QByteArray long_ = answer("e93c7f00").data().repeated(200);
+        for (const int size : {0, 47, 49, 9000})
+            peer.writeDatagram(request.makeReply(long_.left(size)));
+        peer.writeDatagram(answer("00000000")); // without a time
         QUdpSocket stranger;
         QVERIFY(stranger.bind(QHostAddress("127.0.0.2"), 123));
-        stranger.writeDatagram(answer.left(48), request.senderAddress(), request.senderPort());
+        stranger.writeDatagram(long_.left(48), request.senderAddress(), request.senderPort());
+
+        // The pauses are 30 s, 60 s and 120 s; each request is noticed 4 s after it is due.
+        for (const auto time : {30s, 94s, 218s, 3600s, 3634s, 3698s, 3822s, 7200s}) {
+            advance(start + time - 4s - fakeclock::s_ahead);
+            QVERIFY(!peer.hasPendingDatagrams());
+            advance(8s);
+            QCOMPARE(peer.receiveDatagram().data().size(), 48);
+            QVERIFY(!peer.hasPendingDatagrams());
+        }
+        for (const char* seconds : {"80000000", "e93c7f00", "00000001", "7fffffff"})
+            peer.writeDatagram(answer(seconds));
         advance(0s);
+        const QString lastAnswer = ntp->property("lastAnswer").toDateTime().toString(Qt::ISODate);
+        advance(58min);
+        QVERIFY(!peer.hasPendingDatagrams());
         ntp->enable(false);
-        peer.writeDatagram(request.makeReply(answer.left(48))); // too late
+        peer.writeDatagram(answer("e93c7f00")); // too late
         advance(2h);
-        QCOMPARE(times.join(' '), "2024-01-01T00:00:00Z 2024-01-01T00:00:00Z");
+        QCOMPARE(times.join(' '), "1968-01-20T03:14:08Z 2024-01-01T00:00:00Z "
+                                  "2036-02-07T06:28:17Z 2104-02-26T09:42:23Z");
+        QCOMPARE(lastAnswer, times.last());
         QVERIFY(!peer.hasPendingDatagrams());
     }
 
@@ -241,6 +257,23 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT((ntp->refresh(), !times.isEmpty()), 30000);
         QVERIFY(qAbs(times[0][0].toDateTime().secsTo(QDateTime::currentDateTime())) < 10);
         server.close();
+
+        ntp->enable(false);
+        timex before{};
+        ::adjtimex(&before);
+        const auto tellError = [](long error_us) { // as a time service does
+            timex clock{};
+            clock.modes = ADJ_MAXERROR;
+            clock.maxerror = error_us;
+            return ::adjtimex(&clock) >= 0;
+        };
+        if (!tellError(16000000))
+            QSKIP("may not set the clock", SkipSingle);
+        const auto atEnd = qScopeGuard([&] { tellError(before.maxerror); });
+        QVERIFY(ntp->isClockSynchronized());
+        advance(4s); // without the clock of the machine
+        QVERIFY(!ntp->isClockSynchronized());
+        QVERIFY(tellError(1000) && ntp->isClockSynchronized());
     }
 
     void findsZones()
