@@ -39,13 +39,15 @@ namespace
 int* volatile s_null = nullptr;
 void (*volatile s_nullFunction)() = nullptr;
 volatile int s_zero = 0;
+volatile int s_many = 17;
 bool s_crashesAtEnd = false;
 QString s_folder;
 
 } // namespace
 
-// They are found by their names. None of them may end with a jump to the next function.
-#define CRASH extern "C" [[gnu::noinline, gnu::used]] void
+// They are found by their names. None of them may end with a jump to the next function. Their
+// errors are meant, so that a sanitizer must not end the process before.
+#define CRASH extern "C" __attribute__((noinline, used, no_sanitize("undefined"))) void
 
 CRASH crash_null_read()
 {
@@ -79,12 +81,10 @@ CRASH crash_overflow_in_thread()
 
 CRASH crash_heap_corruption()
 {
-    char* const first = static_cast<char*>(std::malloc(24));
-    char* const second = static_cast<char*>(std::malloc(24));
-    char* volatile end = second;
-    std::memset(end - 16, 'x', 16); // the size of the second block
-    std::free(second);
-    std::free(first);
+    static void* volatile block = std::malloc(24);
+    std::memset(static_cast<char*>(block) - 16, 'x', 16); // the size of the block
+    std::free(block);
+    s_zero = 0;
 }
 
 CRASH crash_abort()
@@ -149,7 +149,7 @@ CRASH crash_assertion()
 
 CRASH crash_division()
 {
-    s_zero = 1 / s_zero;
+    s_zero = s_many / s_zero;
 }
 
 CRASH crash_cut_file()
