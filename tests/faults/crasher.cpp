@@ -18,6 +18,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -124,7 +125,10 @@ CRASH crash_eight_threads()
 
 CRASH crash_out_of_memory()
 {
-    constexpr rlim_t limit_B = 1024 * 1024 * 1024;
+    std::ifstream statistics("/proc/self/statm");
+    rlim_t pages = 0;
+    statistics >> pages;
+    const rlim_t limit_B = pages * rlim_t(sysconf(_SC_PAGESIZE)) + 64 * 1024 * 1024;
     const rlimit limit{limit_B, limit_B};
     setrlimit(RLIMIT_AS, &limit);
     for (std::vector<std::string> all;;)
