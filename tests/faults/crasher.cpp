@@ -9,6 +9,7 @@
 #include <zeltools/logging/logmanager.h>
 #include <zeltools/path.h>
 #include <zeltools/system/simulateddatetimemanager.h>
+#include <zeltools/windowstools.h>
 
 #include "../support/threads.h"
 
@@ -197,6 +198,22 @@ const std::map<std::string, void (*)()> s_kinds{
     {"assertion", crash_assertion},
     {"division", crash_division},
     {"cut_file", crash_cut_file},
+    {"second_fault",
+     [] {
+         CrashReports::addSection("broken", [](zeltools::CrashReportWriter&) { std::abort(); });
+         crash_null_read();
+     }},
+    {"second_read",
+     [] {
+         CrashReports::addSection("broken",
+                                  [](zeltools::CrashReportWriter&) { crash_null_read(); });
+         crash_null_read();
+     }},
+    {"too_long",
+     [] {
+         CrashReports::addSection("slow", [](zeltools::CrashReportWriter&) { sleep(60); });
+         crash_null_read();
+     }},
     {"nothing", [] {}},
     {"killed", [] { raise(SIGKILL); }},
 };
@@ -221,13 +238,15 @@ int main(int argc, char* argv[])
     Path::instance()->init(s_folder + "/app/bin", "default", "default");
     LogManager::initialize();
     qInstallMessageHandler(LogManager::qtMessageHandler);
+    const std::string kind = argv[2];
+    if (kind == "division")
+        WindowsTools::installSignalHandlers();
     const bool isPlain = argc > 3;
     if (!isPlain && !CrashReports::install(s_folder + "/crashes"))
         return 2;
     CrashReports::addSection("tank", [](zeltools::CrashReportWriter& writer) {
         writer.text("water ").number(17).endLine();
     });
-    const std::string kind = argv[2];
     if (kind != "nothing") {
         std::thread(waitForEver, "Grinder").detach();
         std::thread(waitForEver, "Pump").detach();

@@ -111,6 +111,7 @@ def crash_kinds(root):
         reports = list(crashes.glob("*.open"))
         require(len(reports) == 1, f"{kind}: reports {reports}")
         require_report(Report(reports[0]), kind, bounds)
+        require(printed.count("Fatal signal: SIGFPE") == (kind == "division"), "other handlers")
         told = COLLECTED.findall(printed)
         require([words for words, _ in told] == [before] * (before is not None),
                 f"{told} instead of {before}")
@@ -127,6 +128,18 @@ def crash_kinds(root):
           f"{list(KINDS)[longest % len(KINDS)]}")
 
 
+# A section of the application crashes or hangs. The rest of the report stays.
+def crash_cut(root):
+    ends = {"second_fault": (SEGV, 0), "second_read": (SEGV, 0), "too_long": (signal.SIGALRM, 5)}
+    for kind, (number, least) in ends.items():
+        status, _, duration = start(root / kind, kind)
+        require(status == -number and duration >= least, f"{kind}: {status} after {duration} s")
+        report = next((root / kind / "crashes").glob("*.open")).read_text()
+        require("Last words" in report and " crashed]\n0x" in report, f"{kind}: {report}")
+        require("[end]" not in report, f"{kind}: complete")
+        require(COLLECTED.findall(start(root / kind, "nothing")[1]), f"{kind}: not collected")
+
+
 # A killed run leaves no report, and the next start says so.
 def crash_killed(root):
     require(start(root, "killed")[0] == -signal.SIGKILL, "the status of a killed run")
@@ -135,4 +148,4 @@ def crash_killed(root):
     require(not list((root / "crashes").iterdir()), "a killed run leaves a file")
 
 
-main({"crash_kinds": crash_kinds, "crash_killed": crash_killed}[EXPERIMENT])
+main(globals()[EXPERIMENT])
