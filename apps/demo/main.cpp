@@ -1,6 +1,7 @@
 // A machine application in miniature. It starts like a real one, makes drinks until a log file
 // rotates, and shows which lines reached which file. The exit status is 0 only if all are right.
 
+#include "crashes.h"
 #include "cycles.h"
 #include "diagnosis.h"
 #include "drinkcycle.h"
@@ -121,6 +122,8 @@ int main(int argc, char** argv)
     machineOption.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOption(machineOption);
     parser.process(application);
+    if (isCrashingMachine(parser.value(machine)))
+        return runCrashingMachine(parser.value(machine), parser.value(directory));
     if (parser.isSet(machine)) // This process is one of those that showStall() starts.
         return runStalledMachine(parser.value(machine), parser.value(directory));
 
