@@ -100,9 +100,12 @@ void ActiveMonitor::start()
     }
 }
 
+// The first call stack loads the unwinder. Done now, it does not have to wait for a thread that has
+// stalled with a lock of the loader held.
 void ActiveMonitor::run()
 {
     blockSignals();
+    zeltools::ThreadStack::of(gettid());
     std::unique_lock<std::mutex> lock(m_mutex);
     while (!m_isStopping) {
         lock.unlock();
