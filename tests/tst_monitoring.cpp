@@ -39,18 +39,22 @@ class TestMonitoring : public QObject
     {
         explicit Events(Monitor& monitor)
         {
-            const auto add = [this, &monitor](const QString& event, const QStringList& calls) {
-                monitor.items(); // hangs if the monitor holds a lock
-                const QMutexLocker locker(&mutex);
-                texts.append(event);
-                if (!calls.isEmpty())
-                    stack = calls.join('|');
-            };
-            connect(&monitor, &Monitor::threadLate, [=](auto name) { add("late " + name, {}); });
+            connect(&monitor, &Monitor::threadLate,
+                    [this](const QString& name) { add("late " + name, {}); });
             connect(&monitor, &Monitor::threadRecovered,
-                    [=](auto name) { add("recovered " + name, {}); });
+                    [this](const QString& name) { add("recovered " + name, {}); });
             connect(&monitor, &Monitor::threadStalled,
-                    [=](auto name, auto, auto calls) { add("stalled " + name, calls); });
+                    [&](const QString& name, auto, const QStringList& calls) {
+                        monitor.items(); // hangs if the monitor holds a lock
+                        add("stalled " + name, calls);
+                    });
+        }
+        void add(const QString& event, const QStringList& calls)
+        {
+            const QMutexLocker locker(&mutex);
+            texts.append(event);
+            if (!calls.isEmpty())
+                stack = calls.join('|');
         }
         bool has(const QString& event)
         {
