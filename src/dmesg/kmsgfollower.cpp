@@ -71,8 +71,11 @@ void KmsgFollower::read()
         stop();
     if (!lines.isEmpty())
         Q_EMIT newLines(lines);
-    if (hasEnded && !m_isRunning) // a receiver of the lines may have started it again
-        Q_EMIT ended(reason);
+    if (!hasEnded || m_isRunning) // a receiver of the lines may have started it again
+        return;
+    LogFormatter(LogLevel::Info).log(Log::Global).noquote()
+        << "Reading the kernel log has ended:" << reason;
+    Q_EMIT ended(reason);
 }
 
 } // namespace dmesg

@@ -106,20 +106,21 @@ std::optional<KmsgRecord> KmsgRecord::parse(const QByteArray& record)
     KmsgRecord result;
     quint32 priority = 0;
     quint64 sinceBoot_us = 0;
-    // The time may be followed by a comma and more values.
     position = readNumber(position, end, ',', priority);
     position = position ? readNumber(position, end, ',', result.sequence) : nullptr;
-    const char* const text = position ? std::find(position, end, ';') : end;
-    if (text == end || std::from_chars(position, text, sinceBoot_us).ec != std::errc())
+    if (!position)
         return std::nullopt;
-    const char* const timeEnd = std::from_chars(position, text, sinceBoot_us).ptr;
+    const char* const semicolon = std::find(position, end, ';');
+    const auto [timeEnd, error] = std::from_chars(position, semicolon, sinceBoot_us);
+    // The time may be followed by a comma and more values.
+    const bool hasTime = error == std::errc() && (timeEnd == semicolon || *timeEnd == ',');
     constexpr quint64 latest_us = std::numeric_limits<qint64>::max() / 2; // leaves room for 1970
-    if ((*timeEnd != ',' && timeEnd != text) || sinceBoot_us > latest_us)
+    if (semicolon == end || !hasTime || sinceBoot_us > latest_us)
         return std::nullopt;
     result.level = static_cast<Level>(priority % 8);
     result.facility = priority / 8;
     result.sinceBoot = std::chrono::microseconds(static_cast<qint64>(sinceBoot_us));
-    result.text = decoded(text + 1, end);
+    result.text = decoded(semicolon + 1, end);
     for (int i = 1; i < lines.size(); ++i)
         readField(lines[i], result.fields);
     return result;
