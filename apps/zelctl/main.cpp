@@ -4,6 +4,7 @@
 #include "envcommand.h"
 #include "eventscommand.h"
 #include "hexcommand.h"
+#include "kmsgcommand.h"
 #include "logcommand.h"
 #include "refusedvariables.h"
 #include "versioncommand.h"
@@ -23,6 +24,7 @@ constexpr Command s_commands[]{
     {"env", "Shows and edits the environment file of a machine.", runEnv},
     {"events", "Shows the event history of a machine in pages.", runEvents},
     {"hex", "Brings hexadecimal text into one form, or into bytes and back.", runHex},
+    {"kmsg", "Prints the log of the running kernel, and follows it.", runKmsg},
     {"log", "Prints the log files of a machine, merged by time, and searches them.", runLog},
     {"version", "Compares two versions, tells that of the library.", runVersion},
 };

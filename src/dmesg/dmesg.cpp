@@ -1,5 +1,6 @@
 #include "dmesg/dmesg.h"
 
+#include "dmesg/followcommand_p.h"
 #include "dmesg/linebuffer_p.h"
 #include "dmesg/releaseassert_p.h"
 #include "logging/log.h"
@@ -25,14 +26,13 @@ Dmesg::Dmesg()
 
 Dmesg::Dmesg(const zeltools::Machine& machine)
     : m_isBoard(machine.isBoard)
+    , m_kernelMessageFile(machine.kernelMessageFile)
     , m_buffer(std::make_unique<LineBuffer>())
 {
     connect(&m_process, &DmesgProcess::newLines, this, &Dmesg::onProcessNewLines,
             Qt::DirectConnection);
     initLogFile();
-    setCommand({QStringLiteral("script"),
-                {QStringLiteral("--quiet"), QStringLiteral("--command"),
-                 QStringLiteral("dmesg --follow --ctime"), QStringLiteral("/dev/null")}});
+    setCommand(followCommand());
 }
 
 Dmesg::~Dmesg()
@@ -64,7 +64,24 @@ void Dmesg::setCommand(const System::Command& command)
 {
     releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
                   "Can't set command while running", __FILE__, __LINE__);
+    m_command = command;
     m_process.setCommand(command);
+    chooseSource();
+}
+
+void Dmesg::setSource(Source source)
+{
+    releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
+                  "Can't set source while running", __FILE__, __LINE__);
+    m_source = source;
+    chooseSource();
+}
+
+void Dmesg::setRestarting(bool isRestarting)
+{
+    releaseAssert(!m_process.isRunning(), "!m_process.isRunning()",
+                  "Can't set restarting while running", __FILE__, __LINE__);
+    m_process.setRestarting(isRestarting);
 }
 
 RotatingLogFileConfiguration Dmesg::makeLogFileConfig(float maximumSizeMiB, int secondaryFilesCount,
@@ -123,6 +140,13 @@ void Dmesg::onProcessNewLines(const QStringList& lines)
     }
     if (m_config.logToFile && m_logFile)
         m_logFile->sync();
+}
+
+void Dmesg::chooseSource()
+{
+    const bool isDevice =
+        m_source == KernelDevice || (m_source == Automatic && !isInstalled(m_command));
+    m_process.setKernelDevice(isDevice ? m_kernelMessageFile : QString());
 }
 
 // Opens the file and logs without the lock, since receivers of log lines may ask for the lines.

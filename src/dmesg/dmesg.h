@@ -21,7 +21,8 @@ class LineBuffer;
 /// and the last lines are kept in memory. If configured, all lines are also written to "dmesg.log"
 /// in `Path::debugLogsDir`, which is off by default.
 ///
-/// The process runs `dmesg` under `script`, which makes it write each line immediately.
+/// The process runs `dmesg` under `script`, which makes it write each line immediately. Where these
+/// programs are missing, the capture can read the kernel log itself; see setSource().
 ///
 /// Lines arrive in the thread of the process. One lock guards the lines. It is held
 /// while changed() and newLine() are emitted, so that a directly connected receiver must not call
@@ -46,6 +47,12 @@ public:
     };
     enum Order { OlderFirst = 0, NewerFirst = 1 };
     Q_ENUM(Order)
+    enum Source {
+        Command = 0,      ///< the command
+        KernelDevice = 1, ///< /dev/kmsg
+        Automatic = 2     ///< /dev/kmsg if the program of the command is not installed
+    };
+    Q_ENUM(Source)
 
     /// The only capture, created by the first call and destroyed when the process ends. The path
     /// layout must exist before lines go to a file.
@@ -62,6 +69,13 @@ public:
     void setConfig(const Config& config);
     /// Sets the command that start() runs instead of `script` and `dmesg`.
     void setCommand(const System::Command& command);
+    /// Sets where the lines come from, which is the command by default. They have the same form
+    /// from both sources. `Automatic` is decided by this call and by setCommand(); the command that
+    /// is set by default also needs `dmesg`.
+    void setSource(Source source);
+    /// Sets whether a capture that ends by itself is started again; see
+    /// DmesgProcess::setRestarting(). It is off by default.
+    void setRestarting(bool isRestarting);
     static RotatingLogFileConfiguration makeLogFileConfig(float maximumSizeMiB,
                                                           int secondaryFilesCount, bool compressed);
 
@@ -101,11 +115,15 @@ protected:
 private:
     Dmesg();
 
+    void chooseSource();
     void initLogFile();
     void appendLine(const QString& line, zeltools::MutexLocker& locker);
     void logLine(const QString& line, zeltools::MutexLocker& locker);
 
     const bool m_isBoard;
+    const QString m_kernelMessageFile;
+    System::Command m_command;
+    Source m_source = Command;
     Config m_config;
     std::unique_ptr<LineBuffer> m_buffer;
     mutable QMutex m_mutex; // for the configuration, the buffer and the pointer to the file

@@ -1,6 +1,9 @@
 #include "dmesg/dmesgprocess.h"
 
+#include "dmesg/kmsgfollower_p.h"
 #include "dmesg/linecutter_p.h"
+#include "dmesg/replayfilter_p.h"
+#include "dmesg/restarter_p.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "timedprocess.h"
@@ -32,18 +35,29 @@ DmesgProcess::DmesgProcess()
 {
 }
 
-DmesgProcess::DmesgProcess(std::chrono::milliseconds patience)
+DmesgProcess::DmesgProcess(std::chrono::milliseconds patience,
+                           std::chrono::milliseconds firstRestart)
     : m_patience(patience)
     , m_process(new zeltools::TimedProcess(endWithParent, this))
     , m_output(std::make_unique<LineCutter>())
     , m_errors(std::make_unique<LineCutter>())
+    , m_follower(new KmsgFollower(this))
+    , m_replay(new ReplayFilter(this))
+    , m_restarter(new Restarter(firstRestart, this))
 {
     connect(m_process, &QProcess::readyReadStandardOutput, this,
             &DmesgProcess::onProcessStdoutReadyRead);
     connect(m_process, &QProcess::readyReadStandardError, this,
             &DmesgProcess::onProcessStderrReadyRead);
     connect(m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
-            &DmesgProcess::onProcessFinished);
+            [this](int exitCode) {
+                onProcessFinished(exitCode);
+                onEnded(QStringLiteral("exit code %1").arg(exitCode));
+            });
+    connect(m_follower, &KmsgFollower::newLines, this, &DmesgProcess::newLines);
+    connect(m_follower, &KmsgFollower::ended, this, &DmesgProcess::onEnded);
+    connect(m_replay, &ReplayFilter::newLines, this, &DmesgProcess::newLines);
+    connect(m_restarter, &Restarter::due, this, &DmesgProcess::relaunch);
     connect(m_process, &zeltools::TimedProcess::overdue, this, &DmesgProcess::onOverdue);
     connect(m_process, &QProcess::stateChanged, this,
             [this](QProcess::ProcessState state) { m_state = state; });
@@ -91,7 +105,7 @@ void DmesgProcess::stop()
 
 bool DmesgProcess::isRunning() const
 {
-    return m_state != QProcess::NotRunning;
+    return m_state != QProcess::NotRunning || m_follower->isRunning() || m_restarter->isActive();
 }
 
 void DmesgProcess::setCommand(const System::Command& command)
@@ -108,15 +122,40 @@ void DmesgProcess::startSlot()
         return;
     }
     LogFormatter(LogLevel::Info).log(Log::Global) << s_startSignature << "Starting dmesg process";
+    m_follower->setFile(m_kernelDevice);
+    m_replay->reset(m_isRestarting);
+    if (m_isRestarting)
+        m_restarter->begin();
+    const QString obstacle = launch();
+    if (obstacle.isEmpty())
+        return;
+    LogFormatter(LogLevel::Error).log(Log::Global).noquote()
+        << s_startSignature
+        << (m_kernelDevice.isEmpty() ? QStringLiteral("Failed starting process") : obstacle);
+    m_restarter->onEnd(obstacle);
+}
+
+/// Starts the process or opens the device. Returns an empty text or the reason why that failed.
+QString DmesgProcess::launch()
+{
+    m_restarter->onStart();
+    if (!m_kernelDevice.isEmpty())
+        return m_follower->start();
     m_output->clear();
     m_errors->clear();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("TERM"), QStringLiteral("dumb"));
     m_process->setProcessEnvironment(environment);
     m_process->start();
-    if (!m_process->waitForStarted())
-        LogFormatter(LogLevel::Error).log(Log::Global)
-            << s_startSignature << "Failed starting process";
+    return m_process->waitForStarted() ? QString() : m_process->errorString();
+}
+
+void DmesgProcess::relaunch()
+{
+    m_replay->expectReplay();
+    const QString obstacle = launch();
+    if (!obstacle.isEmpty())
+        m_restarter->onEnd(obstacle);
 }
 
 void DmesgProcess::stopSlot()
@@ -127,13 +166,17 @@ void DmesgProcess::stopSlot()
         return;
     }
     LogFormatter(LogLevel::Info).log(Log::Global) << s_stopSignature << "Stopping dmesg process";
+    m_restarter->stop();
+    m_follower->stop();
+    if (m_process->state() == QProcess::NotRunning)
+        return;
     m_process->terminate();
     m_process->waitForEnd(m_patience);
 }
 
 void DmesgProcess::onProcessStdoutReadyRead()
 {
-    Q_EMIT newLines(m_output->cut(m_process->readAllStandardOutput()));
+    m_replay->take(m_output->cut(m_process->readAllStandardOutput()));
 }
 
 void DmesgProcess::onProcessStderrReadyRead()
@@ -148,6 +191,12 @@ void DmesgProcess::onProcessFinished(int exitCode)
 {
     LogFormatter(LogLevel::Info).log(Log::Global).nospace()
         << "Process exited with code " << exitCode;
+}
+
+void DmesgProcess::onEnded(const QString& reason)
+{
+    m_restarter->onEnd(reason); // first, since a receiver of the lines may stop the capture
+    m_replay->end();
 }
 
 void DmesgProcess::onOverdue()

@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <stdlib.h>
 
-/// `zelctl events`, `hex` and `version`, in a folder with event files.
+/// `zelctl events`, `hex`, `kmsg` and `version`, in a folder with event files.
 class TestZelctl : public QObject
 {
     Q_OBJECT
@@ -62,6 +62,12 @@ private Q_SLOTS:
         refused("head -c 70M /dev/zero | zelctl hex -",
                 "cannot read the standard input: it is too large", 1);
 
+        row("zelctl kmsg --level warnin 2>&1 | cut -c 1-40",
+            "zelctl: unknown level \"warnin\"; the leve\n");
+        row("zelctl kmsg --facility kern,x 2>/dev/null; echo $?; zelctl kmsg x 2>/dev/null; echo "
+            "$?",
+            "2\n2\n");
+
         row("zelctl version ' 1.2' +1.02", "=\n");
         row("zelctl version 1.2 1.2.0 --json 2>/dev/null",
             "{\"a\":\"1.2\",\"b\":\"1.2.0\",\"comparison\":\"!=\",\"sameSize\":false}\n");
@@ -70,6 +76,36 @@ private Q_SLOTS:
         row("[ \"zelctl $(zelctl version)\" = \"$(zelctl --version)\" ]", "");
     }
     void answers() { QTEST(runInShell(QTest::currentDataTag(), m_dir.path()), "answer"); }
+
+    // The test adds a line to the log of this kernel.
+    void printsTheKernelLog_data()
+    {
+        QTest::addColumn<QString>("answer");
+        const auto row = [](const char* command, const char* answer) {
+            QTest::newRow(command) << answer;
+        };
+        row("zelctl kmsg --level ERROR --facility user,kern | grep -c '[0-9]| err    | user   | "
+            "'$m$",
+            "1\n");
+        row("zelctl kmsg --level crit | grep -c $m", "0\nstatus 1\n");
+        row("zelctl kmsg --facility kern | grep -c $m", "0\nstatus 1\n");
+        row("zelctl kmsg --json --follow | grep -m 1 $m | sed 's/,\"seq.*T/T/; s/T.*/T/; "
+            "s/zel.*//'",
+            "{\"facility\":\"user\",\"level\":\"err\"T\n");
+        row("setpriv --bounding-set -all zelctl kmsg",
+            "zelctl: cannot read /dev/kmsg: Operation not permitted; this kernel shows its log to "
+            "privileged processes only\nstatus 1\n");
+    }
+    void printsTheKernelLog()
+    {
+        if (runInShell("zelctl kmsg | head -n 1; test -w /dev/kmsg").contains("status"))
+            QSKIP("The kernel log is not open to this process");
+        const QString restricted = support::readFile("/proc/sys/kernel/dmesg_restrict");
+        if (QByteArray(QTest::currentDataTag()).contains("setpriv") && !restricted.startsWith('1'))
+            QSKIP("This kernel shows its log to everybody");
+        const QString write = "m=zeltools_test_$$; echo \"<11>$m\" >/dev/kmsg; ";
+        QTEST(runInShell(write + QTest::currentDataTag()), "answer");
+    }
 
     void sendsNoEscapesToATerminal()
     {

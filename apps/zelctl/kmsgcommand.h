@@ -1,0 +1,6 @@
+#pragma once
+
+#include "command.h"
+
+/// `zelctl kmsg`: prints the log of the kernel that runs.
+ExitStatus runKmsg(const QStringList& arguments);

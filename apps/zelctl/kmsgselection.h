@@ -1,0 +1,20 @@
+#pragma once
+
+#include <zeltools/dmesg/kmsgrecord.h>
+
+#include <QStringList>
+
+/// Which records of the kernel log are printed.
+struct KmsgSelection
+{
+    int worstLevel = dmesg::KmsgRecord::Debug; ///< This level and more severe ones.
+    QStringList facilities;                    ///< Empty for all.
+
+    /// Reads a level by its name in dmesg(1) or its whole name, in upper or lower case. Returns the
+    /// problem, or an empty text.
+    QString setLevel(const QString& name);
+    /// Reads a list with commas. Returns the problem, or an empty text.
+    QString setFacilities(const QString& names);
+
+    bool matches(const dmesg::KmsgRecord& record) const;
+};
