@@ -153,7 +153,7 @@ QStringList moduleLines(const CrashReport& report, const CrashSymbols& symbols)
 QString crashSignal(const CrashReport& report)
 {
     if (report.signal == 0)
-        return QStringLiteral("no crash");
+        return QStringLiteral("no signal");
     return report.signalName.isEmpty() ? QStringLiteral("signal %1").arg(report.signal)
                                        : report.signalName;
 }

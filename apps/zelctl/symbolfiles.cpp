@@ -73,14 +73,15 @@ QString SymbolFiles::path(const QByteArray& buildId, const QString& modulePath) 
         return customary;
     if (!isOfThisMachine)
         return m_paths.value(buildId);
-    const bool isSame = QDir::isAbsolutePath(modulePath) && readBuildId(modulePath) == buildId;
-    return isSame ? modulePath : QString();
+    return readBuildId(modulePath) == buildId ? modulePath : QString();
 }
 
 SymbolFiles::Answer SymbolFiles::find(const CrashReport::Module& module) const
 {
     if (module.buildId.isEmpty())
         return {QString(), QStringLiteral("no build id")};
+    if (!QDir::isAbsolutePath(module.path)) // "[vdso]", which is no file
+        return {QString(), QStringLiteral("no symbols")};
     const QString found = path(module.buildId, module.path);
     if (!found.isEmpty())
         return {found, QString()};

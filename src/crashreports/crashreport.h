@@ -71,12 +71,12 @@ struct ZELTOOLS_EXPORT CrashReport
     QString boot; ///< the kernel's id of the boot
     qint64 started_ms = 0;
 
-    int signal = 0; ///< 0 if the process wrote of no crash
+    int signal = 0; ///< 0 if no signal has ended the process, but an assertion
     QString signalName;
     int code = 0;
     std::optional<quint64> address;
     qint32 thread = 0;
-    qint64 time_ms = 0;
+    qint64 time_ms = 0; ///< of the crash; 0 if the process wrote of none
     qint64 uptime_ms = 0;
     QString reason; ///< of an exception or an assertion; empty for most signals
 
