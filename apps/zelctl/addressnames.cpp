@@ -42,12 +42,16 @@ QByteArray run(const QString& file, const QVector<quint64>& addresses, QString& 
     return output;
 }
 
-QString withoutUnknownPlace(QString name)
+/// The name without what addr2line prints for an unknown place or function. Without a place, the
+/// name is that of the symbol before the address. In a file that has only the symbols of exported
+/// functions, the address may belong to another function.
+QString shortened(const QString& name)
 {
-    for (const QLatin1String unknown :
-         {QLatin1String("?? ??:0"), QLatin1String(" at ??:0"), QLatin1String(" at ??:?")}) {
+    if (name == QLatin1String("?? ??:0"))
+        return QString();
+    for (const QLatin1String unknown : {QLatin1String(" at ??:0"), QLatin1String(" at ??:?")}) {
         if (name.endsWith(unknown))
-            name.chop(unknown.size());
+            return QStringLiteral("near ") + name.left(name.size() - unknown.size());
     }
     return name;
 }
@@ -58,7 +62,7 @@ QVector<QStringList> parse(const QByteArray& output)
     QVector<QStringList> all;
     for (const QString& line : QString::fromUtf8(output).split(QLatin1Char('\n'))) {
         const bool isContinued = line.startsWith(mark) && !all.isEmpty();
-        const QString name = withoutUnknownPlace(isContinued ? line.mid(mark.size()) : line);
+        const QString name = shortened(isContinued ? line.mid(mark.size()) : line);
         if (!isContinued)
             all.append(QStringList());
         if (!name.isEmpty())

@@ -44,7 +44,7 @@ void addOptions(CommandParser& parser)
     parser.setDescription(
         "Shows the crash reports of a machine.\n\n"
         "  list DIR   one line for each report in the folder: time, signal, whether the report is\n"
-        "             complete, program, reason, file; the newest first\n"
+        "             complete, program, file, reason; the newest first\n"
         "  show FILE  one report with all call stacks, the threads of the monitor, the last log\n"
         "             lines, registers and modules\n\n"
         "The names of functions come from files with the same build id as the program or library\n"

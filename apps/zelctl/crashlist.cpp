@@ -55,15 +55,15 @@ QVector<Entry> readEntries(const QString& folder)
 
 QStringList row(const Entry& entry)
 {
+    const QString none = QStringLiteral("-");
     if (!entry.error.isEmpty())
-        return {QStringLiteral("-"), QString(),   QStringLiteral("unreadable"),
-                QString(),           entry.error, entry.file};
+        return {none, none, QStringLiteral("unreadable"), none, entry.file, entry.error};
     return {crashTime(entry.time_ms),
             entry.signal,
             entry.isComplete ? QStringLiteral("complete") : QStringLiteral("incomplete"),
             entry.program.mid(entry.program.lastIndexOf(QLatin1Char('/')) + 1),
-            entry.reason,
-            entry.file};
+            entry.file,
+            entry.reason.isEmpty() ? none : entry.reason};
 }
 
 QString listText(const QVector<Entry>& entries)
