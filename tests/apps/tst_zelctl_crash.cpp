@@ -73,8 +73,7 @@ private Q_SLOTS:
             "zelctl: addr2line, of binutils, gives no names: execvp: No such file or directory\n"
             "status 1\n");
         row("zelctl crash show crash-exception.report | sed -n '/^signal/p; /^reason/p; "
-            "/^application/p; /, crashed$/s/ [0-9]*//p; /Last words/s/.*| //p; /water/p; /^  "
-            "rip/s/ .*//p'",
+            "/^application/p; /, crashed$/s/ [0-9]*//p; /Last words/s/.*| //p; /water/p'",
             "signal       6 SIGABRT (code -6)\nreason       std::runtime_error: no milk\n"
             "application  4.2.1\nthread crasher, crashed\nLast words\n  water 17\n");
         row("zelctl crash show crash-null_call.report --json | grep -o '\"functions\":"
