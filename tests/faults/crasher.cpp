@@ -18,6 +18,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -39,13 +40,15 @@ namespace
 int* volatile s_null = nullptr;
 void (*volatile s_nullFunction)() = nullptr;
 volatile int s_zero = 0;
+volatile int s_many = 17;
 bool s_crashesAtEnd = false;
 QString s_folder;
 
 } // namespace
 
-// They are found by their names. None of them may end with a jump to the next function.
-#define CRASH extern "C" [[gnu::noinline, gnu::used]] void
+// They are found by their names. None of them may end with a jump to the next function. Their
+// errors are meant, so that a sanitizer must not end the process before.
+#define CRASH extern "C" __attribute__((noinline, used, no_sanitize("undefined"))) void
 
 CRASH crash_null_read()
 {
@@ -79,12 +82,10 @@ CRASH crash_overflow_in_thread()
 
 CRASH crash_heap_corruption()
 {
-    char* const first = static_cast<char*>(std::malloc(24));
-    char* const second = static_cast<char*>(std::malloc(24));
-    char* volatile end = second;
-    std::memset(end - 16, 'x', 16); // the size of the second block
-    std::free(second);
-    std::free(first);
+    static void* volatile block = std::malloc(24);
+    std::memset(static_cast<char*>(block) - 16, 'x', 16); // the size of the block
+    std::free(block);
+    s_zero = 0;
 }
 
 CRASH crash_abort()
@@ -124,7 +125,10 @@ CRASH crash_eight_threads()
 
 CRASH crash_out_of_memory()
 {
-    constexpr rlim_t limit_B = 1024 * 1024 * 1024;
+    std::ifstream statistics("/proc/self/statm");
+    rlim_t pages = 0;
+    statistics >> pages;
+    const rlim_t limit_B = pages * rlim_t(sysconf(_SC_PAGESIZE)) + 64 * 1024 * 1024;
     const rlimit limit{limit_B, limit_B};
     setrlimit(RLIMIT_AS, &limit);
     for (std::vector<std::string> all;;)
@@ -149,7 +153,7 @@ CRASH crash_assertion()
 
 CRASH crash_division()
 {
-    s_zero = 1 / s_zero;
+    s_zero = s_many / s_zero;
 }
 
 CRASH crash_cut_file()
