@@ -1,11 +1,10 @@
 #include "envlist.h"
 
+#include "table.h"
 #include <zeltools/envvar/envvarstore.h>
 
 #include <QJsonArray>
 #include <QMetaEnum>
-
-#include <algorithm>
 
 using zeltools::envvar::Category;
 using zeltools::envvar::EnvVar;
@@ -14,26 +13,6 @@ using zeltools::envvar::typeToString;
 
 namespace
 {
-
-/// Makes columns as wide as their widest text, up to a limit: a damaged line of the file is a name
-/// to a reader and must not widen all others. The last column has no blanks at its end.
-QString table(const QVector<QStringList>& rows)
-{
-    constexpr int maximumWidth = 50;
-    QVector<int> widths(rows.value(0).size());
-    for (const QStringList& row : rows) {
-        for (int column = 0; column < row.size(); ++column)
-            widths[column] =
-                std::max(widths[column], std::min<int>(row[column].size(), maximumWidth));
-    }
-    QString text;
-    for (const QStringList& row : rows) {
-        for (int column = 0; column < row.size() - 1; ++column)
-            text += row[column].leftJustified(widths[column]) + QLatin1String("  ");
-        text += row.last() + QLatin1Char('\n');
-    }
-    return text;
-}
 
 QString environmentMessage(const QString& reason)
 {

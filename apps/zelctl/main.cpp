@@ -1,5 +1,6 @@
 #include "clockcommand.h"
 #include "command.h"
+#include "crashcommand.h"
 #include "cryptcommand.h"
 #include "envcommand.h"
 #include "eventscommand.h"
@@ -20,6 +21,7 @@ namespace
 
 constexpr Command s_commands[]{
     {"crypt", "Encrypts and decrypts files, shows what their header says.", runCrypt},
+    {"crash", "Lists and shows the crash reports of a machine.", runCrash},
     {"clock", "Drives the simulated clock of a machine.", runClock},
     {"env", "Shows and edits the environment file of a machine.", runEnv},
     {"events", "Shows the event history of a machine in pages.", runEvents},
