@@ -64,6 +64,8 @@ public:
     /// linker's "-rdynamic" (ENABLE_EXPORTS in CMake). The stack has at most 64 entries and none
     /// for functions that the compiler has inlined.
     static QStringList callStack();
+    /// The entry of callStack() for a return address.
+    static QString describeCall(const void* returnAddress);
     /// Logs the call stack at Info under Log::Global, one line per call.
     static void printCallStack();
 

@@ -46,24 +46,6 @@ QString withOffset(const QString& name, quintptr offset)
     return name + QLatin1String("+0x") + QString::number(offset, 16);
 }
 
-QString describeCall(const void* returnAddress)
-{
-    // The address before the return address is part of the call itself; after a call that never
-    // returns, another function may begin.
-    const quintptr call = reinterpret_cast<quintptr>(returnAddress) - 1;
-    Dl_info info;
-    if (::dladdr(reinterpret_cast<void*>(call), &info) == 0)
-        return withOffset(QStringLiteral("?"), call);
-    const QString path = QString::fromLocal8Bit(info.dli_fname);
-    const QString place = withOffset(path.mid(path.lastIndexOf(QLatin1Char('/')) + 1),
-                                     call - reinterpret_cast<quintptr>(info.dli_fbase));
-    const QString name = info.dli_sname == nullptr
-                             ? QStringLiteral("?")
-                             : withOffset(demangled(info.dli_sname),
-                                          call - reinterpret_cast<quintptr>(info.dli_saddr));
-    return name + QLatin1String(" (") + place + QLatin1Char(')');
-}
-
 // Leaves out the calls below that address, which belong to WindowsTools.
 QStringList describeCallsFrom(const void* returnAddress)
 {
@@ -71,7 +53,7 @@ QStringList describeCallsFrom(const void* returnAddress)
     void** const end = calls + ::backtrace(calls, s_mostCalls);
     QStringList described;
     std::transform(std::find(calls, end, returnAddress), end, std::back_inserter(described),
-                   describeCall);
+                   WindowsTools::describeCall);
     return described;
 }
 
@@ -104,6 +86,24 @@ void onFatalSignal(int number)
 }
 
 } // namespace
+
+QString WindowsTools::describeCall(const void* returnAddress)
+{
+    // The address before the return address is part of the call itself; after a call that never
+    // returns, another function may begin.
+    const quintptr call = reinterpret_cast<quintptr>(returnAddress) - 1;
+    Dl_info info;
+    if (::dladdr(reinterpret_cast<void*>(call), &info) == 0)
+        return withOffset(QStringLiteral("?"), call);
+    const QString path = QString::fromLocal8Bit(info.dli_fname);
+    const QString place = withOffset(path.mid(path.lastIndexOf(QLatin1Char('/')) + 1),
+                                     call - reinterpret_cast<quintptr>(info.dli_fbase));
+    const QString name = info.dli_sname == nullptr
+                             ? QStringLiteral("?")
+                             : withOffset(demangled(info.dli_sname),
+                                          call - reinterpret_cast<quintptr>(info.dli_saddr));
+    return name + QLatin1String(" (") + place + QLatin1Char(')');
+}
 
 QStringList WindowsTools::callStack()
 {

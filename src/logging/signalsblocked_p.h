@@ -1,12 +1,15 @@
 #pragma once
 
+#include "stacksignal.h"
+
 #include <QtGlobal>
 
 #include <pthread.h>
 #include <signal.h>
 
-/// Blocks the signals of this thread, apart from those of its own faults. A thread that it starts
-/// meanwhile blocks them for ever: signals of the host are handled by the threads of the host.
+/// Blocks the signals of this thread, apart from those of its own faults and the request for its
+/// call stack. A thread that it starts meanwhile blocks them for ever: signals of the host are
+/// handled by the threads of the host.
 class SignalsBlocked
 {
 public:
@@ -14,7 +17,7 @@ public:
     {
         sigset_t all;
         sigfillset(&all);
-        for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL})
+        for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, zeltools::stackSignal()})
             sigdelset(&all, fault);
         pthread_sigmask(SIG_SETMASK, &all, &m_kept);
     }

@@ -4,47 +4,131 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QVector>
 
 #include <chrono>
+#include <memory>
 
 namespace monitored_threads
 {
 
-/// The watchdog of the application's threads, which is switched off. Threads register and tick as
-/// if they were watched, but the monitor keeps nothing and never reports a stalled thread or a
-/// kernel failure. Any thread may call all functions but instance().
+class ActiveMonitor;
+
+/// The watchdog of the application's threads. Threads and items register under a name and tick; the
+/// monitor reports those that have not ticked for too long, and kernel log lines that match a
+/// failure text.
+///
+/// It works only in a library that was built for it (platform::isMonitoring). Otherwise, and in a
+/// forked child process, every function does nothing and returns the value for "nothing is
+/// watched".
+///
+/// Any thread may call all functions but instance(). A thread of the monitor checks four times in
+/// each tick period. It emits the signals about threads, so that a directly connected receiver also
+/// hears of a main thread that has stalled; such a receiver delays the next check. Receivers in
+/// other threads get them queued.
 class ZELTOOLS_EXPORT Monitor : public QObject
 {
     Q_OBJECT
+    /// Whether something is late or stalled.
+    Q_PROPERTY(bool hasLateThread READ hasLateThread NOTIFY stateChanged)
+    Q_PROPERTY(bool hasStalledThread READ hasStalledThread NOTIFY stateChanged)
+    /// How many stalled threads and items have begun to tick again since the start.
+    Q_PROPERTY(int recoveriesCount READ recoveriesCount NOTIFY stateChanged)
+    Q_PROPERTY(bool hasKernelFailure READ hasKernelFailure NOTIFY kernelFailureChanged)
 
 public:
+    enum class State { OnTime, Late, Stalled, Paused };
+    Q_ENUM(State)
+
+    /// A registered thread or item.
+    struct Item
+    {
+        QString name;
+        qint32 thread = 0; ///< The kernel's id of the thread; 0 for a MonitoredItem.
+        State state = State::OnTime;
+        std::chrono::milliseconds sinceTick{0};
+        QStringList callStack; ///< Where a stalled thread stood when it was found, else empty.
+    };
+
     /// The only monitor, created by the first call and never destroyed. The first call must come
     /// from the main thread.
     static Monitor* instance();
     ~Monitor() override;
 
-    bool isEnabled() { return false; }
+    bool isEnabled();
 
-    /// The tick period of threads, which is always one second.
-    std::chrono::milliseconds threadsTickPeriod() const { return std::chrono::seconds(1); }
-    void setThreadsTickPeriod(std::chrono::milliseconds) {}
-    void startMonitoringPeriod() {}
-    void tickFromCurrentThread() {}
-    void pauseCurrentThreadMonitoring(std::chrono::milliseconds) {}
+    /// How often a thread is to tick. It is one second by default, and always while switched off.
+    std::chrono::milliseconds threadsTickPeriod() const;
+    /// A period below 20 ms counts as 20 ms. Unless setLimits() was called, the limits follow. All
+    /// that is on time is counted from this moment.
+    void setThreadsTickPeriod(std::chrono::milliseconds period);
+    /// Sets the time without a tick after which a thread is late, and after which it has stalled,
+    /// which is at least as long. The defaults are 2 and 5 tick periods.
+    void setLimits(std::chrono::milliseconds late, std::chrono::milliseconds stalled);
 
-    bool hasStalledThread() { return false; }
-    int registeredItemsCount() { return 0; }
-    QString registeredItemsStatusString(const QString&) { return {}; }
+    /// Starts the checks. Before this call nothing is late. Further calls do nothing.
+    void startMonitoringPeriod();
 
-    void registerKernelFailureStrings(const QStringList&) {}
-    bool hasKernelFailure() { return false; }
+    /// Registers the calling thread until it ends, calls unregisterCurrentThread() or the process
+    /// ends. Of the name, 63 bytes of UTF-8 are kept. Returns false if the monitor is switched off,
+    /// the thread is registered already, or 128 threads and items are (one Warning for the first).
+    ///
+    /// MonitoredQThread and MainThreadMonitoredTimer call it themselves.
+    bool registerCurrentThread(const QString& name);
+    void unregisterCurrentThread();
+    /// Tells that the calling thread works. It takes less than 50 ns and does nothing in a thread
+    /// that is not registered.
+    void tickFromCurrentThread();
+    /// Excepts the calling thread from the checks for that time, which begins now; ticks do not end
+    /// it. A time of 0 ends it.
+    void pauseCurrentThreadMonitoring(std::chrono::milliseconds time);
+
+    bool hasLateThread();
+    bool hasStalledThread();
+    int recoveriesCount();
+    int registeredItemsCount();
+    /// One text such as "Grinder: late, 2250 ms" for each thread and item, with the separator
+    /// between them.
+    QString registeredItemsStatusString(const QString& separator);
+    QVector<Item> items() const;
+
+    /// Adds texts that tell of a failure when a kernel log line contains one of them. Case matters;
+    /// empty texts are ignored.
+    void registerKernelFailureStrings(const QStringList& texts);
+    /// Whether a line has matched since the start of the process.
+    bool hasKernelFailure();
 
 public Q_SLOTS:
     /// A slot for dmesg::Dmesg::newLine().
-    void onDmesgNewLine(const QString&) {}
+    void onDmesgNewLine(const QString& line);
+
+Q_SIGNALS:
+    /// The time is that since the last tick.
+    void threadLate(const QString& name, std::chrono::milliseconds sinceTick);
+    /// The call stack tells where the thread stands, in the form of WindowsTools::callStack(). It
+    /// is empty for an item and for a thread that does not answer.
+    void threadStalled(const QString& name, std::chrono::milliseconds sinceTick,
+                       const QStringList& callStack);
+    /// A stalled thread has ticked or was paused. One that ends or is unregistered instead only
+    /// changes the properties.
+    void threadRecovered(const QString& name, std::chrono::milliseconds stalledFor);
+    /// Follows these signals, and each other change of a state or a property.
+    void stateChanged();
+    void kernelFailure(const QString& line);
+    void kernelFailureChanged();
+    void threadsTickPeriodChanged();
+
+protected:
+    /// Constructs a monitor that is switched on or off in any build. It must outlive all that is
+    /// registered with it.
+    explicit Monitor(bool isActive);
 
 private:
-    Monitor();
+    friend class MonitoredItem;
+
+    ActiveMonitor* active() const; // null if the monitor is switched off
+
+    const std::unique_ptr<ActiveMonitor> m_active;
 };
 
 } // namespace monitored_threads

@@ -7,8 +7,12 @@
 namespace monitored_threads
 {
 
-/// An item that the Monitor watches under a name. It does nothing, because the Monitor is switched
-/// off.
+class Monitor;
+struct MonitorSlot;
+
+/// An item that the Monitor watches under a name while it lives, such as a job that wanders between
+/// threads. Something has to call tick() in each tick period; the tick period and the limits are
+/// those of the threads. It does nothing if the Monitor is switched off.
 class ZELTOOLS_EXPORT MonitoredItem : public QObject
 {
     Q_OBJECT
@@ -16,6 +20,17 @@ class ZELTOOLS_EXPORT MonitoredItem : public QObject
 public:
     MonitoredItem(QObject* parent, const QString& name);
     ~MonitoredItem() override;
+
+public Q_SLOTS:
+    /// Tells that the item works. Any thread may call it while the item lives.
+    void tick();
+
+protected:
+    /// Registers the item with another monitor.
+    MonitoredItem(QObject* parent, const QString& name, Monitor& monitor);
+
+private:
+    MonitorSlot* const m_slot; // null if the item is not watched
 };
 
 } // namespace monitored_threads

@@ -4,13 +4,22 @@
 
 #include <QThread>
 
+#include <memory>
+
+class QTimer;
+
 namespace monitored_threads
 {
+
+class Monitor;
 
 /// The source of a thread's ticks: its own code (Off) or its event loop (On).
 enum class AutoTick { Off = 0, On = 1 };
 
-/// A thread for the Monitor to watch. It is a plain thread, because the Monitor is switched off.
+/// A thread that the Monitor watches under a name while it runs, also if run() is overridden. Its
+/// code calls Monitor::tickFromCurrentThread() in each tick period, or with AutoTick::On a timer
+/// does so as long as the event loop turns. An overflow of its stack gives a crash report
+/// (zeltools::CrashReports). If the Monitor is switched off, it is a plain thread.
 class ZELTOOLS_EXPORT MonitoredQThread : public QThread
 {
     Q_OBJECT
@@ -18,6 +27,18 @@ class ZELTOOLS_EXPORT MonitoredQThread : public QThread
 public:
     MonitoredQThread(const QString& name, AutoTick autoTick);
     ~MonitoredQThread() override;
+
+protected:
+    /// Registers the thread with another monitor.
+    MonitoredQThread(const QString& name, AutoTick autoTick, Monitor& monitor);
+
+private:
+    // Called in the new thread.
+    void begin(const QString& name, AutoTick autoTick);
+    void end();
+
+    Monitor& m_monitor;
+    std::unique_ptr<QTimer> m_timer;
 };
 
 } // namespace monitored_threads

@@ -1,0 +1,206 @@
+#include "monitoredthreads/activemonitor_p.h"
+
+#include "crashreports/crashreports.h"
+#include "crashreports/threadstack.h"
+#include "monitoredthreads/log.h"
+#include "monitoredthreads/threadsreport_p.h"
+#include "stacksignal.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <system_error>
+
+#include <pthread.h>
+#include <signal.h>
+
+namespace monitored_threads
+{
+
+using State = Monitor::State;
+using std::chrono::milliseconds;
+
+namespace
+{
+
+constexpr int s_checksPerPeriod = 4;
+
+// Signals of the host are handled by the threads of the host.
+void blockSignals()
+{
+    sigset_t blocked;
+    sigfillset(&blocked);
+    for (const int open : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, zeltools::stackSignal()})
+        sigdelset(&blocked, open);
+    pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
+}
+
+QString described(const StallDetector::Change& change)
+{
+    return (change.thread == 0 ? QStringLiteral("Item \"%1\" ") : QStringLiteral("Thread \"%1\" "))
+        .arg(change.name);
+}
+
+void logChange(const StallDetector::Change& change, const QStringList& callStack)
+{
+    const QString time = QStringLiteral("%1 ms").arg(change.sinceTick.count());
+    if (change.after == State::Late)
+        log::warning(described(change) + QStringLiteral("is late: no tick for ") + time);
+    else if (change.after == State::Stalled)
+        log::warning(described(change) + QStringLiteral("has stalled: no tick for ") + time);
+    else
+        log::info(described(change) + QStringLiteral("has recovered after ") + time);
+    for (int i = 0; i < callStack.size(); ++i)
+        log::warning(QStringLiteral("#%1 %2").arg(i).arg(callStack[i]));
+}
+
+} // namespace
+
+// The receiver of kernel log lines belongs to the main thread, whichever thread comes first.
+ActiveMonitor::ActiveMonitor(Monitor& monitor)
+    : m_monitor(monitor)
+    , m_detector(monitor, limits())
+{
+    if (auto* const application = QCoreApplication::instance())
+        monitor.moveToThread(application->thread());
+}
+
+ActiveMonitor::~ActiveMonitor()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_isStopping = true;
+    }
+    m_wake.notify_all();
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+StallDetector::Limits ActiveMonitor::limits() const
+{
+    const milliseconds period = tickPeriod();
+    const auto [late, stalled] = m_chosenLimits.value_or(ChosenLimits(2 * period, 5 * period));
+    return {(period / s_checksPerPeriod).count(), late.count(), std::max(late, stalled).count()};
+}
+
+void ActiveMonitor::setTickPeriod(milliseconds period)
+{
+    constexpr milliseconds shortest(20);
+    constexpr milliseconds longest = std::chrono::hours(24);
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_period_ms = std::clamp(period, shortest, longest).count();
+        m_detector.setLimits(limits());
+    }
+    m_wake.notify_all();
+    Q_EMIT m_monitor.threadsTickPeriodChanged();
+}
+
+void ActiveMonitor::setLimits(milliseconds late, milliseconds stalled)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_chosenLimits = {late, stalled};
+    m_detector.setLimits(limits());
+}
+
+void ActiveMonitor::start()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_thread.joinable())
+        return;
+    zeltools::CrashReports::addSection("threads", writeMonitoredThreads);
+    try {
+        m_thread = std::thread(&ActiveMonitor::run, this);
+        pthread_setname_np(m_thread.native_handle(), "Thread monitor");
+    } catch (const std::system_error& error) {
+        log::warning(QStringLiteral("No thread is monitored: ") +
+                     QString::fromLocal8Bit(error.what()));
+    }
+}
+
+void ActiveMonitor::run()
+{
+    blockSignals();
+    std::unique_lock<std::mutex> lock(m_mutex);
+    while (!m_isStopping) {
+        lock.unlock();
+        check();
+        lock.lock();
+        if (!m_isStopping)
+            m_wake.wait_for(lock, tickPeriod() / s_checksPerPeriod);
+    }
+}
+
+// The states are set first: a watchdog that asks for them is not held up by what comes after. Log
+// lines are written last, since a thread may have stalled with a lock of the log held.
+void ActiveMonitor::check()
+{
+    const StallDetector::Look look = m_detector.look(monitorNow_ms());
+    std::vector<QStringList> callStacks;
+    for (const Change& change : look.changes) {
+        callStacks.emplace_back();
+        if (change.after == State::Stalled && change.thread != 0)
+            callStacks.back() = zeltools::ThreadStack::of(change.thread).described();
+        m_detector.setCallStack(change, callStacks.back());
+    }
+    for (size_t i = 0; i < look.changes.size(); ++i)
+        report(look.changes[i], callStacks[i]);
+    if (look.hasChanged)
+        Q_EMIT m_monitor.stateChanged();
+    for (size_t i = 0; i < look.changes.size(); ++i) {
+        if (look.changes[i].isLogged)
+            logChange(look.changes[i], callStacks[i]);
+    }
+}
+
+void ActiveMonitor::report(const Change& change, const QStringList& callStack)
+{
+    if (change.after == State::Late)
+        Q_EMIT m_monitor.threadLate(change.name, change.sinceTick);
+    else if (change.after == State::Stalled)
+        Q_EMIT m_monitor.threadStalled(change.name, change.sinceTick, callStack);
+    else if (change.before == State::Stalled)
+        Q_EMIT m_monitor.threadRecovered(change.name, change.sinceTick);
+}
+
+bool ActiveMonitor::registerThread(const QString& name)
+{
+    if (MonitorSlots::isThreadRegistered())
+        return false;
+    const bool isRegistered = MonitorSlots::takeForThread(&m_monitor, name);
+    if (!isRegistered)
+        warnOfLackingSlots(name);
+    return isRegistered;
+}
+
+MonitorSlot* ActiveMonitor::registerItem(const QString& name)
+{
+    MonitorSlot* const slot = MonitorSlots::take(&m_monitor, name, 0);
+    if (slot == nullptr)
+        warnOfLackingSlots(name);
+    return slot;
+}
+
+void ActiveMonitor::warnOfLackingSlots(const QString& name)
+{
+    if (!m_hasWarnedOfSlots.exchange(true))
+        log::warning(QStringLiteral("%1 threads and items are monitored, which is the limit; "
+                                    "\"%2\" and further ones are not")
+                         .arg(MonitorSlots::count)
+                         .arg(name));
+}
+
+void ActiveMonitor::checkKernelLine(const QString& line)
+{
+    using Match = KernelFailures::Match;
+    const Match match = m_kernelFailures.match(line, monitorNow_ms());
+    if (match == Match::None)
+        return;
+    if (match == Match::First)
+        Q_EMIT m_monitor.kernelFailureChanged();
+    Q_EMIT m_monitor.kernelFailure(line);
+    if (match != Match::FurtherUnlogged)
+        log::warning(QStringLiteral("The kernel reports a failure: ") + line);
+}
+
+} // namespace monitored_threads
