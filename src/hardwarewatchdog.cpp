@@ -84,7 +84,9 @@ bool HardwareWatchdog::feed()
 
 void HardwareWatchdog::expire()
 {
-    int shortest_s = 1;
+    if (m_descriptor < 0)
+        return;
+    int shortest_s = static_cast<int>(expiryDelay.count());
     m_isExpiring = true;
     ::ioctl(m_descriptor, WDIOC_SETTIMEOUT, &shortest_s);
 }

@@ -18,6 +18,9 @@ namespace zeltools
 class ZELTOOLS_EXPORT HardwareWatchdog
 {
 public:
+    /// The shortest time limit that drivers have.
+    static constexpr std::chrono::seconds expiryDelay{1};
+
     explicit HardwareWatchdog(const QString& device = Machine().watchdogDevice);
     /// Calls stop().
     ~HardwareWatchdog();
@@ -35,8 +38,8 @@ public:
     /// Begins the time limit anew. Returns false if the device is closed or refuses it; the first
     /// refusal is an Error. After expire() it does nothing.
     bool feed();
-    /// Shortens the time limit to one second. A driver that refuses this restarts the machine at
-    /// the end of the time limit instead.
+    /// Shortens the time limit to the expiry delay. A driver that refuses this restarts the machine
+    /// at the end of the time limit instead.
     void expire();
     /// Stops the device by the magic close and closes it. A driver that was built never to stop
     /// (CONFIG_WATCHDOG_NOWAYOUT) restarts the machine at the end of its time limit.

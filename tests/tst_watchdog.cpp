@@ -1,6 +1,9 @@
 #include "boardwatchdog_p.h"
+#include "crashsimulator/crashsimulator.h"
 #include "filedescriptor.h"
 #include "hardwarewatchdog.h"
+#include "monitoredthreads/mainthreadmonitoredtimer.h"
+#include "monitoredthreads/watchdog.h"
 #include "servicenotifier.h"
 #include "support.h"
 #include "support/machines.h"
@@ -18,7 +21,10 @@
 #include <unistd.h>
 
 using namespace std::chrono_literals;
+using monitored_threads::Monitor;
 using support::EnvironmentGuard;
+using State = monitored_threads::Monitor::State;
+using Watchdog = support::Opened<monitored_threads::Watchdog>;
 using zeltools::BoardWatchdog;
 using zeltools::HardwareWatchdog;
 using zeltools::ServiceNotifier;
@@ -54,6 +60,31 @@ private:
     EnvironmentGuard m_period;
     zeltools::FileDescriptor m_socket{socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
 };
+
+Q_DECLARE_METATYPE(Monitor::Item)
+
+/// The clock of CLOCK_MONOTONIC, which all processes share.
+static qint64 now_ms()
+{
+    return std::chrono::steady_clock::now().time_since_epoch() / 1ms;
+}
+
+/// Runs in a child process: its main thread works for a second and stalls.
+static int stall()
+{
+    static support::Opened<Monitor> monitor(true);
+    monitor.setThreadsTickPeriod(50ms);
+    const support::Opened<monitored_threads::MainThreadMonitoredTimer> timer(monitor);
+    monitor.startMonitoringPeriod();
+    Watchdog watchdog(zeltools::Machine(), [] { return monitor.items(); });
+    watchdog.start();
+    QTimer::singleShot(1000, [] {
+        printf("%lld\n", now_ms());
+        fflush(stdout);
+        crash_simulator::CrashSimulator(nullptr).simulateStallMainThread();
+    });
+    return QCoreApplication::exec();
+}
 
 class TestWatchdog : public QObject
 {
@@ -142,7 +173,6 @@ private Q_SLOTS:
         while (sent-- > 0)
             QCOMPARE(manager.take(), QByteArray("WATCHDOG=1"));
         QTRY_VERIFY(notifier.ready());
-        QTRY_COMPARE(manager.take(), QByteArray("READY=1"));
     }
 
     void feedsTheDevice()
@@ -242,7 +272,144 @@ private Q_SLOTS:
         watchdog.feed();
         QVERIFY(manager.take().isEmpty());
     }
+
+    void feedsWhileNothingHasStalled_data()
+    {
+        QTest::addColumn<QVector<Monitor::Item>>("items");
+        QTest::addColumn<QByteArray>("told"); // of repeated messages the first
+        const auto row = [](const char* name, const QVector<Monitor::Item>& items,
+                            const char* told) { QTest::newRow(name) << items << QByteArray(told); };
+        const Monitor::Item calm{"Calm", 1, State::OnTime, 1ms, {}};
+        const Monitor::Item slow{"Slow", 2, State::Late, 200ms, {}};
+        const Monitor::Item slower{"Slower", 3, State::Late, 300ms, {}};
+        const Monitor::Item hung{"Hung", 4, State::Stalled, 100ms, {}};
+        const Monitor::Item dead{"Dead", 5, State::Stalled, 500ms, {}};
+        const Monitor::Item paused{"Paused", 6, State::Paused, 9000ms, {}};
+        const Monitor::Item unseen{"Unseen", 7, State::OnTime, 600ms, {}};
+        row("nothing is watched", {}, "WATCHDOG=1|");
+        row("all are on time", {calm, paused}, "WATCHDOG=1|");
+        row("late", {calm, slower, slow}, "WATCHDOG=1|STATUS=Slower is late|");
+        row("stalled", {slower, hung, calm}, "STATUS=Hung has stalled|");
+        row("stalled for a period", {hung, dead, slow},
+            "WATCHDOG=trigger|STATUS=Dead has stalled|");
+        row("a monitor that hangs itself", {calm, unseen}, "");
+    }
+    void feedsWhileNothingHasStalled()
+    {
+        QFETCH(QVector<Monitor::Item>, items);
+        const Manager manager("", "500000");
+        Watchdog watchdog(zeltools::Machine(), [&] { return items; });
+        QVERIFY(watchdog.start());
+        QTest::qWait(1000);
+        watchdog.stop();
+        QByteArray told;
+        int feeds = 0;
+        for (QByteArray message; !(message = manager.take()).isEmpty();) {
+            feeds += message == "WATCHDOG=1";
+            if (!told.contains(message))
+                told += message + '|';
+        }
+        QVERIFY2(told.startsWith("READY=1|") && told.endsWith("STOPPING=1|"), told);
+        QTEST(told.mid(8, told.size() - 8 - 11), "told");
+        // At half the period, these are 4 or 5 on an idle machine.
+        QVERIFY2(feeds == 0 || (feeds >= 3 && feeds <= 6), qPrintable(QString::number(feeds)));
+        m_recorder.takeMessages();
+    }
+
+    void feedsAgainAfterAStall()
+    {
+        const Manager manager("", "60000000");
+        std::atomic<State> state = State::Stalled;
+        Watchdog watchdog(zeltools::Machine(), [&] {
+            return QVector<Monitor::Item>{{"Grinder", 1, state, 100ms, {}}};
+        });
+        QVERIFY(watchdog.start() && watchdog.start());
+        QByteArray told;
+        QTRY_COMPARE(told += manager.take(), QByteArray("READY=1STATUS=Grinder has stalled"));
+        state = State::OnTime;
+        told.clear();
+        QTRY_COMPARE(told += manager.take(),
+                     QByteArray("WATCHDOG=1STATUS=All threads are on time"));
+        watchdog.stop();
+        QCOMPARE(m_recorder.takeMessages().join('|'),
+                 QString("The watchdog is fed; its period is 60 s|The watchdog is not fed: Grinder "
+                         "has stalled|The watchdog is fed again: All threads are on time"));
+    }
+
+    void feedsTheDeviceOfTheBoard()
+    {
+        const EnvironmentGuard none("NOTIFY_SOCKET", "");
+        const QTemporaryDir dir;
+        zeltools::Machine machine = support::machine(true);
+        machine.watchdogDevice = dir.filePath("watchdog");
+        Watchdog watchdog(machine, [] { return QVector<Monitor::Item>(); });
+        QVERIFY(!watchdog.start());
+        watchdog.stop();
+        QVERIFY(m_recorder.takeMessages().first().contains("No such file"));
+        support::writeFile(machine.watchdogDevice, "");
+        QVERIFY(watchdog.start(1s));
+        QTRY_COMPARE(support::readFile(machine.watchdogDevice), QByteArray("\0\0", 2));
+        watchdog.stop();
+        QCOMPARE(support::readFile(machine.watchdogDevice), QByteArray("\0\0V", 3));
+        m_recorder.takeMessages();
+    }
+
+    void stopsUnderAStuckManager()
+    {
+        const Manager manager("", "200000");
+        while (ServiceNotifier().feed()) {
+        }
+        Watchdog watchdog(zeltools::Machine(), [] { return QVector<Monitor::Item>(); });
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(watchdog.start());
+        QTest::qWait(300);
+        watchdog.stop();
+        QVERIFY2(timer.elapsed() < 1300, qPrintable(QString::number(timer.elapsed())));
+        m_recorder.takeMessages();
+    }
+
+    // The test is the manager and ends the child as systemd does.
+    void endsAStalledProcessInTime()
+    {
+        constexpr qint64 period_ms = 2000;
+        const Manager manager("", "2000000");
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {"--stall"});
+        QVERIFY(child.waitForStarted());
+        QByteArrayList told;
+        qint64 fed_ms = now_ms() + 10000;
+        while (now_ms() < fed_ms + period_ms && !told.contains("WATCHDOG=trigger")) {
+            const QByteArray message = manager.take();
+            if (message.isEmpty())
+                QThread::msleep(1);
+            else
+                told.append(message);
+            if (message == "WATCHDOG=1")
+                fed_ms = now_ms();
+        }
+        const qint64 ended_ms = now_ms();
+        child.kill();
+        QVERIFY(child.waitForFinished());
+        const qint64 stalled_ms = child.readAllStandardOutput().toLongLong();
+        QVERIFY2(told.contains("STATUS=Main thread has stalled"), told.join('|'));
+        QVERIFY(stalled_ms > 0 && fed_ms < stalled_ms + period_ms / 2);
+        const QString times = QString("fed %1 ms, ended %2 ms after the stall")
+                                  .arg(fed_ms - stalled_ms)
+                                  .arg(ended_ms - stalled_ms);
+        QVERIFY2(ended_ms > stalled_ms && ended_ms - stalled_ms <= period_ms * 11 / 10,
+                 qPrintable(times));
+        qInfo("%s", qPrintable(times));
+    }
 };
 
-QTEST_GUILESS_MAIN(TestWatchdog)
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "--stall") == 0)
+        return stall();
+    TestWatchdog test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_watchdog.moc"
