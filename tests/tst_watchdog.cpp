@@ -372,8 +372,8 @@ private Q_SLOTS:
     // The test is the manager and ends the child as systemd does.
     void endsAStalledProcessInTime()
     {
-        constexpr qint64 period_ms = 2000;
-        const Manager manager("", "2000000");
+        constexpr qint64 period_ms = 3000;
+        const Manager manager("", "3000000");
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(), {"--stall"});
         QVERIFY(child.waitForStarted());
