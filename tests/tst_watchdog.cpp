@@ -69,16 +69,20 @@ static qint64 now_ms()
     return std::chrono::steady_clock::now().time_since_epoch() / 1ms;
 }
 
-/// Runs in a child process: its main thread works for a second and stalls.
+/// Runs in a child process: its main thread works for a quarter of the period and stalls. The next
+/// feed follows before the monitor can tell, so the watchdog must be made to expire in time.
 static int stall()
 {
+    const auto period =
+        std::chrono::duration_cast<std::chrono::milliseconds>(ServiceNotifier().watchdogPeriod());
     static support::Opened<Monitor> monitor(true);
     monitor.setThreadsTickPeriod(50ms);
+    monitor.setLimits(100ms, period * 35 / 100);
     const support::Opened<monitored_threads::MainThreadMonitoredTimer> timer(monitor);
     monitor.startMonitoringPeriod();
     Watchdog watchdog(zeltools::Machine(), [] { return monitor.items(); });
     watchdog.start();
-    QTimer::singleShot(1000, [] {
+    QTimer::singleShot(period / 4, [] {
         printf("%lld\n", now_ms());
         fflush(stdout);
         crash_simulator::CrashSimulator(nullptr).simulateStallMainThread();
@@ -372,8 +376,8 @@ private Q_SLOTS:
     // The test is the manager and ends the child as systemd does.
     void endsAStalledProcessInTime()
     {
-        constexpr qint64 period_ms = 3000;
-        const Manager manager("", "3000000");
+        constexpr qint64 period_ms = 4000;
+        const Manager manager("", "4000000");
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(), {"--stall"});
         QVERIFY(child.waitForStarted());
