@@ -23,6 +23,8 @@ struct Machine
     QString kernelMessageFile = QStringLiteral("/dev/kmsg");
     QString kernelLogRestrictionFile = QStringLiteral("/proc/sys/kernel/dmesg_restrict");
 
+    QString watchdogDevice = QStringLiteral("/dev/watchdog");
+
     QString zoneInfoDir = QStringLiteral("/usr/share/zoneinfo");
     QString localTimeFile = QStringLiteral("/etc/localtime");
     QString timeZoneFile = QStringLiteral("/etc/timezone");

@@ -1,5 +1,6 @@
 #include "windowstools.h"
 
+#include "boardwatchdog_p.h"
 #include "shellcommand_p.h"
 
 #include <QMutex>
@@ -21,6 +22,13 @@ ReplacedRunner& replacedRunner()
 {
     static auto* replaced = new ReplacedRunner;
     return *replaced;
+}
+
+// The watchdog is never destroyed, because the end of the process must not stop the device.
+zeltools::BoardWatchdog& watchdog()
+{
+    static auto* const watchdog = new zeltools::BoardWatchdog(zeltools::Machine());
+    return *watchdog;
 }
 
 } // namespace
@@ -63,4 +71,14 @@ bool WindowsTools::setEnv(const QString& name, const QString& value)
 bool WindowsTools::unsetEnv(const QString& name)
 {
     return qunsetenv(name.toUtf8().constData());
+}
+
+bool WindowsTools::startWatchdog(std::chrono::seconds timeLimit)
+{
+    return watchdog().start(timeLimit);
+}
+
+void WindowsTools::feedWatchdog()
+{
+    watchdog().feed();
 }

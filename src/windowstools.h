@@ -80,9 +80,17 @@ public:
     /// call. It replaces earlier handlers.
     static void installSignalHandlers();
 
-    /// Is meant to make the hardware restart a machine on which feedWatchdog() is not called for
-    /// that time. Without such hardware it only logs this and returns false.
+    /// Starts the watchdog of the board. If feedWatchdog() is not called for that time, or the
+    /// process crashes, the machine or the process is restarted. The watchdog is that of systemd if
+    /// systemd watches this process (zeltools::ServiceNotifier), otherwise the device /dev/watchdog
+    /// (zeltools::HardwareWatchdog). The unit of systemd or the driver may have another limit; the
+    /// line at Info (at Warning if that limit is shorter) says which one holds.
+    ///
+    /// A limit of 0 stops the device and returns false; otherwise the device runs on when the
+    /// process ends. On the desktop there is no watchdog: the function only logs this and returns
+    /// false. monitored_threads::Watchdog feeds a watchdog only while all threads run; do not
+    /// start both.
     static bool startWatchdog(std::chrono::seconds timeLimit);
-    /// Does nothing.
+    /// Feeds the watchdog that startWatchdog() has started, if there is one.
     static void feedWatchdog();
 };

@@ -135,13 +135,3 @@ void WindowsTools::installSignalHandlers()
     for (const FatalSignal& fatal : s_fatalSignals)
         ::sigaction(fatal.number, &action, nullptr);
 }
-
-bool WindowsTools::startWatchdog(std::chrono::seconds timeLimit)
-{
-    LogFormatter(LogLevel::Info).log(Log::Global).noquote()
-        << QStringLiteral("There is no watchdog to be started with a limit of %1 s")
-               .arg(timeLimit.count());
-    return false;
-}
-
-void WindowsTools::feedWatchdog() {}

@@ -1,0 +1,112 @@
+#!/usr/bin/env python3
+# A process that hangs, under a real systemd: watchdogfaults.py EXPERIMENT TST_WATCHDOG. The service is
+# docs/examples/machine.service with another program.
+
+import ctypes
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+from experiment import EXPERIMENT, OPTIONS, PROGRAM, main, mounted, private_mounts, require, skip_unless
+
+UNIT = (Path(__file__).parents[2] / "docs/examples/machine.service").read_text()
+PERIOD = 4
+
+
+def happens(condition, limit=20):
+    deadline = time.monotonic() + limit
+    while not condition():
+        if time.monotonic() > deadline:
+            return False
+        time.sleep(0.005)
+    return True
+
+
+# systemd-analyze finds no fault in the unit.
+def watchdog_unit(root):
+    skip_unless(shutil.which("systemd-analyze"), "systemd-analyze")
+    unit = root / "machine.service"
+    unit.write_text(UNIT.replace("/opt/zel/bin/machine", "/bin/true"))
+    checked = subprocess.run(["systemd-analyze", "verify", "--man=no", unit], capture_output=True, text=True)
+    complaints = [line for line in checked.stderr.splitlines() if "machine.service" in line]
+    require(checked.returncode == 0 and not complaints, checked.stderr)
+
+
+# systemd takes the root of its control groups for its own and moves all that runs there, so it gets a
+# group, a process namespace and a mount of its own.
+def watchdog_kill(root):
+    mounts = re.findall(r"^\S+ (\S+) cgroup2 ", Path("/proc/self/mounts").read_text(), re.M)
+    skip_unless(os.geteuid() == 0 and mounts and os.access(mounts[0], os.W_OK), "root and cgroup2")
+    namespaces = ["unshare", "--pid", "--fork", "--kill-child", "--mount-proc"]
+    skip_unless(subprocess.run([*namespaces, "true"]).returncode == 0, "namespaces")
+    skip_unless(shutil.which("systemd"), "systemd")
+    group = tempfile.mkdtemp(prefix="zeltools-", dir=mounts[0])
+    try:
+        inside = [sys.executable, __file__, "inside", PROGRAM, group, root, *OPTIONS]
+        ended = subprocess.run([*namespaces, *inside])
+    finally:
+        for folder, _, _ in os.walk(group, topdown=False):
+            require(happens(lambda: not Path(folder, "cgroup.procs").read_text()), "processes are left")
+            os.rmdir(folder)
+    if ended.returncode == 77:
+        sys.exit(77)
+    require(ended.returncode == 0, f"exit status {ended.returncode}")
+
+
+def inside(_):
+    group, root = OPTIONS[0], Path(OPTIONS[1])
+    Path(group, "cgroup.procs").write_text("0")
+    new_cgroup_namespace = 0x02000000
+    skip_unless(ctypes.CDLL(None).unshare(new_cgroup_namespace) == 0, "cgroup namespaces")
+    private_mounts()
+    subprocess.run(["umount", "--recursive", "--lazy", "/sys/fs/cgroup"], check=True)
+    with (mounted(Path("/sys/fs/cgroup"), "-t", "cgroup2", "none"),
+          mounted(Path("/run"), "-t", "tmpfs", "none")):
+        members = Path("/sys/fs/cgroup/cgroup.procs").read_text().split()
+        require(members == [str(os.getpid())], f"others in the group: {members}")
+        os.makedirs("/run/systemd/system")  # else systemd does not start
+        os.environ.update(XDG_RUNTIME_DIR="/run", XDG_CONFIG_HOME=str(root))
+        under_systemd(root)
+
+
+def show(name):
+    command = ["systemctl", "--user", "show", "--value", "--property", name, "machine"]
+    return subprocess.check_output(command, text=True).strip()
+
+
+def under_systemd(root):
+    unit, output, results = root / "systemd/user/machine.service", root / "output", root / "results"
+    unit.parent.mkdir(parents=True)
+    text = UNIT.replace("/opt/zel/bin/machine", f"{PROGRAM} --stall").replace("reboot", "none")
+    unit.write_text(re.sub("WatchdogSec=.*", f"""WatchdogSec={PERIOD}
+LimitCORE=0
+StandardOutput=append:{output}
+StandardError=null
+ExecStopPost=/bin/sh -c 'echo $SERVICE_RESULT >>{results}'""", text))
+    systemd = subprocess.Popen(["systemd", "--user"])
+    try:
+        skip_unless(happens(Path("/run/systemd/private").exists), "a systemd that starts")
+        subprocess.run(["systemctl", "--user", "start", "machine"], check=True)
+        process = Path("/proc", show("MainPID"))
+        require(happens(lambda: output.read_text().endswith("\n")), "nothing stalls")
+        stalls = "Main thread has stalled"
+        require(happens(lambda: show("StatusText") == stalls, PERIOD), show("StatusText"))
+        require(happens(lambda: not process.exists()), "the process was not ended")
+        taken = time.monotonic() - int(output.read_text()) / 1000
+        print(f"ended {taken:.3f} s after the stall, with a period of {PERIOD} s", flush=True)
+        require(taken <= PERIOD * 1.1, "too late")
+        require(happens(lambda: (show("NRestarts"), show("SubState")) == ("1", "running")), "no new start")
+        subprocess.run(["systemctl", "--user", "stop", "machine"], check=True)
+        require(results.read_text().split()[0] == "watchdog", results.read_text())
+    finally:
+        systemd.kill()
+        systemd.wait()
+
+
+if __name__ == "__main__":
+    main(globals()[EXPERIMENT])
