@@ -1,3 +1,4 @@
+#include "bundlecommand.h"
 #include "clockcommand.h"
 #include "command.h"
 #include "cryptcommand.h"
@@ -18,6 +19,7 @@ namespace
 {
 
 constexpr Command s_commands[]{
+    {"bundle", "Packs the logs of a machine into one file for support, checks it.", runBundle},
     {"crypt", "Encrypts and decrypts files, shows what their header says.", runCrypt},
     {"clock", "Drives the simulated clock of a machine.", runClock},
     {"env", "Shows and edits the environment file of a machine.", runEnv},
