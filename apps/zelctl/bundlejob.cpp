@@ -6,7 +6,8 @@
 #include <zeltools/supportbundle/supportbundle.h>
 #include <zeltools/supportbundle/supportbundlereader.h>
 
-#include <functional>
+#include <optional>
+#include <utility>
 
 using zeltools::FileReplacement;
 using zeltools::SupportBundle;
@@ -45,16 +46,26 @@ QString line(const SupportBundleManifest::Member& member)
         .arg(SupportBundleManifest::escaped(member.name));
 }
 
-/// Shows a bar while the work runs, which a message that follows would otherwise spoil.
-bool runWithBar(const char* label,
-                const std::function<bool(const SupportBundleReader::Progress&)>& work)
+/// A progress bar that is cleared before a message follows.
+class Bar
 {
-    ProgressBar bar(label);
-    return work([&bar](qint64 done_B, qint64 total_B) {
-        bar.show(done_B, total_B);
-        return true;
-    });
-}
+public:
+    explicit Bar(const char* label)
+        : m_bar(std::in_place, label)
+    {
+    }
+    SupportBundleReader::Progress progress()
+    {
+        return [this](qint64 done_B, qint64 total_B) {
+            m_bar->show(done_B, total_B);
+            return true;
+        };
+    }
+    void clear() { m_bar.reset(); }
+
+private:
+    std::optional<ProgressBar> m_bar;
+};
 
 } // namespace
 
@@ -75,11 +86,11 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
     if (file.wouldLose(request.keyFile) || file.wouldLose(request.environmentFile))
         return fail(Failed, QStringLiteral("writing %1 would lose the key or the environment file")
                                 .arg(request.output));
-    const bool isDone = runWithBar("packing", [&](const SupportBundleReader::Progress& show) {
-        QObject::connect(&bundle, &SupportBundle::progress, show);
-        return replaceCleanly(
-            file, [&](int descriptor) { return bundle.write(descriptor, request.output); });
-    });
+    Bar bar("packing");
+    QObject::connect(&bundle, &SupportBundle::progress, bar.progress());
+    const bool isDone = replaceCleanly(
+        file, [&](int descriptor) { return bundle.write(descriptor, request.output); });
+    bar.clear();
     if (!isDone)
         return fail(Failed, file.errorString());
     reportMissing(bundle.manifest());
@@ -89,22 +100,17 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
 
 ExitStatus verifyBundle(const QString& path, const SimpleCrypt* crypt)
 {
-    SupportBundleManifest manifest;
-    QString error;
-    const bool isComplete = runWithBar("checking", [&](const SupportBundleReader::Progress& show) {
-        SupportBundleReader reader(path, show);
-        if (crypt != nullptr)
-            reader.setCrypt(*crypt);
-        const bool isDone = reader.verify();
-        manifest = reader.manifest();
-        error = reader.errorString();
-        return isDone;
-    });
+    Bar bar("checking");
+    SupportBundleReader reader(path, bar.progress());
+    if (crypt != nullptr)
+        reader.setCrypt(*crypt);
+    const bool isComplete = reader.verify();
+    bar.clear();
     if (!isComplete)
-        return fail(Failed, error);
+        return fail(Failed, reader.errorString());
     return printLine(QStringLiteral("complete: %1 of %2")
-                         .arg(countText(manifest.members.size(), "file"),
-                              manifest.created.toString(Qt::ISODate)));
+                         .arg(countText(reader.manifest().members.size(), "file"),
+                              reader.manifest().created.toString(Qt::ISODate)));
 }
 
 ExitStatus listBundle(const QString& path, const SimpleCrypt* crypt, bool isJson)

@@ -14,29 +14,52 @@ PieceReader::PieceReader(int file, qint64 size_B)
     : m_file(file)
     , m_left_B(size_B)
 {
-    const qint64 buffer_B = std::min(size_B, pieceSize_B);
-    m_buffers[0].reset(new char[size_t(buffer_B)]);
-    if (size_B > buffer_B)
-        m_buffers[1].reset(new char[size_t(buffer_B)]);
+    const qint64 pieces = (size_B + pieceSize_B - 1) / pieceSize_B;
+    for (qint64 i = 0; i < std::clamp<qint64>(pieces, 1, mostAhead + 1); ++i)
+        m_buffers.emplace_back(new char[size_t(std::min(size_B, pieceSize_B))]);
     posix_fadvise(file, 0, 0, POSIX_FADV_SEQUENTIAL);
-    m_ahead = readAhead();
+    if (pieces > 1)
+        m_thread = std::thread([this] { runAhead(); });
+}
+
+PieceReader::~PieceReader()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isAbandoned = true;
+    }
+    m_changed.notify_one();
+    if (m_thread.joinable())
+        m_thread.join();
 }
 
 PieceReader::Piece PieceReader::next()
 {
-    const Piece piece = m_ahead.get();
-    m_ahead = readAhead();
+    if (!m_thread.joinable())
+        return read(buffer(0));
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [this] { return !m_pieces.empty(); });
+    const Piece piece = m_pieces.front();
+    if (piece.size_B > 0) // the end stays in the queue
+        m_pieces.pop_front();
+    lock.unlock();
+    m_changed.notify_one();
     return piece;
 }
 
-std::future<PieceReader::Piece> PieceReader::readAhead()
+void PieceReader::runAhead()
 {
-    char* const buffer = m_buffers[m_nextBuffer].get();
-    m_nextBuffer = 1 - m_nextBuffer;
-    // A small file is not worth a thread. Without memory for a thread, this one does the work.
-    const auto policy =
-        m_left_B < pieceSize_B ? std::launch::deferred : std::launch::async | std::launch::deferred;
-    return std::async(policy, [this, buffer] { return read(buffer); });
+    for (qint64 i = 0;; ++i) {
+        // One buffer more than the queue holds, since the caller still uses the last piece.
+        const Piece piece = read(buffer(i));
+        std::unique_lock lock(m_mutex);
+        m_pieces.push_back(piece);
+        m_changed.notify_one();
+        m_changed.wait(lock,
+                       [this] { return m_isAbandoned || m_pieces.size() + 1 < m_buffers.size(); });
+        if (m_isAbandoned || piece.size_B == 0)
+            return;
+    }
 }
 
 PieceReader::Piece PieceReader::read(char* buffer)

@@ -4,15 +4,20 @@
 
 #include <QString>
 
-#include <future>
+#include <condition_variable>
+#include <deque>
 #include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
 
 namespace zeltools
 {
 
-/// Reads an open file in pieces and computes its digest, in another thread and one piece ahead of
-/// the caller, so that reading and hashing take no time from the compression. The result has
-/// exactly the given size: zeros take the place of bytes that cannot be read.
+/// Reads an open file in pieces and computes its digest, in a thread that is some pieces ahead of
+/// the caller, so that reading and hashing take no time from the compression. A file of one piece
+/// needs no thread. The result has exactly the given size: zeros take the place of bytes that
+/// cannot be read.
 class PieceReader
 {
 public:
@@ -26,6 +31,8 @@ public:
 
     /// The descriptor must stay open while the object lives.
     PieceReader(int file, qint64 size_B);
+    ~PieceReader();
+    Q_DISABLE_COPY(PieceReader)
 
     /// The next piece, which stays valid until the next call.
     Piece next();
@@ -37,18 +44,26 @@ public:
     QString fault() const { return m_fault; }
 
 private:
+    static constexpr int mostAhead = 6;
+
+    void runAhead();
     Piece read(char* buffer);
     qint64 readBytes(char* buffer, qint64 size_B);
-    std::future<Piece> readAhead();
+    char* buffer(qint64 index) { return m_buffers[size_t(index) % m_buffers.size()].get(); }
 
     const int m_file;
-    qint64 m_left_B; ///< Not read yet. Like the members below, changed by one thread at a time.
+    // Of the thread that reads.
+    qint64 m_left_B;
     qint64 m_padded_B = 0;
     QString m_fault;
     Sha256 m_digest;
-    std::unique_ptr<char[]> m_buffers[2];
-    int m_nextBuffer = 0;
-    std::future<Piece> m_ahead; // the last member, since its destructor waits for the thread
+
+    std::vector<std::unique_ptr<char[]>> m_buffers;
+    std::mutex m_mutex; // of the members below
+    std::condition_variable m_changed;
+    std::deque<Piece> m_pieces; // read, and not given to the caller yet
+    bool m_isAbandoned = false;
+    std::thread m_thread;
 };
 
 } // namespace zeltools
