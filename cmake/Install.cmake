@@ -3,7 +3,11 @@ include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZelTools)
-install(TARGETS ZelTools ZelToolsCore ZelToolsStateMachines EXPORT ZelToolsTargets
+set(libraries ZelTools ZelToolsCore ZelToolsStateMachines)
+if(TARGET ZelToolsSupport)
+    list(APPEND libraries ZelToolsSupport)
+endif()
+install(TARGETS ${libraries} EXPORT ZelToolsTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT ZelToolsTargets NAMESPACE ZelTools:: DESTINATION ${package_dir})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZelToolsConfig.cmake.in
@@ -23,3 +27,9 @@ list(TRANSFORM ZELTOOLS_QT_MODULES REPLACE "(.+)" "Qt${ZELTOOLS_QT}\\1 >= ${ZELT
 list(JOIN modules ", " ZELTOOLS_PC_REQUIRES)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zeltools.pc.in ${PROJECT_BINARY_DIR}/zeltools.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zeltools.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(TARGET ZelToolsSupport)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/zeltools-support.pc.in
+                   ${PROJECT_BINARY_DIR}/zeltools-support.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/zeltools-support.pc
+            DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endif()

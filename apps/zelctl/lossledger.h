@@ -14,14 +14,15 @@ public:
 
     /// Takes the losses in a block of whole lines.
     void scan(const char* begin, const char* end);
-    /// The lines lost between two times, both included.
-    qint64 total(LogTime from, LogTime to) const;
-
-private:
     struct Loss
     {
         LogTime time;
         qint64 count;
     };
+    const QVector<Loss>& losses() const { return m_losses; }
+    /// The lines lost between two times, both included.
+    qint64 total(LogTime from, LogTime to) const;
+
+private:
     QVector<Loss> m_losses;
 };

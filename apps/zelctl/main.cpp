@@ -1,3 +1,4 @@
+#include "bundlecommand.h"
 #include "clockcommand.h"
 #include "command.h"
 #include "crashcommand.h"
@@ -20,6 +21,7 @@ namespace
 {
 
 constexpr Command s_commands[]{
+    {"bundle", "Packs the logs of a machine into one file for support, checks it.", runBundle},
     {"crypt", "Encrypts and decrypts files, shows what their header says.", runCrypt},
     {"crash", "Lists and shows the crash reports of a machine.", runCrash},
     {"clock", "Drives the simulated clock of a machine.", runClock},

@@ -1,16 +1,17 @@
 #!/bin/sh
-# check.sh BUILD_DIR COMPILER: installs the library into an empty prefix and builds and runs a host
+# check.sh BUILD_DIR COMPILER [WITH_SUPPORT]: installs the library into an empty prefix and builds and runs a host
 # against it, found by CMake's package and by pkg-config.
 set -eu
 build=$1
 compiler=$2
+support=${3-OFF}
 source=$(dirname "$0")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 cmake --install "$build" --prefix "$work/prefix" > /dev/null
 cmake -S "$source" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
-      -DCMAKE_CXX_COMPILER="$compiler" > /dev/null
+      -DCMAKE_CXX_COMPILER="$compiler" -DWITH_SUPPORT="$support" > /dev/null
 cmake --build "$work/cmake" > /dev/null
 mkdir -p "$work/a/opt/bin" "$work/b/opt/bin"
 "$work/cmake/consumer" "$work/a/opt/bin"
@@ -21,6 +22,19 @@ export PKG_CONFIG_PATH
 "$compiler" -std=c++17 -fPIC "$source/main.cpp" -o "$work/consumer" \
     $(pkg-config --cflags --libs zeltools) "-Wl,-rpath,$(pkg-config --variable=libdir zeltools)"
 "$work/consumer" "$work/b/opt/bin"
+
+if ldd "$work/consumer" "$work/cmake/consumer" | grep libarchive; then
+    echo "a host without support bundles links libarchive" >&2
+    exit 1
+fi
+if [ "$support" = ON ]; then
+    "$work/cmake/supportconsumer" "$work/note.tar.zst"
+    # shellcheck disable=SC2046
+    "$compiler" -std=c++17 -fPIC "$source/support.cpp" -o "$work/supportconsumer" \
+        $(pkg-config --cflags --libs zeltools-support) \
+        "-Wl,-rpath,$(pkg-config --variable=libdir zeltools-support)"
+    "$work/supportconsumer" "$work/note.tar.gz"
+fi
 
 for includes in "-I$source/names $(pkg-config --cflags zeltools)" \
                 "$(pkg-config --cflags zeltools) -I$source/names"; do

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "command.h"
+
+/// `zelctl bundle`: packs what the factory needs to know about a machine into one file, and lists
+/// and checks such a file. Built without libarchive, it only says so.
+ExitStatus runBundle(const QStringList& arguments);

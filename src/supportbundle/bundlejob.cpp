@@ -1,0 +1,210 @@
+#include "supportbundle/bundlejob_p.h"
+
+#include "samefile.h"
+#include "supportbundle/cryptpipe_p.h"
+#include "supportbundle/secretmask_p.h"
+#include "supportbundle/systemreport_p.h"
+#include "writewhole.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace zeltools
+{
+
+namespace
+{
+
+const QLatin1String s_gzip(".tar.gz");
+const QLatin1String s_zstandard(".tar.zst");
+const QLatin1String s_crypt(".crypt");
+const QLatin1String s_cancelled("the bundle was cancelled");
+
+QString withoutCrypt(const QString& path)
+{
+    return path.endsWith(s_crypt) ? path.chopped(s_crypt.size()) : path;
+}
+
+BundleArchive::Format formatOf(const QString& path)
+{
+    return withoutCrypt(path).endsWith(s_gzip) ? BundleArchive::Format::Gzip
+                                               : BundleArchive::Format::Zstandard;
+}
+
+/// The level of the programs zstd and gzip where none is chosen.
+int levelOf(const BundleSources& sources, BundleArchive::Format format)
+{
+    if (sources.level != 0)
+        return sources.level;
+    return format == BundleArchive::Format::Gzip ? 6 : 3;
+}
+
+QString cannotWrite(const QString& path, int number)
+{
+    QString reason = qt_error_string(number);
+    if (number == EFBIG)
+        reason += QStringLiteral("; FAT32 holds at most 4 GiB in a file");
+    return QStringLiteral("cannot write %1: %2").arg(path, reason);
+}
+
+} // namespace
+
+BundleJob::BundleJob(const BundleSources& sources, const std::atomic<bool>& isCancelled,
+                     Progress progress)
+    : m_sources(sources)
+    , m_isCancelled(isCancelled)
+    , m_progress(std::move(progress))
+{
+}
+
+QString BundleJob::problemWith(const QString& path, const BundleSources& sources)
+{
+    const QString archive = withoutCrypt(path);
+    const bool isGzip = archive.endsWith(s_gzip);
+    if (!isGzip && !archive.endsWith(s_zstandard))
+        return QStringLiteral("the name of a bundle ends in .tar.zst or .tar.gz, or with .crypt "
+                              "behind that: ") +
+               path;
+    if (sources.crypt && archive == path)
+        return QStringLiteral("the name of an encrypted bundle ends in .crypt: ") + path;
+    if (!sources.crypt && archive != path)
+        return QStringLiteral("an encrypted bundle needs a key: ") + path;
+    const int highest = isGzip ? 9 : 19;
+    if (sources.level < 0 || sources.level > highest)
+        return QStringLiteral("the level of this format is a number from 1 to %1").arg(highest);
+    return QString();
+}
+
+QString BundleJob::write(int output, const QString& path)
+{
+    m_output = output;
+    m_path = path;
+    if (!m_sources.crypt) {
+        return writeArchive(path, [this](const char* bytes, size_t size) {
+            const bool isWritten = writeWhole(m_output, bytes, size) == ssize_t(size);
+            return isWritten ? QString() : cannotWrite(m_path, errno);
+        });
+    }
+    CryptPipe pipe(*m_sources.crypt, CryptPipe::Encrypt, output);
+    QString error = writeArchive(path, [&pipe](const char* bytes, size_t size) {
+        // The reason comes from finish().
+        const bool isWritten =
+            !pipe.hasEnded() && writeWhole(pipe.descriptor(), bytes, size) == ssize_t(size);
+        return isWritten ? QString() : QStringLiteral("the encryption has ended");
+    });
+    if (m_isCancelled)
+        pipe.cancel();
+    const QString cryptError = pipe.finish();
+    if (!cryptError.isEmpty() && !m_isCancelled)
+        error = QStringLiteral("cannot write %1: %2").arg(path, cryptError);
+    return error;
+}
+
+QString BundleJob::writeArchive(const QString& path, BundleArchive::Output output)
+{
+    const BundleArchive::Format format = formatOf(path);
+    BundleArchive archive(format, levelOf(m_sources, format), std::move(output));
+    BundleMembers members(archive, [this, &archive](qint64 size_B) {
+        m_done_B += size_B;
+        tell();
+        if (m_isCancelled)
+            archive.abandon(s_cancelled);
+    });
+    if (!addAll(members) || m_isCancelled || !members.finish() || !archive.close())
+        return m_isCancelled ? QString(s_cancelled) : archive.errorString();
+    m_manifest = members.manifest();
+    return QString();
+}
+
+bool BundleJob::addAll(BundleMembers& members)
+{
+    std::vector<BundleFile> files = listFiles(members);
+    for (const BundleFile& file : files)
+        m_total_B += file.status.st_size;
+    tell();
+    for (BundleFile& file : files) {
+        if (m_isCancelled || !members.addFile(file))
+            return false;
+    }
+    for (const auto& [name, content] : m_sources.contents) {
+        if (m_isCancelled || !members.addContent(name, content))
+            return false;
+    }
+    return addEnvironment(members) && addReports(members);
+}
+
+std::vector<BundleFile> BundleJob::listFiles(BundleMembers& members) const
+{
+    constexpr size_t mostOpen = 200;
+    std::vector<BundleFile> files;
+    for (const auto& [prefix, path] : m_sources.folders) {
+        const QString fault = listFolder(QFile::encodeName(path), prefix, mostOpen, files);
+        if (!fault.isEmpty())
+            members.omit(prefix, fault);
+    }
+    for (const auto& [name, path] : m_sources.files) {
+        BundleFile file;
+        file.name = name;
+        file.path = QFile::encodeName(path);
+        if (stat(file.path.constData(), &file.status) != 0)
+            file.fault = qt_error_string(errno);
+        else if (!S_ISREG(file.status.st_mode))
+            file.fault = QStringLiteral("it is not a plain file");
+        files.push_back(std::move(file));
+    }
+    removeOutput(files);
+    return files;
+}
+
+/// A bundle that is written into a folder with logs contains neither itself nor the file that it
+/// replaces.
+void BundleJob::removeOutput(std::vector<BundleFile>& files) const
+{
+    struct stat written = {};
+    struct stat replaced = {};
+    fstat(m_output, &written);
+    const bool isReplacing = stat(QFile::encodeName(m_path).constData(), &replaced) == 0;
+    files.erase(std::remove_if(files.begin(), files.end(),
+                               [&](const BundleFile& file) {
+                                   return isSameFile(file.status, written) ||
+                                          (isReplacing && isSameFile(file.status, replaced));
+                               }),
+                files.end());
+}
+
+bool BundleJob::addEnvironment(BundleMembers& members)
+{
+    if (m_sources.environmentFile.isEmpty())
+        return true;
+    constexpr qint64 longest_B = 16 * 1024 * 1024;
+    constexpr char name[] = "environment";
+    QFile file(m_sources.environmentFile);
+    if (file.open(QIODevice::ReadOnly) && file.size() <= longest_B)
+        return members.addContent(name, withoutSecrets(file.read(longest_B)));
+    members.omit(name, file.isOpen() ? QStringLiteral("it is too large") : file.errorString());
+    return true;
+}
+
+bool BundleJob::addReports(BundleMembers& members)
+{
+    for (int i = 0; i < systemReportsCount(); ++i) {
+        if (m_isCancelled)
+            return false;
+        const SystemReport report = systemReport(i);
+        if (!report.fault.isEmpty())
+            members.omit(report.name, report.fault);
+        if (!report.content.isEmpty() && !members.addContent(report.name, report.content))
+            return false;
+    }
+    return true;
+}
+
+void BundleJob::tell()
+{
+    // A log file may have grown since it was counted.
+    m_progress(std::min(m_done_B, m_total_B), m_total_B);
+}
+
+} // namespace zeltools

@@ -1,0 +1,189 @@
+#include "supportbundle/supportbundle.h"
+
+#include "filereplacement.h"
+#include "logging/logmanager.h"
+#include "path.h"
+#include "supportbundle/bundlejob_p.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QThread>
+
+namespace zeltools
+{
+
+namespace
+{
+
+const QLatin1String s_crashes("crashes");
+
+QByteArray lossesAsJson(const LogLosses& losses)
+{
+    constexpr const char* names[]{"Debug",    "Info",    "Event",   "Warning", "Error",
+                                  "Critical", "Grinder", "Capsule", "M4"};
+    QJsonObject levels;
+    for (auto level = losses.lines.begin(); level != losses.lines.end(); ++level) {
+        QJsonObject modules;
+        for (auto module = level->begin(); module != level->end(); ++module)
+            modules[module.key()] = static_cast<double>(*module);
+        levels[QString::fromLatin1(names[level.key()])] = modules;
+    }
+    return QJsonDocument(QJsonObject{{QStringLiteral("total"), static_cast<double>(losses.total)},
+                                     {QStringLiteral("levels"), levels}})
+        .toJson();
+}
+
+} // namespace
+
+struct SupportBundle::Result
+{
+    QString error;
+    SupportBundleManifest manifest;
+};
+
+SupportBundle::SupportBundle(QObject* parent)
+    : QObject(parent)
+    , m_sources(std::make_unique<BundleSources>())
+{
+}
+
+SupportBundle::~SupportBundle()
+{
+    cancel();
+    if (m_thread)
+        m_thread->wait();
+}
+
+void SupportBundle::addThisMachine()
+{
+    const Path& path = *Path::instance();
+    LogManager::instance()->flush();
+    addFolder(QStringLiteral("logs/debug"), path.debugLogsDir);
+    addFolder(QStringLiteral("logs/debug/crashes"), path.debugLogsDir + s_crashes);
+    addFolder(QStringLiteral("logs/events"), path.eventLogsDir);
+    addFile(QStringLiteral("versions.txt"), path.versionsFile);
+    addContent(QStringLiteral("losses.json"), lossesAsJson(LogManager::instance()->losses()));
+    setEnvironmentFile(path.environmentFile);
+}
+
+bool SupportBundle::addMachineFolder(const QString& path)
+{
+    const QDir folder(path);
+    if (!folder.exists())
+        return false;
+    const QDir logs(folder.exists(QStringLiteral("logs")) ? folder.filePath(QStringLiteral("logs"))
+                                                          : path);
+    bool hasLogFolders = false;
+    for (const char* const name : {"debug", "debug/crashes", "events"}) {
+        const QString part = QString::fromLatin1(name);
+        if (!logs.exists(part))
+            continue;
+        addFolder(QStringLiteral("logs/") + part, logs.filePath(part));
+        hasLogFolders = true;
+    }
+    if (hasLogFolders)
+        return true;
+    addFolder(QStringLiteral("logs"), path);
+    if (folder.exists(s_crashes))
+        addFolder(QStringLiteral("logs/") + s_crashes, folder.filePath(s_crashes));
+    return true;
+}
+
+void SupportBundle::addFolder(const QString& name, const QString& path)
+{
+    m_sources->folders.append({name.toUtf8() + '/', path});
+}
+
+void SupportBundle::addFile(const QString& name, const QString& path)
+{
+    m_sources->files.append({name.toUtf8(), path});
+}
+
+void SupportBundle::addContent(const QString& name, const QByteArray& content)
+{
+    m_sources->contents.append({name.toUtf8(), content});
+}
+
+void SupportBundle::setEnvironmentFile(const QString& path)
+{
+    m_sources->environmentFile = path;
+}
+
+void SupportBundle::setLevel(int level)
+{
+    m_sources->level = level;
+}
+
+void SupportBundle::setCrypt(const SimpleCrypt& crypt)
+{
+    m_sources->crypt = crypt;
+}
+
+QString SupportBundle::problemWith(const QString& path) const
+{
+    return BundleJob::problemWith(path, *m_sources);
+}
+
+bool SupportBundle::create(const QString& path)
+{
+    m_isCancelled = false;
+    return take(run(path));
+}
+
+void SupportBundle::start(const QString& path)
+{
+    if (isRunning())
+        return;
+    m_isCancelled = false;
+    const auto result = std::make_shared<Result>();
+    m_thread.reset(QThread::create([this, path, result] { *result = run(path); }));
+    connect(m_thread.get(), &QThread::finished, this, [this, result] {
+        m_thread->wait();
+        m_thread.reset();
+        Q_EMIT finished(take(*result));
+    });
+    m_thread->start();
+}
+
+QString SupportBundle::write(int fileDescriptor, const QString& path)
+{
+    m_isCancelled = false;
+    take(runJob(fileDescriptor, path));
+    return m_error;
+}
+
+SupportBundle::Result SupportBundle::run(const QString& path)
+{
+    Result result;
+    result.error = problemWith(path);
+    if (!result.error.isEmpty())
+        return result;
+    FileReplacement file(path);
+    const bool isDone = file.replace([&](int descriptor) {
+        result = runJob(descriptor, path);
+        return result.error;
+    });
+    if (!isDone)
+        result.error = file.errorString();
+    return result;
+}
+
+SupportBundle::Result SupportBundle::runJob(int fileDescriptor, const QString& path)
+{
+    BundleJob job(*m_sources, m_isCancelled,
+                  [this](qint64 done_B, qint64 total_B) { Q_EMIT progress(done_B, total_B); });
+    const QString error = job.write(fileDescriptor, path);
+    return {error, job.manifest()};
+}
+
+bool SupportBundle::take(const Result& result)
+{
+    m_error = result.error;
+    if (m_error.isEmpty())
+        m_manifest = result.manifest;
+    return m_error.isEmpty();
+}
+
+} // namespace zeltools
