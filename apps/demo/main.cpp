@@ -11,6 +11,7 @@
 #include "simulation.h"
 #include "stall.h"
 #include "stalledmachine.h"
+#include "stalledthread.h"
 #include "switches.h"
 
 #include <zeltools/libraryversion.h>
@@ -145,7 +146,8 @@ int main(int argc, char** argv)
     bool isSimulated = askBoiler(out);
     if (parser.isSet(clock))
         isSimulated = followClock(parser.value(clock), out) && isSimulated;
-    const bool isDiagnosed = showKernelLog(out) && showCallStack(out);
+    const bool isDiagnosed =
+        showKernelLog(out) && showCallStack(out) && showStalledThread(out) && showCrashes(out);
     const bool areLinesRight = makeDrinks(out);
     const bool isRight =
         isRecovered && haveCyclesRun && isSimulated && isDiagnosed && areLinesRight;
