@@ -79,9 +79,9 @@ private Q_SLOTS:
         const Item item(nullptr, "Item", monitor);
         const support::Opened<MainThreadMonitoredTimer> timer(monitor);
         Thread thread("Thread", AutoTick::On, monitor);
-        int countInThread = -1;
+        std::atomic<int> countInThread = -1;
         connect(
-            &thread, &QThread::started, &thread,
+            &thread, &QThread::finished, &thread,
             [&] { countInThread = monitor.registeredItemsCount(); }, Qt::DirectConnection);
         monitor.setThreadsTickPeriod(5s);
         monitor.setLimits(1ms, 1ms);
