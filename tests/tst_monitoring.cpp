@@ -241,9 +241,9 @@ private Q_SLOTS:
         QCOMPARE(monitor.items().value(0).name, QString("another"));
         const pid_t child = fork();
         if (child == 0) {
+            alarm(10);
             const std::lock_guard<std::mutex> lock(MonitorSlots::mutex()); // as a thread may
             items.clear();
-            alarm(10);
             _exit(monitor.isEnabled() + monitor.registeredItemsCount() +
                   monitor.hasStalledThread());
         }
