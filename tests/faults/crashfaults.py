@@ -28,6 +28,11 @@ KINDS = {
 }
 if SANITIZED:  # The sanitizers find this one themselves, and need more than the limit for memory.
     del KINDS["heap_corruption"], KINDS["out_of_memory"]
+with open(PROGRAM, "rb") as program:
+    # That sanitizer may hold a lock of its own when the stack ends, and runs the handlers of the
+    # application with all signals blocked.
+    if b"__tsan_init" in program.read():
+        del KINDS["stack_overflow"], KINDS["overflow_in_thread"], KINDS["in_signal"]
 COLLECTED = re.compile(r"\| Critical \| The program crashed at \S+ \S+ \((.*)\); report: (.*)")
 
 
