@@ -24,10 +24,11 @@ using zeltools::CrashReports;
 // a call, which the compiler could make a jump.
 volatile bool s_isHot = false;
 
+void (*volatile s_heat)() = nullptr;
+
 [[gnu::noinline]] void heatWithoutBoiler()
 {
-    void (*volatile heat)() = nullptr;
-    heat();
+    s_heat();
     s_isHot = true;
 }
 

@@ -159,6 +159,7 @@ struct sigaction fatalAction()
 void CrashHandler::install(int file)
 {
     StackRequest::prepare();
+    CrashReason::prepare();
     clock_gettime(CLOCK_BOOTTIME, &s_started);
     s_process = getpid();
     s_file = file;

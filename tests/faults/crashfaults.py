@@ -16,7 +16,8 @@ SEGV, ABRT = signal.SIGSEGV, signal.SIGABRT
 Kind = collections.namedtuple("Kind", "signal function reason", defaults=(None, ""))
 KINDS = {
     "null_read": Kind(SEGV), "null_call": Kind(SEGV), "stack_overflow": Kind(SEGV),
-    "overflow_in_thread": Kind(SEGV, "stack_overflow"), "heap_corruption": Kind(ABRT),
+    "overflow_in_thread": Kind(SEGV, "stack_overflow"),
+    "heap_corruption": Kind(ABRT, reason="free(): invalid"),
     "abort": Kind(ABRT), "in_signal": Kind(SEGV, "null_read"),
     "static_destructor": Kind(SEGV, "in_destructor"), "held_lock": Kind(SEGV),
     "eight_threads": Kind(SEGV, "null_read"),
