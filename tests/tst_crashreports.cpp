@@ -81,7 +81,8 @@ private Q_SLOTS:
              "The run of process 77,*without a crash report: it was killed", ""},
             {"a run without a report in an earlier boot lost its power", leftBehind("other", ""),
              "The run of process 77,*: the power was cut or the system was restarted", ""},
-            {"an empty file comes from a power cut", "", "*: the power was cut or *", ""},
+            {"an empty file comes from a power cut", "",
+             "The run of process 77,*: the power was cut or *", ""},
             {"zeros come from a power cut", QByteArray(5000, '\0'), "*: the power was cut or *",
              ""},
         });
