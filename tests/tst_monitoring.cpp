@@ -79,9 +79,9 @@ private Q_SLOTS:
         const Item item(nullptr, "Item", monitor);
         const support::Opened<MainThreadMonitoredTimer> timer(monitor);
         Thread thread("Thread", AutoTick::On, monitor);
-        int countInThread = -1;
+        std::atomic<int> countInThread = -1;
         connect(
-            &thread, &QThread::started, &thread,
+            &thread, &QThread::finished, &thread,
             [&] { countInThread = monitor.registeredItemsCount(); }, Qt::DirectConnection);
         monitor.setThreadsTickPeriod(5s);
         monitor.setLimits(1ms, 1ms);
@@ -241,9 +241,9 @@ private Q_SLOTS:
         QCOMPARE(monitor.items().value(0).name, QString("another"));
         const pid_t child = fork();
         if (child == 0) {
+            alarm(10);
             const std::lock_guard<std::mutex> lock(MonitorSlots::mutex()); // as a thread may
             items.clear();
-            alarm(10);
             _exit(monitor.isEnabled() + monitor.registeredItemsCount() +
                   monitor.hasStalledThread());
         }

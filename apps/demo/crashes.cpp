@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 
 #include <stdexcept>
 
@@ -23,27 +24,29 @@ using zeltools::CrashReports;
 // a call, which the compiler could make a jump.
 volatile bool s_isHot = false;
 
-void heatWithoutBoiler()
+void (*volatile s_heat)() = nullptr;
+
+[[gnu::noinline]] void heatWithoutBoiler()
 {
-    void (*volatile heat)() = nullptr;
-    heat();
+    s_heat();
     s_isHot = true;
 }
 
-void pourMilk()
+[[gnu::noinline]] void pourMilk()
 {
     throw std::runtime_error("there is no milk");
 }
 
-void (*volatile s_grindNext)(int) = nullptr;
-
-void grindForEver(int beans)
+// The file becomes shorter while it is mapped.
+[[gnu::noinline]] void readRecipe()
 {
-    volatile char memory[4096];
-    memory[0] = char(beans);
-    s_grindNext = grindForEver;
-    s_grindNext(beans + memory[0]);
-    memory[0] = 0;
+    constexpr int size = 4096;
+    QTemporaryFile recipe;
+    if (!recipe.open() || !recipe.resize(size))
+        return;
+    const volatile uchar* const memory = recipe.map(0, size);
+    if (memory != nullptr && recipe.resize(0))
+        s_isHot = memory[0] != 0;
 }
 
 namespace
@@ -59,7 +62,7 @@ struct Way
 constexpr Way s_ways[]{
     {"crash-null", "11 SIGSEGV", heatWithoutBoiler},
     {"crash-exception", "6 SIGABRT", pourMilk},
-    {"crash-overflow", "11 SIGSEGV", [] { grindForEver(1); }},
+    {"crash-file", "7 SIGBUS", readRecipe},
 };
 
 QStringList linesOf(const QString& report, const QString& section)

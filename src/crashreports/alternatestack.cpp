@@ -9,8 +9,8 @@ namespace
 {
 
 // Pages that nobody has written to take no memory.
-constexpr size_t s_size_B = 256 * 1024;
-constexpr size_t s_guard_B = 64 * 1024; // the largest size of a page
+constexpr size_t s_size_B = size_t(256) * 1024;
+constexpr size_t s_guard_B = size_t(64) * 1024; // the largest size of a page
 
 } // namespace
 

@@ -84,13 +84,16 @@ QString cause(const QByteArray& content)
     return parts.join(QStringLiteral(", "));
 }
 
-void tellKilled(const QByteArray& content)
+// The name tells more than the content, which may be lost: "crash-1234-1732262400123.open".
+void tellKilled(const QString& name, const QByteArray& content)
 {
+    const int process = name.section(QLatin1Char('-'), 1, 1).toInt();
+    const QString started_ms = name.section(QLatin1Char('-'), 2).section(QLatin1Char('.'), 0, 0);
+    const QDateTime started = QDateTime::fromMSecsSinceEpoch(started_ms.toLongLong());
     const bool isSameBoot = value(content, "boot") == bootId().toLatin1();
     warn(QStringLiteral("The run of process %1, which started at %2, has ended without exit() and "
                         "without a crash report: %3")
-             .arg(QString::fromLatin1(value(content, "pid")),
-                  moment(content, "started").toString(QStringLiteral("dd/MM/yyyy hh:mm:ss")),
+             .arg(QString::number(process), started.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss")),
                   isSameBoot ? QStringLiteral("it was killed")
                              : QStringLiteral("the power was cut or the system was restarted")));
 }
@@ -133,7 +136,7 @@ void CrashCollection::collect(const QString& name) const
     const QByteArray content = readBeginning(file);
     if (content.contains(s_crashHeading))
         return keep(file, path, content);
-    tellKilled(content);
+    tellKilled(name, content);
     ::unlink(encoded.constData());
 }
 

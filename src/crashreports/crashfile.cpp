@@ -48,7 +48,7 @@ void writeHeader(int file, qint64 started_ms)
 // A full disk later takes nothing from the report. A file system that cannot do that does no harm.
 void reserveSpace(int file)
 {
-    constexpr off_t size_B = 256 * 1024;
+    constexpr off_t size_B = off_t(256) * 1024;
     const int result = fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size_B);
     Q_UNUSED(result)
 }

@@ -31,6 +31,7 @@ struct PreviousHandlers
 
 PreviousHandlers s_previous;
 std::atomic<int> s_file{-1};
+pid_t s_process = 0;
 timespec s_started;
 std::atomic<pid_t> s_reporter{0}; // the thread that has crashed first
 std::atomic<int> s_reportedSignal{0};
@@ -90,7 +91,8 @@ void waitForReporter()
 // Returns whether this thread has to write the report. Otherwise, another one has written it.
 bool beginReport(int number)
 {
-    if (s_file < 0 || s_isReported)
+    // A child process that shares the memory, as vfork() makes it, must leave the report alone.
+    if (s_file < 0 || s_isReported || getpid() != s_process)
         return false;
     pid_t reporter = 0;
     if (s_reporter.compare_exchange_strong(reporter, gettid())) {
@@ -109,7 +111,8 @@ bool beginReport(int number)
 void leaveToPrevious(int number, siginfo_t* info)
 {
     sigaction(number, &s_previous.actions[placeOf(number)], nullptr);
-    syscall(SYS_rt_tgsigqueueinfo, getpid(), gettid(), number, info);
+    if (syscall(SYS_rt_tgsigqueueinfo, getpid(), gettid(), number, info) != 0)
+        raise(number);
 }
 
 void onFatalSignal(int number, siginfo_t* info, void* context)
@@ -156,7 +159,9 @@ struct sigaction fatalAction()
 void CrashHandler::install(int file)
 {
     StackRequest::prepare();
+    CrashReason::prepare();
     clock_gettime(CLOCK_BOOTTIME, &s_started);
+    s_process = getpid();
     s_file = file;
     const struct sigaction action = fatalAction();
     for (const FatalSignal& each : fatalSignals)

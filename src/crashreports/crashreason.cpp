@@ -10,6 +10,7 @@
 #include <typeinfo>
 
 #include <cxxabi.h>
+#include <dlfcn.h>
 #include <unistd.h>
 
 namespace zeltools
@@ -22,6 +23,27 @@ constexpr size_t s_longest_B = 500;
 char s_text[s_longest_B + 1]; // The last byte always stays NUL.
 std::atomic<pid_t> s_thread{0};
 std::atomic_flag s_isWriting = ATOMIC_FLAG_INIT;
+
+// The message of the C library before it aborts the process, such as "free(): invalid pointer" or
+// that of a failed assert(). glibc keeps it for debuggers; another library has none.
+struct LibraryMessage
+{
+    unsigned size;
+    char text[1]; // ends with NUL
+};
+const LibraryMessage* const* s_libraryMessage = nullptr;
+
+const char* libraryMessage()
+{
+    static char text[s_longest_B + 1];
+    if (s_libraryMessage == nullptr || *s_libraryMessage == nullptr)
+        return "";
+    const char* const message = (*s_libraryMessage)->text;
+    std::memcpy(text, message, strnlen(message, s_longest_B));
+    if (char* const end = std::strchr(text, '\n'))
+        *end = '\0';
+    return text;
+}
 
 void noteParts(std::initializer_list<const char*> parts)
 {
@@ -40,6 +62,12 @@ void noteParts(std::initializer_list<const char*> parts)
 }
 
 } // namespace
+
+void CrashReason::prepare()
+{
+    s_libraryMessage =
+        static_cast<const LibraryMessage* const*>(dlsym(RTLD_DEFAULT, "__abort_msg"));
+}
 
 void CrashReason::note(const char* text)
 {
@@ -66,7 +94,7 @@ void CrashReason::noteException()
 
 const char* CrashReason::of(pid_t thread)
 {
-    return s_thread == thread ? s_text : "";
+    return s_thread == thread ? s_text : libraryMessage();
 }
 
 } // namespace zeltools

@@ -30,7 +30,7 @@ public:
     struct Limits
     {
         int mostReports = 10;
-        qint64 mostBytes = 4 * 1024 * 1024;
+        qint64 mostBytes = qint64(4) * 1024 * 1024;
     };
 
     /// Collects the reports of earlier runs and removes the oldest ones beyond the limits. Each new

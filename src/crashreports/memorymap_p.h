@@ -35,7 +35,7 @@ private:
     const FileDescriptor m_file;
     size_t m_begin = 0;
     size_t m_end = 0;
-    char m_bytes[8192]; // A line has a path of at most 4096 bytes.
+    char m_bytes[8192] = {}; // A line has a path of at most 4096 bytes.
 };
 
 } // namespace zeltools

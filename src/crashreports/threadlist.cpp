@@ -68,7 +68,8 @@ ThreadName::ThreadName(pid_t thread)
     for (pid_t rest = thread; rest > 0; rest /= 10)
         *--begin = char('0' + rest % 10);
     char* const end = std::copy(begin, std::end(digits), path + std::strlen(path));
-    std::strcpy(end, "/comm");
+    constexpr char rest[] = "/comm";
+    std::copy(std::begin(rest), std::end(rest), end);
     const FileDescriptor file(::open(path, O_RDONLY | O_CLOEXEC));
     const ssize_t size = ::read(file, text, sizeof text - 1);
     std::fill(std::find(text, text + std::max<ssize_t>(size, 0), '\n'), std::end(text), '\0');

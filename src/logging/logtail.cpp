@@ -60,10 +60,11 @@ void LogTail::add(const char* line, int size)
         return;
     size = cutSize(line, size);
     slot.size.store(size, std::memory_order_release);
-    for (int i = 0; i * 8 < size; ++i) {
+    constexpr int word_B = 8;
+    for (int place = 0; place < size; place += word_B) {
         quint64 word = 0;
-        std::memcpy(&word, line + i * 8, size_t(std::min(8, size - i * 8)));
-        slot.words[i].store(word, std::memory_order_release);
+        std::memcpy(&word, line + place, size_t(std::min(word_B, size - place)));
+        slot.words[place / word_B].store(word, std::memory_order_release);
     }
     slot.version.store(written(number), std::memory_order_release);
 }

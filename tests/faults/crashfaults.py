@@ -16,7 +16,8 @@ SEGV, ABRT = signal.SIGSEGV, signal.SIGABRT
 Kind = collections.namedtuple("Kind", "signal function reason", defaults=(None, ""))
 KINDS = {
     "null_read": Kind(SEGV), "null_call": Kind(SEGV), "stack_overflow": Kind(SEGV),
-    "overflow_in_thread": Kind(SEGV, "stack_overflow"), "heap_corruption": Kind(ABRT),
+    "overflow_in_thread": Kind(SEGV, "stack_overflow"),
+    "heap_corruption": Kind(ABRT, reason="free(): invalid"),
     "abort": Kind(ABRT), "in_signal": Kind(SEGV, "null_read"),
     "static_destructor": Kind(SEGV, "in_destructor"), "held_lock": Kind(SEGV),
     "eight_threads": Kind(SEGV, "null_read"),
@@ -28,6 +29,11 @@ KINDS = {
 }
 if SANITIZED:  # The sanitizers find this one themselves, and need more than the limit for memory.
     del KINDS["heap_corruption"], KINDS["out_of_memory"]
+with open(PROGRAM, "rb") as program:
+    # That sanitizer may hold a lock of its own when the stack ends, and runs the handlers of the
+    # application with all signals blocked.
+    if b"__tsan_init" in program.read():
+        del KINDS["stack_overflow"], KINDS["overflow_in_thread"], KINDS["in_signal"]
 COLLECTED = re.compile(r"\| Critical \| The program crashed at \S+ \S+ \((.*)\); report: (.*)")
 
 
