@@ -22,10 +22,12 @@ using Thread = support::Opened<MonitoredQThread>;
 using Item = support::Opened<MonitoredItem>;
 using State = Monitor::State;
 
-/// Stands still until it is released.
+/// Stands still until it is released. It waits in a loop, since a call at the end of a function
+/// could take its place on the stack.
 Q_NEVER_INLINE void waitForBeans(QSemaphore& beans)
 {
-    beans.acquire();
+    while (!beans.tryAcquire(1, 60000)) {
+    }
 }
 
 class TestMonitoring : public QObject
@@ -39,18 +41,22 @@ class TestMonitoring : public QObject
     {
         explicit Events(Monitor& monitor)
         {
-            const auto add = [this, &monitor](const QString& event, const QStringList& calls) {
-                monitor.items(); // hangs if the monitor holds a lock
-                const QMutexLocker locker(&mutex);
-                texts.append(event);
-                if (!calls.isEmpty())
-                    stack = calls.join('|');
-            };
-            connect(&monitor, &Monitor::threadLate, [=](auto name) { add("late " + name, {}); });
+            connect(&monitor, &Monitor::threadLate,
+                    [this](const QString& name) { add("late " + name, {}); });
             connect(&monitor, &Monitor::threadRecovered,
-                    [=](auto name) { add("recovered " + name, {}); });
+                    [this](const QString& name) { add("recovered " + name, {}); });
             connect(&monitor, &Monitor::threadStalled,
-                    [=](auto name, auto, auto calls) { add("stalled " + name, calls); });
+                    [&](const QString& name, auto, const QStringList& calls) {
+                        monitor.items(); // hangs if the monitor holds a lock
+                        add("stalled " + name, calls);
+                    });
+        }
+        void add(const QString& event, const QStringList& calls)
+        {
+            const QMutexLocker locker(&mutex);
+            texts.append(event);
+            if (!calls.isEmpty())
+                stack = calls.join('|');
         }
         bool has(const QString& event)
         {
@@ -73,9 +79,9 @@ private Q_SLOTS:
         const Item item(nullptr, "Item", monitor);
         const support::Opened<MainThreadMonitoredTimer> timer(monitor);
         Thread thread("Thread", AutoTick::On, monitor);
-        int countInThread = -1;
+        std::atomic<int> countInThread = -1;
         connect(
-            &thread, &QThread::started, &thread,
+            &thread, &QThread::finished, &thread,
             [&] { countInThread = monitor.registeredItemsCount(); }, Qt::DirectConnection);
         monitor.setThreadsTickPeriod(5s);
         monitor.setLimits(1ms, 1ms);
@@ -235,9 +241,9 @@ private Q_SLOTS:
         QCOMPARE(monitor.items().value(0).name, QString("another"));
         const pid_t child = fork();
         if (child == 0) {
+            alarm(10);
             const std::lock_guard<std::mutex> lock(MonitorSlots::mutex()); // as a thread may
             items.clear();
-            alarm(10);
             _exit(monitor.isEnabled() + monitor.registeredItemsCount() +
                   monitor.hasStalledThread());
         }

@@ -14,16 +14,16 @@
 namespace zeltools
 {
 
-// The state and the ticket of the request are one value, so that a late answer to an earlier
-// request is recognised. A free slot has the value 0.
+// The thread and the state are one value. A free slot has the value 0.
 struct StackRequest::Slot
 {
-    enum State : quintptr { Asked = 1, Writing, Answered, Abandoned, StateMask = 7 };
-    static_assert(std::atomic<quintptr>::is_always_lock_free);
+    enum State : quint64 { Asked = 1, Writing, Answered, Abandoned };
+    static_assert(std::atomic<quint64>::is_always_lock_free);
 
-    bool change(quintptr from, quintptr to) { return value.compare_exchange_strong(from, to); }
+    static quint64 value(pid_t thread, State state) { return quint64(thread) << 3 | state; }
+    bool change(quint64 from, quint64 to) { return content.compare_exchange_strong(from, to); }
 
-    std::atomic<quintptr> value{0};
+    std::atomic<quint64> content{0};
     void* calls[mostCalls];
     int count;
 };
@@ -33,10 +33,6 @@ StackRequest::Slot StackRequest::s_slots[mostRequests];
 namespace
 {
 
-constexpr quintptr s_placeFactor = 8;
-constexpr quintptr s_numberFactor = s_placeFactor * StackRequest::mostRequests;
-std::atomic<quintptr> s_lastNumber{0};
-
 bool hasPassed(const timespec& deadline)
 {
     timespec now;
@@ -45,28 +41,18 @@ bool hasPassed(const timespec& deadline)
            (now.tv_sec == deadline.tv_sec && now.tv_nsec >= deadline.tv_nsec);
 }
 
-// Removes the calls of the handler, which come before the interrupted instruction.
-int removeHandler(void** calls, int count, quintptr interrupted)
+// Makes the interrupted instruction the first call. It comes after the calls of the handler, or not
+// at all if the unwinder knows nothing about the code there.
+int beginWith(quintptr interrupted, void** calls, int count)
 {
-    if (interrupted == 0)
+    if (interrupted == 0 || count == 0)
         return count;
     void** const end = calls + count;
     void** const first = std::find(calls, end, reinterpret_cast<void*>(interrupted));
     if (first != end)
         return int(std::copy(first, end, calls) - calls);
-    calls[0] = reinterpret_cast<void*>(interrupted); // the unwinder knows nothing about this code
-    return 1;
-}
-
-bool sendRequest(pid_t thread, quintptr ticket)
-{
-    siginfo_t info{};
-    info.si_signo = stackSignal();
-    info.si_code = SI_QUEUE;
-    info.si_pid = getpid();
-    info.si_uid = getuid();
-    info.si_value.sival_ptr = reinterpret_cast<void*>(ticket);
-    return syscall(SYS_rt_tgsigqueueinfo, getpid(), thread, stackSignal(), &info) == 0;
+    calls[0] = reinterpret_cast<void*>(interrupted);
+    return count;
 }
 
 } // namespace
@@ -83,37 +69,41 @@ void StackRequest::prepare()
 }
 
 StackRequest::StackRequest(pid_t thread)
+    : m_thread(thread)
 {
-    const quintptr number = ++s_lastNumber;
-    for (int place = 0; place < mostRequests; ++place) {
-        m_ticket = number * s_numberFactor + quintptr(place) * s_placeFactor;
-        if (!s_slots[place].change(0, m_ticket | Slot::Asked))
-            continue;
-        if (sendRequest(thread, m_ticket))
-            m_slot = &s_slots[place];
-        else
-            s_slots[place].value = 0;
+    const auto isTaken = [this](Slot& slot) {
+        return slot.change(0, Slot::value(m_thread, Slot::Asked));
+    };
+    Slot* const slot = std::find_if(s_slots, s_slots + mostRequests, isTaken);
+    if (slot == s_slots + mostRequests)
         return;
-    }
+    m_slot = slot;
+    if (syscall(SYS_tgkill, getpid(), m_thread, stackSignal()) == 0)
+        return;
+    m_slot->content = 0;
+    m_slot = nullptr;
 }
 
 StackRequest::~StackRequest()
 {
-    if (m_slot != nullptr && !m_slot->change(m_ticket | Slot::Asked, 0) &&
-        !m_slot->change(m_ticket | Slot::Writing, m_ticket | Slot::Abandoned))
-        m_slot->value = 0;
+    if (m_slot != nullptr && !m_slot->change(Slot::value(m_thread, Slot::Asked), 0) &&
+        !m_slot->change(Slot::value(m_thread, Slot::Writing),
+                        Slot::value(m_thread, Slot::Abandoned)))
+        m_slot->content = 0;
 }
 
-void StackRequest::onSignal(int, siginfo_t* info, void* context)
+// One signal may come for several requests.
+void StackRequest::onSignal(int, siginfo_t*, void* context)
 {
     const int keptError = errno;
-    const auto ticket = reinterpret_cast<quintptr>(info->si_value.sival_ptr);
-    Slot& slot = s_slots[ticket / s_placeFactor % mostRequests];
-    if (info->si_code == SI_QUEUE && slot.change(ticket | Slot::Asked, ticket | Slot::Writing)) {
-        slot.count = removeHandler(slot.calls, backtrace(slot.calls, mostCalls),
-                                   programCounter(*static_cast<const ucontext_t*>(context)));
-        if (!slot.change(ticket | Slot::Writing, ticket | Slot::Answered))
-            slot.value = 0; // abandoned
+    const auto thread = pid_t(syscall(SYS_gettid));
+    const quintptr interrupted = programCounter(*static_cast<const ucontext_t*>(context));
+    for (Slot& slot : s_slots) {
+        if (!slot.change(Slot::value(thread, Slot::Asked), Slot::value(thread, Slot::Writing)))
+            continue;
+        slot.count = beginWith(interrupted, slot.calls, backtrace(slot.calls, mostCalls));
+        if (!slot.change(Slot::value(thread, Slot::Writing), Slot::value(thread, Slot::Answered)))
+            slot.content = 0; // abandoned
     }
     errno = keptError;
 }
@@ -122,7 +112,7 @@ int StackRequest::wait(const timespec& deadline, quintptr (&calls)[mostCalls]) c
 {
     if (m_slot == nullptr)
         return 0;
-    while (m_slot->value != (m_ticket | Slot::Answered)) {
+    while (m_slot->content != Slot::value(m_thread, Slot::Answered)) {
         if (hasPassed(deadline))
             return 0;
         const timespec pause{0, 100000};

@@ -40,8 +40,8 @@ private:
 
     static Slot s_slots[mostRequests];
 
+    const pid_t m_thread;
     Slot* m_slot = nullptr;
-    quintptr m_ticket = 0;
 };
 
 /// The moment of CLOCK_MONOTONIC that is so many milliseconds away.

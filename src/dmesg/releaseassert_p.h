@@ -14,7 +14,7 @@ inline void releaseAssert(bool isTrue, const char* condition, const char* messag
 {
     if (isTrue)
         return;
-    printReleaseAssertMsg(condition, message, file, line);
+    printFatalAssertMsg(condition, message, file, line);
     std::_Exit(1);
 }
 

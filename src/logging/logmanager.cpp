@@ -3,6 +3,7 @@
 #include "logging/debugmodules.h"
 #include "logging/deliverycontrol_p.h"
 #include "logging/eventpages_p.h"
+#include "logging/fatalerror.h"
 #include "logging/log.h"
 #include "logging/logbuffer_p.h"
 #include "logging/logfileset_p.h"
@@ -248,6 +249,8 @@ void LogManager::messageHandler(QtMsgType type, const QMessageLogContext&, const
     const std::optional<LogLevel::Level> level = qtMessageLevel(type, message);
     if (!level)
         return;
+    if (type == QtFatalMsg)
+        zeltools::announceFatalError(message.toUtf8().constData(), zeltools::FatalEnd::Abort);
     if (s_isRefused)
         LogLine(*level, message).print();
     else

@@ -5,6 +5,7 @@
 #include "logging/logfileset_p.h"
 #include "logging/logline_p.h"
 #include "logging/logrenderer.h"
+#include "logging/logtail.h"
 #include "logging/sinklist_p.h"
 #include "logging/standarderror_p.h"
 
@@ -20,6 +21,13 @@ bool hasOwnFile(LogLevel::Level level)
 {
     return level == LogLevel::Event || level == LogLevel::Grinder || level == LogLevel::Capsule ||
            level == LogLevel::M4;
+}
+
+// Keeps the line for a crash report, before anything that may wait or fail.
+void keepForCrash(const char* bytes, int size)
+{
+    if (LogTail::isEnabled())
+        LogTail::add(bytes, size);
 }
 
 } // namespace
@@ -178,6 +186,7 @@ void LogRouter::writeAndAnnounce(const QString& line, RingLine route,
 {
     const LogLine bytes(line);
     route.isPrinted = 1;
+    keepForCrash(bytes.data(), bytes.size());
     LogBuffer* const buffer = LogBuffer::current();
     const bool isBuffered = buffer != nullptr && buffer->add(route, bytes.data(), bytes.size());
     if (isBuffered) {
@@ -195,6 +204,7 @@ void LogRouter::writeAndAnnounce(const QString& line, RingLine route,
 
 void LogRouter::deliver(const RingLine& route, const char* bytes, int size)
 {
+    keepForCrash(bytes, size);
     LogBuffer* const buffer = LogBuffer::current();
     if (buffer != nullptr && buffer->add(route, bytes, size))
         return;

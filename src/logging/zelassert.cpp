@@ -1,5 +1,6 @@
 #include "logging/zelassert.h"
 
+#include "logging/fatalerror.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 
@@ -42,6 +43,15 @@ void printReleaseAssertMsg(const char* where, const char* what, const char* file
 void printReleaseAssertMsg(const char* where, const QString& what, const char* file, int line)
 {
     printReleaseAssertMsg(where, what.toLocal8Bit().constData(), file, line);
+}
+
+void printFatalAssertMsg(const char* where, const char* what, const char* file, int line)
+{
+    printReleaseAssertMsg(where, what, file, line);
+    const QString reason = QStringLiteral("RELEASE ASSERT failure: %1 (%2), file %3, line %4")
+                               .arg(QString::fromLocal8Bit(what), QString::fromLocal8Bit(where),
+                                    QString::fromLocal8Bit(file), QString::number(line));
+    zeltools::announceFatalError(reason.toUtf8().constData(), zeltools::FatalEnd::Exit);
 }
 
 void printWarningMsg(const char* message, const char* file, int line)

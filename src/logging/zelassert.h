@@ -31,5 +31,10 @@ ZELTOOLS_EXPORT void printReleaseAssertMsg(const char* where, const char* what, 
 ZELTOOLS_EXPORT void printReleaseAssertMsg(const char* where, const QString& what, const char* file,
                                            int line);
 
+/// Does the same as printReleaseAssertMsg(), and then lets a crash report be written
+/// (zeltools::CrashReports). For checks after which the caller ends the process by exit().
+ZELTOOLS_EXPORT void printFatalAssertMsg(const char* where, const char* what, const char* file,
+                                         int line);
+
 /// Logs a Warning line without calling the handler.
 ZELTOOLS_EXPORT void printWarningMsg(const char* message, const char* file, int line);

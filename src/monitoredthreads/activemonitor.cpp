@@ -3,6 +3,7 @@
 #include "crashreports/crashreports.h"
 #include "crashreports/threadstack.h"
 #include "monitoredthreads/log.h"
+#include "monitoredthreads/statelines_p.h"
 #include "monitoredthreads/threadsreport_p.h"
 #include "stacksignal.h"
 
@@ -33,25 +34,6 @@ void blockSignals()
     for (const int open : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, zeltools::stackSignal()})
         sigdelset(&blocked, open);
     pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
-}
-
-QString described(const StallDetector::Change& change)
-{
-    return (change.thread == 0 ? QStringLiteral("Item \"%1\" ") : QStringLiteral("Thread \"%1\" "))
-        .arg(change.name);
-}
-
-void logChange(const StallDetector::Change& change, const QStringList& callStack)
-{
-    const QString time = QStringLiteral("%1 ms").arg(change.sinceTick.count());
-    if (change.after == State::Late)
-        log::warning(described(change) + QStringLiteral("is late: no tick for ") + time);
-    else if (change.after == State::Stalled)
-        log::warning(described(change) + QStringLiteral("has stalled: no tick for ") + time);
-    else
-        log::info(described(change) + QStringLiteral("has recovered after ") + time);
-    for (int i = 0; i < callStack.size(); ++i)
-        log::warning(QStringLiteral("#%1 %2").arg(i).arg(callStack[i]));
 }
 
 } // namespace
@@ -118,9 +100,12 @@ void ActiveMonitor::start()
     }
 }
 
+// The first call stack loads the unwinder. Done now, it does not have to wait for a thread that has
+// stalled with a lock of the loader held.
 void ActiveMonitor::run()
 {
     blockSignals();
+    zeltools::ThreadStack::of(gettid());
     std::unique_lock<std::mutex> lock(m_mutex);
     while (!m_isStopping) {
         lock.unlock();
@@ -149,7 +134,7 @@ void ActiveMonitor::check()
         Q_EMIT m_monitor.stateChanged();
     for (size_t i = 0; i < look.changes.size(); ++i) {
         if (look.changes[i].isLogged)
-            logChange(look.changes[i], callStacks[i]);
+            logStateChange(look.changes[i], callStacks[i]);
     }
 }
 

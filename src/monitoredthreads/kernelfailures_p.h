@@ -1,8 +1,11 @@
 #pragma once
 
-#include "monitoredthreads/stalldetector_p.h"
+#include "monitoredthreads/linelimit_p.h"
 
 #include <QStringList>
+
+#include <atomic>
+#include <mutex>
 
 namespace monitored_threads
 {

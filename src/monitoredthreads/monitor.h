@@ -66,7 +66,8 @@ public:
     /// which is at least as long. The defaults are 2 and 5 tick periods.
     void setLimits(std::chrono::milliseconds late, std::chrono::milliseconds stalled);
 
-    /// Starts the checks. Before this call nothing is late. Further calls do nothing.
+    /// Starts the checks, for which the event loop of the main thread should be about to run.
+    /// Before this call nothing is late. Further calls do nothing.
     void startMonitoringPeriod();
 
     /// Registers the calling thread until it ends, calls unregisterCurrentThread() or the process

@@ -22,15 +22,6 @@ const char* stateText(State state)
     return "";
 }
 
-bool LineLimit::isDue(qint64 now_ms)
-{
-    constexpr qint64 pause_ms = 60000;
-    if (now_ms < m_due_ms)
-        return false;
-    m_due_ms = now_ms + pause_ms;
-    return true;
-}
-
 StallDetector::StallDetector(const Monitor& monitor, const Limits& limits)
     : m_monitor(monitor)
     , m_limits(limits)

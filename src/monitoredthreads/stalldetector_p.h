@@ -1,5 +1,6 @@
 #pragma once
 
+#include "monitoredthreads/linelimit_p.h"
 #include "monitoredthreads/monitorslots_p.h"
 
 #include <vector>
@@ -9,16 +10,6 @@ namespace monitored_threads
 
 /// "on time", "late", "stalled" or "paused". Async-signal-safe.
 const char* stateText(Monitor::State state);
-
-/// Lets through at most one line per minute.
-class LineLimit
-{
-public:
-    bool isDue(qint64 now_ms);
-
-private:
-    qint64 m_due_ms = 0;
-};
 
 /// Finds out which threads and items of a monitor are late or have stalled, from looks at their
 /// slots at the times that the caller names.

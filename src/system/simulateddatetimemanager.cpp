@@ -19,10 +19,10 @@ SimulatedDateTimeManager::SimulatedDateTimeManager(const QString& address, QObje
     , m_interface(simulationinterface::createInterface(address, this))
 {
     if (m_interface == nullptr) {
-        printReleaseAssertMsg(
-            "m_interface != nullptr",
-            QStringLiteral("Failed creating simulation interface, address %1").arg(address),
-            __FILE__, __LINE__);
+        const QString what =
+            QStringLiteral("Failed creating simulation interface, address %1").arg(address);
+        printFatalAssertMsg("m_interface != nullptr", what.toLocal8Bit().constData(), __FILE__,
+                            __LINE__);
         std::exit(1);
     }
     connect(m_interface, &SimulationInterface::dataReceived, this,

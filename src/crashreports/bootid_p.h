@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+namespace zeltools
+{
+
+/// The kernel's text for the time since it has started; another start has another one.
+inline QString bootId()
+{
+    QFile file(QStringLiteral("/proc/sys/kernel/random/boot_id"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll().trimmed())
+                                          : QString();
+}
+
+} // namespace zeltools
