@@ -216,7 +216,7 @@ private Q_SLOTS:
         std::atomic<int> running{2};
         const support::Threads writers(2, [&running](int thread) {
             const QByteArray line(500 - thread, char('a' + thread));
-            for (int i = 0; i < 200000; ++i)
+            for (int i = 0; i < 60000; ++i)
                 LogTail::add(line.constData(), line.size());
             --running;
         });
