@@ -35,6 +35,8 @@ private Q_SLOTS:
             "for place in 32 40 54 56 60; do for byte in 001 177 377; do\n"
             "cp /bin/true other/$place-$byte.debug; printf \"\\\\$byte\\\\$byte\\\\$byte\" | "
             "dd of=other/$place-$byte.debug bs=1 seek=$place conv=notrunc 2>/dev/null; done; done");
+        // A crash that no start has collected, and a run without a crash.
+        run(CRASHER_PATH " machine null_call; echo >machine/crashes/crash-1-1.open");
         QVERIFY(QFile::exists(m_dir.filePath("crash-null_call.report")));
     }
 
@@ -53,7 +55,9 @@ private Q_SLOTS:
             "it is no crash report\n");
         row("zelctl crash list bad >/dev/null",
             "zelctl: cannot read bad/crash-text.report: it is no crash report\nstatus 1\n");
-        row("zelctl crash list machine/crashes", "");
+        row("zelctl crash list none", "");
+        row("zelctl crash list machine/crashes | cut -c 26- | sed 's/-[0-9]*-[0-9]*//'",
+            "SIGSEGV  complete  crasher  crash.open  -\n");
         row("zelctl crash list . --json | grep -o '\"complete\":[^,]*,\"file\":\"[^\"]*'",
             "\"complete\":true,\"file\":\"crash-null_call.report\n"
             "\"complete\":true,\"file\":\"crash-exception.report\n");
@@ -70,7 +74,7 @@ private Q_SLOTS:
             "build)$'",
             "1\n");
         row("PATH=/nowhere \"$0\" crash show crash-null_call.report --symbols debug >/dev/null",
-            "zelctl: addr2line, of binutils, gives no names: execvp: No such file or directory\n"
+            "zelctl: addr2line of binutils is missing, so calls have no names\n"
             "status 1\n");
         row("zelctl crash show crash-exception.report | sed -n '/^signal/p; /^reason/p; "
             "/^application/p; /, crashed$/s/ [0-9]*//p; /Last words/s/.*| //p; /water/p'",
