@@ -22,7 +22,8 @@ private Q_SLOTS:
             crash.arg("null_call") +
             "head -c 2000 crash-null_call.report >bad/crash-cut.report\n"
             "truncate -s 1M bad/crash-cut.report; echo text >bad/crash-text.report\n"
-            "printf 'ZelTools crash report 1\n[process]\nprogram /\033[31m\n[log]\n\033c\n' "
+            "printf 'ZelTools crash report 1\n[process]\nprogram /\033[31m\n[stack 1 "
+            "A]\n0x10\n0x20\n[log]\n\033c\n' "
             ">bad/escapes; truncate -s 5M bad/large; mkfifo bad/pipe\n"
             "id=$(readelf -n " CRASHER_PATH " | sed -n 's/.*Build ID: \\(..\\)/\\1\\//p')\n"
             "mkdir -p build/.build-id/${id%/*}\n"
@@ -88,6 +89,7 @@ private Q_SLOTS:
             "incomplete   the report is cut or damaged\n");
         row("zelctl crash show bad/escapes | grep 31m; zelctl crash show bad/escapes | tail -n 1",
             "program      /?[31m (process 0)\n  ?c\n");
+        row("zelctl crash show bad/escapes | grep '#'", "  #0  ? (0x10)\n  #1  ? (0x1f)\n");
         const auto refused = [&row](const char* arguments, const char* message, int status) {
             row(QByteArray("zelctl crash ") + arguments,
                 QString("zelctl: %1\nstatus %2\n").arg(message).arg(status));
@@ -161,6 +163,9 @@ private Q_SLOTS:
             QVERIFY(!report || (!report->isComplete && report->log.size() <= 200));
         }
         QVERIFY(CrashReport::parse(whole + QByteArray(100, '\0'), error)->isComplete);
+        const QByteArray lostBlock =
+            QByteArray(whole).replace(whole.size() / 2, 9, QByteArray(9, '\0'));
+        QVERIFY(!CrashReport::parse(lostBlock, error)->isComplete);
     }
 };
 
