@@ -34,9 +34,11 @@ QByteArray run(const QString& file, const QVector<quint64>& addresses, QString& 
     // A report may have more addresses than a command line can take.
     process.write(hexLines(addresses));
     process.closeWriteChannel();
-    error = process.waitForEnd(s_timeLimit);
-    if (!error.isEmpty())
-        error = QStringLiteral("addr2line, of binutils, gives no names: ") + error;
+    process.waitForEnd(s_timeLimit);
+    if (process.error() == QProcess::FailedToStart)
+        error = QStringLiteral("addr2line of binutils is missing, so calls have no names");
+    else if (process.isOverdue())
+        error = QStringLiteral("addr2line takes more than a minute for ") + file;
     else if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         error = QStringLiteral("addr2line cannot read ") + file;
     return output;

@@ -22,7 +22,11 @@ QString noFolder(const QString& path)
 
 ExitStatus list(const QString& folder, bool isJson)
 {
-    return QDir(folder).exists() ? printCrashList(folder, isJson) : fail(Failed, noFolder(folder));
+    const QDir dir(folder);
+    if (!dir.exists())
+        return fail(Failed, noFolder(folder));
+    return dir.isReadable() ? printCrashList(folder, isJson)
+                            : fail(Failed, QStringLiteral("cannot read the folder ") + folder);
 }
 
 ExitStatus show(const QString& path, const QString& symbols, bool isJson)

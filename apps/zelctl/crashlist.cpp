@@ -44,9 +44,15 @@ Entry readEntry(const QString& folder, const QString& file)
 QVector<Entry> readEntries(const QString& folder)
 {
     QVector<Entry> entries;
-    for (const QString& file :
-         QDir(folder).entryList({QStringLiteral("crash-*.report")}, QDir::Files | QDir::System))
-        entries.append(readEntry(folder, file));
+    const QString prepared = QStringLiteral(".open");
+    const QStringList patterns{QStringLiteral("crash-*.report"),
+                               QStringLiteral("crash-*") + prepared};
+    for (const QString& file : QDir(folder).entryList(patterns, QDir::Files | QDir::System)) {
+        const Entry entry = readEntry(folder, file);
+        // A running process has a prepared file; after its crash, the next start gives it a name.
+        if (entry.time_ms != 0 || !file.endsWith(prepared))
+            entries.append(entry);
+    }
     std::stable_sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
         return left.time_ms > right.time_ms;
     });

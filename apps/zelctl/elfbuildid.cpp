@@ -68,7 +68,7 @@ QByteArray idInTable(int file, const Table<Entry>& table)
         QByteArray notes(int(entry.*table.size), '\0');
         if (!readAt(file, entry.*table.offset, notes.data(), size_t(notes.size())))
             continue;
-        const QByteArray id = idInNotes(notes);
+        QByteArray id = idInNotes(notes);
         if (!id.isEmpty())
             return id;
     }
@@ -85,7 +85,9 @@ bool isKnownFormat(const Elf64_Ehdr& header)
 
 QByteArray readBuildId(const QString& path)
 {
-    QString error;
+    QString error = whyUnreadable(path); // to open a device may have an effect
+    if (!error.isEmpty())
+        return QByteArray();
     const zeltools::FileDescriptor file(openFile(path, error));
     Elf64_Ehdr header;
     if (file < 0 || !readAt(file, 0, &header, sizeof header) || !isKnownFormat(header))
@@ -97,6 +99,6 @@ QByteArray readBuildId(const QString& path)
     const Table<Elf64_Phdr> segments{
         header.e_phoff,      header.e_phnum,        PT_NOTE,
         &Elf64_Phdr::p_type, &Elf64_Phdr::p_offset, &Elf64_Phdr::p_filesz};
-    const QByteArray id = idInTable(file, sections);
+    QByteArray id = idInTable(file, sections);
     return id.isEmpty() ? idInTable(file, segments) : id;
 }

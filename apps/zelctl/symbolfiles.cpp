@@ -67,7 +67,7 @@ void SymbolFiles::addFiles(const QSet<QString>& moduleNames)
 QString SymbolFiles::path(const QByteArray& buildId, const QString& modulePath) const
 {
     const bool isOfThisMachine = m_folder.isEmpty();
-    const QString customary =
+    QString customary =
         customaryPath(isOfThisMachine ? QStringLiteral("/usr/lib/debug") : m_folder, buildId);
     if (readBuildId(customary) == buildId)
         return customary;

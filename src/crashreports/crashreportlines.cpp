@@ -16,7 +16,7 @@ constexpr qint64 s_latest_ms = 253402300799999; // the end of the year 9999
 QByteArray takeWord(QByteArray& line)
 {
     const auto blank = line.indexOf(' ');
-    const QByteArray word = blank < 0 ? line : line.left(blank);
+    QByteArray word = blank < 0 ? line : line.left(blank);
     line.remove(0, blank < 0 ? line.size() : blank + 1);
     return word;
 }
@@ -25,7 +25,7 @@ QByteArray takeWord(QByteArray& line)
 QByteArray takeLastField(QByteArray& line)
 {
     const auto separator = line.lastIndexOf('|');
-    const QByteArray field = line.mid(separator + 1);
+    QByteArray field = line.mid(separator + 1);
     line.truncate(std::max<decltype(separator)>(separator, 0));
     return field;
 }

@@ -22,7 +22,8 @@ private Q_SLOTS:
             crash.arg("null_call") +
             "head -c 2000 crash-null_call.report >bad/crash-cut.report\n"
             "truncate -s 1M bad/crash-cut.report; echo text >bad/crash-text.report\n"
-            "printf 'ZelTools crash report 1\n[process]\nprogram /\033[31m\n[log]\n\033c\n' "
+            "printf 'ZelTools crash report 1\n[process]\nprogram /\033[31m\n[stack 1 "
+            "A]\n0x10\n0x20\n[log]\n\033c\n' "
             ">bad/escapes; truncate -s 5M bad/large; mkfifo bad/pipe\n"
             "id=$(readelf -n " CRASHER_PATH " | sed -n 's/.*Build ID: \\(..\\)/\\1\\//p')\n"
             "mkdir -p build/.build-id/${id%/*}\n"
@@ -35,6 +36,8 @@ private Q_SLOTS:
             "for place in 32 40 54 56 60; do for byte in 001 177 377; do\n"
             "cp /bin/true other/$place-$byte.debug; printf \"\\\\$byte\\\\$byte\\\\$byte\" | "
             "dd of=other/$place-$byte.debug bs=1 seek=$place conv=notrunc 2>/dev/null; done; done");
+        // A crash that no start has collected, and a run without a crash.
+        run(CRASHER_PATH " machine null_call; echo >machine/crashes/crash-1-1.open");
         QVERIFY(QFile::exists(m_dir.filePath("crash-null_call.report")));
     }
 
@@ -53,7 +56,9 @@ private Q_SLOTS:
             "it is no crash report\n");
         row("zelctl crash list bad >/dev/null",
             "zelctl: cannot read bad/crash-text.report: it is no crash report\nstatus 1\n");
-        row("zelctl crash list machine/crashes", "");
+        row("zelctl crash list none", "");
+        row("zelctl crash list machine/crashes | cut -c 26- | sed 's/-[0-9]*-[0-9]*//'",
+            "SIGSEGV  complete  crasher  crash.open  -\n");
         row("zelctl crash list . --json | grep -o '\"complete\":[^,]*,\"file\":\"[^\"]*'",
             "\"complete\":true,\"file\":\"crash-null_call.report\n"
             "\"complete\":true,\"file\":\"crash-exception.report\n");
@@ -70,7 +75,7 @@ private Q_SLOTS:
             "build)$'",
             "1\n");
         row("PATH=/nowhere \"$0\" crash show crash-null_call.report --symbols debug >/dev/null",
-            "zelctl: addr2line, of binutils, gives no names: execvp: No such file or directory\n"
+            "zelctl: addr2line of binutils is missing, so calls have no names\n"
             "status 1\n");
         row("zelctl crash show crash-exception.report | sed -n '/^signal/p; /^reason/p; "
             "/^application/p; /, crashed$/s/ [0-9]*//p; /Last words/s/.*| //p; /water/p'",
@@ -84,6 +89,7 @@ private Q_SLOTS:
             "incomplete   the report is cut or damaged\n");
         row("zelctl crash show bad/escapes | grep 31m; zelctl crash show bad/escapes | tail -n 1",
             "program      /?[31m (process 0)\n  ?c\n");
+        row("zelctl crash show bad/escapes | grep '#'", "  #0  ? (0x10)\n  #1  ? (0x1f)\n");
         const auto refused = [&row](const char* arguments, const char* message, int status) {
             row(QByteArray("zelctl crash ") + arguments,
                 QString("zelctl: %1\nstatus %2\n").arg(message).arg(status));
@@ -157,6 +163,9 @@ private Q_SLOTS:
             QVERIFY(!report || (!report->isComplete && report->log.size() <= 200));
         }
         QVERIFY(CrashReport::parse(whole + QByteArray(100, '\0'), error)->isComplete);
+        const QByteArray lostBlock =
+            QByteArray(whole).replace(whole.size() / 2, 9, QByteArray(9, '\0'));
+        QVERIFY(!CrashReport::parse(lostBlock, error)->isComplete);
     }
 };
 
