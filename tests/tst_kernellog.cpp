@@ -108,9 +108,9 @@ private Q_SLOTS:
         QVERIFY(process.isRunning()); // also while it waits for the next attempt
         process.stop();
         QVERIFY(!process.isRunning());
-        takeWarnings();
+        const QByteArray starts = support::readFile("count");
         QTest::qWait(400);
-        QCOMPARE(takeWarnings(), "");
+        QCOMPARE(support::readFile("count"), starts);
         QCOMPARE(all.count(reason), all.count(number));
         for (auto matches = number.globalMatch(all); matches.hasNext();)
             found += matches.next().captured(1) + ' ';
@@ -179,7 +179,6 @@ private Q_SLOTS:
              {"no semicolon", "6,1,1,-", ""},
              {"a semicolon in the next line", "6,1,1,-\n ;", ""},
              {"a sign", "6,1,-1,-;a", ""},
-             {"a blank", " 6,1,1,-;a", ""},
              {"no time", "6,1,,-;a", ""},
              {"another separator", "6,1,1x,-;a", ""},
              {"nothing", "", ""}});
