@@ -108,9 +108,9 @@ private Q_SLOTS:
         QVERIFY(process.isRunning()); // also while it waits for the next attempt
         process.stop();
         QVERIFY(!process.isRunning());
-        takeWarnings();
+        const QByteArray starts = support::readFile("count");
         QTest::qWait(400);
-        QCOMPARE(takeWarnings(), "");
+        QCOMPARE(support::readFile("count"), starts);
         QCOMPARE(all.count(reason), all.count(number));
         for (auto matches = number.globalMatch(all); matches.hasNext();)
             found += matches.next().captured(1) + ' ';
@@ -179,7 +179,6 @@ private Q_SLOTS:
              {"no semicolon", "6,1,1,-", ""},
              {"a semicolon in the next line", "6,1,1,-\n ;", ""},
              {"a sign", "6,1,-1,-;a", ""},
-             {"a blank", " 6,1,1,-;a", ""},
              {"no time", "6,1,,-;a", ""},
              {"another separator", "6,1,1x,-;a", ""},
              {"nothing", "", ""}});
@@ -206,16 +205,16 @@ private Q_SLOTS:
     {
         using Result = KmsgReader::Result;
         const int fifo = makeFifo();
+        const std::vector<Result> found{Result::Record, Result::Record, Result::Nothing};
         KmsgReader reader("kmsg");
         QCOMPARE(reader.open(), "");
         QStringList texts;
-        QVERIFY(write(fifo, "6,5,1,-;a\n X=y\ngarbage\n\n6,6,1,-;b\n6,9,1,-;c"));
-        QCOMPARE(readAll(reader, texts),
-                 (std::vector<Result>{Result::Record, Result::Malformed, Result::Malformed,
-                                      Result::Record, Result::Nothing}));
+        QVERIFY(write(fifo, "6,5,1,-;a\n X=y\n6,6,1,-;b\n6,9,1,-;c"));
+        QCOMPARE(readAll(reader, texts), found);
         QVERIFY(write(fifo, "c\n6,2,1,-;after a step back\n"));
-        QCOMPARE(readAll(reader, texts),
-                 (std::vector<Result>{Result::Record, Result::Record, Result::Nothing}));
+        QCOMPARE(readAll(reader, texts), found);
+        QVERIFY(write(fifo, "garbage\n"));
+        QCOMPARE(readAll(reader, texts).front(), Result::Malformed);
         for (int i = 0; i < 2 * KmsgReader::longestRecord_B; i += 4096) {
             QVERIFY(write(fifo, QByteArray(4096, '\0')));
             readAll(reader, texts);
@@ -268,7 +267,7 @@ private Q_SLOTS:
         const QByteArray mark = newMark(), text = mark + " \x1b \xc3\xa9 \\\nsecond " + mark;
         KmsgReader reader;
         if (!writeToKernel("<14>" + text) || !reader.open().isEmpty())
-            QSKIP("The kernel log is not open to this process");
+            QSKIP("The kernel log is not open to this process", SkipSingle);
         const qint64 now_ms = QDateTime::currentMSecsSinceEpoch();
         QStringList lines;
         KmsgRecord record;
@@ -297,7 +296,7 @@ private Q_SLOTS:
     {
         const QByteArray mark = newMark();
         if (!writeToKernel(mark) || !KmsgReader().open().isEmpty())
-            QSKIP("The kernel log is not open to this process");
+            QSKIP("The kernel log is not open to this process", SkipSingle);
         Process process(500ms, 5ms);
         QStringList lines;
         connect(&process, &DmesgProcess::newLines,

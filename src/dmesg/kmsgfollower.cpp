@@ -22,7 +22,7 @@ void KmsgFollower::setFile(const QString& file)
 QString KmsgFollower::start()
 {
     stop();
-    const QString obstacle = m_reader->open();
+    QString obstacle = m_reader->open();
     if (!obstacle.isEmpty())
         return obstacle;
     m_notifier = new QSocketNotifier(m_reader->descriptor(), QSocketNotifier::Read, this);

@@ -59,26 +59,35 @@ void readField(const QByteArray& line, QMap<QByteArray, QByteArray>& fields)
         fields.insert(line.mid(1, equals - 1), decoded(begin + equals + 1, begin + line.size()));
 }
 
-/// The number of bytes of the valid and printable character at this position, or 0. White space
-/// counts as printable, as with dmesg.
+/// White space counts as printable, as with dmesg.
+bool isPrintableAscii(uchar character)
+{
+    return (character >= ' ' && character < 0x7F) || (character >= '\t' && character <= '\r');
+}
+
+/// The number of bytes of the valid and printable character at this position, or 0.
 int printableSize(const QByteArray& text, int position)
 {
     const auto lead = static_cast<uchar>(text[position]);
-    const int size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    if (lead < 0x80)
+        return isPrintableAscii(lead) ? 1 : 0;
+    const int size = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
     const QByteArray bytes = text.mid(position, size);
     const QString character = QString::fromUtf8(bytes);
-    if (character.toUtf8() != bytes)
-        return 0;
-    const bool isControl = character.at(0).category() == QChar::Other_Control;
-    return isControl && !(lead >= '\t' && lead <= '\r') ? 0 : size;
+    const bool isValid = character.toUtf8() == bytes;
+    return isValid && character.at(0).category() != QChar::Other_Control ? size : 0;
 }
 
 QByteArray printable(const QByteArray& text)
 {
     QByteArray result;
+    result.reserve(text.size());
     for (int i = 0; i < text.size();) {
         const int size = printableSize(text, i);
-        result += size > 0 ? text.mid(i, size) : "\\x" + text.mid(i, 1).toHex();
+        if (size > 0)
+            result.append(text.constData() + i, size);
+        else
+            result += "\\x" + text.mid(i, 1).toHex();
         i += qMax(size, 1);
     }
     return result;
