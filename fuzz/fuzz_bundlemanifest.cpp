@@ -1,5 +1,5 @@
-// Parses arbitrary bytes as the manifest of a support bundle, as the name of its member, and as the
-// list of its members. What is accepted must be the same after it was written and read again.
+// Parses arbitrary bytes as the manifest of a support bundle, or as a part of one, which the last
+// byte chooses. What is accepted must be the same after it was written and read again.
 
 #include "fuzz.h"
 #include <zeltools/supportbundle/supportbundlemanifest.h>
@@ -36,11 +36,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray bytes = toBytes(data, size);
     require(SupportBundleManifest::unescaped(SupportBundleManifest::escaped(bytes)) == bytes);
     const QByteArray head = R"({"format":"ZelTools support bundle","version":1,"members":[)";
-    const QByteArray member = R"({"sha256":")" + QByteArray(64, 'a') + R"(","size":)";
-    parse(bytes);
-    parse(head + bytes);
-    parse(head + member + bytes);
-    parse(head + member + R"(7,"name":")" + bytes + R"("}]})");
-    parse(head + member + R"(7,"name":"a"}],"missing":[)" + bytes + "]}");
+    const QByteArray member = head + R"({"sha256":")" + QByteArray(64, 'a') + R"(","size":)";
+    switch (size > 0 ? data[size - 1] % 5 : 0) {
+    case 0:
+        parse(bytes);
+        break;
+    case 1:
+        parse(head + bytes);
+        break;
+    case 2:
+        parse(member + bytes);
+        break;
+    case 3:
+        parse(member + R"(7,"name":")" + bytes + R"("}]})");
+        break;
+    default:
+        parse(member + R"(7,"name":"a"}],"missing":[)" + bytes + "]}");
+    }
     return 0;
 }
