@@ -1,6 +1,7 @@
 #include "supportbundle/bundlejob_p.h"
 
 #include "samefile.h"
+#include "supportbundle/bundlename_p.h"
 #include "supportbundle/cryptpipe_p.h"
 #include "supportbundle/secretmask_p.h"
 #include "supportbundle/systemreport_p.h"
@@ -17,29 +18,7 @@ namespace zeltools
 namespace
 {
 
-const QLatin1String s_gzip(".tar.gz");
-const QLatin1String s_zstandard(".tar.zst");
-const QLatin1String s_crypt(".crypt");
 const QLatin1String s_cancelled("the bundle was cancelled");
-
-QString withoutCrypt(const QString& path)
-{
-    return path.endsWith(s_crypt) ? path.chopped(s_crypt.size()) : path;
-}
-
-BundleArchive::Format formatOf(const QString& path)
-{
-    return withoutCrypt(path).endsWith(s_gzip) ? BundleArchive::Format::Gzip
-                                               : BundleArchive::Format::Zstandard;
-}
-
-/// The level of the programs zstd and gzip where none is chosen.
-int levelOf(const BundleSources& sources, BundleArchive::Format format)
-{
-    if (sources.level != 0)
-        return sources.level;
-    return format == BundleArchive::Format::Gzip ? 6 : 3;
-}
 
 QString cannotWrite(const QString& path, int number)
 {
@@ -57,24 +36,6 @@ BundleJob::BundleJob(const BundleSources& sources, const std::atomic<bool>& isCa
     , m_isCancelled(isCancelled)
     , m_progress(std::move(progress))
 {
-}
-
-QString BundleJob::problemWith(const QString& path, const BundleSources& sources)
-{
-    const QString archive = withoutCrypt(path);
-    const bool isGzip = archive.endsWith(s_gzip);
-    if (!isGzip && !archive.endsWith(s_zstandard))
-        return QStringLiteral("the name of a bundle ends in .tar.zst or .tar.gz, or with .crypt "
-                              "behind that: ") +
-               path;
-    if (sources.crypt && archive == path)
-        return QStringLiteral("the name of an encrypted bundle ends in .crypt: ") + path;
-    if (!sources.crypt && archive != path)
-        return QStringLiteral("an encrypted bundle needs a key: ") + path;
-    const int highest = isGzip ? 9 : 19;
-    if (sources.level < 0 || sources.level > highest)
-        return QStringLiteral("the level of this format is a number from 1 to %1").arg(highest);
-    return QString();
 }
 
 QString BundleJob::write(int output, const QString& path)
@@ -104,8 +65,9 @@ QString BundleJob::write(int output, const QString& path)
 
 QString BundleJob::writeArchive(const QString& path, BundleArchive::Output output)
 {
-    const BundleArchive::Format format = formatOf(path);
-    BundleArchive archive(format, levelOf(m_sources, format), std::move(output));
+    const BundleName name(path);
+    BundleArchive archive(name.format(), m_sources.level != 0 ? m_sources.level : name.usualLevel(),
+                          std::move(output));
     BundleMembers members(archive, [this, &archive](qint64 size_B) {
         m_done_B += size_B;
         tell();

@@ -34,9 +34,6 @@ public:
     BundleJob(const BundleSources& sources, const std::atomic<bool>& isCancelled,
               Progress progress);
 
-    /// The reason why a bundle cannot have this name or level, or an empty text.
-    static QString problemWith(const QString& path, const BundleSources& sources);
-
     /// Writes to an open file that becomes `path`. Returns the reason of a failure, or an empty
     /// text.
     QString write(int output, const QString& path);

@@ -4,12 +4,15 @@
 #include "logging/logmanager.h"
 #include "path.h"
 #include "supportbundle/bundlejob_p.h"
+#include "supportbundle/bundlename_p.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QThread>
+
+#include <utility>
 
 namespace zeltools
 {
@@ -123,7 +126,7 @@ void SupportBundle::setCrypt(const SimpleCrypt& crypt)
 
 QString SupportBundle::problemWith(const QString& path) const
 {
-    return BundleJob::problemWith(path, *m_sources);
+    return BundleName(path).problem(m_sources->crypt.has_value(), m_sources->level);
 }
 
 bool SupportBundle::create(const QString& path)
@@ -142,7 +145,7 @@ void SupportBundle::start(const QString& path)
     connect(m_thread.get(), &QThread::finished, this, [this, result] {
         m_thread->wait();
         m_thread.reset();
-        Q_EMIT finished(take(*result));
+        Q_EMIT finished(take(std::move(*result)));
     });
     m_thread->start();
 }
@@ -178,11 +181,11 @@ SupportBundle::Result SupportBundle::runJob(int fileDescriptor, const QString& p
     return {error, job.manifest()};
 }
 
-bool SupportBundle::take(const Result& result)
+bool SupportBundle::take(Result&& result)
 {
     m_error = result.error;
     if (m_error.isEmpty())
-        m_manifest = result.manifest;
+        std::swap(m_manifest, result.manifest);
     return m_error.isEmpty();
 }
 

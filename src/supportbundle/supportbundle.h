@@ -91,7 +91,7 @@ private:
 
     Result run(const QString& path);
     Result runJob(int fileDescriptor, const QString& path);
-    bool take(const Result& result);
+    bool take(Result&& result);
 
     std::unique_ptr<BundleSources> m_sources;
     std::unique_ptr<QThread> m_thread;

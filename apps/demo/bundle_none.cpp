@@ -1,0 +1,7 @@
+#include "bundle.h"
+
+bool showBundle(const QString&, QTextStream& out)
+{
+    out << "\nNo support bundle: the library was built without libarchive.\n";
+    return true;
+}

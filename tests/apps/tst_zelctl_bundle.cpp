@@ -1,0 +1,74 @@
+#include "shell.h"
+#include "support.h"
+#include "support/rows.h"
+
+/// Runs `zelctl bundle` in a folder with the logs of a machine.
+class TestZelctlBundle : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QString run(const char* command) const { return runInShell(command, m_dir.path()); }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(QDir(m_dir.path()).mkpath("logs/debug"));
+        support::writeFile(m_dir.filePath("logs/debug/zel_logs.log"),
+                           "15/11/2026 03:37:40:123| Warning  | 12 lines were lost (30 since the "
+                           "start of process 4711): x\n");
+        support::writeFile(m_dir.filePath("env"), "WIFI_KEY=steam\nA=1\n");
+        support::writeFile(m_dir.filePath("key"), "0123456789abcdef");
+    }
+    void showsAndChecks()
+    {
+        QVERIFY(run("zelctl bundle . out.tar.zst --environment env --level 1")
+                    .contains("in out.tar.zst"));
+        QVERIFY(run("zelctl bundle verify out.tar.zst").startsWith("complete: "));
+        QVERIFY(run("zelctl bundle list out.tar.zst").contains("  logs/debug/zel_logs.log\n"));
+        QVERIFY(run("zelctl bundle list out.tar.zst --json").contains("\"version\": 1"));
+        QVERIFY(run("tar -xOf out.tar.zst losses.json").contains("\"total\": 12"));
+        QCOMPARE(run("tar -xOf out.tar.zst environment"), QString("WIFI_KEY=***\nA=1\n"));
+        QVERIFY(run("zelctl bundle logs b.tar.gz.crypt --key-file key").contains("in b.tar.gz"));
+        QVERIFY(run("ZEL_KEY=0123456789abcdef zelctl bundle verify b.tar.gz.crypt")
+                    .startsWith("complete: "));
+        QVERIFY(run("zelctl crypt decrypt b.tar.gz.crypt - --key-file key 2>&- | tar -tz")
+                    .endsWith("manifest.json\nmanifest.sha256\n"));
+    }
+
+    void refusesInOneLine_data()
+    {
+        support::addRows<std::tuple<const char*, const char*, int>>({
+            {"zelctl bundle", "--help", 2},
+            {"zelctl bundle . out.zip", ".tar.zst", 2},
+            {"zelctl bundle . a.tar.gz --level 10", "1 to 9", 2},
+            {"zelctl bundle . a.tar.gz --level 0", "above 0", 2},
+            {"zelctl bundle . a.tar.gz --json", "belongs to", 2},
+            {"zelctl bundle . a.tar.gz --key-file key", ".crypt", 2},
+            {"zelctl bundle verify env --level 1", "new bundle", 2},
+            {"zelctl bundle missing a.tar.gz", "no folder", 1},
+            {"zelctl bundle . missing/a.tar.gz", "No such file", 1},
+            {"zelctl bundle . a.tar.gz.crypt", "key is missing", 1},
+            {"zelctl bundle verify missing", "No such file", 1},
+            {"zelctl bundle verify .", "not a file", 1},
+            {"zelctl bundle verify env", "not a complete support bundle", 1},
+            {"ln key k.tar.gz.crypt; zelctl bundle . k.tar.gz.crypt --key-file key", "lose", 1},
+            {"cp key c.crypt; zelctl bundle verify c.crypt --key-file key", "complete", 1},
+            {"zelctl crypt encrypt env z.crypt --compression forced --key-file key; "
+             "zelctl bundle verify z.crypt --key-file key",
+             "not encrypted as", 1},
+        });
+    }
+    void refusesInOneLine()
+    {
+        const auto& [command, message, status] =
+            support::currentRow<std::tuple<const char*, const char*, int>>();
+        const QString found = run(command);
+        QVERIFY2(found.contains(message) && found.startsWith("zelctl: ") &&
+                     found.endsWith(QString("\nstatus %1\n").arg(status)) && found.count('\n') == 2,
+                 qPrintable(found));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestZelctlBundle)
+#include "tst_zelctl_bundle.moc"
