@@ -1,6 +1,7 @@
 // A machine application in miniature. It starts like a real one, makes drinks until a log file
 // rotates, and shows which lines reached which file. The exit status is 0 only if all are right.
 
+#include "bundle.h"
 #include "crashes.h"
 #include "cycles.h"
 #include "diagnosis.h"
@@ -94,6 +95,34 @@ bool makeDrinks(QTextStream& out)
     return hasRotated && areFilesShown && isSaved && tally.isComplete();
 }
 
+struct Options
+{
+    QString folder;
+    QString environment;
+    QString diagram;
+    QString clock;
+};
+
+// Returns whether everything went right.
+bool runMachine(const Options& options, QTextStream& out)
+{
+    out << "ZelTools " << zeltools::libraryVersion().toString() << '\n';
+    loadSwitches(options.environment, out);
+    const bool isRecovered = showStall(options.diagram, out);
+    startLogging(options.folder);
+    linkSwitches();
+    WindowsTools::installSignalHandlers();
+    const bool haveCyclesRun = runCycles(options.diagram, out);
+    bool isSimulated = askBoiler(out);
+    if (!options.clock.isEmpty())
+        isSimulated = followClock(options.clock, out) && isSimulated;
+    const bool isDiagnosed =
+        showKernelLog(out) && showCallStack(out) && showStalledThread(out) && showCrashes(out);
+    const bool areLinesRight = makeDrinks(out);
+    const bool isBundled = showBundle(options.folder, out);
+    return isRecovered && haveCyclesRun && isSimulated && isDiagnosed && areLinesRight && isBundled;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -136,21 +165,8 @@ int main(int argc, char** argv)
         return 1;
     }
 
-    out << "ZelTools " << zeltools::libraryVersion().toString() << '\n';
-    loadSwitches(parser.value(environment), out);
-    const bool isRecovered = showStall(parser.value(diagram), out);
-    startLogging(folder);
-    linkSwitches();
-    WindowsTools::installSignalHandlers();
-    const bool haveCyclesRun = runCycles(parser.value(diagram), out);
-    bool isSimulated = askBoiler(out);
-    if (parser.isSet(clock))
-        isSimulated = followClock(parser.value(clock), out) && isSimulated;
-    const bool isDiagnosed =
-        showKernelLog(out) && showCallStack(out) && showStalledThread(out) && showCrashes(out);
-    const bool areLinesRight = makeDrinks(out);
-    const bool isRight =
-        isRecovered && haveCyclesRun && isSimulated && isDiagnosed && areLinesRight;
+    const bool isRight = runMachine(
+        {folder, parser.value(environment), parser.value(diagram), parser.value(clock)}, out);
     out << (isRight ? "Every line is where it belongs.\n"
                     : "FAILED: something is missing, misplaced or went wrong.\n");
     return isRight ? 0 : 1;
