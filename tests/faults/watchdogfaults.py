@@ -43,20 +43,35 @@ def watchdog_socket(root):
         manager.bind(str(root / "notify"))
         manager.settimeout(20)
         os.environ.update(NOTIFY_SOCKET=str(root / "notify"), WATCHDOG_USEC=str(PERIOD * 1000000))
-        told = []
-        with subprocess.Popen([PROGRAM, "--stall"], stdout=subprocess.PIPE) as child:
-            while not told or told[-1] != b"WATCHDOG=trigger":
-                told.append(manager.recv(4096))
-            check_time(child.stdout.readline())
-            child.kill()
-    late = told.index(b"STATUS=Main thread is late")
-    require(told[late:].count(b"WATCHDOG=1") == 1 and b"STATUS=Main thread has stalled" in told, told)
+        in_time(lambda: stall_until_trigger(manager))
 
 
-def check_time(stalled):
-    taken = time.monotonic() - int(stalled) / 1000
-    print(f"ended {taken:.3f} s after the stall, with a period of {PERIOD} s", flush=True)
-    require(PERIOD * 0.9 <= taken <= PERIOD * 1.1, "not in time")
+def stall_until_trigger(manager):
+    told = []
+    with subprocess.Popen([PROGRAM, "--stall"], stdout=subprocess.PIPE) as child:
+        while not told or told[-1] != b"WATCHDOG=trigger":
+            told.append(manager.recv(4096))
+        taken = time_since(child.stdout.readline())
+        child.kill()
+    require(b"STATUS=Main thread is late" in told, told)
+    require(b"WATCHDOG=1" not in told[told.index(b"STATUS=Main thread has stalled"):], told)
+    return taken
+
+
+# On a machine with other work the end may come late. It never comes early, and one of three times
+# must be right.
+def in_time(stall):
+    for _ in range(3):
+        taken = stall()
+        print(f"ended {taken:.3f} s after the stall, with a period of {PERIOD} s", flush=True)
+        require(PERIOD * 0.9 <= taken, "too early")
+        if taken <= PERIOD * 1.1:
+            return
+    require(False, "too late")
+
+
+def time_since(stalled):
+    return time.monotonic() - int(stalled) / 1000
 
 
 # systemd takes the root of its control groups for its own and moves all that runs there, so it gets a
@@ -96,6 +111,13 @@ def inside(_):
         under_systemd(root)
 
 
+def stall_until_killed(command, output):
+    output.unlink(missing_ok=True)
+    told = subprocess.run(command, capture_output=True, text=True).stderr
+    require(output.exists() and "Finished with result: watchdog" in told, told)
+    return time_since(output.read_text())
+
+
 def under_systemd(root):
     output = root / "output"
     settings = re.findall("^(?:Type|TimeoutAbortSec)=.*", UNIT, re.M)
@@ -108,10 +130,7 @@ def under_systemd(root):
         started = happens(lambda: subprocess.run(answers, stderr=subprocess.DEVNULL).returncode == 0)
         skip_unless(started, "a systemd that starts")
         command = ["systemd-run", "--user", "--wait", *options, PROGRAM, "--stall"]
-        told = subprocess.run(command, capture_output=True, text=True).stderr
-        require(output.exists(), told)
-        check_time(output.read_text())
-        require("Finished with result: watchdog" in told, told)
+        in_time(lambda: stall_until_killed(command, output))
     finally:
         systemd.kill()
         systemd.wait()
