@@ -87,8 +87,7 @@ QString BundleCheck::readManifest()
     if (m_digestLine != SupportBundleManifest::digestLine(digest.result()))
         return QStringLiteral("its manifest is damaged");
     QString error;
-    std::optional<SupportBundleManifest> manifest =
-        SupportBundleManifest::parse(m_json, error);
+    std::optional<SupportBundleManifest> manifest = SupportBundleManifest::parse(m_json, error);
     if (!manifest)
         return QStringLiteral("its manifest is not readable: ") + error;
     m_manifest = std::move(*manifest);
