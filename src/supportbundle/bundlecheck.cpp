@@ -2,6 +2,8 @@
 
 #include "supportbundle/sha256_p.h"
 
+#include <utility>
+
 namespace zeltools
 {
 
@@ -85,11 +87,10 @@ QString BundleCheck::readManifest()
     if (m_digestLine != SupportBundleManifest::digestLine(digest.result()))
         return QStringLiteral("its manifest is damaged");
     QString error;
-    const std::optional<SupportBundleManifest> manifest =
-        SupportBundleManifest::parse(m_json, error);
+    std::optional<SupportBundleManifest> manifest = SupportBundleManifest::parse(m_json, error);
     if (!manifest)
         return QStringLiteral("its manifest is not readable: ") + error;
-    m_manifest = *manifest;
+    m_manifest = std::move(*manifest);
     return QString();
 }
 

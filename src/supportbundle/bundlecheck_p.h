@@ -20,7 +20,7 @@ public:
     /// empty text.
     QString run(const std::function<bool()>& goesOn);
 
-    const SupportBundleManifest& manifest() const { return m_manifest; }
+    SupportBundleManifest takeManifest() { return std::move(m_manifest); }
     bool hasMembers() const { return !m_found.isEmpty(); }
 
 private:

@@ -76,7 +76,7 @@ QString BundleJob::writeArchive(const QString& path, BundleArchive::Output outpu
     });
     if (!addAll(members) || m_isCancelled || !members.finish() || !archive.close())
         return m_isCancelled ? QString(s_cancelled) : archive.errorString();
-    m_manifest = members.manifest();
+    m_manifest = members.takeManifest();
     return QString();
 }
 

@@ -28,7 +28,7 @@ public:
     /// Adds the manifest, and behind it the digest of the manifest in the form of sha256sum.
     bool finish();
 
-    const SupportBundleManifest& manifest() const { return m_manifest; }
+    SupportBundleManifest takeManifest() { return std::move(m_manifest); }
 
 private:
     bool isAccepted(const QByteArray& name);

@@ -92,7 +92,7 @@ QString SupportBundleReader::readMembers(int file, qint64 size_B, bool hasDigest
         check.run([&] { return !m_progress || m_progress(qMin(walk.packed_B(), size_B), size_B); });
     isArchive = check.hasMembers() || problem.isEmpty();
     if (problem.isEmpty())
-        m_manifest = check.manifest();
+        m_manifest = check.takeManifest();
     return problem;
 }
 
