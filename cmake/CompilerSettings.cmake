@@ -21,6 +21,9 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverl
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
                     -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    add_compile_definitions(_FILE_OFFSET_BITS=64) # for files of 2 GiB and more
+endif()
 if(ZELTOOLS_WERROR)
     add_compile_options(-Werror)
 endif()

@@ -2,12 +2,9 @@
 
 #include <zeltools/timedprocess.h>
 
-#include <chrono>
-
 namespace
 {
 
-constexpr std::chrono::minutes s_timeLimit{1};
 /// The limit of what a damaged file with symbols may make the program print.
 constexpr int s_mostOutput_B = 64 * 1024 * 1024;
 
@@ -20,7 +17,8 @@ QByteArray hexLines(const QVector<quint64>& addresses)
 }
 
 /// Returns what the program prints for the addresses.
-QByteArray run(const QString& file, const QVector<quint64>& addresses, QString& error)
+QByteArray run(const QString& file, const QVector<quint64>& addresses,
+               std::chrono::milliseconds patience, QString& error)
 {
     QByteArray output;
     zeltools::TimedProcess process([] {});
@@ -34,11 +32,11 @@ QByteArray run(const QString& file, const QVector<quint64>& addresses, QString& 
     // A report may have more addresses than a command line can take.
     process.write(hexLines(addresses));
     process.closeWriteChannel();
-    process.waitForEnd(s_timeLimit);
+    process.waitForEnd(patience);
     if (process.error() == QProcess::FailedToStart)
         error = QStringLiteral("addr2line of binutils is missing, so calls have no names");
     else if (process.isOverdue())
-        error = QStringLiteral("addr2line takes more than a minute for ") + file;
+        error = QStringLiteral("addr2line takes too long for ") + file;
     else if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         error = QStringLiteral("addr2line cannot read ") + file;
     return output;
@@ -77,9 +75,9 @@ QVector<QStringList> parse(const QByteArray& output)
 } // namespace
 
 QVector<QStringList> addressNames(const QString& file, const QVector<quint64>& addresses,
-                                  QString& error)
+                                  std::chrono::milliseconds patience, QString& error)
 {
-    const QByteArray output = run(file, addresses, error);
+    const QByteArray output = run(file, addresses, patience, error);
     const QVector<QStringList> names = error.isEmpty() ? parse(output) : QVector<QStringList>();
     if (error.isEmpty() && names.size() != addresses.size())
         error = QStringLiteral("addr2line does not give the names in %1 one by one").arg(file);

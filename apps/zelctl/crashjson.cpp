@@ -49,19 +49,21 @@ QJsonArray threadsJson(const CrashReport& report)
     return threads;
 }
 
-QJsonObject sectionsJson(const CrashReport& report)
+// An array, since names may come twice.
+QJsonArray sectionsJson(const CrashReport& report)
 {
-    QJsonObject sections;
+    QJsonArray sections;
     for (const CrashReport::Section& section : report.sections)
-        sections.insert(section.name, QJsonArray::fromStringList(section.lines));
+        sections.append(jsonObject(
+            {{"name", section.name}, {"lines", QJsonArray::fromStringList(section.lines)}}));
     return sections;
 }
 
-QJsonObject registersJson(const CrashReport& report)
+QJsonArray registersJson(const CrashReport& report)
 {
-    QJsonObject registers;
+    QJsonArray registers;
     for (const CrashReport::Register& one : report.registers)
-        registers.insert(one.name, hex(one.value));
+        registers.append(jsonObject({{"name", one.name}, {"value", hex(one.value)}}));
     return registers;
 }
 

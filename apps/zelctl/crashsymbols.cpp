@@ -2,7 +2,7 @@
 
 #include "addressnames.h"
 
-#include <set>
+#include <QDeadlineTimer>
 
 using zeltools::CrashReport;
 
@@ -22,39 +22,40 @@ quint64 callAddress(const CrashReport::Stack& stack, int index)
 CrashSymbols::CrashSymbols(const CrashReport& report, const QString& folder)
     : m_report(report)
 {
-    std::map<const CrashReport::Module*, std::set<quint64>> addresses;
+    const SymbolFiles files(folder, report.modules);
+    std::map<QString, Addresses> addresses; // by file
     for (const CrashReport::Stack& stack : report.stacks) {
         for (int i = 0; i < stack.calls.size(); ++i) {
             const quint64 address = callAddress(stack, i);
-            if (const CrashReport::Module* const module = report.moduleAt(address))
-                addresses[module].insert(address);
+            const CrashReport::Module* const module = report.moduleAt(address);
+            if (module == nullptr)
+                continue;
+            auto symbols = m_symbols.find(module);
+            if (symbols == m_symbols.end())
+                symbols = m_symbols.emplace(module, files.find(*module)).first;
+            if (!symbols->second.path.isEmpty())
+                addresses[symbols->second.path][address - module->base].insert(address);
         }
     }
-    const SymbolFiles files(folder, report.modules);
-    for (const auto& [module, itsAddresses] : addresses) {
-        const SymbolFiles::Answer symbols = files.find(*module);
-        m_symbols[module] = symbols;
-        if (symbols.path.isEmpty())
-            continue;
-        QVector<quint64> sorted;
-        for (const quint64 address : itsAddresses)
-            sorted.append(address);
-        addNames(*module, symbols.path, sorted);
-    }
+    const QDeadlineTimer end(std::chrono::minutes(2));
+    for (const auto& [file, itsAddresses] : addresses)
+        addNames(file, itsAddresses, std::chrono::milliseconds(end.remainingTime()));
 }
 
-void CrashSymbols::addNames(const CrashReport::Module& module, const QString& file,
-                            const QVector<quint64>& addresses)
+void CrashSymbols::addNames(const QString& file, const Addresses& addresses,
+                            std::chrono::milliseconds patience)
 {
     QVector<quint64> inFile;
-    for (const quint64 address : addresses)
-        inFile.append(address - module.base);
+    for (const auto& [address, places] : addresses)
+        inFile.append(address);
     QString error;
-    const QVector<QStringList> names = addressNames(file, inFile, error);
+    const QVector<QStringList> names = addressNames(file, inFile, patience, error);
     if (m_error.isEmpty())
         m_error = error;
-    for (int i = 0; i < names.size(); ++i)
-        m_functions.insert(addresses[i], names[i]);
+    for (int i = 0; i < names.size(); ++i) {
+        for (const quint64 address : addresses.at(inFile[i]))
+            m_functions.insert(address, names[i]);
+    }
 }
 
 QVector<CrashSymbols::Call> CrashSymbols::calls(const CrashReport::Stack& stack) const

@@ -13,17 +13,39 @@
 namespace
 {
 
-/// A table of sections or of segments, and the fields that describe one of them.
-template <typename Entry>
-struct Table
+/// The types of the two sizes of ELF files.
+struct Elf32
 {
-    quint64 start;
-    quint64 count;
-    Elf64_Word noteType;
-    Elf64_Word Entry::*type;
-    Elf64_Off Entry::*offset;
-    Elf64_Xword Entry::*size;
+    using Header = Elf32_Ehdr;
+    using Section = Elf32_Shdr;
+    using Segment = Elf32_Phdr;
 };
+struct Elf64
+{
+    using Header = Elf64_Ehdr;
+    using Section = Elf64_Shdr;
+    using Segment = Elf64_Phdr;
+};
+
+/// A place in the file that a table of sections or segments tells.
+struct Place
+{
+    bool hasNotes;
+    quint64 offset;
+    quint64 size;
+};
+
+template <typename Section>
+Place sectionPlace(const Section& section)
+{
+    return {section.sh_type == SHT_NOTE, section.sh_offset, section.sh_size};
+}
+
+template <typename Segment>
+Place segmentPlace(const Segment& segment)
+{
+    return {segment.p_type == PT_NOTE, segment.p_offset, segment.p_filesz};
+}
 
 bool readAt(int file, quint64 offset, void* bytes, size_t size)
 {
@@ -40,7 +62,7 @@ QByteArray idInNotes(const QByteArray& notes)
 {
     constexpr quint64 longestId = 64;
     const auto size = quint64(notes.size());
-    Elf64_Nhdr note;
+    Elf64_Nhdr note; // the same in files of 32 bits
     for (quint64 start = 0; start + sizeof note <= size;) {
         std::memcpy(&note, notes.constData() + start, sizeof note);
         const quint64 name = start + sizeof note;
@@ -56,17 +78,18 @@ QByteArray idInNotes(const QByteArray& notes)
 }
 
 template <typename Entry>
-QByteArray idInTable(int file, const Table<Entry>& table)
+QByteArray idInTable(int file, quint64 start, quint64 count, Place (*placeOf)(const Entry&))
 {
     constexpr quint64 longestNotes = 65536;
     Entry entry;
-    for (quint64 i = 0; i < table.count; ++i) {
-        if (!readAt(file, table.start + i * sizeof entry, &entry, sizeof entry))
+    for (quint64 i = 0; i < count; ++i) {
+        if (!readAt(file, start + i * sizeof entry, &entry, sizeof entry))
             break;
-        if (entry.*table.type != table.noteType || entry.*table.size > longestNotes)
+        const Place place = placeOf(entry);
+        if (!place.hasNotes || place.size > longestNotes)
             continue;
-        QByteArray notes(int(entry.*table.size), '\0');
-        if (!readAt(file, entry.*table.offset, notes.data(), size_t(notes.size())))
+        QByteArray notes(int(place.size), '\0');
+        if (!readAt(file, place.offset, notes.data(), size_t(notes.size())))
             continue;
         QByteArray id = idInNotes(notes);
         if (!id.isEmpty())
@@ -75,10 +98,18 @@ QByteArray idInTable(int file, const Table<Entry>& table)
     return QByteArray();
 }
 
-bool isKnownFormat(const Elf64_Ehdr& header)
+template <typename Elf>
+QByteArray idInFile(int file)
 {
-    return std::memcmp(header.e_ident, ELFMAG, SELFMAG) == 0 &&
-           header.e_ident[EI_CLASS] == ELFCLASS64 && header.e_ident[EI_DATA] == ELFDATA2LSB;
+    typename Elf::Header header;
+    if (!readAt(file, 0, &header, sizeof header))
+        return QByteArray();
+    // The segments of a file with symbols alone may point anywhere, so the sections come first.
+    QByteArray id = idInTable<typename Elf::Section>(file, header.e_shoff, header.e_shnum, //
+                                                     sectionPlace);
+    return !id.isEmpty() ? id
+                         : idInTable<typename Elf::Segment>(file, header.e_phoff, header.e_phnum,
+                                                            segmentPlace);
 }
 
 } // namespace
@@ -89,16 +120,16 @@ QByteArray readBuildId(const QString& path)
     if (!error.isEmpty())
         return QByteArray();
     const zeltools::FileDescriptor file(openFile(path, error));
-    Elf64_Ehdr header;
-    if (file < 0 || !readAt(file, 0, &header, sizeof header) || !isKnownFormat(header))
+    uchar identity[EI_NIDENT];
+    if (file < 0 || !readAt(file, 0, identity, sizeof identity) ||
+        std::memcmp(identity, ELFMAG, SELFMAG) != 0 || identity[EI_DATA] != ELFDATA2LSB)
         return QByteArray();
-    // The segments of a file with symbols alone may point anywhere, so the sections come first.
-    const Table<Elf64_Shdr> sections{
-        header.e_shoff,       header.e_shnum,         SHT_NOTE,
-        &Elf64_Shdr::sh_type, &Elf64_Shdr::sh_offset, &Elf64_Shdr::sh_size};
-    const Table<Elf64_Phdr> segments{
-        header.e_phoff,      header.e_phnum,        PT_NOTE,
-        &Elf64_Phdr::p_type, &Elf64_Phdr::p_offset, &Elf64_Phdr::p_filesz};
-    QByteArray id = idInTable(file, sections);
-    return id.isEmpty() ? idInTable(file, segments) : id;
+    switch (identity[EI_CLASS]) {
+    case ELFCLASS32:
+        return idInFile<Elf32>(file);
+    case ELFCLASS64:
+        return idInFile<Elf64>(file);
+    default:
+        return QByteArray();
+    }
 }

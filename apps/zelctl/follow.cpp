@@ -19,10 +19,15 @@ Follow::Follow()
     sigaction(SIGTERM, &action, nullptr);
 }
 
+bool Follow::isInterrupted() const
+{
+    return s_isEnded != 0;
+}
+
 // A poll for no event reports only that the reader has gone.
 bool Follow::wait() const
 {
     constexpr int interval_ms = 100;
     pollfd output{STDOUT_FILENO, 0, 0};
-    return s_isEnded == 0 && poll(&output, 1, interval_ms) <= 0 && s_isEnded == 0;
+    return !isInterrupted() && poll(&output, 1, interval_ms) <= 0 && !isInterrupted();
 }

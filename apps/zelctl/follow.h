@@ -8,4 +8,6 @@ public:
     Follow();
     /// Waits a tenth of a second. Returns false when following is to end.
     bool wait() const;
+    /// Whether one of the signals has come.
+    bool isInterrupted() const;
 };

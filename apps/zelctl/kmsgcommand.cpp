@@ -8,6 +8,9 @@
 #include <QDateTime>
 
 #include <cstdio>
+#include <functional>
+
+#include <unistd.h>
 
 using dmesg::KmsgReader;
 using dmesg::KmsgRecord;
@@ -57,8 +60,10 @@ QString recordLine(const KmsgRecord& record)
            record.printableText().replace(QLatin1Char('\n'), QStringLiteral("\n  "));
 }
 
-/// Prints the records that are there. Returns Done if more may come.
-ExitStatus printRecords(KmsgReader& reader, const KmsgSelection& selection, bool isJson)
+/// Prints the records that are there until `isEnd` is true of one, since a flood may go on for
+/// ever. Returns Done if more may come.
+ExitStatus printRecords(KmsgReader& reader, const KmsgSelection& selection, bool isJson,
+                        const std::function<bool(const KmsgRecord&)>& isEnd)
 {
     KmsgRecord record;
     for (;;) {
@@ -71,6 +76,8 @@ ExitStatus printRecords(KmsgReader& reader, const KmsgSelection& selection, bool
             return fail(Failed, result == KmsgReader::Result::Ended
                                     ? QStringLiteral("the kernel log has ended")
                                     : reader.error());
+        if (isEnd(record))
+            return Done;
         if (record.overwritten > 0)
             std::fprintf(stderr, "zelctl: %llu records were overwritten before they were read\n",
                          static_cast<unsigned long long>(record.overwritten));
@@ -81,6 +88,34 @@ ExitStatus printRecords(KmsgReader& reader, const KmsgSelection& selection, bool
         if (status != Done)
             return status;
     }
+}
+
+/// Prints the records that are there at the start.
+ExitStatus printOnce(KmsgReader& reader, const KmsgSelection& selection, bool isJson)
+{
+    KmsgReader laterReader;
+    const QString problem = laterReader.open();
+    if (!problem.isEmpty() || ::lseek(laterReader.descriptor(), 0, SEEK_END) < 0)
+        return fail(Failed,
+                    problem.isEmpty() ? QStringLiteral("the kernel log has no end") : problem);
+    std::optional<quint64> firstLater;
+    return printRecords(reader, selection, isJson, [&](const KmsgRecord& record) {
+        KmsgRecord later;
+        if (!firstLater && laterReader.next(later) == KmsgReader::Result::Record)
+            firstLater = later.sequence;
+        return firstLater && record.sequence >= *firstLater;
+    });
+}
+
+ExitStatus follow(KmsgReader& reader, const KmsgSelection& selection, bool isJson)
+{
+    const Follow waiting;
+    const auto isEnd = [&waiting](const KmsgRecord& /*record*/) { return waiting.isInterrupted(); };
+    ExitStatus status = Done;
+    do
+        status = printRecords(reader, selection, isJson, isEnd);
+    while (status == Done && waiting.wait());
+    return status;
 }
 
 } // namespace
@@ -106,12 +141,6 @@ ExitStatus runKmsg(const QStringList& arguments)
         return fail(Failed, problem);
 
     const bool isJson = parser.isSet("json");
-    if (!parser.isSet("follow"))
-        return printRecords(reader, selection, isJson);
-    const Follow waiting;
-    ExitStatus status = Done;
-    do
-        status = printRecords(reader, selection, isJson);
-    while (status == Done && waiting.wait());
-    return status;
+    return parser.isSet("follow") ? follow(reader, selection, isJson)
+                                  : printOnce(reader, selection, isJson);
 }

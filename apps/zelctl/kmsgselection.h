@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-/// Which records of the kernel log are printed.
+/// Selects the records of the kernel log that are printed.
 struct KmsgSelection
 {
     int worstLevel = dmesg::KmsgRecord::Debug; ///< This level and more severe ones.

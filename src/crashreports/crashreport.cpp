@@ -17,8 +17,8 @@ bool skip(CrashReport& /*report*/, const QByteArray& /*line*/)
     return true;
 }
 
-/// A section, and the function for its lines. That for its title is missing where the title is the
-/// name alone.
+/// A section, and the functions for its lines and its title. A section whose title is the name
+/// alone has no function for it.
 struct KnownSection
 {
     const char* name;

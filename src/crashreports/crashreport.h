@@ -12,7 +12,7 @@
 namespace zeltools
 {
 
-/// What a process has written about its own end, read back from the file of the report.
+/// The report that a process has written about its own end, read back from its file.
 ///
 /// A report may be cut anywhere by a power cut, and it may be forged. The reader takes what it can
 /// use and leaves the rest out; `isComplete` is false then. Texts are as the process wrote them, so
@@ -82,7 +82,7 @@ struct ZELTOOLS_EXPORT CrashReport
 
     QVector<Register> registers;
     QVector<Module> modules;
-    QVector<Stack> stacks; ///< that of the crashed thread is the first
+    QVector<Stack> stacks; ///< the stack of the crashed thread is the first
     QVector<MonitoredThread> monitoredThreads;
     QStringList log; ///< the last lines, the oldest first
     QVector<Section> sections;

@@ -50,9 +50,11 @@ DmesgProcess::DmesgProcess(std::chrono::milliseconds patience,
     connect(m_process, &QProcess::readyReadStandardError, this,
             &DmesgProcess::onProcessStderrReadyRead);
     connect(m_process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
-            [this](int exitCode) {
+            [this](int exitCode, QProcess::ExitStatus status) {
                 onProcessFinished(exitCode);
-                onEnded(QStringLiteral("exit code %1").arg(exitCode));
+                onEnded((status == QProcess::CrashExit ? QStringLiteral("ended by signal %1")
+                                                       : QStringLiteral("exit code %1"))
+                            .arg(exitCode));
             });
     connect(m_follower, &KmsgFollower::newLines, this, &DmesgProcess::newLines);
     connect(m_follower, &KmsgFollower::ended, this, &DmesgProcess::onEnded);

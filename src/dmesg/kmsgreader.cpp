@@ -64,8 +64,8 @@ void KmsgReader::close()
 
 KmsgReader::Result KmsgReader::next(KmsgRecord& record)
 {
-    for (;;) {
-        if (const std::optional<QByteArray> bytes = takeRecord()) {
+    for (std::optional<Result> end;;) {
+        if (const std::optional<QByteArray> bytes = takeRecord(end.has_value())) {
             std::optional<KmsgRecord> parsed = KmsgRecord::parse(*bytes);
             if (!parsed)
                 return Result::Malformed;
@@ -74,20 +74,23 @@ KmsgReader::Result KmsgReader::next(KmsgRecord& record)
             record = std::move(*parsed);
             return Result::Record;
         }
-        if (const std::optional<Result> result = readMore())
-            return *result;
+        if (end)
+            return *end;
+        end = readMore();
     }
 }
 
 /// Cuts off the first record that is complete. A read from /dev/kmsg gives one record with its
-/// fields; a pipe may give several, or a part of one.
-std::optional<QByteArray> KmsgReader::takeRecord()
+/// fields; a pipe may give several, or a part of one. Behind the last line feed, the file may
+/// therefore go on with a field of the same record, unless `isAll` tells that nothing follows now.
+std::optional<QByteArray> KmsgReader::takeRecord(bool isAll)
 {
     int end = m_bytes.indexOf('\n', m_position);
     while (end >= 0 && end + 1 < m_bytes.size() && m_bytes[end + 1] == ' ')
         end = m_bytes.indexOf('\n', end + 1);
     const int rest = m_bytes.size() - m_position;
-    if (end < 0 && rest <= longestRecord_B)
+    const bool isOpen = end < 0 || (end + 1 == m_bytes.size() && !isAll);
+    if (isOpen && rest <= longestRecord_B)
         return std::nullopt;
     const int next = end < 0 ? m_bytes.size() : end + 1;
     const QByteArray record = m_bytes.mid(m_position, next - m_position);
@@ -101,17 +104,17 @@ std::optional<KmsgReader::Result> KmsgReader::readMore()
     constexpr int chunk_B = 16 * 1024; // the kernel refuses to read a record in parts
     m_bytes.remove(0, m_position);
     m_position = 0;
-    const int kept = m_bytes.size();
-    m_bytes.resize(kept + chunk_B);
+    char chunk[chunk_B];
     ssize_t size = 0;
     do
-        size = ::read(descriptor(), m_bytes.data() + kept, chunk_B);
+        size = ::read(descriptor(), chunk, chunk_B);
     // EPIPE says that the next record has been overwritten; the following read goes on behind it.
     while (size < 0 && (errno == EINTR || errno == EPIPE));
     const int error = errno;
-    m_bytes.resize(kept + static_cast<int>(qMax<ssize_t>(size, 0)));
-    if (size > 0)
+    if (size > 0) {
+        m_bytes.append(chunk, static_cast<int>(size));
         return std::nullopt;
+    }
     if (size == 0)
         return Result::Ended;
     if (error == EAGAIN)

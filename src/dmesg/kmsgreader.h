@@ -13,7 +13,8 @@ namespace dmesg
 /// in the kernel's memory, never waits, and has no memory of records. A record that the kernel has
 /// overwritten meanwhile is missing; the next one tells the number of them.
 ///
-/// A file or a FIFO with such records can be read as well, with any content. An object belongs to
+/// A file or a FIFO with such records can be read as well, with any content. A field
+/// that a FIFO gets only after its reader has found nothing more is malformed. An object belongs to
 /// one thread.
 class ZELTOOLS_EXPORT KmsgReader
 {
@@ -43,7 +44,7 @@ public:
     QString error() const { return m_error; }
 
 private:
-    std::optional<QByteArray> takeRecord();
+    std::optional<QByteArray> takeRecord(bool isAll);
     std::optional<Result> readMore();
     bool accept(KmsgRecord& record);
 

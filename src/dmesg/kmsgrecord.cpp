@@ -1,5 +1,7 @@
 #include "dmesg/kmsgrecord.h"
 
+#include "escapedutf8.h"
+
 #include <algorithm>
 #include <charconv>
 #include <iterator>
@@ -60,37 +62,14 @@ void readField(const QByteArray& line, QMap<QByteArray, QByteArray>& fields)
 }
 
 /// White space counts as printable, as with dmesg.
-bool isPrintableAscii(uchar character)
+bool isPrintable(char ascii)
 {
-    return (character >= ' ' && character < 0x7F) || (character >= '\t' && character <= '\r');
-}
-
-/// The number of bytes of the valid and printable character at this position, or 0.
-int printableSize(const QByteArray& text, int position)
-{
-    const auto lead = static_cast<uchar>(text[position]);
-    if (lead < 0x80)
-        return isPrintableAscii(lead) ? 1 : 0;
-    const int size = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    const QByteArray bytes = text.mid(position, size);
-    const QString character = QString::fromUtf8(bytes);
-    const bool isValid = character.toUtf8() == bytes;
-    return isValid && character.at(0).category() != QChar::Other_Control ? size : 0;
+    return (ascii >= ' ' && ascii < 0x7F) || (ascii >= '\t' && ascii <= '\r');
 }
 
 QByteArray printable(const QByteArray& text)
 {
-    QByteArray result;
-    result.reserve(text.size());
-    for (int i = 0; i < text.size();) {
-        const int size = printableSize(text, i);
-        if (size > 0)
-            result.append(text.constData() + i, size);
-        else
-            result += "\\x" + text.mid(i, 1).toHex();
-        i += qMax(size, 1);
-    }
-    return result;
+    return zeltools::escapedUtf8(text, isPrintable);
 }
 
 QString timeText(std::chrono::milliseconds time)

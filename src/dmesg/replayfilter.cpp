@@ -81,10 +81,12 @@ void ReplayFilter::take(const QStringList& lines)
     }
     constexpr int costOfLine = 50; // so that empty lines count, too
     constexpr qint64 mostHeld = qint64(8) * 1024 * 1024;
+    if (m_held.isEmpty())
+        m_longest.setRemainingTime(std::chrono::seconds(5));
     m_held += lines;
     for (const QString& line : lines)
         m_heldSize += line.size() + costOfLine;
-    if (m_heldSize > mostHeld)
+    if (m_heldSize > mostHeld || m_longest.hasExpired())
         release(true);
     else if (!m_held.isEmpty())
         m_pause.start();

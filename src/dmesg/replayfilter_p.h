@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -11,10 +12,10 @@ namespace dmesg
 /// lines in the kernel's memory. An object belongs to one thread.
 ///
 /// After expectReplay() the filter holds lines back until none comes for half a second, which is
-/// when the follower has printed the kernel's memory. It then looks for the last lines seen before,
-/// at most 1024, among those held, and emits only what follows them. If they are not there, the
-/// kernel has overwritten them: all held lines are new, and a Warning tells that others may be
-/// missing.
+/// when the follower has printed the kernel's memory, or for five seconds if the kernel prints
+/// without such a pause. It then looks for the last lines seen before, at most 1024, among those
+/// held, and emits only what follows them. If they are not there, the kernel has overwritten them:
+/// all held lines are new, and a Warning tells that others may be missing.
 ///
 /// The lines are compared with their time stamps first, and without them if that finds nothing,
 /// since all stamps of `dmesg --ctime` change when the clock is set. At most 8 Mi characters are
@@ -51,6 +52,7 @@ private:
     QStringList m_held;
     qint64 m_heldSize = 0;
     QTimer m_pause;
+    QDeadlineTimer m_longest; // from the first held line on
 };
 
 } // namespace dmesg

@@ -1,5 +1,7 @@
 #include "supportbundle/supportbundlemanifest.h"
 
+#include "escapedutf8.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -81,13 +83,10 @@ QString problemOf(const QJsonObject& object)
                                                           : QString();
 }
 
-/// The length of the UTF-8 character at the position, or 0 if the bytes are none.
-int characterSize(const QByteArray& bytes, int at)
+/// The backslash is not plain, since it begins an escape sequence.
+bool isPlain(char ascii)
 {
-    const auto first = static_cast<uchar>(bytes[at]);
-    const int size = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    const QByteArray character = bytes.mid(at, size);
-    return QString::fromUtf8(character).toUtf8() == character ? size : 0;
+    return ascii >= ' ' && ascii < 0x7F && ascii != '\\';
 }
 
 } // namespace
@@ -163,17 +162,7 @@ bool SupportBundleManifest::isSafeName(const QByteArray& name)
 
 QString SupportBundleManifest::escaped(const QByteArray& name)
 {
-    QString text;
-    for (int at = 0; at < name.size();) {
-        const int size = characterSize(name, at);
-        const QString character = QString::fromUtf8(name.mid(at, size));
-        const bool isPlain = size > 0 && character != QLatin1String("\\") &&
-                             character[0].category() != QChar::Other_Control;
-        text += isPlain ? character
-                        : QStringLiteral("\\x") + QString::fromLatin1(name.mid(at, 1).toHex());
-        at += isPlain ? size : 1;
-    }
-    return text;
+    return QString::fromUtf8(escapedUtf8(name, isPlain));
 }
 
 std::optional<QByteArray> SupportBundleManifest::unescaped(const QString& text)

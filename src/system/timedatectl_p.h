@@ -10,9 +10,9 @@ namespace zeltools::system
 /// line if the program cannot be run, prints too much or does not end within the time limit.
 std::optional<bool> timeSyncState(std::chrono::milliseconds timeLimit);
 
-/// What `timedatectl status` reports as "System clock synchronized": whether a time service keeps
-/// the kernel informed about the error of the clock. The function asks the kernel and does not
-/// block.
+/// Whether a time service keeps the kernel informed about the error of the clock, which
+/// `timedatectl status` reports as "System clock synchronized". The function asks the kernel and
+/// does not block.
 bool isClockKept();
 
 } // namespace zeltools::system

@@ -28,7 +28,16 @@ private Q_SLOTS:
             "id=$(readelf -n " CRASHER_PATH " | sed -n 's/.*Build ID: \\(..\\)/\\1\\//p')\n"
             "mkdir -p build/.build-id/${id%/*}\n"
             "objcopy --only-keep-debug " CRASHER_PATH " build/.build-id/$id.debug\n"
-            "cp build/.build-id/$id.debug debug/any.debug\n"
+            "cp build/.build-id/$id.debug debug/any.debug; mkdir debug32\n"
+            "objcopy -I elf64-little -O elf32-little debug/any.debug debug32/any.debug\n"
+            // Three modules that have one file, and two sections and registers of one name.
+            "m=$(sed -n 's/^0x[^ ]* 0x[^ ]* \\(.*crasher\\)$/\\1/p' crash-null_call.report)\n"
+            "f=$(nm " CRASHER_PATH " | sed -n 's/ T crash_null_call//p')\n"
+            "(echo 'ZelTools crash report 1\n[registers]\nx 0x1\nx 0x2\n[section t]\na\n[section "
+            "t]\nb\n[modules]'; for i in 1 2 3; do echo 0x${i}0000000 0x${i}8000000 $m; done\n"
+            "for i in 1 2 3; do printf '[stack 1 A]\n%#x\n' $((0x${i}0000000 + 0x$f)); done; "
+            "echo '[end]') >bad/modules; mkdir bin; printf '#!/bin/sh\necho >>asked; "
+            "PATH=${PATH#bin:} exec addr2line \"$@\"' >bin/addr2line; chmod +x bin/addr2line\n"
             // Another build, and files with damaged headers: cut, or with tables of any place and
             // size.
             "cp /bin/true other/crasher\n"
@@ -85,6 +94,13 @@ private Q_SLOTS:
             "\\[\"crash_null_call'",
             "\"functions\":[\"crash_null_call\n");
 
+        row("PATH=bin:$PATH; zelctl crash show bad/modules --symbols debug | grep -c "
+            "crash_null_call; "
+            "wc -l <asked",
+            "3\n1\n");
+        row("zelctl crash show bad/modules --json | grep -o '\"name\":\"[tx]\"' | wc -l", "4\n");
+        row("zelctl crash show bad/modules --symbols debug32 2>&1 | grep -c debug32/any.debug",
+            "3\n");
         row("zelctl crash show bad/crash-cut.report | sed -n 1p",
             "incomplete   the report is cut or damaged\n");
         row("zelctl crash show bad/escapes | grep 31m; zelctl crash show bad/escapes | tail -n 1",
