@@ -30,10 +30,12 @@ qint64 now_ms(clockid_t clock)
     return milliseconds(now);
 }
 
-// Whether the signal comes from an instruction of the process, and not from kill() or abort().
+// Whether the signal comes from an instruction of the process, and not from kill() or abort(), and
+// the processor has told the address. It tells none for a pointer that no process can have.
 bool hasAddress(const siginfo_t& signal)
 {
-    return signal.si_code > 0 && signal.si_signo != SIGABRT && signal.si_signo != SIGSYS;
+    return signal.si_code > 0 && signal.si_code != SI_KERNEL && signal.si_signo != SIGABRT &&
+           signal.si_signo != SIGSYS;
 }
 
 void writeSignal(const siginfo_t& signal, CrashReportWriter& writer)

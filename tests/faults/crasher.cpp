@@ -31,6 +31,7 @@
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using zeltools::CrashReports;
@@ -47,8 +48,8 @@ QString s_folder;
 
 } // namespace
 
-// They are found by their names. None of them may end with a jump to the next function. Their
-// errors are meant, so that a sanitizer must not end the process before.
+// They are found by their names. None of them may end with a jump to the next function. The
+// errors are deliberate, so that a sanitizer must not end the process before.
 #define CRASH extern "C" __attribute__((noinline, used, no_sanitize("undefined"))) void
 
 CRASH crash_null_read()
@@ -99,6 +100,27 @@ CRASH crash_in_signal()
     signal(SIGUSR1, [](int) { crash_null_read(); });
     raise(SIGUSR1);
     s_zero = 0;
+}
+
+CRASH crash_wild_read()
+{
+    s_zero = *reinterpret_cast<volatile int*>(0xdead000000000000);
+}
+
+CRASH crash_without_descriptors()
+{
+    while (open("/dev/null", O_RDONLY) >= 0) {
+    }
+    crash_null_read();
+}
+
+// The main thread ends the process while another thread writes the report.
+CRASH crash_at_exit()
+{
+    CrashReports::addSection("slow", [](zeltools::CrashReportWriter&) { sleep(1); });
+    std::thread(crash_null_read).detach();
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    std::exit(0);
 }
 
 CRASH crash_static_destructor()
@@ -181,7 +203,48 @@ struct CrashingObject
     }
 } s_crashingObject;
 
+struct sigaction s_wrapped;
+
+void wrapHandler(int number, siginfo_t* info, void* context)
+{
+    s_wrapped.sa_sigaction(number, info, context);
+}
+
 const std::map<std::string, void (*)()> s_kinds{
+    {"wild_read", crash_wild_read},
+    {"without_descriptors", crash_without_descriptors},
+    {"at_exit", crash_at_exit},
+    {"wrapped",
+     [] {
+         struct sigaction action = {};
+         action.sa_sigaction = wrapHandler;
+         action.sa_flags = SA_SIGINFO;
+         sigaction(SIGSEGV, &action, &s_wrapped);
+         signal(SIGTRAP, SIG_IGN);
+         CrashReports::install(s_folder + "/crashes");
+         raise(SIGTRAP);
+         crash_null_read();
+     }},
+    {"in_child",
+     [] {
+         if (fork() == 0) {
+             prctl(PR_SET_PDEATHSIG, SIGKILL);
+             CrashReports::install(s_folder + "/crashes");
+             crash_exception();
+         }
+         int status = 0;
+         wait(&status);
+         CrashReports::uninstall();
+         raise(WTERMSIG(status));
+     }},
+    {"exit_in_handler",
+     [] {
+         struct sigaction action = {};
+         action.sa_handler = std::exit;
+         action.sa_flags = SA_ONSTACK;
+         sigaction(SIGUSR1, &action, nullptr);
+         raise(SIGUSR1);
+     }},
     {"null_read", crash_null_read},
     {"null_call", crash_null_call},
     {"stack_overflow", crash_stack_overflow},
