@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -281,9 +282,12 @@ const std::map<std::string, void (*)()> s_kinds{
     {"killed", [] { raise(SIGKILL); }},
 };
 
+std::atomic<int> s_waiting{0};
+
 void waitForEver(const char* name)
 {
     prctl(PR_SET_NAME, name);
+    ++s_waiting;
     for (;;)
         std::this_thread::sleep_for(std::chrono::hours(1));
 }
@@ -313,6 +317,8 @@ int main(int argc, char* argv[])
     if (kind != "nothing") {
         std::thread(waitForEver, "Grinder").detach();
         std::thread(waitForEver, "Pump").detach();
+        while (s_waiting < 2)
+            std::this_thread::yield();
     }
     for (int i = 0; i < 300; ++i)
         LogFormatter(LogLevel::Info).log(Log::Global) << "Line" << i;
