@@ -5,9 +5,9 @@
 #include "crashreports/machinecontext_p.h"
 #include "crashreports/moduletable_p.h"
 #include "crashreports/threadstacks_p.h"
+#include "fatalsignals.h"
 #include "logging/logtail.h"
 
-#include <algorithm>
 #include <iterator>
 
 #include <time.h>
@@ -40,11 +40,8 @@ bool hasAddress(const siginfo_t& signal)
 
 void writeSignal(const siginfo_t& signal, CrashReportWriter& writer)
 {
-    const auto* const known =
-        std::find_if(std::begin(fatalSignals), std::end(fatalSignals),
-                     [&](const FatalSignal& each) { return each.number == signal.si_signo; });
     writer.text("signal ").number(signal.si_signo);
-    writer.text(" ").text(known->name).endLine();
+    writer.text(" ").text(fatalSignal(signal.si_signo).name).endLine();
     writer.text("code ").number(signal.si_code).endLine();
     if (hasAddress(signal))
         writer.text("address ").hex(reinterpret_cast<quintptr>(signal.si_addr)).endLine();

@@ -4,9 +4,10 @@
 #include "crashreports/crashreason_p.h"
 #include "crashreports/crashreportwriter.h"
 #include "crashreports/stackrequest_p.h"
-#include "crashreports/timelimit_p.h"
+#include "fatalsignals.h"
 #include "logging/fatalerror.h"
 #include "stacksignal.h"
+#include "timelimit.h"
 
 #include <algorithm>
 #include <atomic>
@@ -47,10 +48,7 @@ int s_spareDescriptors[2]{-1, -1};
 
 size_t placeOf(int number)
 {
-    const auto* const found =
-        std::find_if(std::begin(fatalSignals), std::end(fatalSignals),
-                     [number](const FatalSignal& each) { return each.number == number; });
-    return size_t(found - fatalSignals);
+    return size_t(&fatalSignal(number) - fatalSignals);
 }
 
 void closeSpareDescriptors()

@@ -91,11 +91,6 @@ CRASH crash_heap_corruption()
     s_zero = 0;
 }
 
-CRASH crash_abort()
-{
-    std::abort();
-}
-
 CRASH crash_in_signal()
 {
     signal(SIGUSR1, [](int) { crash_null_read(); });
@@ -106,22 +101,6 @@ CRASH crash_in_signal()
 CRASH crash_wild_read()
 {
     s_zero = *reinterpret_cast<volatile int*>(0xdead000000000000);
-}
-
-CRASH crash_without_descriptors()
-{
-    while (open("/dev/null", O_RDONLY) >= 0) {
-    }
-    crash_null_read();
-}
-
-// The main thread ends the process while another thread writes the report.
-CRASH crash_at_exit()
-{
-    CrashReports::addSection("slow", [](zeltools::CrashReportWriter&) { sleep(1); });
-    std::thread(crash_null_read).detach();
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    std::exit(0);
 }
 
 CRASH crash_static_destructor()
@@ -204,6 +183,16 @@ struct CrashingObject
     }
 } s_crashingObject;
 
+std::atomic<int> s_waiting{0};
+
+void waitForEver(const char* name)
+{
+    prctl(PR_SET_NAME, name);
+    ++s_waiting;
+    for (;;)
+        std::this_thread::sleep_for(std::chrono::hours(1));
+}
+
 struct sigaction s_wrapped;
 
 void wrapHandler(int number, siginfo_t* info, void* context)
@@ -213,8 +202,29 @@ void wrapHandler(int number, siginfo_t* info, void* context)
 
 const std::map<std::string, void (*)()> s_kinds{
     {"wild_read", crash_wild_read},
-    {"without_descriptors", crash_without_descriptors},
-    {"at_exit", crash_at_exit},
+    {"without_descriptors",
+     [] {
+         while (open("/dev/null", O_RDONLY) >= 0) {
+         }
+         crash_null_read();
+     }},
+    {"at_exit", // The main thread ends the process while another thread writes the report.
+     [] {
+         CrashReports::addSection("slow", [](zeltools::CrashReportWriter&) { sleep(1); });
+         std::thread(crash_null_read).detach();
+         std::this_thread::sleep_for(std::chrono::milliseconds(300));
+         std::exit(0);
+     }},
+    {"mute_threads",
+     [] {
+         sigset_t all;
+         sigfillset(&all);
+         pthread_sigmask(SIG_BLOCK, &all, nullptr);
+         for (int i = 0; i < 300; ++i)
+             std::thread(waitForEver, "Mute").detach();
+         pthread_sigmask(SIG_UNBLOCK, &all, nullptr);
+         std::abort();
+     }},
     {"wrapped",
      [] {
          struct sigaction action = {};
@@ -251,7 +261,6 @@ const std::map<std::string, void (*)()> s_kinds{
     {"stack_overflow", crash_stack_overflow},
     {"overflow_in_thread", crash_overflow_in_thread},
     {"heap_corruption", crash_heap_corruption},
-    {"abort", crash_abort},
     {"in_signal", crash_in_signal},
     {"static_destructor", crash_static_destructor},
     {"held_lock", crash_held_lock},
@@ -281,16 +290,6 @@ const std::map<std::string, void (*)()> s_kinds{
     {"nothing", [] {}},
     {"killed", [] { raise(SIGKILL); }},
 };
-
-std::atomic<int> s_waiting{0};
-
-void waitForEver(const char* name)
-{
-    prctl(PR_SET_NAME, name);
-    ++s_waiting;
-    for (;;)
-        std::this_thread::sleep_for(std::chrono::hours(1));
-}
 
 } // namespace
 

@@ -18,7 +18,7 @@ KINDS = {
     "null_read": Kind(SEGV), "null_call": Kind(SEGV), "stack_overflow": Kind(SEGV),
     "overflow_in_thread": Kind(SEGV, "stack_overflow"),
     "heap_corruption": Kind(ABRT, reason="free(): invalid"),
-    "abort": Kind(ABRT), "in_signal": Kind(SEGV, "null_read"),
+    "in_signal": Kind(SEGV, "null_read"),
     "static_destructor": Kind(SEGV, "in_destructor"), "held_lock": Kind(SEGV),
     "eight_threads": Kind(SEGV, "null_read"),
     "out_of_memory": Kind(ABRT, reason="std::bad_alloc: std::bad_alloc"),
@@ -141,13 +141,15 @@ def crash_kinds(root):
 # installed a second time.
 def crash_cut(root):
     ends = {"second_fault": (SEGV, 0), "second_read": (SEGV, 0), "too_long": (signal.SIGALRM, 5),
-            "wrapped": (SEGV, 0), "in_child": (ABRT, 0)}
+            "wrapped": (SEGV, 0), "in_child": (ABRT, 0), "mute_threads": (ABRT, 2)}
     for kind, (number, least) in ends.items():
         status, _, duration = start(root / kind, kind)
         require(status == -number and duration >= least, f"{kind}: {status} after {duration} s")
         report = next((root / kind / "crashes").glob("*.open")).read_text()
         require("Last words" in report and " crashed]\n0x" in report, f"{kind}: {report}")
-        require(("[end]" in report) == (kind in ("wrapped", "in_child")), f"{kind}: the end")
+        isWhole = kind in ("wrapped", "in_child", "mute_threads")
+        require(("[end]" in report) == isWhole, f"{kind}: the end")
+        require((" other threads" in report) == (kind == "mute_threads"), "missing stacks")
         require("SIGTRAP" not in report, "a report of an ignored signal")
         require(COLLECTED.findall(start(root / kind, "nothing")[1]), f"{kind}: not collected")
 
