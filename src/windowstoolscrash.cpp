@@ -1,8 +1,10 @@
 // The part of WindowsTools that describes call stacks and reports crashes.
 #include "windowstools.h"
 
+#include "fatalsignals.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "timelimit.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -14,24 +16,13 @@
 #include <execinfo.h>
 #include <signal.h>
 #include <string.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace
 {
 
 constexpr int s_mostCalls = 64;
-
-struct FatalSignal
-{
-    int number;
-    const char* message;
-};
-
-constexpr FatalSignal s_fatalSignals[]{{SIGSEGV, "\nFatal signal: SIGSEGV\n"},
-                                       {SIGBUS, "\nFatal signal: SIGBUS\n"},
-                                       {SIGFPE, "\nFatal signal: SIGFPE\n"},
-                                       {SIGILL, "\nFatal signal: SIGILL\n"},
-                                       {SIGABRT, "\nFatal signal: SIGABRT\n"}};
 
 QString demangled(const char* symbol)
 {
@@ -57,29 +48,25 @@ QStringList describeCallsFrom(const void* returnAddress)
     return described;
 }
 
-void endWithin(unsigned limit_s)
+ssize_t writeName(const char* name)
 {
-    ::signal(SIGALRM, SIG_DFL);
-    sigset_t alarm;
-    ::sigemptyset(&alarm);
-    ::sigaddset(&alarm, SIGALRM);
-    ::pthread_sigmask(SIG_UNBLOCK, &alarm, nullptr);
-    ::alarm(limit_s);
+    const auto part = [](const char* text) {
+        return iovec{const_cast<char*>(text), ::strlen(text)};
+    };
+    const iovec parts[]{part("\nFatal signal: "), part(name), part("\n")};
+    return ::writev(STDERR_FILENO, parts, std::size(parts));
 }
 
-// The handler calls only functions that allocate no memory: write(2), and, once the unwinder is
+// The handler calls only functions that allocate no memory: writev(2), and, once the unwinder is
 // loaded, backtrace() and backtrace_symbols_fd(). The latter two take the lock of the loader, which
 // another thread may hold, and standard error may be a pipe that nobody reads. The time limit
 // keeps a machine that crashes from hanging there.
 void onFatalSignal(int number)
 {
-    endWithin(5);
-    const auto* const fatal =
-        std::find_if(std::begin(s_fatalSignals), std::end(s_fatalSignals),
-                     [number](const FatalSignal& each) { return each.number == number; });
-    const ssize_t written = ::write(STDERR_FILENO, fatal->message, ::strlen(fatal->message));
+    constexpr unsigned limit_s = 5;
+    const zeltools::TimeLimit limit(limit_s);
     void* calls[s_mostCalls];
-    if (written > 0)
+    if (writeName(zeltools::fatalSignal(number).name) > 0)
         ::backtrace_symbols_fd(calls, ::backtrace(calls, s_mostCalls), STDERR_FILENO);
     // SA_RESETHAND has restored the default action, which is taken when this function returns.
     ::raise(number);
@@ -132,6 +119,8 @@ void WindowsTools::installSignalHandlers()
     struct sigaction action = {};
     action.sa_handler = onFatalSignal;
     action.sa_flags = SA_ONSTACK | static_cast<int>(SA_RESETHAND);
-    for (const FatalSignal& fatal : s_fatalSignals)
-        ::sigaction(fatal.number, &action, nullptr);
+    for (const zeltools::FatalSignal& fatal : zeltools::fatalSignals) {
+        if (fatal.number != SIGSYS && fatal.number != SIGTRAP) // Debuggers and sandboxes use them.
+            ::sigaction(fatal.number, &action, nullptr);
+    }
 }

@@ -31,8 +31,9 @@ AlternateStack::~AlternateStack()
 {
     if (m_memory == MAP_FAILED)
         return;
-    sigaltstack(&m_before, nullptr);
-    munmap(m_memory, s_guard_B + s_size_B);
+    // The kernel refuses it to a handler that runs on this stack and ends the process by exit().
+    if (sigaltstack(&m_before, nullptr) == 0)
+        munmap(m_memory, s_guard_B + s_size_B);
 }
 
 } // namespace zeltools

@@ -8,7 +8,8 @@ namespace zeltools
 {
 
 /// A stack for signal handlers of the thread that creates the object. The object must be destroyed
-/// by the same thread, which then gets back the stack that it had before. The page below the stack
+/// by the same thread, which then gets back the stack that it had before; only a thread that is on
+/// the stack at that moment keeps it. The page below the stack
 /// is not accessible, so that an overflow never writes to other memory.
 class AlternateStack
 {

@@ -6,7 +6,7 @@
 namespace zeltools
 {
 
-/// The kernel's text for the time since it has started; another start has another one.
+/// The kernel's id of the time since it has started. It changes with each boot.
 inline QString bootId()
 {
     QFile file(QStringLiteral("/proc/sys/kernel/random/boot_id"));

@@ -5,9 +5,9 @@
 #include "crashreports/machinecontext_p.h"
 #include "crashreports/moduletable_p.h"
 #include "crashreports/threadstacks_p.h"
+#include "fatalsignals.h"
 #include "logging/logtail.h"
 
-#include <algorithm>
 #include <iterator>
 
 #include <time.h>
@@ -30,19 +30,18 @@ qint64 now_ms(clockid_t clock)
     return milliseconds(now);
 }
 
-// Whether the signal comes from an instruction of the process, and not from kill() or abort().
+// Whether the signal comes from an instruction of the process, and not from kill() or abort(), and
+// the processor has told the address. It tells none for a pointer that no process can have.
 bool hasAddress(const siginfo_t& signal)
 {
-    return signal.si_code > 0 && signal.si_signo != SIGABRT && signal.si_signo != SIGSYS;
+    return signal.si_code > 0 && signal.si_code != SI_KERNEL && signal.si_signo != SIGABRT &&
+           signal.si_signo != SIGSYS;
 }
 
 void writeSignal(const siginfo_t& signal, CrashReportWriter& writer)
 {
-    const auto* const known =
-        std::find_if(std::begin(fatalSignals), std::end(fatalSignals),
-                     [&](const FatalSignal& each) { return each.number == signal.si_signo; });
     writer.text("signal ").number(signal.si_signo);
-    writer.text(" ").text(known->name).endLine();
+    writer.text(" ").text(fatalSignal(signal.si_signo).name).endLine();
     writer.text("code ").number(signal.si_code).endLine();
     if (hasAddress(signal))
         writer.text("address ").hex(reinterpret_cast<quintptr>(signal.si_addr)).endLine();

@@ -10,17 +10,6 @@ namespace zeltools
 
 class CrashReportWriter;
 
-/// A signal whose handler writes a report.
-struct FatalSignal
-{
-    int number;
-    const char* name;
-};
-
-constexpr FatalSignal fatalSignals[]{{SIGSEGV, "SIGSEGV"}, {SIGBUS, "SIGBUS"},   {SIGFPE, "SIGFPE"},
-                                     {SIGILL, "SIGILL"},   {SIGABRT, "SIGABRT"}, {SIGSYS, "SIGSYS"},
-                                     {SIGTRAP, "SIGTRAP"}};
-
 /// The end of a process, as the handler sees it.
 struct Crash
 {

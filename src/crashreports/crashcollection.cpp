@@ -11,9 +11,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -115,15 +117,29 @@ CrashCollection::CrashCollection(const QString& folder)
 {
 }
 
-void CrashCollection::collect() const
+void CrashCollection::collect()
 {
+    removeUnfinished();
     const QStringList names = QDir(m_folder).entryList({QStringLiteral("crash-*-*.open")},
                                                        QDir::Files | QDir::System, QDir::Name);
     for (const QString& name : names)
         collect(name);
 }
 
-void CrashCollection::collect(const QString& name) const
+// A power cut may leave a file that has not got its lock and its name yet. A process that creates
+// one at this moment must keep it.
+void CrashCollection::removeUnfinished() const
+{
+    const QDateTime latest = QDateTime::currentDateTime().addSecs(-60);
+    const QFileInfoList files = QDir(m_folder).entryInfoList({QStringLiteral(".crash-*-*.new")},
+                                                             QDir::Files | QDir::Hidden);
+    for (const QFileInfo& file : files) {
+        if (file.lastModified() < latest)
+            QFile::remove(file.filePath());
+    }
+}
+
+void CrashCollection::collect(const QString& name)
 {
     const QString path = m_folder + QLatin1Char('/') + name;
     const QByteArray encoded = QFile::encodeName(path);
@@ -140,7 +156,7 @@ void CrashCollection::collect(const QString& name) const
     ::unlink(encoded.constData());
 }
 
-void CrashCollection::keep(int file, const QString& path, const QByteArray& content) const
+void CrashCollection::keep(int file, const QString& path, const QByteArray& content)
 {
     const QString report = freePath(content);
     if (std::rename(QFile::encodeName(path).constData(), QFile::encodeName(report).constData()) !=
@@ -149,6 +165,7 @@ void CrashCollection::keep(int file, const QString& path, const QByteArray& cont
     struct stat whole;
     if (fstat(file, &whole) == 0 && ftruncate(file, whole.st_size) != 0) // frees reserved space
         warn(QStringLiteral("Cannot shorten %1: %2").arg(report, reason()));
+    m_collected.prepend(report);
     tellCrashed(content, report);
 }
 
@@ -169,7 +186,9 @@ void CrashCollection::limit(CrashReports::Limits limits) const
 {
     qint64 bytes = 0;
     int count = 0;
-    for (const QString& path : reports()) {
+    QStringList paths = m_collected + reports();
+    paths.removeDuplicates();
+    for (const QString& path : std::as_const(paths)) {
         bytes += QFileInfo(path).size();
         ++count;
         const bool isWithin = count <= limits.mostReports && bytes <= limits.mostBytes;
@@ -180,12 +199,13 @@ void CrashCollection::limit(CrashReports::Limits limits) const
 
 QStringList CrashCollection::reports() const
 {
-    QStringList paths;
-    const QStringList names = QDir(m_folder).entryList({QStringLiteral("crash-*.report")},
-                                                       QDir::Files, QDir::Name | QDir::Reversed);
-    for (const QString& name : names)
-        paths.append(m_folder + QLatin1Char('/') + name);
-    return paths;
+    QStringList names = QDir(m_folder).entryList({QStringLiteral("crash-*.report")}, QDir::Files);
+    const auto stem = [](const QString& name) { return name.section(QLatin1Char('.'), 0, 0); };
+    std::sort(names.begin(), names.end(),
+              [stem](const QString& a, const QString& b) { return stem(b) < stem(a); });
+    for (QString& name : names)
+        name.prepend(m_folder + QLatin1Char('/'));
+    return names;
 }
 
 } // namespace zeltools

@@ -48,7 +48,7 @@ void writeHeader(int file, qint64 started_ms)
 // A full disk later takes nothing from the report. A file system that cannot do that does no harm.
 void reserveSpace(int file)
 {
-    constexpr off_t size_B = off_t(256) * 1024;
+    constexpr off_t size_B = off_t(512) * 1024;
     const int result = fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size_B);
     Q_UNUSED(result)
 }
@@ -105,9 +105,11 @@ int CrashFile::create(const QString& folder)
 
 void CrashFile::close()
 {
+    if (s_file >= 0)
+        CrashHandler::waitForReport();
+    CrashHandler::uninstall(); // in a forked child too, whose handlers are those of its parent
     if (s_file < 0)
         return;
-    CrashHandler::uninstall();
     if (!CrashHandler::hasBegun())
         unlink(s_path);
     ::close(s_file);

@@ -16,7 +16,8 @@ public:
     /// Creates the file in the folder, which must exist. Returns its descriptor, or -1 with
     /// `errno`.
     static int create(const QString& folder);
-    /// Closes the file, and removes it unless a report has been begun.
+    /// Removes the handlers and closes the file, and removes it unless a report has been begun. If
+    /// another thread crashes meanwhile, waits for the end of the process.
     static void close();
 
 private:

@@ -4,9 +4,10 @@
 #include "crashreports/crashreason_p.h"
 #include "crashreports/crashreportwriter.h"
 #include "crashreports/stackrequest_p.h"
-#include "crashreports/timelimit_p.h"
+#include "fatalsignals.h"
 #include "logging/fatalerror.h"
 #include "stacksignal.h"
+#include "timelimit.h"
 
 #include <algorithm>
 #include <atomic>
@@ -14,6 +15,7 @@
 #include <exception>
 #include <iterator>
 
+#include <fcntl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -35,24 +37,46 @@ pid_t s_process = 0;
 timespec s_started;
 std::atomic<pid_t> s_reporter{0}; // the thread that has crashed first
 std::atomic<int> s_reportedSignal{0};
+timespec s_patienceEnd; // set when the report is complete
 std::atomic<bool> s_isReported{false};
+bool s_isInstalled = false;
+// The threads that have come to the previous handlers from this one.
+std::atomic<pid_t> s_leavers[std::size(fatalSignals)];
+std::atomic<pid_t> s_terminated{0};
+// They are closed when they are needed: the crash may be a lack of descriptors.
+int s_spareDescriptors[2]{-1, -1};
 
 size_t placeOf(int number)
 {
-    const auto* const found =
-        std::find_if(std::begin(fatalSignals), std::end(fatalSignals),
-                     [number](const FatalSignal& each) { return each.number == number; });
-    return size_t(found - fatalSignals);
+    return size_t(&fatalSignal(number) - fatalSignals);
+}
+
+void closeSpareDescriptors()
+{
+    for (int& each : s_spareDescriptors) {
+        close(each);
+        each = -1;
+    }
+}
+
+// A previous handler of the application may call this one, which must not call it again.
+bool isFirstVisit(std::atomic<pid_t>& visitor)
+{
+    pid_t before = 0;
+    return visitor.compare_exchange_strong(before, gettid()) || before != gettid();
 }
 
 void write(Crash crash)
 {
+    closeSpareDescriptors();
     constexpr unsigned limit_s = 5;
     const TimeLimit limit(limit_s);
     CrashReportWriter writer(s_file);
     crash.started = s_started;
     writeCrash(crash, writer);
     fdatasync(s_file);
+    constexpr int patience_ms = 6000;
+    s_patienceEnd = monotonicDeadline(patience_ms);
     s_isReported = true;
 }
 
@@ -69,23 +93,13 @@ void endByDefault(int number)
     syscall(SYS_tgkill, getpid(), gettid(), number);
 }
 
-void sleepFor(long duration_ms)
-{
-    constexpr long millisecond_ns = 1000000;
-    const timespec pause{duration_ms / 1000, duration_ms % 1000 * millisecond_ns};
-    nanosleep(&pause, nullptr);
-}
-
 // The thread that has crashed first ends the process, or is ended by its time limit. It may be in a
 // handler of the application for some time after that.
 void waitForReporter()
 {
-    constexpr int pauses = 600;
-    constexpr long pause_ms = 10;
-    while (!s_isReported)
-        sleepFor(pause_ms);
-    for (int i = 0; i < pauses; ++i)
-        sleepFor(pause_ms);
+    const timespec pause{0, 10000000};
+    while (!s_isReported || !hasPassed(s_patienceEnd))
+        nanosleep(&pause, nullptr);
 }
 
 // Returns whether this thread has to write the report. Otherwise, another one has written it.
@@ -110,6 +124,8 @@ bool beginReport(int number)
 // same signal, with its address and its code, waits for that.
 void leaveToPrevious(int number, siginfo_t* info)
 {
+    if (!isFirstVisit(s_leavers[placeOf(number)]))
+        endByDefault(number);
     sigaction(number, &s_previous.actions[placeOf(number)], nullptr);
     if (syscall(SYS_rt_tgsigqueueinfo, getpid(), gettid(), number, info) != 0)
         raise(number);
@@ -136,7 +152,7 @@ void onFatalError(const char* reason, FatalEnd end)
 [[noreturn]] void onTerminate()
 {
     CrashReason::noteException();
-    if (s_previous.terminate != nullptr)
+    if (s_previous.terminate != nullptr && isFirstVisit(s_terminated))
         s_previous.terminate();
     std::abort();
 }
@@ -154,6 +170,18 @@ struct sigaction fatalAction()
     return action;
 }
 
+// A signal that is ignored must not use up the only report.
+void installFor(const FatalSignal& signal)
+{
+    const struct sigaction action = fatalAction();
+    const size_t place = placeOf(signal.number);
+    struct sigaction& previous = s_previous.actions[place];
+    s_leavers[place] = 0;
+    sigaction(signal.number, &action, &previous);
+    if (previous.sa_handler == SIG_IGN)
+        sigaction(signal.number, &previous, nullptr);
+}
+
 } // namespace
 
 void CrashHandler::install(int file)
@@ -163,15 +191,21 @@ void CrashHandler::install(int file)
     clock_gettime(CLOCK_BOOTTIME, &s_started);
     s_process = getpid();
     s_file = file;
-    const struct sigaction action = fatalAction();
-    for (const FatalSignal& each : fatalSignals)
-        sigaction(each.number, &action, &s_previous.actions[placeOf(each.number)]);
+    for (int& each : s_spareDescriptors)
+        each = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    std::for_each(std::begin(fatalSignals), std::end(fatalSignals), installFor);
+    s_terminated = 0;
+    s_isInstalled = true;
     s_previous.terminate = std::set_terminate(onTerminate);
     setFatalErrorHandler(onFatalError);
 }
 
 void CrashHandler::uninstall()
 {
+    if (!s_isInstalled)
+        return;
+    s_isInstalled = false;
+    closeSpareDescriptors();
     setFatalErrorHandler(nullptr);
     if (std::get_terminate() == onTerminate)
         std::set_terminate(s_previous.terminate);
@@ -189,9 +223,17 @@ bool CrashHandler::hasBegun()
     return s_reporter != 0;
 }
 
+void CrashHandler::waitForReport()
+{
+    if (s_reporter != 0 && s_reporter != gettid() && getpid() == s_process)
+        waitForReporter();
+}
+
 void CrashHandler::forgetInChild()
 {
     s_file = -1;
+    s_reporter = 0;
+    s_isReported = false;
 }
 
 } // namespace zeltools

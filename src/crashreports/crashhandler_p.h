@@ -16,7 +16,10 @@ public:
     static void uninstall();
     /// Whether a report has been begun. It is then the last one of this process.
     static bool hasBegun();
-    /// Makes a forked child process forget the file.
+    /// Waits as long as another thread writes a report, and then until that thread has had the time
+    /// to end the process.
+    static void waitForReport();
+    /// Makes a forked child process forget the file and the reports of its parent.
     static void forgetInChild();
 };
 

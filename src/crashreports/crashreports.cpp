@@ -39,7 +39,7 @@ bool CrashReports::install(const QString& folder, Limits limits)
     uninstall();
     QDir().mkpath(folder);
     const QString path = QDir(folder).absolutePath();
-    const CrashCollection collection(path);
+    CrashCollection collection(path);
     collection.collect();
     collection.limit(limits);
     const int file = CrashFile::create(path);

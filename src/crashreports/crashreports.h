@@ -17,8 +17,9 @@ class CrashReportWriter;
 /// These ends give a report: the signals SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGSYS and
 /// SIGTRAP, std::terminate(), qFatal() and a failed assertion of the library that ends the process.
 /// The process then ends as it would have without a report, with the same status and core dump.
-/// Only if the report takes more than five seconds, SIGALRM ends it. A forked child process writes
-/// no report.
+/// Only if the report takes more than five seconds, SIGALRM ends it. A signal that is ignored when
+/// install() is called stays ignored. A forked child process writes no report unless it calls
+/// install() itself.
 ///
 /// Call install() and uninstall() in the main thread, while no other thread calls them.
 class ZELTOOLS_EXPORT CrashReports
@@ -26,7 +27,7 @@ class ZELTOOLS_EXPORT CrashReports
 public:
     CrashReports() = delete;
 
-    /// What the folder may hold. The newest report is always kept.
+    /// The limits of the folder. The newest report is always kept.
     struct Limits
     {
         int mostReports = 10;
@@ -44,7 +45,8 @@ public:
     /// Call it after LogManager::initialize() and WindowsTools::installSignalHandlers().
     static bool install(const QString& folder);
     static bool install(const QString& folder, Limits limits);
-    /// Restores the handlers and removes the prepared report, as the end of the process does.
+    /// Restores the handlers and removes the prepared report, as the end of the process does. If
+    /// another thread writes its report at this time, both wait for that thread to end the process.
     static void uninstall();
     /// The folder of install(), or an empty text while it is not installed.
     static QString folder();
@@ -62,7 +64,7 @@ public:
     /// thread may call it, at any time.
     static bool addSection(const char* name, Section write);
 
-    /// The paths of the reports in the folder, the newest first.
+    /// The paths of the reports in the folder, the newest first by the clock of their crashes.
     static QStringList reports(const QString& folder);
 };
 

@@ -11,6 +11,12 @@ namespace zeltools
 
 // The only place that depends on the processor, whose registers have no common names.
 
+#if defined(__x86_64__) || defined(__aarch64__)
+constexpr bool isProcessorKnown = true;
+#else
+constexpr bool isProcessorKnown = false;
+#endif
+
 /// The address of the instruction that a signal has interrupted, or 0 on a processor that is not
 /// known here.
 inline quintptr programCounter(const ucontext_t& context)

@@ -68,7 +68,7 @@ bool MemoryMap::isCode(quintptr address)
         if (address >= mapping.begin && address < mapping.end)
             return mapping.isExecutable;
     }
-    return false;
+    return map.m_file < 0;
 }
 
 // The line ends with NUL and is valid until the next call; null at the end of the file.

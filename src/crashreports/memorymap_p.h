@@ -26,7 +26,7 @@ public:
 
     /// Reads the next mapping. Returns false after the last one.
     bool next(Mapping& mapping);
-    /// Whether the address is in an executable mapping.
+    /// Whether the address is in an executable mapping. True if the mappings cannot be read.
     static bool isCode(quintptr address);
 
 private:

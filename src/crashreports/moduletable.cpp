@@ -34,7 +34,7 @@ public:
     {
     }
 
-    // What must be added to an address in the file to get that in memory.
+    // An address in memory is the sum of this one and the address in the file.
     quintptr base() const
     {
         ElfW(Phdr) segment;

@@ -33,16 +33,9 @@ StackRequest::Slot StackRequest::s_slots[mostRequests];
 namespace
 {
 
-bool hasPassed(const timespec& deadline)
-{
-    timespec now;
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return now.tv_sec > deadline.tv_sec ||
-           (now.tv_sec == deadline.tv_sec && now.tv_nsec >= deadline.tv_nsec);
-}
-
 // Makes the interrupted instruction the first call. It comes after the calls of the handler, or not
-// at all if the unwinder knows nothing about the code there.
+// at all if the unwinder knows nothing about the code there. In that case the handler's own calls
+// stay, since a sanitizer puts calls of its own between them and the calls of the thread.
 int beginWith(quintptr interrupted, void** calls, int count)
 {
     if (interrupted == 0 || count == 0)
@@ -134,6 +127,14 @@ timespec monotonicDeadline(int delay_ms)
     deadline.tv_sec += deadline.tv_nsec / second_ns;
     deadline.tv_nsec %= second_ns;
     return deadline;
+}
+
+bool hasPassed(const timespec& deadline)
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return now.tv_sec > deadline.tv_sec ||
+           (now.tv_sec == deadline.tv_sec && now.tv_nsec >= deadline.tv_nsec);
 }
 
 } // namespace zeltools

@@ -46,5 +46,7 @@ private:
 
 /// The moment of CLOCK_MONOTONIC that is so many milliseconds away.
 timespec monotonicDeadline(int delay_ms);
+/// Whether that moment of CLOCK_MONOTONIC has come.
+bool hasPassed(const timespec& deadline);
 
 } // namespace zeltools

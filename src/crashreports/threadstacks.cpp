@@ -31,12 +31,13 @@ void writeCall(const void* call, CrashReportWriter& writer)
 }
 
 // Writes the calls of this thread, beginning with that address; the calls of the handler come
-// before it. Without that address, the unwinder knows nothing about the code there.
+// before it. Without that address, the unwinder knows nothing about the code there. All calls are
+// written if the address is null.
 void writeCallsFrom(const void* first, CrashReportWriter& writer)
 {
     void* calls[s_mostCalls];
     void** const end = calls + backtrace(calls, s_mostCalls);
-    void** const begin = std::find(calls, end, first);
+    void** const begin = first == nullptr ? calls : std::find(calls, end, first);
     if (begin == end)
         writeCall(first, writer);
     std::for_each(begin, end, [&writer](const void* call) { writeCall(call, writer); });
@@ -45,7 +46,7 @@ void writeCallsFrom(const void* first, CrashReportWriter& writer)
 void writeInterruptedCalls(ucontext_t& context, CrashReportWriter& writer)
 {
     const quintptr interrupted = programCounter(context);
-    if (MemoryMap::isCode(interrupted))
+    if (!isProcessorKnown || MemoryMap::isCode(interrupted))
         return writeCallsFrom(reinterpret_cast<const void*>(interrupted), writer);
     // A call of an address without code, such as null. The unwinder reads this context, and goes on
     // where the call would have returned.
@@ -112,10 +113,11 @@ void writeCrashedStack(const Crash& crash, CrashReportWriter& writer)
 
 void writeOtherStacks(pid_t crashedThread, CrashReportWriter& writer)
 {
-    constexpr int mostGroups = 5; // within the time limit of a report
+    constexpr int duration_ms = 2000; // The last group may add 500, within the limit of a report.
+    const timespec deadline = monotonicDeadline(duration_ms);
     ThreadList list;
     pid_t thread = list.next();
-    for (int groups = 0; thread != 0 && groups < mostGroups; ++groups) {
+    while (thread != 0 && !hasPassed(deadline)) {
         StackGroup group;
         for (; thread != 0 && !group.isFull(); thread = list.next()) {
             if (thread != crashedThread)
@@ -123,6 +125,13 @@ void writeOtherStacks(pid_t crashedThread, CrashReportWriter& writer)
         }
         group.write(writer);
         writer.flush();
+    }
+    int missing = 0;
+    for (; thread != 0; thread = list.next())
+        missing += thread == crashedThread ? 0 : 1;
+    if (missing > 0) {
+        writer.beginHeading().text("section missing stacks").endHeading();
+        writer.number(missing).text(" other threads").endLine();
     }
 }
 

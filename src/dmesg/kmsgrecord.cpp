@@ -121,6 +121,8 @@ QString KmsgRecord::printableText() const
 
 QStringList KmsgRecord::lines() const
 {
+    if (text.isEmpty())
+        return {QString()};
     QStringList lines;
     for (const QByteArray& line : (timeText(time).toUtf8() + printable(text)).split('\n'))
         lines.append(QString::fromUtf8(line.trimmed()));

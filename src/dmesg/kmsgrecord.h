@@ -57,7 +57,8 @@ struct ZELTOOLS_EXPORT KmsgRecord
     /// are not UTF-8, have the form "\x1b".
     QString printableText() const;
     /// The lines that `dmesg --ctime` prints for the record, without white space at both ends. A
-    /// line feed in the text begins another line, which has no time.
+    /// line feed in the text begins another line, which has no time. A record without text is an
+    /// empty line.
     QStringList lines() const;
 
     /// The names that dmesg(1) uses: "emerg", "alert", "crit", "err", "warn", "notice", "info",

@@ -146,7 +146,7 @@ void LogRouter::writeFailure(const QString& line, RingLine route)
     const LogLine endedBytes(ended);
     route.file = generalFile();
     route.isForSinks = 0;
-    deliver(route, endedBytes.data(), endedBytes.size());
+    deliverUnkept(route, endedBytes.data(), endedBytes.size());
     Q_EMIT m_manager.failureLogged(ended);
 }
 
@@ -205,6 +205,12 @@ void LogRouter::writeAndAnnounce(const QString& line, RingLine route,
 void LogRouter::deliver(const RingLine& route, const char* bytes, int size)
 {
     keepForCrash(bytes, size);
+    deliverUnkept(route, bytes, size);
+}
+
+// For a line that is kept for a crash report already.
+void LogRouter::deliverUnkept(const RingLine& route, const char* bytes, int size)
+{
     LogBuffer* const buffer = LogBuffer::current();
     if (buffer != nullptr && buffer->add(route, bytes, size))
         return;

@@ -61,6 +61,7 @@ private:
     void writeAndAnnounce(const QString& line, RingLine route,
                           void (LogManager::*announce)(const QString&));
     void deliver(const RingLine& route, const char* bytes, int size);
+    void deliverUnkept(const RingLine& route, const char* bytes, int size);
     void writeToPlaces(const RingLine& route, const char* bytes, int size);
     void writeToSinks(const RingLine& route, const char* bytes, int size);
     qint16 generalFile() const { return m_isGeneralFileEnabled ? LogManager::General : -1; }

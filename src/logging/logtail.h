@@ -8,7 +8,8 @@
 
 /// The last lines of the log in memory that is set aside from the start, for a crash report. The
 /// log manager adds each line before it is delivered, in the thread that delivers it, as long as
-/// the tail is enabled. Any thread may call the functions; none of them waits.
+/// the tail is enabled. With LOG_FROM_MAIN_THREAD=1 the lines of other threads are missing until
+/// the main thread takes them. Any thread may call the functions; none of them waits.
 class ZELTOOLS_EXPORT LogTail
 {
 public:

@@ -190,8 +190,13 @@ private Q_SLOTS:
         events.start(ZELCTL_PATH, {"events", "events", "--follow", "--kind", "MenuAccess"});
         QByteArray printed;
         QTRY_VERIFY((printed += events.readAll()).endsWith("| MenuAccess| old\n"));
+        // The other one prints nothing that tells when it has begun.
+        QByteArray probe;
+        for (int i = 0; !lines.waitForReadyRead(50) && i < 400; ++i)
+            MachineLogs::write(LogLevel::Info, probe = QByteArray::number(i) + " probes");
         printed.clear();
-        QTest::qWait(500); // the other one prints nothing that tells when it has begun
+        QTRY_VERIFY((printed += lines.readAll()).endsWith(probe + '\n'));
+        printed.clear();
         QByteArray expected, expectedEvents;
         for (int i = 0; i < 60; ++i) {
             const bool isEvent = i % 10 == 9; // three of them fill a file

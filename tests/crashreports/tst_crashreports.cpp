@@ -1,7 +1,7 @@
-// What crash reports leave on the disk, without a crash; tests/faults/crashfaults.py has the
-// crashes.
+// The files of crash reports, without a crash; tests/faults/crashfaults.py has the crashes.
 #include "crashreports/crashreports.h"
 #include "crashreports/crashreportwriter.h"
+#include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
 #include "logging/logtail.h"
@@ -137,7 +137,9 @@ private Q_SLOTS:
         for (const char* name : {"crash-77-1.open", "crash-77-2.open"})
             writeFile(m_folder.filePath(name), leftBehind(bootId(), s_crash));
         QVERIFY(CrashReports::install(m_folder.path()));
-        QCOMPARE(CrashReports::reports(m_folder.path()).size(), 2);
+        const QStringList reports = CrashReports::reports(m_folder.path());
+        QCOMPARE(reports.size(), 2);
+        QVERIFY(reports[0].endsWith("-77-2.report"));
     }
 
     void keepsTheNewestWithinTheLimits()
@@ -155,6 +157,9 @@ private Q_SLOTS:
         QCOMPARE(count({0, 10}), 1);
         QCOMPARE(CrashReports::reports(m_folder.path()),
                  QStringList(m_folder.filePath("crash-20261119-120000-5.report")));
+        writeFile(m_folder.filePath("crash-77-1.open"), "[process]\n[crash]\ntime 1\n");
+        QCOMPARE(count({1, 1000000}), 1); // The clock was wrong at that crash.
+        QVERIFY(CrashReports::reports(m_folder.path())[0].contains("crash-19"));
     }
 
     void preparesAndRemovesItsFile()
@@ -235,10 +240,12 @@ private Q_SLOTS:
         CrashReports::install(m_folder.path());
         LogFormatter(LogLevel::Warning) << "general";
         LogFormatter(LogLevel::Event).logEvent(LogEventModule::CleaningEvent) << "event";
+        LogFormatter(LogLevel::Error).log(Log::Failure) << "failure";
         CrashReports::uninstall();
         LogFormatter(LogLevel::Warning) << "later";
         const QStringList lines = tailLines();
-        QVERIFY(lines.value(198).endsWith("| general") && lines.value(199).endsWith("| event"));
+        QVERIFY(lines.value(197).endsWith("| general") && lines.value(198).endsWith("| event"));
+        QVERIFY(lines.value(199).contains("failure"));
     }
 
 private:

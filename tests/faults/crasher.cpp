@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -31,6 +32,7 @@
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using zeltools::CrashReports;
@@ -47,8 +49,8 @@ QString s_folder;
 
 } // namespace
 
-// They are found by their names. None of them may end with a jump to the next function. Their
-// errors are meant, so that a sanitizer must not end the process before.
+// They are found by their names. None of them may end with a jump to the next function. The
+// errors are deliberate, so that a sanitizer must not end the process before.
 #define CRASH extern "C" __attribute__((noinline, used, no_sanitize("undefined"))) void
 
 CRASH crash_null_read()
@@ -89,16 +91,16 @@ CRASH crash_heap_corruption()
     s_zero = 0;
 }
 
-CRASH crash_abort()
-{
-    std::abort();
-}
-
 CRASH crash_in_signal()
 {
     signal(SIGUSR1, [](int) { crash_null_read(); });
     raise(SIGUSR1);
     s_zero = 0;
+}
+
+CRASH crash_wild_read()
+{
+    s_zero = *reinterpret_cast<volatile int*>(0xdead000000000000);
 }
 
 CRASH crash_static_destructor()
@@ -181,13 +183,84 @@ struct CrashingObject
     }
 } s_crashingObject;
 
+std::atomic<int> s_waiting{0};
+
+void waitForEver(const char* name)
+{
+    prctl(PR_SET_NAME, name);
+    ++s_waiting;
+    for (;;)
+        std::this_thread::sleep_for(std::chrono::hours(1));
+}
+
+struct sigaction s_wrapped;
+
+void wrapHandler(int number, siginfo_t* info, void* context)
+{
+    s_wrapped.sa_sigaction(number, info, context);
+}
+
 const std::map<std::string, void (*)()> s_kinds{
+    {"wild_read", crash_wild_read},
+    {"without_descriptors",
+     [] {
+         while (open("/dev/null", O_RDONLY) >= 0) {
+         }
+         crash_null_read();
+     }},
+    {"at_exit", // The main thread ends the process while another thread writes the report.
+     [] {
+         CrashReports::addSection("slow", [](zeltools::CrashReportWriter&) { sleep(1); });
+         std::thread(crash_null_read).detach();
+         std::this_thread::sleep_for(std::chrono::milliseconds(300));
+         std::exit(0);
+     }},
+    {"mute_threads",
+     [] {
+         sigset_t all;
+         sigfillset(&all);
+         pthread_sigmask(SIG_BLOCK, &all, nullptr);
+         for (int i = 0; i < 300; ++i)
+             std::thread(waitForEver, "Mute").detach();
+         pthread_sigmask(SIG_UNBLOCK, &all, nullptr);
+         std::abort();
+     }},
+    {"wrapped",
+     [] {
+         struct sigaction action = {};
+         action.sa_sigaction = wrapHandler;
+         action.sa_flags = SA_SIGINFO;
+         sigaction(SIGSEGV, &action, &s_wrapped);
+         signal(SIGTRAP, SIG_IGN);
+         CrashReports::install(s_folder + "/crashes");
+         raise(SIGTRAP);
+         crash_null_read();
+     }},
+    {"in_child",
+     [] {
+         if (fork() == 0) {
+             prctl(PR_SET_PDEATHSIG, SIGKILL);
+             CrashReports::install(s_folder + "/crashes");
+             crash_exception();
+         }
+         int status = 0;
+         wait(&status);
+         CrashReports::uninstall();
+         raise(WTERMSIG(status));
+     }},
+    {"exit_in_handler",
+     [] {
+         struct sigaction action = {};
+         action.sa_handler = std::exit;
+         action.sa_flags = SA_ONSTACK;
+         sigaction(SIGUSR1, &action, nullptr);
+         raise(SIGUSR1);
+     }},
     {"null_read", crash_null_read},
     {"null_call", crash_null_call},
     {"stack_overflow", crash_stack_overflow},
     {"overflow_in_thread", crash_overflow_in_thread},
     {"heap_corruption", crash_heap_corruption},
-    {"abort", crash_abort},
     {"in_signal", crash_in_signal},
     {"static_destructor", crash_static_destructor},
     {"held_lock", crash_held_lock},
@@ -218,13 +291,6 @@ const std::map<std::string, void (*)()> s_kinds{
     {"killed", [] { raise(SIGKILL); }},
 };
 
-void waitForEver(const char* name)
-{
-    prctl(PR_SET_NAME, name);
-    for (;;)
-        std::this_thread::sleep_for(std::chrono::hours(1));
-}
-
 } // namespace
 
 int main(int argc, char* argv[])
@@ -250,6 +316,8 @@ int main(int argc, char* argv[])
     if (kind != "nothing") {
         std::thread(waitForEver, "Grinder").detach();
         std::thread(waitForEver, "Pump").detach();
+        while (s_waiting < 2)
+            std::this_thread::yield();
     }
     for (int i = 0; i < 300; ++i)
         LogFormatter(LogLevel::Info).log(Log::Global) << "Line" << i;

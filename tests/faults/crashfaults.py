@@ -18,14 +18,15 @@ KINDS = {
     "null_read": Kind(SEGV), "null_call": Kind(SEGV), "stack_overflow": Kind(SEGV),
     "overflow_in_thread": Kind(SEGV, "stack_overflow"),
     "heap_corruption": Kind(ABRT, reason="free(): invalid"),
-    "abort": Kind(ABRT), "in_signal": Kind(SEGV, "null_read"),
+    "in_signal": Kind(SEGV, "null_read"),
     "static_destructor": Kind(SEGV, "in_destructor"), "held_lock": Kind(SEGV),
     "eight_threads": Kind(SEGV, "null_read"),
     "out_of_memory": Kind(ABRT, reason="std::bad_alloc: std::bad_alloc"),
     "exception": Kind(ABRT, reason="std::runtime_error: no milk"),
     "qfatal": Kind(ABRT, reason="no water"),
     "assertion": Kind(None, reason="RELEASE ASSERT failure: Failed creating simulation interface"),
-    "division": Kind(signal.SIGFPE), "cut_file": Kind(signal.SIGBUS),
+    "division": Kind(signal.SIGFPE), "cut_file": Kind(signal.SIGBUS), "wild_read": Kind(SEGV),
+    "without_descriptors": Kind(SEGV, "null_read"), "at_exit": Kind(SEGV, "null_read"),
 }
 if SANITIZED:  # The sanitizers find this one themselves, and need more than the limit for memory.
     del KINDS["heap_corruption"], KINDS["out_of_memory"]
@@ -87,6 +88,8 @@ def require_report(report, kind, bounds):
     require(report.value("crash", "signal") == expected, report.sections["crash"])
     reason = report.value("crash", "reason")
     require(reason.startswith(KINDS[kind].reason), f"reason {reason}")
+    hasNoAddress = number in (ABRT, None) or kind == "wild_read"
+    require((report.value("crash", "address") == "") == hasNoAddress, "the address")
     log = report.sections["log"]
     last = [line for line in log if "Last words" in line]
     require(len(log) == 200 and last, f"{len(log)} lines, the last one is {log[-1:]}")
@@ -134,15 +137,20 @@ def crash_kinds(root):
           f"{list(KINDS)[longest % len(KINDS)]}")
 
 
-# A section of the application crashes or hangs. The rest of the report stays.
+# A section of the application crashes or hangs, and the rest of the report stays; or handlers are
+# installed a second time.
 def crash_cut(root):
-    ends = {"second_fault": (SEGV, 0), "second_read": (SEGV, 0), "too_long": (signal.SIGALRM, 5)}
+    ends = {"second_fault": (SEGV, 0), "second_read": (SEGV, 0), "too_long": (signal.SIGALRM, 5),
+            "wrapped": (SEGV, 0), "in_child": (ABRT, 0), "mute_threads": (ABRT, 2)}
     for kind, (number, least) in ends.items():
         status, _, duration = start(root / kind, kind)
         require(status == -number and duration >= least, f"{kind}: {status} after {duration} s")
         report = next((root / kind / "crashes").glob("*.open")).read_text()
         require("Last words" in report and " crashed]\n0x" in report, f"{kind}: {report}")
-        require("[end]" not in report, f"{kind}: complete")
+        isWhole = kind in ("wrapped", "in_child", "mute_threads")
+        require(("[end]" in report) == isWhole, f"{kind}: the end")
+        require((" other threads" in report) == (kind == "mute_threads"), "missing stacks")
+        require("SIGTRAP" not in report, "a report of an ignored signal")
         require(COLLECTED.findall(start(root / kind, "nothing")[1]), f"{kind}: not collected")
 
 
@@ -151,6 +159,7 @@ def crash_killed(root):
     require(start(root, "killed")[0] == -signal.SIGKILL, "the status of a killed run")
     _, printed, _ = start(root, "nothing")
     require(printed.count("without a crash report: it was killed") == 1, printed[-2000:])
+    require(start(root, "exit_in_handler")[0] == signal.SIGUSR1, "exit() in a handler")
     require(not list((root / "crashes").iterdir()), "a killed run leaves a file")
 
 
