@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 
 namespace zeltools
 {
@@ -26,7 +27,11 @@ namespace zeltools
 class ZELTOOLS_EXPORT ServiceNotifier
 {
 public:
-    ServiceNotifier();
+    using Warn = std::function<void(const QString& text)>;
+
+    /// The function takes the place of the log for messages that cannot be sent. A thread that must
+    /// not wait for the log gives one.
+    explicit ServiceNotifier(Warn warn = {});
     Q_DISABLE_COPY(ServiceNotifier)
 
     /// Whether there is a manager to tell.
@@ -51,6 +56,7 @@ private:
     void readWatchdogPeriod();
     bool send(const QByteArray& message);
 
+    const Warn m_warn;
     QByteArray m_socketName;
     std::chrono::microseconds m_watchdogPeriod{0};
     std::atomic<bool> m_hasWarned = false;

@@ -1,5 +1,7 @@
 #include "servicesocket_p.h"
 
+#include "signalsblocked.h"
+
 #include <QMutex>
 
 #include <algorithm>
@@ -42,6 +44,7 @@ int servicesocket::send(const QByteArray&, const QByteArray& message,
         return EAGAIN;
     std::packaged_task<int()> task([message] { return sd_notify(0, message.constData()); });
     result = task.get_future().share();
+    const zeltools::SignalsBlocked blocked;
     try {
         std::thread(std::move(task)).detach();
     } catch (const std::system_error& error) {
