@@ -23,7 +23,7 @@ namespace zeltools
 ///
 /// The variables are read by the constructor; a value that makes no sense is a Warning. Any thread
 /// may call the other functions. With libsystemd each message reads the environment once more, so
-/// the environment must not change at the same time (WindowsTools::setEnv()).
+/// that only WindowsTools::setEnv() and unsetEnv() may change it at the same time.
 class ZELTOOLS_EXPORT ServiceNotifier
 {
 public:

@@ -50,7 +50,8 @@ public:
     /// Returns false and changes nothing if the name is empty or contains a "=".
     ///
     /// The function takes the lock under which Qt reads the environment (qgetenv()). No code that
-    /// calls getenv() directly may run at the same time.
+    /// calls getenv() directly may run at the same time. Messages of zeltools::ServiceNotifier may:
+    /// the function waits for one that libsystemd sends, at most a tenth of a second.
     static bool setEnv(const QString& name, const QString& value);
     /// Removes the variable if it exists. Names and locking are as for setEnv().
     static bool unsetEnv(const QString& name);
