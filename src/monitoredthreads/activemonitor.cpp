@@ -78,11 +78,13 @@ void ActiveMonitor::setLimits(milliseconds late, milliseconds stalled)
 void ActiveMonitor::start()
 {
     QString error;
+    bool canTell = true;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (m_thread.joinable())
             return;
         zeltools::CrashReports::addSection("threads", writeMonitoredThreads);
+        canTell = m_signals.start() && m_lines.start();
         const zeltools::SignalsBlocked blocked;
         try {
             m_thread = std::thread(&ActiveMonitor::run, this);
@@ -93,7 +95,7 @@ void ActiveMonitor::start()
     }
     if (!error.isEmpty())
         log::warning(QStringLiteral("No thread is monitored: ") + error);
-    else if (!m_signals.start() || !m_lines.start())
+    else if (!canTell)
         log::warning(QStringLiteral("The system has no thread to tell of stalls"));
     m_signals.post([] { zeltools::ThreadStack::of(gettid()); });
 }

@@ -60,6 +60,8 @@ bool BackgroundWork::start()
 {
     const zeltools::SignalsBlocked blocked;
     const std::lock_guard<std::mutex> lock(m_state->mutex);
+    if (m_state->isRunning)
+        return true;
     try {
         std::thread thread([state = m_state] { state->run(); });
         pthread_setname_np(thread.native_handle(), m_threadName);

@@ -26,7 +26,7 @@ public:
     ~BackgroundWork();
     Q_DISABLE_COPY(BackgroundWork)
 
-    /// Returns false if the system has no further thread.
+    /// Returns false if the system has no further thread. A second call does nothing.
     bool start();
     /// Drops the task before start() and after end().
     void post(Task task);
