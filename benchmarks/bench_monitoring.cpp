@@ -1,4 +1,4 @@
-// What it costs a thread to tell the monitor that it works.
+// The cost of a tick, by which a thread tells the monitor that it works.
 
 #include "ratiotable.h"
 #include <zeltools/monitoredthreads/monitor.h>
@@ -43,7 +43,7 @@ public:
     }
 };
 
-// What a host would write without the monitor.
+// The ticks as a host would write them without the monitor.
 class TickTable
 {
 public:

@@ -44,7 +44,6 @@ bool BoardWatchdog::start(std::chrono::seconds timeLimit)
 bool BoardWatchdog::startOnBoard(std::chrono::seconds timeLimit)
 {
     const QMutexLocker locker(&m_mutex);
-    m_manager.reset();
     if (timeLimit.count() <= 0) {
         m_device.stop();
         return false;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <limits>
+#include <utility>
 
 #include <fcntl.h>
 #include <linux/watchdog.h>
@@ -29,8 +30,9 @@ void log(LogLevel::Level level, const QString& text)
 
 } // namespace
 
-HardwareWatchdog::HardwareWatchdog(const QString& device)
+HardwareWatchdog::HardwareWatchdog(const QString& device, Fail fail)
     : m_device(device)
+    , m_fail(fail ? std::move(fail) : [](const QString& text) { log(LogLevel::Error, text); })
 {
 }
 
@@ -42,6 +44,7 @@ HardwareWatchdog::~HardwareWatchdog()
 bool HardwareWatchdog::open()
 {
     m_descriptor = ::open(QFile::encodeName(m_device).constData(), O_WRONLY | O_CLOEXEC);
+    m_process = ::getpid();
     if (m_descriptor >= 0)
         return true;
     const QString reason =
@@ -49,6 +52,11 @@ bool HardwareWatchdog::open()
     log(LogLevel::Error,
         QStringLiteral("The watchdog %1 cannot be started: %2").arg(m_device, reason));
     return false;
+}
+
+bool HardwareWatchdog::isOpen() const
+{
+    return m_descriptor >= 0 && m_process == ::getpid();
 }
 
 bool HardwareWatchdog::start(std::chrono::seconds timeLimit)
@@ -72,19 +80,19 @@ bool HardwareWatchdog::start(std::chrono::seconds timeLimit)
 
 bool HardwareWatchdog::feed()
 {
-    if (m_descriptor < 0 || m_isExpiring)
+    if (!isOpen() || m_isExpiring)
         return false;
     const bool isFed = write('\0');
     if (!isFed && !m_hasFailed)
-        log(LogLevel::Error, QStringLiteral("The watchdog %1 cannot be fed: %2")
-                                 .arg(m_device, qt_error_string(errno)));
+        m_fail(QStringLiteral("The watchdog %1 cannot be fed: %2")
+                   .arg(m_device, qt_error_string(errno)));
     m_hasFailed = !isFed;
     return isFed;
 }
 
 void HardwareWatchdog::expire()
 {
-    if (m_descriptor < 0)
+    if (!isOpen())
         return;
     int shortest_s = static_cast<int>(expiryDelay.count());
     m_isExpiring = true;
@@ -95,9 +103,9 @@ void HardwareWatchdog::stop()
 {
     if (m_descriptor < 0)
         return;
-    if (!write(s_magicClose))
-        log(LogLevel::Error, QStringLiteral("The watchdog %1 cannot be stopped: %2")
-                                 .arg(m_device, qt_error_string(errno)));
+    if (isOpen() && !write(s_magicClose))
+        m_fail(QStringLiteral("The watchdog %1 cannot be stopped: %2")
+                   .arg(m_device, qt_error_string(errno)));
     ::close(m_descriptor);
     m_descriptor = -1;
     m_timeLimit = std::chrono::seconds(0);

@@ -6,6 +6,9 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
+
+#include <sys/types.h>
 
 namespace zeltools
 {
@@ -14,14 +17,19 @@ namespace zeltools
 /// limit. Opening it starts it. A process that ends without stop(), because it crashes or is
 /// killed, leaves it running, and the machine restarts. Only one process at a time can hold it.
 ///
-/// One thread at a time may call the functions.
+/// One thread at a time may call the functions. In a forked child process they only close the
+/// device, which goes on watching the parent.
 class ZELTOOLS_EXPORT HardwareWatchdog
 {
 public:
     /// The shortest time limit that drivers have.
     static constexpr std::chrono::seconds expiryDelay{1};
 
-    explicit HardwareWatchdog(const QString& device = Machine().watchdogDevice);
+    using Fail = std::function<void(const QString& text)>;
+
+    /// The function takes the place of the log for failures of feed() and stop(). A thread that
+    /// must not wait for the log gives one.
+    explicit HardwareWatchdog(const QString& device = Machine().watchdogDevice, Fail fail = {});
     /// Calls stop().
     ~HardwareWatchdog();
     Q_DISABLE_COPY(HardwareWatchdog)
@@ -47,9 +55,12 @@ public:
 
 private:
     bool open();
+    bool isOpen() const; // by this process
     bool write(char byte);
 
     const QString m_device;
+    const Fail m_fail;
+    pid_t m_process = 0; // the one that has opened it
     int m_descriptor = -1;
     std::chrono::seconds m_timeLimit{0};
     bool m_isExpiring = false;

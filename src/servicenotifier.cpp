@@ -7,6 +7,7 @@
 #include <QtGlobal>
 
 #include <algorithm>
+#include <utility>
 
 #include <unistd.h>
 
@@ -18,22 +19,22 @@ namespace
 
 using std::chrono::milliseconds;
 
-void warn(const QString& text)
+void logWarning(const QString& text)
 {
     LogFormatter(LogLevel::Warning).log(Log::Global).noquote() << text;
 }
 
-// Returns the whole positive number that the variable has, or else 0. A value that is anything
-// else is a Warning.
+// Returns the whole positive number that the variable has, or else 0. Any other value is a Warning.
 qint64 positiveNumber(const char* variable)
 {
     const QByteArray value = qgetenv(variable);
     const qint64 number = value.toLongLong();
     if (number > 0 || value.isEmpty())
         return std::max<qint64>(number, 0);
-    warn(QStringLiteral("The watchdog of the service manager is off, since %1 is not a positive "
-                        "number: \"%2\"")
-             .arg(QLatin1String(variable), QString::fromLocal8Bit(value)));
+    logWarning(
+        QStringLiteral("The watchdog of the service manager is off, since %1 is not a positive "
+                       "number: \"%2\"")
+            .arg(QLatin1String(variable), QString::fromLocal8Bit(value)));
     return 0;
 }
 
@@ -48,8 +49,9 @@ milliseconds patience(std::chrono::microseconds period)
 
 } // namespace
 
-ServiceNotifier::ServiceNotifier()
-    : m_socketName(qgetenv("NOTIFY_SOCKET"))
+ServiceNotifier::ServiceNotifier(Warn warn)
+    : m_warn(warn ? std::move(warn) : logWarning)
+    , m_socketName(qgetenv("NOTIFY_SOCKET"))
 {
     readWatchdogPeriod();
 }
@@ -65,8 +67,9 @@ void ServiceNotifier::readWatchdogPeriod()
     if (!isForThisProcess)
         return;
     if (!hasManager()) {
-        warn(QStringLiteral("The watchdog of the service manager is off, since WATCHDOG_USEC is "
-                            "set without NOTIFY_SOCKET"));
+        logWarning(
+            QStringLiteral("The watchdog of the service manager is off, since WATCHDOG_USEC is "
+                           "set without NOTIFY_SOCKET"));
         return;
     }
     m_watchdogPeriod = std::min(period, longest);
@@ -110,9 +113,9 @@ bool ServiceNotifier::send(const QByteArray& message)
     const int error = servicesocket::send(m_socketName, message, patience(m_watchdogPeriod));
     const bool isRepeated = m_hasWarned.exchange(error != 0);
     if (error != 0 && !isRepeated)
-        warn(QStringLiteral("The service manager cannot be told \"%1\" at %2: %3")
-                 .arg(QString::fromUtf8(message), QString::fromLocal8Bit(m_socketName),
-                      qt_error_string(error)));
+        m_warn(QStringLiteral("The service manager cannot be told \"%1\" at %2: %3")
+                   .arg(QString::fromUtf8(message), QString::fromLocal8Bit(m_socketName),
+                        qt_error_string(error)));
     return error == 0;
 }
 

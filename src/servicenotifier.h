@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 
 namespace zeltools
 {
@@ -22,11 +23,15 @@ namespace zeltools
 ///
 /// The variables are read by the constructor; a value that makes no sense is a Warning. Any thread
 /// may call the other functions. With libsystemd each message reads the environment once more, so
-/// the environment must not change at the same time (WindowsTools::setEnv()).
+/// that only WindowsTools::setEnv() and unsetEnv() may change it at the same time.
 class ZELTOOLS_EXPORT ServiceNotifier
 {
 public:
-    ServiceNotifier();
+    using Warn = std::function<void(const QString& text)>;
+
+    /// The function takes the place of the log for messages that cannot be sent. A thread that must
+    /// not wait for the log gives one.
+    explicit ServiceNotifier(Warn warn = {});
     Q_DISABLE_COPY(ServiceNotifier)
 
     /// Whether there is a manager to tell.
@@ -51,6 +56,7 @@ private:
     void readWatchdogPeriod();
     bool send(const QByteArray& message);
 
+    const Warn m_warn;
     QByteArray m_socketName;
     std::chrono::microseconds m_watchdogPeriod{0};
     std::atomic<bool> m_hasWarned = false;

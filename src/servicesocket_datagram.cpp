@@ -38,6 +38,8 @@ int servicesocket::send(const QByteArray& socketName, const QByteArray& message,
     if (const int error = fillAddress(socketName, address); error != 0)
         return error;
     const zeltools::FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+    if (socket < 0)
+        return errno;
     const timeval limit = {patience.count() / 1000, patience.count() % 1000 * 1000};
     const size_t length = offsetof(sockaddr_un, sun_path) + static_cast<size_t>(socketName.size());
     const bool isSent =

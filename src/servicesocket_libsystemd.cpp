@@ -1,5 +1,8 @@
 #include "servicesocket_p.h"
 
+#include "environmentlock_p.h"
+#include "signalsblocked.h"
+
 #include <QMutex>
 
 #include <algorithm>
@@ -40,8 +43,12 @@ int servicesocket::send(const QByteArray&, const QByteArray& message,
     std::shared_future<int>& result = lastMessage().result;
     if (result.valid() && result.wait_until(end) != std::future_status::ready)
         return EAGAIN;
-    std::packaged_task<int()> task([message] { return sd_notify(0, message.constData()); });
+    std::packaged_task<int()> task([message] {
+        const QMutexLocker environment(&zeltools::environmentLock());
+        return sd_notify(0, message.constData());
+    });
     result = task.get_future().share();
+    const zeltools::SignalsBlocked blocked;
     try {
         std::thread(std::move(task)).detach();
     } catch (const std::system_error& error) {

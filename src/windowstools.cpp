@@ -1,6 +1,7 @@
 #include "windowstools.h"
 
 #include "boardwatchdog_p.h"
+#include "environmentlock_p.h"
 #include "shellcommand_p.h"
 
 #include <QMutex>
@@ -29,6 +30,18 @@ zeltools::BoardWatchdog& watchdog()
 {
     static auto* const watchdog = new zeltools::BoardWatchdog(zeltools::Machine());
     return *watchdog;
+}
+
+// libsystemd reads the environment at once, so that it has done so after this time.
+template <class Change>
+bool changeEnvironment(Change change)
+{
+    constexpr int patience_ms = 100;
+    const bool isLocked = zeltools::environmentLock().tryLock(patience_ms);
+    const bool isChanged = change();
+    if (isLocked)
+        zeltools::environmentLock().unlock();
+    return isChanged;
 }
 
 } // namespace
@@ -65,12 +78,12 @@ WindowsTools::CommandRunner WindowsTools::setCommandRunner(CommandRunner runner)
 
 bool WindowsTools::setEnv(const QString& name, const QString& value)
 {
-    return qputenv(name.toUtf8().constData(), value.toUtf8());
+    return changeEnvironment([&] { return qputenv(name.toUtf8().constData(), value.toUtf8()); });
 }
 
 bool WindowsTools::unsetEnv(const QString& name)
 {
-    return qunsetenv(name.toUtf8().constData());
+    return changeEnvironment([&] { return qunsetenv(name.toUtf8().constData()); });
 }
 
 bool WindowsTools::startWatchdog(std::chrono::seconds timeLimit)

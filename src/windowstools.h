@@ -50,7 +50,8 @@ public:
     /// Returns false and changes nothing if the name is empty or contains a "=".
     ///
     /// The function takes the lock under which Qt reads the environment (qgetenv()). No code that
-    /// calls getenv() directly may run at the same time.
+    /// calls getenv() directly may run at the same time. Messages of zeltools::ServiceNotifier may:
+    /// the function waits for one that libsystemd sends, at most a tenth of a second.
     static bool setEnv(const QString& name, const QString& value);
     /// Removes the variable if it exists. Names and locking are as for setEnv().
     static bool unsetEnv(const QString& name);
@@ -86,10 +87,10 @@ public:
     /// (zeltools::HardwareWatchdog). The unit of systemd or the driver may have another limit; the
     /// line at Info (at Warning if that limit is shorter) says which one holds.
     ///
-    /// A limit of 0 stops the device and returns false; otherwise the device runs on when the
-    /// process ends. On the desktop there is no watchdog: the function only logs this and returns
-    /// false. monitored_threads::Watchdog feeds a watchdog only while all threads run; do not
-    /// start both.
+    /// A limit of 0 stops the device and returns false. It cannot stop the watchdog of systemd, for
+    /// which feedWatchdog() goes on feeding. Otherwise the device runs on when the process ends. On
+    /// the desktop there is no watchdog: the function only logs this and returns false.
+    /// monitored_threads::Watchdog feeds a watchdog only while all threads run; do not start both.
     static bool startWatchdog(std::chrono::seconds timeLimit);
     /// Feeds the watchdog that startWatchdog() has started, if there is one.
     static void feedWatchdog();

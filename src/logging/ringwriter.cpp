@@ -1,7 +1,7 @@
 #include "logging/ringwriter_p.h"
 
 #include "logging/ringwarning_p.h"
-#include "logging/signalsblocked_p.h"
+#include "signalsblocked.h"
 
 #include <system_error>
 #include <utility>
@@ -42,7 +42,7 @@ RingWriter::RingWriter(RingFile& ring, RingPlaces& places, SinkList& sinks,
 
 bool RingWriter::start(QString& error)
 {
-    const SignalsBlocked blocked;
+    const zeltools::SignalsBlocked blocked;
     try {
         m_thread = std::thread([this] { run(); });
     } catch (const std::system_error& failure) {

@@ -1,6 +1,6 @@
 #include "logging/syncthread_p.h"
 
-#include "logging/signalsblocked_p.h"
+#include "signalsblocked.h"
 
 #include <algorithm>
 #include <limits>
@@ -47,7 +47,7 @@ void syncFolder(const std::string& path)
 
 void start(std::thread& thread, const std::shared_ptr<SyncThread>& owner, void (SyncThread::*run)())
 {
-    const SignalsBlocked blocked;
+    const zeltools::SignalsBlocked blocked;
     try {
         thread = std::thread(run, owner);
     } catch (const std::system_error&) {

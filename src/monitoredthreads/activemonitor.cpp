@@ -5,15 +5,13 @@
 #include "monitoredthreads/log.h"
 #include "monitoredthreads/statelines_p.h"
 #include "monitoredthreads/threadsreport_p.h"
-#include "stacksignal.h"
-
-#include <QCoreApplication>
+#include "signalsblocked.h"
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 #include <pthread.h>
-#include <signal.h>
 
 namespace monitored_threads
 {
@@ -26,25 +24,12 @@ namespace
 
 constexpr int s_checksPerPeriod = 4;
 
-// Signals of the host are handled by the threads of the host.
-void blockSignals()
-{
-    sigset_t blocked;
-    sigfillset(&blocked);
-    for (const int open : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, zeltools::stackSignal()})
-        sigdelset(&blocked, open);
-    pthread_sigmask(SIG_SETMASK, &blocked, nullptr);
-}
-
 } // namespace
 
-// The receiver of kernel log lines belongs to the main thread, whichever thread comes first.
 ActiveMonitor::ActiveMonitor(Monitor& monitor)
     : m_monitor(monitor)
     , m_detector(monitor, limits())
 {
-    if (auto* const application = QCoreApplication::instance())
-        monitor.moveToThread(application->thread());
 }
 
 ActiveMonitor::~ActiveMonitor()
@@ -56,6 +41,9 @@ ActiveMonitor::~ActiveMonitor()
     m_wake.notify_all();
     if (m_thread.joinable())
         m_thread.join();
+    while (!m_signals.end(std::chrono::hours(1))) {
+    }
+    m_lines.end(std::chrono::seconds(1));
 }
 
 StallDetector::Limits ActiveMonitor::limits() const
@@ -85,27 +73,35 @@ void ActiveMonitor::setLimits(milliseconds late, milliseconds stalled)
     m_detector.setLimits(limits());
 }
 
+// The first call stack loads the unwinder. Done at the start, it does not have to wait for a thread
+// that has stalled with a lock of the loader held.
 void ActiveMonitor::start()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_thread.joinable())
-        return;
-    zeltools::CrashReports::addSection("threads", writeMonitoredThreads);
-    try {
-        m_thread = std::thread(&ActiveMonitor::run, this);
-        pthread_setname_np(m_thread.native_handle(), "Thread monitor");
-    } catch (const std::system_error& error) {
-        log::warning(QStringLiteral("No thread is monitored: ") +
-                     QString::fromLocal8Bit(error.what()));
+    QString error;
+    bool canTell = true;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_thread.joinable())
+            return;
+        zeltools::CrashReports::addSection("threads", writeMonitoredThreads);
+        canTell = m_signals.start() && m_lines.start();
+        const zeltools::SignalsBlocked blocked;
+        try {
+            m_thread = std::thread(&ActiveMonitor::run, this);
+            pthread_setname_np(m_thread.native_handle(), "Thread monitor");
+        } catch (const std::system_error& failure) {
+            error = QString::fromLocal8Bit(failure.what());
+        }
     }
+    if (!error.isEmpty())
+        log::warning(QStringLiteral("No thread is monitored: ") + error);
+    else if (!canTell)
+        log::warning(QStringLiteral("The system has no thread to tell of stalls"));
+    m_signals.post([] { zeltools::ThreadStack::of(gettid()); });
 }
 
-// The first call stack loads the unwinder. Done now, it does not have to wait for a thread that has
-// stalled with a lock of the loader held.
 void ActiveMonitor::run()
 {
-    blockSignals();
-    zeltools::ThreadStack::of(gettid());
     std::unique_lock<std::mutex> lock(m_mutex);
     while (!m_isStopping) {
         lock.unlock();
@@ -116,29 +112,29 @@ void ActiveMonitor::run()
     }
 }
 
-// The states are set first: a watchdog that asks for them is not held up by what comes after. Log
-// lines are written last, since a thread may have stalled with a lock of the log held.
 void ActiveMonitor::check()
 {
-    const StallDetector::Look look = m_detector.look(monitorNow_ms());
-    std::vector<QStringList> callStacks;
-    for (const Change& change : look.changes) {
-        callStacks.emplace_back();
-        if (change.after == State::Stalled && change.thread != 0)
-            callStacks.back() = zeltools::ThreadStack::of(change.thread).described();
-        m_detector.setCallStack(change, callStacks.back());
-    }
-    for (size_t i = 0; i < look.changes.size(); ++i)
-        report(look.changes[i], callStacks[i]);
+    StallDetector::Look look = m_detector.look(monitorNow_ms());
     if (look.hasChanged)
-        Q_EMIT m_monitor.stateChanged();
-    for (size_t i = 0; i < look.changes.size(); ++i) {
-        if (look.changes[i].isLogged)
-            logStateChange(look.changes[i], callStacks[i]);
-    }
+        m_signals.post([this, look = std::move(look)] { report(look); });
 }
 
-void ActiveMonitor::report(const Change& change, const QStringList& callStack)
+// A thread that works again in the meantime is not interrupted for its call stack.
+void ActiveMonitor::report(const StallDetector::Look& look)
+{
+    for (const Change& change : look.changes) {
+        QStringList callStack;
+        if (change.after == State::Stalled && change.thread != 0 && m_detector.isStill(change))
+            callStack = zeltools::ThreadStack::of(change.thread).described();
+        m_detector.setCallStack(change, callStack);
+        emitChange(change, callStack);
+        if (change.isLogged)
+            m_lines.post([change, callStack] { logStateChange(change, callStack); });
+    }
+    Q_EMIT m_monitor.stateChanged();
+}
+
+void ActiveMonitor::emitChange(const Change& change, const QStringList& callStack)
 {
     if (change.after == State::Late)
         Q_EMIT m_monitor.threadLate(change.name, change.sinceTick);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "monitoredthreads/backgroundwork_p.h"
 #include "monitoredthreads/kernelfailures_p.h"
 #include "monitoredthreads/stalldetector_p.h"
 
@@ -10,13 +11,16 @@
 namespace monitored_threads
 {
 
-/// What a Monitor that is switched on consists of: the settings, the thread that checks, and the
-/// log lines. The functions are those of Monitor.
+/// The parts of a Monitor that is switched on, with its functions.
+///
+/// It has three threads, since a thread of the application may stall with a lock of the log or of
+/// the loader held. The first only looks and sets the states, and takes no such lock. The second
+/// takes call stacks and emits signals. The third logs.
 class ActiveMonitor
 {
 public:
     explicit ActiveMonitor(Monitor& monitor);
-    /// Ends the thread.
+    /// Ends the threads. It waits for the receivers of the signals, but not for the log.
     ~ActiveMonitor();
     Q_DISABLE_COPY(ActiveMonitor)
 
@@ -41,7 +45,8 @@ private:
     StallDetector::Limits limits() const;
     void run();
     void check();
-    void report(const Change& change, const QStringList& callStack);
+    void report(const StallDetector::Look& look);
+    void emitChange(const Change& change, const QStringList& callStack);
     void warnOfLackingSlots(const QString& name);
 
     Monitor& m_monitor;
@@ -51,8 +56,10 @@ private:
     StallDetector m_detector;
     KernelFailures m_kernelFailures;
     std::atomic<bool> m_hasWarnedOfSlots{false};
+    BackgroundWork m_signals{"Monitor signals"};
+    BackgroundWork m_lines{"Monitor log"};
 
-    std::mutex m_mutex; // of the chosen limits and the thread
+    std::mutex m_mutex; // of the chosen limits and the thread that looks
     std::condition_variable m_wake;
     bool m_isStopping = false;
     std::thread m_thread;

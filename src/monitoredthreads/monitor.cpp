@@ -3,6 +3,8 @@
 #include "monitoredthreads/activemonitor_p.h"
 #include <zeltools/platform.h>
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace monitored_threads
@@ -14,10 +16,13 @@ Monitor* Monitor::instance()
     return monitor;
 }
 
+// The receiver of kernel log lines belongs to the main thread, whichever thread comes first.
 Monitor::Monitor(bool isActive)
     : m_active(isActive ? std::make_unique<ActiveMonitor>(*this) : nullptr)
 {
     qRegisterMetaType<std::chrono::milliseconds>("std::chrono::milliseconds");
+    if (auto* const application = QCoreApplication::instance())
+        moveToThread(application->thread());
 }
 
 Monitor::~Monitor() = default;

@@ -23,9 +23,11 @@ class ActiveMonitor;
 /// watched".
 ///
 /// Any thread may call all functions but instance(). A thread of the monitor checks four times in
-/// each tick period. It emits the signals about threads, so that a directly connected receiver also
-/// hears of a main thread that has stalled; such a receiver delays the next check. Receivers in
-/// other threads get them queued.
+/// each tick period and sets the states; neither the log nor a receiver can block it. A second one
+/// takes the call stacks and emits the signals about threads, so that a directly connected receiver
+/// also hears of a main thread that has stalled. Such a receiver delays the signals after it, and
+/// the state may have changed again when it is called. Receivers in other threads get the signals
+/// queued. A third thread logs.
 class ZELTOOLS_EXPORT Monitor : public QObject
 {
     Q_OBJECT
@@ -46,8 +48,9 @@ public:
         QString name;
         qint32 thread = 0; ///< The kernel's id of the thread; 0 for a MonitoredItem.
         State state = State::OnTime;
+        /// The time since the last tick, or since the end of a pause after it.
         std::chrono::milliseconds sinceTick{0};
-        QStringList callStack; ///< Where a stalled thread stood when it was found, else empty.
+        QStringList callStack; ///< The calls of a stalled thread, once they are known; else empty.
     };
 
     /// The only monitor, created by the first call and never destroyed. The first call must come
@@ -59,8 +62,8 @@ public:
 
     /// How often a thread is to tick. It is one second by default, and always while switched off.
     std::chrono::milliseconds threadsTickPeriod() const;
-    /// A period below 20 ms counts as 20 ms. Unless setLimits() was called, the limits follow. All
-    /// that is on time is counted from this moment.
+    /// A period below 20 ms counts as 20 ms. Unless setLimits() was called, the limits follow. The
+    /// time of threads that are on time begins anew.
     void setThreadsTickPeriod(std::chrono::milliseconds period);
     /// Sets the time without a tick after which a thread is late, and after which it has stalled,
     /// which is at least as long. The defaults are 2 and 5 tick periods.

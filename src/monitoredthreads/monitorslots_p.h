@@ -21,7 +21,7 @@ inline qint64 monitorNow_ms()
     return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
 }
 
-/// What is known about a registered thread or item. It fills cache lines of its own, so that
+/// The record of a registered thread or item. It fills cache lines of its own, so that
 /// threads that tick do not slow each other down.
 struct alignas(128) MonitorSlot
 {

@@ -77,7 +77,7 @@ void StallDetector::observe(int place, qint64 now_ms, qint64 elapsed_ms, Look& l
         silent_ms = std::clamp(now_ms - ticked_ms, qint64(0), elapsed_ms);
     }
     const State before = slot.state;
-    const State after = stateOf(slot, silent_ms, now_ms);
+    const State after = stateOf(slot, record, silent_ms, now_ms);
     if (before != after) {
         const bool isWorse = after == State::Late || after == State::Stalled;
         const std::chrono::milliseconds time(isWorse ? silent_ms : record.silent_ms);
@@ -92,10 +92,14 @@ void StallDetector::observe(int place, qint64 now_ms, qint64 elapsed_ms, Look& l
     slot.state = after;
 }
 
-State StallDetector::stateOf(const MonitorSlot& slot, qint64 silent_ms, qint64 now_ms) const
+// A stall ends only with a tick or a pause, also if the limits have become longer.
+State StallDetector::stateOf(const MonitorSlot& slot, const Record& record, qint64 silent_ms,
+                             qint64 now_ms) const
 {
     if (slot.pausedUntil_ms > now_ms)
         return State::Paused;
+    if (slot.state == State::Stalled)
+        return slot.ticked_ms == record.ticked_ms ? State::Stalled : State::OnTime;
     if (silent_ms >= m_limits.stalled_ms)
         return State::Stalled;
     return silent_ms >= m_limits.late_ms ? State::Late : State::OnTime;
@@ -109,6 +113,13 @@ bool StallDetector::isLogged(Record& record, State before, State after, qint64 n
     if (after == State::Stalled)
         return record.isStallLogged = record.stalledLines.isDue(now_ms);
     return before == State::Stalled && record.isStallLogged;
+}
+
+bool StallDetector::isStill(const Change& change) const
+{
+    const std::lock_guard<std::mutex> lock(MonitorSlots::mutex());
+    const MonitorSlot& slot = MonitorSlots::all()[size_t(change.slot)];
+    return slot.registration == change.registration && slot.state == change.after;
 }
 
 void StallDetector::setCallStack(const Change& change, const QStringList& callStack)
@@ -125,15 +136,26 @@ QVector<Monitor::Item> StallDetector::items(qint64 now_ms) const
     QVector<Monitor::Item> items;
     for (int place = 0; place < MonitorSlots::count; ++place) {
         const MonitorSlot& slot = MonitorSlots::all()[size_t(place)];
-        const Record& record = m_records[size_t(place)];
-        if (slot.registration == 0 || slot.monitor != &m_monitor)
-            continue;
-        const std::chrono::milliseconds sinceTick(std::max<qint64>(now_ms - slot.ticked_ms, 0));
-        const bool isKnown = record.registration == slot.registration;
-        items.append({QString::fromUtf8(slot.name), slot.thread, slot.state, sinceTick,
-                      isKnown ? record.callStack : QStringList()});
+        if (slot.registration != 0 && slot.monitor == &m_monitor)
+            items.append(item(slot, m_records[size_t(place)], now_ms));
     }
     return items;
+}
+
+// The time since the tick is the real one without the pause, since a watchdog needs it. The state
+// follows from the counted time, in which a process that was stopped does no harm.
+Monitor::Item StallDetector::item(const MonitorSlot& slot, const Record& record,
+                                  qint64 now_ms) const
+{
+    const qint64 began_ms = std::max<qint64>(slot.ticked_ms, slot.pausedUntil_ms);
+    const qint64 since_ms = std::max<qint64>(now_ms - began_ms, 0);
+    const bool isKnown = record.registration == slot.registration;
+    const qint64 silent_ms = (isKnown ? record.silent_ms : 0) + now_ms - m_looked_ms;
+    const State state = m_looked_ms < 0
+                            ? slot.state.load()
+                            : stateOf(slot, record, std::min(since_ms, silent_ms), now_ms);
+    return {QString::fromUtf8(slot.name), slot.thread, state, std::chrono::milliseconds(since_ms),
+            isKnown && state == State::Stalled ? record.callStack : QStringList()};
 }
 
 } // namespace monitored_threads

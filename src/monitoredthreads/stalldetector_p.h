@@ -47,12 +47,15 @@ public:
 
     StallDetector(const Monitor& monitor, const Limits& limits);
 
-    /// What is on time is counted from the next look.
+    /// Threads and items that are on time are counted from the next look.
     void setLimits(const Limits& limits);
     Look look(qint64 now_ms);
+    /// Whether the thread or item is still in the state after the change.
+    bool isStill(const Change& change) const;
     /// Keeps the call stack with the stalled thread, unless it has ended or ticked meanwhile.
     void setCallStack(const Change& change, const QStringList& callStack);
 
+    /// The states at this time, also if the last look is long ago.
     QVector<Monitor::Item> items(qint64 now_ms) const;
     bool hasLate() const { return m_late + m_stalled > 0; }
     bool hasStalled() const { return m_stalled > 0; }
@@ -70,7 +73,9 @@ private:
         bool isStallLogged = false;
     };
 
-    Monitor::State stateOf(const MonitorSlot& slot, qint64 silent_ms, qint64 now_ms) const;
+    Monitor::State stateOf(const MonitorSlot& slot, const Record& record, qint64 silent_ms,
+                           qint64 now_ms) const;
+    Monitor::Item item(const MonitorSlot& slot, const Record& record, qint64 now_ms) const;
     void observe(int place, qint64 now_ms, qint64 elapsed_ms, Look& look);
     bool isLogged(Record& record, Monitor::State before, Monitor::State after, qint64 now_ms);
 

@@ -1,9 +1,17 @@
 #include "monitoredthreads/watchdog.h"
 
+#include "logging/log.h"
+#include "logging/logformatter.h"
+#include "monitoredthreads/backgroundwork_p.h"
 #include "monitoredthreads/log.h"
+#include "signalsblocked.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
+
+#include <pthread.h>
+#include <unistd.h>
 
 namespace monitored_threads
 {
@@ -15,7 +23,7 @@ using std::chrono::milliseconds;
 using zeltools::HardwareWatchdog;
 
 // The worst is that which has not ticked for the longest time among those in the worst state.
-// Whatever is on time or paused is left out; without any other the name is empty.
+// The name is empty if all are on time or paused.
 Monitor::Item worstOf(const QVector<Monitor::Item>& items)
 {
     const auto badness = [](const Monitor::Item& item) {
@@ -27,6 +35,11 @@ Monitor::Item worstOf(const QVector<Monitor::Item>& items)
             worst = item;
     }
     return badness(worst) == 0 ? Monitor::Item() : worst;
+}
+
+void logError(const QString& text)
+{
+    LogFormatter(LogLevel::Error).log(Log::Global).noquote() << text;
 }
 
 milliseconds lookInterval(std::chrono::microseconds period)
@@ -54,7 +67,7 @@ Watchdog::Watchdog()
 Watchdog::Watchdog(const zeltools::Machine& machine, Items items)
     : m_isBoard(machine.isBoard)
     , m_items(std::move(items))
-    , m_device(machine.watchdogDevice)
+    , m_device(machine.watchdogDevice, [this](const QString& text) { logLater(logError, text); })
 {
 }
 
@@ -67,18 +80,32 @@ bool Watchdog::start(std::chrono::seconds deviceLimit)
 {
     if (m_manager != nullptr)
         return m_period.count() > 0;
-    m_manager = std::make_unique<zeltools::ServiceNotifier>();
+    m_process = getpid();
+    m_lines = std::make_unique<BackgroundWork>("Watchdog log");
+    m_manager = std::make_unique<zeltools::ServiceNotifier>(
+        [this](const QString& text) { logLater(log::warning, text); });
+    if (m_manager->hasManager() || m_isBoard)
+        m_lines->start();
     m_manager->ready();
     m_period = startPeriod(deviceLimit);
     m_fed = Clock::now() - m_period;
     m_hasExpired = false;
     m_told = {};
-    if (m_manager->hasManager() || usesDevice()) {
-        m_thread.reset(QThread::create([this] { run(); }));
-        m_thread->setObjectName(QStringLiteral("Watchdog"));
-        m_thread->start();
-    }
+    if (m_manager->hasManager() || usesDevice())
+        startThread();
     return m_period.count() > 0;
+}
+
+void Watchdog::startThread()
+{
+    const zeltools::SignalsBlocked blocked;
+    try {
+        m_thread = std::thread(&Watchdog::run, this);
+        pthread_setname_np(m_thread.native_handle(), "Watchdog");
+    } catch (const std::system_error& error) {
+        log::warning(QLatin1String("The watchdog is not fed: ") +
+                     QString::fromLocal8Bit(error.what()));
+    }
 }
 
 std::chrono::microseconds Watchdog::startPeriod(std::chrono::seconds deviceLimit)
@@ -96,15 +123,34 @@ std::chrono::microseconds Watchdog::startPeriod(std::chrono::seconds deviceLimit
 
 void Watchdog::stop()
 {
-    if (m_thread != nullptr) {
+    if (m_manager == nullptr)
+        return;
+    if (m_process != getpid())
+        return leaveToParent();
+    if (m_thread.joinable()) {
         m_stop.release();
-        m_thread->wait();
-        m_thread.reset();
+        m_thread.join();
     }
-    if (m_manager != nullptr)
-        m_manager->stopping();
+    m_manager->stopping();
     m_manager.reset();
     m_device.stop();
+    m_lines->end(milliseconds(500));
+    m_lines.reset();
+}
+
+// A forked child process has neither the thread nor the watchdog of its parent.
+void Watchdog::leaveToParent()
+{
+    if (m_thread.joinable())
+        m_thread.detach();
+    m_manager.reset();
+    m_device.stop();
+    m_lines.reset();
+}
+
+void Watchdog::logLater(void (*log)(const QString&), const QString& text)
+{
+    m_lines->post([=] { log(text); });
 }
 
 void Watchdog::run()
@@ -117,16 +163,10 @@ void Watchdog::run()
 
 void Watchdog::look()
 {
-    const QVector<Monitor::Item> items = m_items();
-    const Monitor::Item worst = worstOf(items);
-    // The thread of the monitor may hang as well, in a log file for example. Its states then stay
-    // as they are, but the time since the tick does not.
-    const auto isOverdue = [this](const Monitor::Item& item) {
-        return item.state != Monitor::State::Paused && item.sinceTick >= m_period;
-    };
+    const Monitor::Item worst = worstOf(m_items());
     if (worst.state == Monitor::State::Stalled)
         expireIfDue(worst.sinceTick);
-    else if (std::none_of(items.begin(), items.end(), isOverdue))
+    else
         feedIfDue();
     tell(worst);
 }
@@ -163,9 +203,9 @@ void Watchdog::tell(const Monitor::Item& worst)
                                                 : worst.name + QLatin1String(" is late");
     m_manager->status(status);
     if (m_period.count() > 0 && hasStalled)
-        log::warning(QLatin1String("The watchdog is not fed: ") + status);
+        logLater(log::warning, QLatin1String("The watchdog is not fed: ") + status);
     else if (m_period.count() > 0 && m_told.state == Monitor::State::Stalled)
-        log::info(QLatin1String("The watchdog is fed again: ") + status);
+        logLater(log::info, QLatin1String("The watchdog is fed again: ") + status);
     m_told = worst;
 }
 

@@ -1,6 +1,8 @@
 #include "boardwatchdog_p.h"
 #include "crashsimulator/crashsimulator.h"
 #include "filedescriptor.h"
+#include "logging/log.h"
+#include "logging/logformatter.h"
 #include "monitoredthreads/mainthreadmonitoredtimer.h"
 #include "monitoredthreads/watchdog.h"
 #include "support.h"
@@ -16,6 +18,7 @@
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/un.h>
+#include <sys/wait.h>
 
 using namespace std::chrono_literals;
 using monitored_threads::Monitor;
@@ -60,9 +63,10 @@ private:
     zeltools::FileDescriptor m_socket{socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
 };
 
-/// Runs for watchdogfaults.py: the main thread works for a quarter of the period and stalls. The
-/// next feed follows before the monitor can tell, so the watchdog must be made to expire in time.
-static int stall()
+/// Runs for watchdogfaults.py: the main thread works for a quarter of the period and stalls, at
+/// will with the log locked, in a line to standard error that nobody reads. The next feed follows
+/// before the monitor can tell, so the watchdog must be made to expire in time.
+static int stall(bool isInLog)
 {
     static support::Opened<Monitor> monitor(true);
     const auto period = ServiceNotifier().watchdogPeriod() / 1ms * 1ms;
@@ -72,9 +76,11 @@ static int stall()
     monitor.startMonitoringPeriod();
     Watchdog watchdog(zeltools::Machine(), [] { return monitor.items(); });
     watchdog.start();
-    QTimer::singleShot(period / 4, [] {
+    QTimer::singleShot(period / 4, [isInLog] {
         printf("%lld\n", (long long)(std::chrono::steady_clock::now().time_since_epoch() / 1ms));
         fflush(stdout);
+        while (isInLog)
+            LogFormatter(LogLevel::Info).log(Log::Global) << QString(1000, 'x');
         crash_simulator::CrashSimulator(nullptr).simulateStallMainThread();
     });
     return QCoreApplication::exec();
@@ -109,27 +115,32 @@ private Q_SLOTS:
 
     void refusesNonsense_data()
     {
+        QTest::addColumn<QByteArray>("socket");
         QTest::addColumn<QByteArray>("period_us");
         QTest::addColumn<QByteArray>("pid");
         QTest::addColumn<QString>("message"); // a pattern for the only line
         const QByteArray own = QByteArray::number(getpid());
-        QTest::newRow("") << QByteArray() << own << "^$";
-        QTest::newRow("/no/such") << QByteArray("5000000") << own << "\"READY=1\" at /no/such: No";
-        QTest::newRow("nonsense") << QByteArray("5000000") << own << "at nonsense: ";
-        QTest::newRow("@") << QByteArray() << own << "at @: ";
-        QTest::newRow(QByteArray(5000, '/')) << QByteArray() << own << "//: ";
-        QTest::newRow("") << QByteArray("30s") << own << "WATCHDOG_USEC .*: \"30s\"";
-        QTest::newRow("") << QByteArray("0") << own << "WATCHDOG_USEC .*: \"0\"";
-        QTest::newRow("") << QByteArray(20, '9') << own << "WATCHDOG_USEC .*: \"9{20}\"";
-        QTest::newRow("") << QByteArray("5000000") << own << "without NOTIFY_SOCKET";
-        QTest::newRow("") << QByteArray("5000000") << QByteArray("1") << "^$";
-        QTest::newRow("") << QByteArray("5000000") << QByteArray("me") << "WATCHDOG_PID .*: \"me\"";
+        const auto row = [](const char* name, const QByteArray& socket, const QByteArray& period_us,
+                            const QByteArray& pid, const char* message) {
+            QTest::newRow(name) << socket << period_us << pid << message;
+        };
+        row("without a manager nothing is sent", "", "", own, "^$");
+        row("no such socket", "/no/such", "5000000", own, "\"READY=1\" at /no/such: No");
+        row("a name without a slash", "nonsense", "5000000", own, "at nonsense: ");
+        row("an abstract socket without a name", "@", "", own, "at @: ");
+        row("a name that is too long", QByteArray(5000, '/'), "", own, "//: ");
+        row("a period with a unit", "", "30s", own, "WATCHDOG_USEC .*: \"30s\"");
+        row("a period of 0", "", "0", own, "WATCHDOG_USEC .*: \"0\"");
+        row("a period with 20 digits", "", QByteArray(20, '9'), own, "WATCHDOG_USEC .*: \"9{20}\"");
+        row("a period without a socket", "", "5000000", own, "without NOTIFY_SOCKET");
+        row("another process is watched", "", "5000000", "1", "^$");
+        row("a process id of letters", "", "5000000", "me", "WATCHDOG_PID .*: \"me\"");
     }
     void refusesNonsense()
     {
+        QFETCH(QByteArray, socket);
         QFETCH(QByteArray, period_us);
         QFETCH(QByteArray, pid);
-        const QByteArray socket = QTest::currentDataTag();
         const EnvironmentGuard socketGuard("NOTIFY_SOCKET", socket);
         const EnvironmentGuard periodGuard("WATCHDOG_USEC", period_us);
         const EnvironmentGuard pidGuard("WATCHDOG_PID", pid);
@@ -208,31 +219,47 @@ private Q_SLOTS:
     void choosesTheWatchdog_data()
     {
         QTest::addColumn<bool>("isBoard");
+        QTest::addColumn<QByteArray>("period_us");
         QTest::addColumn<QByteArray>("fed"); // into the socket and into the device
         QTest::addColumn<QString>("message");
         const QString started = " is started with a limit of %1 s, 15 s were asked for";
-        QTest::newRow("5000000") << false << QByteArray(" ")
-                                 << "There is no watchdog to be started with a limit of 15 s";
-        QTest::newRow("2500000") << true << QByteArray("WATCHDOG=1|WATCHDOG=1| ")
-                                 << "The watchdog of the service manager" + started.arg(2.5);
-        QTest::newRow("") << true << QByteArray(" \0", 2)
-                          << "The watchdog of the machine" + started.arg(15);
+        QTest::newRow("none on the desktop")
+            << false << QByteArray("5000000") << QByteArray(" ")
+            << "There is no watchdog to be started with a limit of 15 s";
+        QTest::newRow("systemd's on the board")
+            << true << QByteArray("2500000") << QByteArray("WATCHDOG=1|WATCHDOG=1| ")
+            << "The watchdog of the service manager" + started.arg(2.5);
+        QTest::newRow("the device on a board without systemd")
+            << true << QByteArray() << QByteArray(" \0", 2)
+            << "The watchdog of the machine" + started.arg(15);
     }
     void choosesTheWatchdog()
     {
         QFETCH(bool, isBoard);
-        const Manager manager(QTest::currentDataTag());
+        QFETCH(QByteArray, period_us);
+        QFETCH(QByteArray, fed);
+        const Manager manager(period_us);
         zeltools::Machine machine = support::machine(isBoard);
         machine.watchdogDevice = m_device;
         zeltools::BoardWatchdog watchdog(machine);
         watchdog.feed();
         QCOMPARE(watchdog.start(15s), isBoard);
         watchdog.feed();
-        QTEST(manager.take() + ' ' + support::readFile(m_device), "fed");
+        QCOMPARE(manager.take() + ' ' + support::readFile(m_device), fed);
         QTEST(m_recorder.takeMessages().last(), "message");
         QVERIFY(!watchdog.start(0s));
+        watchdog.feed(); // systemd still waits for it
+        QCOMPARE(manager.take().isEmpty(), fed.startsWith(' '));
         Watchdog watching(machine, [] { return QVector<Monitor::Item>(); });
         QVERIFY(watching.start(1s));
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(10);
+            watching.stop(); // neither waits for the parent's thread nor stops its watchdog
+            _exit(0);
+        }
+        int status = -1;
+        QVERIFY(waitpid(child, &status, 0) == child && status == 0);
         watching.stop();
         const bool usesDevice = support::readFile(m_device) == QByteArray("\0V", 2);
         QVERIFY(manager.take().contains("WATCHDOG=1") != usesDevice);
@@ -242,18 +269,21 @@ private Q_SLOTS:
     {
         QTest::addColumn<QVector<Monitor::Item>>("items");
         QTest::addColumn<QByteArray>("told");
-        const auto row = [](const QByteArray& told, const QVector<Monitor::Item>& items) {
-            QTest::addRow("%s", told.data()) << items << told;
-        };
         const Monitor::Item slow{"Slow", 2, State::Late, 200ms, {}};
         const Monitor::Item slower{"Slower", 3, State::Late, 300ms, {}};
         const Monitor::Item hung{"Hung", 4, State::Stalled, 100ms, {}};
         const Monitor::Item dead{"Dead", 5, State::Stalled, 500ms, {}};
-        row("WATCHDOG=1|STOPPING=1|", {{"Paused", 6, State::Paused, 9000ms, {}}});
-        row("WATCHDOG=1|STATUS=Slower is late|STOPPING=1|", {slower, slow});
-        row("STATUS=Hung has stalled|STOPPING=1|", {slower, hung});
-        row("WATCHDOG=trigger|STATUS=Dead has stalled|STOPPING=1|", {hung, dead, slow});
-        row("STOPPING=1|", {{"Missed by a monitor that hangs", 7, State::OnTime, 600ms, {}}});
+        const auto row = [](const char* name, const QByteArray& told,
+                            const QVector<Monitor::Item>& items) {
+            QTest::newRow(name) << items << told + "STOPPING=1|";
+        };
+        row("feeds during a pause", "WATCHDOG=1|", {{"Paused", 6, State::Paused, 9000ms, {}}});
+        row("names the latest", "WATCHDOG=1|STATUS=Slower is late|", {slower, slow});
+        row("a stall ends the feeding", "STATUS=Hung has stalled|", {slower, hung});
+        row("the longest stall counts", "WATCHDOG=trigger|STATUS=Dead has stalled|",
+            {hung, dead, slow});
+        row("only a stall ends the feeding", "WATCHDOG=1|",
+            {{"Slow", 7, State::OnTime, 600ms, {}}});
     }
     void feedsWhileNothingHasStalled()
     {
@@ -292,8 +322,8 @@ private Q_SLOTS:
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    if (argc == 2 && qstrcmp(argv[1], "--stall") == 0)
-        return stall();
+    if (argc == 2 && QByteArray(argv[1]).startsWith("--stall"))
+        return stall(qstrcmp(argv[1], "--stall-in-log") == 0);
     TestWatchdog test;
     return QTest::qExec(&test, argc, argv);
 }
