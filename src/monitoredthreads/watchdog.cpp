@@ -100,8 +100,8 @@ void Watchdog::startThread()
 {
     const zeltools::SignalsBlocked blocked;
     try {
-        m_thread = std::thread(&Watchdog::run, this);
-        pthread_setname_np(m_thread.native_handle(), "Watchdog");
+        m_thread = std::make_unique<std::thread>(&Watchdog::run, this);
+        pthread_setname_np(m_thread->native_handle(), "Watchdog");
     } catch (const std::system_error& error) {
         log::warning(QLatin1String("The watchdog is not fed: ") +
                      QString::fromLocal8Bit(error.what()));
@@ -127,9 +127,10 @@ void Watchdog::stop()
         return;
     if (m_process != getpid())
         return leaveToParent();
-    if (m_thread.joinable()) {
+    if (m_thread != nullptr) {
         m_stop.release();
-        m_thread.join();
+        m_thread->join();
+        m_thread.reset();
     }
     m_manager->stopping();
     m_manager.reset();
@@ -141,8 +142,7 @@ void Watchdog::stop()
 // A forked child process has neither the thread nor the watchdog of its parent.
 void Watchdog::leaveToParent()
 {
-    if (m_thread.joinable())
-        m_thread.detach();
+    static_cast<void>(m_thread.release()); // can neither be joined nor destroyed
     m_manager.reset();
     m_device.stop();
     m_lines.reset();

@@ -82,7 +82,7 @@ private:
     zeltools::HardwareWatchdog m_device;
     std::chrono::microseconds m_period{0};
     pid_t m_process = 0; // the one that has started it
-    std::thread m_thread;
+    std::unique_ptr<std::thread> m_thread;
     QSemaphore m_stop;
     // The thread uses these alone while it runs.
     Clock::time_point m_fed;
