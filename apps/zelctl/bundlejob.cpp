@@ -6,6 +6,8 @@
 #include <zeltools/supportbundle/supportbundle.h>
 #include <zeltools/supportbundle/supportbundlereader.h>
 
+#include <QDir>
+
 #include <optional>
 #include <utility>
 
@@ -79,7 +81,9 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
     if (!bundle.addMachineFolder(request.folder))
-        return fail(Failed, QStringLiteral("no folder ") + request.folder);
+        return fail(Failed, QDir(request.folder).exists()
+                                ? request.folder + QStringLiteral(" holds no log files")
+                                : QStringLiteral("no folder ") + request.folder);
     bundle.setEnvironmentFile(request.environmentFile);
     bundle.addContent(QStringLiteral("losses.json"), lossesInFiles(request.folder));
     FileReplacement file(request.output);

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <memory>
 
+class QDir;
 class QThread;
 
 namespace zeltools
@@ -21,7 +22,7 @@ struct BundleSources;
 /// without its secrets, lost lines, versions, packages, disks, memory, time. docs/support-bundle.md
 /// lists the content and describes the file, a compressed tar archive with a manifest.
 ///
-/// Say what belongs into the bundle first, then call create() or start(). The output is complete or
+/// Say what belongs in the bundle first, then call create() or start(). The output is complete or
 /// not there. A source that cannot be read stops nothing: the manifest names it. The log files may
 /// grow and rotate meanwhile; the bundle has each of them once, as it was when the bundle began.
 ///
@@ -40,7 +41,8 @@ public:
     /// Path names, and the losses of LogManager as they are now, as "losses.json".
     void addThisMachine();
     /// Adds the log files of any machine, from its folder "logs", from the folder above that, or
-    /// from a folder that has the log files itself. Returns false if there is no such folder.
+    /// from a folder that has the log files itself; of the latter it takes files with the name of a
+    /// log and crash reports only. Returns false if there is no such folder, or no log in it.
     bool addMachineFolder(const QString& path);
     /// Adds the files of a folder, not those of its subfolders, as "NAME/FILE".
     void addFolder(const QString& name, const QString& path);
@@ -92,6 +94,7 @@ private:
     Result run(const QString& path);
     Result runJob(int fileDescriptor, const QString& path);
     bool take(Result&& result);
+    bool addLogFiles(const QDir& folder);
 
     std::unique_ptr<BundleSources> m_sources;
     std::unique_ptr<QThread> m_thread;
