@@ -140,6 +140,8 @@ QString SupportBundle::problemWith(const QString& path) const
 
 bool SupportBundle::create(const QString& path)
 {
+    if (isRunning())
+        return false;
     m_isCancelled = false;
     return take(run(path));
 }
@@ -161,6 +163,8 @@ void SupportBundle::start(const QString& path)
 
 QString SupportBundle::write(int fileDescriptor, const QString& path)
 {
+    if (isRunning())
+        return QStringLiteral("another bundle is being written");
     m_isCancelled = false;
     take(runJob(fileDescriptor, path));
     return m_error;

@@ -48,7 +48,8 @@ public:
     void addFolder(const QString& name, const QString& path);
     void addFile(const QString& name, const QString& path);
     void addContent(const QString& name, const QByteArray& content);
-    /// Adds a file of `KEY=value` lines in which the values of secrets are masked.
+    /// Adds a file of `KEY=value` lines in which the values of secrets are masked. Log files are
+    /// not searched for secrets; the general log has the values of the enabled variables.
     void setEnvironmentFile(const QString& path);
 
     /// Sets the level of the compression: 1 to 19 for .tar.zst (default 3), 1 to 9 for .tar.gz
@@ -64,7 +65,7 @@ public:
     QString problemWith(const QString& path) const;
     /// Writes the bundle and blocks meanwhile; a program that lists the packages may take a few
     /// seconds. An existing file is replaced. Returns false, and leaves the old file, after a
-    /// failure and after cancel().
+    /// failure and after cancel(). Like write(), it fails while isRunning().
     bool create(const QString& path);
     /// Writes the bundle in a thread of its own. The event loop of this thread emits finished()
     /// once. Does nothing while isRunning().
@@ -80,7 +81,8 @@ public:
     const SupportBundleManifest& manifest() const { return m_manifest; }
 
 public Q_SLOTS:
-    /// Makes the running bundle fail soon, at the latest after the program that lists packages.
+    /// Makes the running bundle fail soon, at the latest after the programs that list packages or
+    /// disks, 10 s. It does nothing once all is written and is being forced to the storage.
     void cancel() { m_isCancelled = true; }
 
 Q_SIGNALS:
