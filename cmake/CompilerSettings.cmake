@@ -16,6 +16,8 @@ endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
                     -Wcast-align -Wnull-dereference -Wimplicit-fallthrough)
+# A 32-bit board reads and writes files of more than 2 GiB, too. The files of Qt have 64 bits anyway.
+add_compile_definitions(_FILE_OFFSET_BITS=64)
 # No path of the machine that builds gets into the binaries, so that each machine builds the same.
 # The last option that matches counts.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
