@@ -5,10 +5,6 @@
 #include "cryptkey.h"
 #include <zeltools/simplecrypt.h>
 
-#include <QLoggingCategory>
-
-#include <sys/prctl.h>
-
 namespace
 {
 
@@ -71,20 +67,13 @@ ExitStatus runWords(const CommandParser& parser, const SimpleCrypt* crypt)
 
 ExitStatus runBundle(const QStringList& arguments)
 {
-    prctl(PR_SET_DUMPABLE, 0); // a core file would show the key
-    // The results report the same problems in one line.
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     CommandParser parser;
     addOptions(parser);
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
+    if (const std::optional<ExitStatus> status = parseSecretly(parser, arguments, misuseOf))
         return *status;
-    const QString misuse = misuseOf(parser);
-    if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
     if (!parser.arguments()[1].endsWith(QLatin1String(".crypt")) && !parser.isSet("key-file"))
         return runWords(parser, nullptr);
     SimpleCrypt crypt;
-    const QString problem = parser.isSet("key-file") ? readKeyFile(parser.value("key-file"), crypt)
-                                                     : readKeyVariable(crypt);
+    const QString problem = readKey(parser, crypt);
     return problem.isEmpty() ? runWords(parser, &crypt) : fail(Failed, problem);
 }

@@ -6,6 +6,8 @@
 #include <zeltools/supportbundle/supportbundle.h>
 #include <zeltools/supportbundle/supportbundlereader.h>
 
+#include <QDir>
+
 #include <optional>
 #include <utility>
 
@@ -79,13 +81,18 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
     if (!bundle.addMachineFolder(request.folder))
-        return fail(Failed, QStringLiteral("no folder ") + request.folder);
+        return fail(Failed, QDir(request.folder).exists()
+                                ? request.folder + QStringLiteral(" holds no log files")
+                                : QStringLiteral("no folder ") + request.folder);
     bundle.setEnvironmentFile(request.environmentFile);
-    bundle.addContent(QStringLiteral("losses.json"), lossesInFiles(request.folder));
     FileReplacement file(request.output);
     if (file.wouldLose(request.keyFile) || file.wouldLose(request.environmentFile))
         return fail(Failed, QStringLiteral("writing %1 would lose the key or the environment file")
                                 .arg(request.output));
+    Bar readingBar("reading");
+    bundle.addContent(QStringLiteral("losses.json"),
+                      lossesInFiles(request.folder, readingBar.progress()));
+    readingBar.clear();
     Bar bar("packing");
     QObject::connect(&bundle, &SupportBundle::progress, bar.progress());
     const bool isDone = replaceCleanly(
@@ -115,10 +122,13 @@ ExitStatus verifyBundle(const QString& path, const SimpleCrypt* crypt)
 
 ExitStatus listBundle(const QString& path, const SimpleCrypt* crypt, bool isJson)
 {
-    SupportBundleReader reader(path);
+    Bar bar("reading");
+    SupportBundleReader reader(path, bar.progress());
     if (crypt != nullptr)
         reader.setCrypt(*crypt);
-    if (!reader.list())
+    const bool isComplete = reader.list();
+    bar.clear();
+    if (!isComplete)
         return fail(Failed, reader.errorString());
     const SupportBundleManifest& manifest = reader.manifest();
     if (isJson)

@@ -6,7 +6,7 @@
 
 class SimpleCrypt;
 
-/// What `zelctl bundle DIR OUT` shall do.
+/// The sources and the output of `zelctl bundle DIR OUT`.
 struct BundleRequest
 {
     QString folder;

@@ -6,9 +6,6 @@
 #include "cryptkey.h"
 
 #include <QByteArrayList>
-#include <QLoggingCategory>
-
-#include <sys/prctl.h>
 
 namespace
 {
@@ -135,8 +132,7 @@ ExitStatus runJob(const CommandParser& parser, const QStringList& words)
         job.isEncryption ? readSettings(parser, job) : readRequirement(parser, job);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
-    const QString problem =
-        parser.isSet("key-file") ? readKeyFile(job.keyFile, job.crypt) : readKeyVariable(job.crypt);
+    const QString problem = readKey(parser, job.crypt);
     return problem.isEmpty() ? run(job) : fail(Failed, problem);
 }
 
@@ -144,16 +140,10 @@ ExitStatus runJob(const CommandParser& parser, const QStringList& words)
 
 ExitStatus runCrypt(const QStringList& arguments)
 {
-    prctl(PR_SET_DUMPABLE, 0); // a core file would show the key
-    // The results report the same problems in one line.
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     CommandParser parser;
     addOptions(parser);
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
+    if (const std::optional<ExitStatus> status = parseSecretly(parser, arguments, misuseOf))
         return *status;
-    const QString misuse = misuseOf(parser);
-    if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
     const QStringList words = parser.arguments();
     return words[0] == s_info ? showInfo(words[1], parser.isSet("json")) : runJob(parser, words);
 }

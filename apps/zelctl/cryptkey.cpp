@@ -4,6 +4,7 @@
 #include <zeltools/simplecrypt.h>
 
 #include <QFile>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <cctype>
@@ -12,6 +13,7 @@
 #include <cstring>
 
 #include <string.h>
+#include <sys/prctl.h>
 
 namespace
 {
@@ -38,8 +40,6 @@ bool takeKey(char* text, size_t size, SimpleCrypt& crypt)
     explicit_bzero(text, size);
     return isKey;
 }
-
-} // namespace
 
 QString readKeyFile(const QString& path, SimpleCrypt& crypt)
 {
@@ -68,4 +68,24 @@ QString readKeyVariable(SimpleCrypt& crypt)
                ? QString()
                : QStringLiteral(
                      "the environment variable ZEL_KEY holds no key of 16 hexadecimal digits");
+}
+
+} // namespace
+
+std::optional<ExitStatus> parseSecretly(CommandParser& parser, const QStringList& arguments,
+                                        QString (*misuseOf)(const CommandParser& parser))
+{
+    prctl(PR_SET_DUMPABLE, 0);
+    // The results report the same problems in one line.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
+    if (const std::optional<ExitStatus> status = parser.parse(arguments))
+        return status;
+    const QString misuse = misuseOf(parser);
+    return misuse.isEmpty() ? std::nullopt : std::optional(fail(WrongUsage, misuse));
+}
+
+QString readKey(const CommandParser& parser, SimpleCrypt& crypt)
+{
+    return parser.isSet("key-file") ? readKeyFile(parser.value("key-file"), crypt)
+                                    : readKeyVariable(crypt);
 }

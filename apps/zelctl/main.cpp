@@ -21,7 +21,8 @@ namespace
 {
 
 constexpr Command s_commands[]{
-    {"bundle", "Packs the logs of a machine into one file for support, checks it.", runBundle},
+    {"bundle", "Packs the logs of a machine into one file for support, and checks such files.",
+     runBundle},
     {"crypt", "Encrypts and decrypts files, shows what their header says.", runCrypt},
     {"crash", "Lists and shows the crash reports of a machine.", runCrash},
     {"clock", "Drives the simulated clock of a machine.", runClock},

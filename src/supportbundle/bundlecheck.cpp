@@ -11,6 +11,7 @@ namespace
 {
 
 const QLatin1String s_cancelled("the reading was cancelled");
+const QLatin1String s_damaged("its manifest is damaged");
 
 QString escaped(const QByteArray& name)
 {
@@ -49,7 +50,7 @@ QString BundleCheck::takeMember(const std::function<bool()>& goesOn)
     if (name == SupportBundleManifest::digestName && m_hasJson) {
         m_hasDigest = true;
         m_digestLine = readWhole(longestLine_B);
-        return QString();
+        return m_digestLine.isEmpty() ? QString(s_damaged) : QString();
     }
     if (m_hasJson)
         return QStringLiteral("it goes on behind its manifest");
@@ -85,7 +86,7 @@ QString BundleCheck::readManifest()
     Sha256 digest;
     digest.add(m_json.constData(), m_json.size());
     if (m_digestLine != SupportBundleManifest::digestLine(digest.result()))
-        return QStringLiteral("its manifest is damaged");
+        return s_damaged;
     QString error;
     std::optional<SupportBundleManifest> manifest = SupportBundleManifest::parse(m_json, error);
     if (!manifest)

@@ -20,10 +20,9 @@ namespace
 
 const QLatin1String s_cancelled("the bundle was cancelled");
 
-QString cannotWrite(const QString& path, int number)
+QString cannotWrite(const QString& path, QString reason)
 {
-    QString reason = qt_error_string(number);
-    if (number == EFBIG)
+    if (reason == qt_error_string(EFBIG))
         reason += QStringLiteral("; FAT32 holds at most 4 GiB in a file");
     return QStringLiteral("cannot write %1: %2").arg(path, reason);
 }
@@ -45,7 +44,7 @@ QString BundleJob::write(int output, const QString& path)
     if (!m_sources.crypt) {
         return writeArchive(path, [this](const char* bytes, size_t size) {
             const bool isWritten = writeWhole(m_output, bytes, size) == ssize_t(size);
-            return isWritten ? QString() : cannotWrite(m_path, errno);
+            return isWritten ? QString() : cannotWrite(m_path, qt_error_string(errno));
         });
     }
     CryptPipe pipe(*m_sources.crypt, CryptPipe::Encrypt, output);
@@ -55,11 +54,13 @@ QString BundleJob::write(int output, const QString& path)
             !pipe.hasEnded() && writeWhole(pipe.descriptor(), bytes, size) == ssize_t(size);
         return isWritten ? QString() : QStringLiteral("the encryption has ended");
     });
-    if (m_isCancelled)
+    // A cancel() from now on comes too late and must not hide a failure of the encryption.
+    const bool isCancelled = m_isCancelled;
+    if (isCancelled)
         pipe.cancel();
     const QString cryptError = pipe.finish();
-    if (!cryptError.isEmpty() && !m_isCancelled)
-        error = QStringLiteral("cannot write %1: %2").arg(path, cryptError);
+    if (!cryptError.isEmpty())
+        error = isCancelled ? QString(s_cancelled) : cannotWrite(path, cryptError);
     return error;
 }
 
@@ -99,17 +100,18 @@ bool BundleJob::addAll(BundleMembers& members)
 
 std::vector<BundleFile> BundleJob::listFiles(BundleMembers& members) const
 {
-    constexpr size_t mostOpen = 200;
+    size_t leftToOpen = mostOpenFiles();
     std::vector<BundleFile> files;
-    for (const auto& [prefix, path] : m_sources.folders) {
-        const QString fault = listFolder(QFile::encodeName(path), prefix, mostOpen, files);
+    for (const BundleFolder& folder : m_sources.folders) {
+        const QString fault = listFolder(folder, leftToOpen, files);
         if (!fault.isEmpty())
-            members.omit(prefix, fault);
+            members.omit(folder.prefix, fault);
     }
     for (const auto& [name, path] : m_sources.files) {
         BundleFile file;
         file.name = name;
         file.path = QFile::encodeName(path);
+        file.isFollowed = true;
         if (stat(file.path.constData(), &file.status) != 0)
             file.fault = qt_error_string(errno);
         else if (!S_ISREG(file.status.st_mode))
@@ -126,11 +128,11 @@ void BundleJob::removeOutput(std::vector<BundleFile>& files) const
 {
     struct stat written = {};
     struct stat replaced = {};
-    fstat(m_output, &written);
+    const bool isWritten = fstat(m_output, &written) == 0;
     const bool isReplacing = stat(QFile::encodeName(m_path).constData(), &replaced) == 0;
     files.erase(std::remove_if(files.begin(), files.end(),
                                [&](const BundleFile& file) {
-                                   return isSameFile(file.status, written) ||
+                                   return (isWritten && isSameFile(file.status, written)) ||
                                           (isReplacing && isSameFile(file.status, replaced));
                                }),
                 files.end());

@@ -15,8 +15,8 @@ namespace zeltools
 /// The sources of a bundle and how it is written.
 struct BundleSources
 {
-    QVector<std::pair<QByteArray, QString>> folders; ///< Prefix in the bundle, path.
-    QVector<std::pair<QByteArray, QString>> files;   ///< Name in the bundle, path.
+    QVector<BundleFolder> folders;
+    QVector<std::pair<QByteArray, QString>> files; ///< Name in the bundle, path.
     QVector<std::pair<QByteArray, QByteArray>> contents;
     QString environmentFile;
     int level = 0;

@@ -7,7 +7,7 @@
 namespace zeltools
 {
 
-/// What the name of a bundle says about its form: "x.tar.zst", "x.tar.gz", or one of the two with
+/// The form of a bundle as its name tells it: "x.tar.zst", "x.tar.gz", or one of the two with
 /// ".crypt" behind.
 class BundleName
 {

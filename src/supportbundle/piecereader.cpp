@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -18,8 +19,13 @@ PieceReader::PieceReader(int file, qint64 size_B)
     for (qint64 i = 0; i < std::clamp<qint64>(pieces, 1, mostAhead + 1); ++i)
         m_buffers.emplace_back(new char[size_t(std::min(size_B, pieceSize_B))]);
     posix_fadvise(file, 0, 0, POSIX_FADV_SEQUENTIAL);
-    if (pieces > 1)
+    if (pieces < 2)
+        return;
+    try {
         m_thread = std::thread([this] { runAhead(); });
+    } catch (const std::system_error&) {
+        // next() reads without a thread, which only takes longer.
+    }
 }
 
 PieceReader::~PieceReader()

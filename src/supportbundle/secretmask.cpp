@@ -13,27 +13,29 @@ const QLatin1String s_mask("***");
 
 bool isSecret(const QString& key)
 {
-    // The short words only count as a whole, or at the end of a word: "PIN_CODE" and "WIFIKEY", but
-    // not "SPINNER", "KEYBOARD" or "BYPASS_VALVE".
+    // The short words count at the end of a word: "PIN_CODE", "WIFIKEY" and "DBPASS", but not
+    // "SPINNER" or "KEYBOARD". Masking too much does less harm than showing a secret.
     static const QRegularExpression pattern(
-        QStringLiteral("passw|passphrase|passcode|secret|token|credential|private|cookie|bearer|"
-                       "(key|keys|pwd|psk)(?![a-z])|"
-                       "(?<![a-z])(auth|pass|pin|puk|pw|salt)(?![a-z])"),
+        QStringLiteral("passw|passphrase|passcode|pincode|secret|token|cred(s|ential)|private|"
+                       "cookie|bearer|authori[sz]ation|login|session|"
+                       "(auth|key|otp|pass|pin|psk|puk|pw|pwd|salt|wpa)s?(?![a-z])"),
         QRegularExpression::CaseInsensitiveOption);
-    return pattern.match(key).hasMatch();
+    static const QRegularExpression humps(QStringLiteral("(?<=[a-z])(?=[A-Z])"));
+    return pattern.match(QString(key).replace(humps, QStringLiteral("_"))).hasMatch();
 }
 
 QString maskLine(QString line)
 {
-    static const QRegularExpression userInformation(
-        QStringLiteral("(?<=://)[^/@\\s]*:[^/\\s]*(?=@)"));
+    static const QRegularExpression userInformation(QStringLiteral("(?<=://)\\S+(?=@)"));
+    static const QRegularExpression bearer(QStringLiteral("\\bbearer\\s"),
+                                           QRegularExpression::CaseInsensitiveOption);
     const auto equals = line.indexOf(QLatin1Char('='));
     if (equals < 0)
-        return line;
+        return line.replace(userInformation, s_mask);
     const bool hasReturn = line.endsWith(QLatin1Char('\r'));
     // Keys inside the value end with "=" or ":".
     const auto last = line.lastIndexOf(QRegularExpression(QStringLiteral("[=:]")));
-    if (isSecret(line.left(last)))
+    if (isSecret(line.left(last)) || line.indexOf(bearer, equals) >= 0)
         return line.left(equals + 1) + s_mask + (hasReturn ? QStringLiteral("\r") : QString());
     return line.replace(userInformation, s_mask);
 }

@@ -2,6 +2,7 @@
 
 #include "filereplacement.h"
 #include "logging/logmanager.h"
+#include "logging/logrenderer.h"
 #include "path.h"
 #include "supportbundle/bundlejob_p.h"
 #include "supportbundle/bundlename_p.h"
@@ -12,6 +13,7 @@
 #include <QJsonObject>
 #include <QThread>
 
+#include <algorithm>
 #include <utility>
 
 namespace zeltools
@@ -24,14 +26,12 @@ const QLatin1String s_crashes("crashes");
 
 QByteArray lossesAsJson(const LogLosses& losses)
 {
-    constexpr const char* names[]{"Debug",    "Info",    "Event",   "Warning", "Error",
-                                  "Critical", "Grinder", "Capsule", "M4"};
     QJsonObject levels;
     for (auto level = losses.lines.begin(); level != losses.lines.end(); ++level) {
         QJsonObject modules;
         for (auto module = level->begin(); module != level->end(); ++module)
             modules[module.key()] = static_cast<double>(*module);
-        levels[QString::fromLatin1(names[level.key()])] = modules;
+        levels[LogRenderer::levelToString(level.key()).trimmed()] = modules;
     }
     return QJsonDocument(QJsonObject{{QStringLiteral("total"), static_cast<double>(losses.total)},
                                      {QStringLiteral("levels"), levels}})
@@ -86,17 +86,26 @@ bool SupportBundle::addMachineFolder(const QString& path)
         addFolder(QStringLiteral("logs/") + part, logs.filePath(part));
         hasLogFolders = true;
     }
-    if (hasLogFolders)
-        return true;
-    addFolder(QStringLiteral("logs"), path);
-    if (folder.exists(s_crashes))
+    return hasLogFolders || addLogFiles(logs);
+}
+
+/// Any folder may be given, so that only files with the name of a log get into the bundle, and no
+/// environment file with its secrets.
+bool SupportBundle::addLogFiles(const QDir& folder)
+{
+    const QStringList names = folder.entryList(QDir::Files | QDir::System);
+    const bool hasCrashes = folder.exists(s_crashes);
+    if (!hasCrashes && std::none_of(names.begin(), names.end(), isLogName))
+        return false;
+    m_sources->folders.append({"logs/", folder.path(), true});
+    if (hasCrashes)
         addFolder(QStringLiteral("logs/") + s_crashes, folder.filePath(s_crashes));
     return true;
 }
 
 void SupportBundle::addFolder(const QString& name, const QString& path)
 {
-    m_sources->folders.append({name.toUtf8() + '/', path});
+    m_sources->folders.append({name.toUtf8() + '/', path, false});
 }
 
 void SupportBundle::addFile(const QString& name, const QString& path)
@@ -131,6 +140,8 @@ QString SupportBundle::problemWith(const QString& path) const
 
 bool SupportBundle::create(const QString& path)
 {
+    if (isRunning())
+        return false;
     m_isCancelled = false;
     return take(run(path));
 }
@@ -152,6 +163,8 @@ void SupportBundle::start(const QString& path)
 
 QString SupportBundle::write(int fileDescriptor, const QString& path)
 {
+    if (isRunning())
+        return QStringLiteral("another bundle is being written");
     m_isCancelled = false;
     take(runJob(fileDescriptor, path));
     return m_error;

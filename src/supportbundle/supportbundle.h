@@ -9,6 +9,7 @@
 #include <atomic>
 #include <memory>
 
+class QDir;
 class QThread;
 
 namespace zeltools
@@ -21,7 +22,7 @@ struct BundleSources;
 /// without its secrets, lost lines, versions, packages, disks, memory, time. docs/support-bundle.md
 /// lists the content and describes the file, a compressed tar archive with a manifest.
 ///
-/// Say what belongs into the bundle first, then call create() or start(). The output is complete or
+/// Say what belongs in the bundle first, then call create() or start(). The output is complete or
 /// not there. A source that cannot be read stops nothing: the manifest names it. The log files may
 /// grow and rotate meanwhile; the bundle has each of them once, as it was when the bundle began.
 ///
@@ -40,13 +41,15 @@ public:
     /// Path names, and the losses of LogManager as they are now, as "losses.json".
     void addThisMachine();
     /// Adds the log files of any machine, from its folder "logs", from the folder above that, or
-    /// from a folder that has the log files itself. Returns false if there is no such folder.
+    /// from a folder that has the log files itself; of the latter it takes files with the name of a
+    /// log and crash reports only. Returns false if there is no such folder, or no log in it.
     bool addMachineFolder(const QString& path);
     /// Adds the files of a folder, not those of its subfolders, as "NAME/FILE".
     void addFolder(const QString& name, const QString& path);
     void addFile(const QString& name, const QString& path);
     void addContent(const QString& name, const QByteArray& content);
-    /// Adds a file of `KEY=value` lines in which the values of secrets are masked.
+    /// Adds a file of `KEY=value` lines in which the values of secrets are masked. Log files are
+    /// not searched for secrets; the general log has the values of the enabled variables.
     void setEnvironmentFile(const QString& path);
 
     /// Sets the level of the compression: 1 to 19 for .tar.zst (default 3), 1 to 9 for .tar.gz
@@ -62,7 +65,7 @@ public:
     QString problemWith(const QString& path) const;
     /// Writes the bundle and blocks meanwhile; a program that lists the packages may take a few
     /// seconds. An existing file is replaced. Returns false, and leaves the old file, after a
-    /// failure and after cancel().
+    /// failure and after cancel(). Like write(), it fails while isRunning().
     bool create(const QString& path);
     /// Writes the bundle in a thread of its own. The event loop of this thread emits finished()
     /// once. Does nothing while isRunning().
@@ -78,7 +81,8 @@ public:
     const SupportBundleManifest& manifest() const { return m_manifest; }
 
 public Q_SLOTS:
-    /// Makes the running bundle fail soon, at the latest after the program that lists packages.
+    /// Makes the running bundle fail soon, at the latest after the programs that list packages or
+    /// disks, 10 s. It does nothing once all is written and is being forced to the storage.
     void cancel() { m_isCancelled = true; }
 
 Q_SIGNALS:
@@ -92,6 +96,7 @@ private:
     Result run(const QString& path);
     Result runJob(int fileDescriptor, const QString& path);
     bool take(Result&& result);
+    bool addLogFiles(const QDir& folder);
 
     std::unique_ptr<BundleSources> m_sources;
     std::unique_ptr<QThread> m_thread;

@@ -83,6 +83,24 @@ QString problemOf(const QJsonObject& object)
                                                           : QString();
 }
 
+/// Whether the text has more values than any manifest. Each value takes far more memory than its
+/// text, so that they are counted before the text is parsed.
+bool hasTooManyValues(const QByteArray& json)
+{
+    constexpr int mostOfObject = 8; // with those that a later version adds
+    int left = mostOfObject * 2 * SupportBundleManifest::mostMembers;
+    bool isInString = false;
+    for (const char* at = json.begin(); at != json.end() && left > 0; ++at) {
+        if (*at == '"')
+            isInString = !isInString;
+        else if (isInString && *at == '\\' && at + 1 != json.end())
+            ++at;
+        else if (!isInString && (*at == ',' || *at == '[' || *at == '{'))
+            --left;
+    }
+    return left == 0;
+}
+
 /// The backslash is not plain, since it begins an escape sequence.
 bool isPlain(char ascii)
 {
@@ -123,6 +141,10 @@ QByteArray SupportBundleManifest::toJson() const
 std::optional<SupportBundleManifest> SupportBundleManifest::parse(const QByteArray& json,
                                                                   QString& error)
 {
+    if (hasTooManyValues(json)) {
+        error = QStringLiteral("it has too many values");
+        return std::nullopt;
+    }
     QJsonParseError fault;
     const QJsonObject object = QJsonDocument::fromJson(json, &fault).object();
     error = fault.error != QJsonParseError::NoError ? fault.errorString() : problemOf(object);

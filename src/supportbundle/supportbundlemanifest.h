@@ -31,7 +31,7 @@ struct ZELTOOLS_EXPORT SupportBundleManifest
 
         bool operator==(const Member& other) const;
     };
-    /// Something that belongs into the bundle, but could not be read.
+    /// Something that belongs in the bundle, but could not be read.
     struct Omission
     {
         QByteArray name;

@@ -32,6 +32,9 @@ private Q_SLOTS:
         QVERIFY(run("zelctl bundle logs b.tar.gz.crypt --key-file key").contains("in b.tar.gz"));
         QVERIFY(run("ZEL_KEY=0123456789abcdef zelctl bundle verify b.tar.gz.crypt")
                     .startsWith("complete: "));
+        QCOMPARE(run("mkdir -p p/logs; cp logs/debug/* env p/logs; zelctl bundle p p.tar.gz 2>&- "
+                     ">&-; tar -tzf p.tar.gz | grep logs"),
+                 QString("logs/zel_logs.log\n"));
         QVERIFY(run("zelctl crypt decrypt b.tar.gz.crypt - --key-file key 2>&- | tar -tz")
                     .endsWith("manifest.json\nmanifest.sha256\n"));
     }
@@ -47,6 +50,7 @@ private Q_SLOTS:
             {"zelctl bundle . a.tar.gz --key-file key", ".crypt", 2},
             {"zelctl bundle verify env --level 1", "new bundle", 2},
             {"zelctl bundle missing a.tar.gz", "no folder", 1},
+            {"mkdir d; cp env d; zelctl bundle d a.tar.gz", "holds no log files", 1},
             {"zelctl bundle . missing/a.tar.gz", "No such file", 1},
             {"zelctl bundle . a.tar.gz.crypt", "key is missing", 1},
             {"zelctl bundle verify missing", "No such file", 1},

@@ -93,6 +93,14 @@ def bundle_pulled_out(root):
     result = bundle(folder, out, prefix=strace)
     require(result.returncode == 0 and b"zeros: Input/output error" in result.stderr, result)
     require(bundle("verify", out).returncode == 0, "a bundle with zeros is refused")
+    strace = ["strace", "-f", "-qqq", "-o", "/dev/null", "-P", log, "-e", "inject=?lstat,newfstatat:error=EIO"]
+    result = bundle(folder, out, prefix=strace)
+    require(b"not in the bundle: logs/debug/zel_logs.log: Input/output error" in result.stderr, result)
+    # Descriptors that run out make no file unreadable.
+    for number in range(60):
+        (folder / f"logs/debug/{number}.log").touch()
+    result = bundle(folder, out, prefix=["prlimit", "--nofile=40"])
+    require(result.returncode == 0 and b"Too many" not in result.stderr, result)
 
 
 def bundle_ended(root):

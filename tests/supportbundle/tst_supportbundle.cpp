@@ -1,5 +1,6 @@
 #include "supportbundle/supportbundle.h"
 
+#include "filedescriptor.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
@@ -11,6 +12,12 @@
 
 #include <QtTest>
 
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace std::chrono_literals;
 using namespace zeltools;
 using support::currentRow;
 using support::writeFile;
@@ -105,6 +112,7 @@ private Q_SLOTS:
 
         SupportBundle bundle;
         QVERIFY(bundle.addMachineFolder(m_dir->path()));
+        bundle.addFile("linked", path("logs/debug/link")); // named by the host, and so followed
         if (out.endsWith(".crypt"))
             bundle.setCrypt(cryptOf(out));
         QVERIFY2(bundle.create(out), qPrintable(bundle.errorString()));
@@ -126,7 +134,7 @@ private Q_SLOTS:
         shell.setProcessChannelMode(QProcess::ForwardedChannels);
         shell.start("/bin/sh", {"-ec",
                                 "mkdir x; cd x; tar -xf $0; sha256sum --quiet -c ../sums;"
-                                "diff -r -x link ../logs logs; rm -r ../logs ../x",
+                                "diff -r -x link ../logs logs; test -s linked; rm -r ../logs ../x",
                                 plain});
         QVERIFY(shell.waitForFinished() && shell.exitCode() == 0);
     }
@@ -148,9 +156,14 @@ private Q_SLOTS:
             {"export wifiPassphrase = x", "export wifiPassphrase =***"},
             {"#API_KEY=x", "#API_KEY=***"},
             {"wifikey=x\nPIN=1\nUSER_PIN_2=3", "wifikey=***\nPIN=***\nUSER_PIN_2=***"},
-            {"KEYBOARD=us\nBYPASS=1\nSPINNER=2\nAUTHOR=me",
-             "KEYBOARD=us\nBYPASS=1\nSPINNER=2\nAUTHOR=me"},
-            {"URL=https://u:p:@q@host/x:1", "URL=https://***@host/x:1"},
+            {"cardPin=1\nDBPASS=2\nmainPukFile=3\nWPA2=4\nMQTT_LOGIN=u:p\nadminAuthorisation=5",
+             "cardPin=***\nDBPASS=***\nmainPukFile=***\nWPA2=***\nMQTT_LOGIN=***\n"
+             "adminAuthorisation=***"},
+            {"KEYBOARD=us\nBYPASSED=1\nSPINNER=2\nAUTHOR=me",
+             "KEYBOARD=us\nBYPASSED=1\nSPINNER=2\nAUTHOR=me"},
+            {"URL=https://u:p:@q@host/x:1\nDB=a://u:p@ss/w@host b://t@h\n# https://u:p@h",
+             "URL=https://***@host/x:1\nDB=a://***@host b://***@h\n# https://***@h"},
+            {"HEADER=bearer abc", "HEADER=***"},
             {"DB=user:a;Password:b", "DB=***"},
             {"NOTE=caff\xe8\n\nSECRET", "NOTE=caff\xe8\n\nSECRET"},
         });
@@ -216,6 +229,32 @@ private Q_SLOTS:
         QCOMPARE(verify(path("out.tar.zst")), QString());
     }
 
+    void cancelCutsNoCyphertext()
+    {
+        const QByteArray fifo = QFile::encodeName(path("fifo"));
+        QVERIFY(mkfifo(fifo.constData(), 0600) == 0);
+        const FileDescriptor file(open(fifo.constData(), O_RDWR | O_CLOEXEC));
+        QByteArray content(2200 << 10, 'x');
+        for (char& byte : content)
+            byte = char(QRandomGenerator::global()->generate());
+        SupportBundle bundle;
+        bundle.setCrypt(SimpleCrypt(1));
+        bundle.addContent("a", content);
+        std::atomic<bool> isDone = false;
+        std::thread stick([&] { // takes nothing until the archive is at its end
+            std::this_thread::sleep_for(1s);
+            bundle.cancel();
+            char bytes[65536];
+            while (read(file, bytes, sizeof bytes) > 0 && !isDone) {
+            }
+        });
+        const QString error = bundle.write(file, "a.tar.zst.crypt");
+        isDone = true;
+        const bool isWoken = write(file, "", 1) == 1;
+        stick.join();
+        QVERIFY2(isWoken && error.contains("cancelled"), qPrintable(error));
+    }
+
     void thisMachineIsPacked()
     {
         const support::StandardErrorCapture standardError;
@@ -261,6 +300,12 @@ private Q_SLOTS:
             {"no manifest", {{"a", "x"}}, "cut"},
             {"no digest", {{"a", "x"}, {"manifest.json", "{}"}}, "cut"},
             {"wrong digest", {{"manifest.json", "{}"}, {"manifest.sha256", "x"}}, "damaged"},
+            {"large digest",
+             {{"manifest.json", "{}"}, {"manifest.sha256", QByteArray(300, 'x')}, {"a", "x"}},
+             "damaged"},
+            {"many values",
+             withManifest(head + "[],\"more\":[" + QByteArray("[0],").repeated(1 << 18) + "0]}"),
+             "too many values"},
             {"no JSON", withManifest("x"), "not readable"},
             {"other JSON", withManifest("[1]"), "not a manifest"},
             {"other version", withManifest(QByteArray(s_head).replace(":1,", ":2,") + "[]}"),
