@@ -57,7 +57,7 @@ QString listNames(const BundleFolder& source, std::vector<BundleFile>& files)
         if (std::optional<BundleFile> file = toFile(source.prefix, path, *entry))
             files.push_back(std::move(*file));
     }
-    const QString fault = errno != 0 ? qt_error_string(errno) : QString();
+    QString fault = errno != 0 ? qt_error_string(errno) : QString();
     std::sort(files.begin(), files.end(),
               [](const BundleFile& a, const BundleFile& b) { return a.name < b.name; });
     return fault;

@@ -142,7 +142,7 @@ bool BundleJob::addEnvironment(BundleMembers& members)
 {
     if (m_sources.environmentFile.isEmpty())
         return true;
-    constexpr qint64 longest_B = 16 * 1024 * 1024;
+    constexpr qint64 longest_B = qint64(16) * 1024 * 1024;
     constexpr char name[] = "environment";
     QFile file(m_sources.environmentFile);
     if (file.open(QIODevice::ReadOnly) && file.size() <= longest_B)
