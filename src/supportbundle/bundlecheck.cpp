@@ -29,7 +29,7 @@ BundleCheck::BundleCheck(BundleWalk& walk, Depth depth)
 QString BundleCheck::run(const std::function<bool()>& goesOn)
 {
     while (m_walk.next()) {
-        const QString problem = takeMember(goesOn);
+        QString problem = takeMember(goesOn);
         if (!m_walk.errorString().isEmpty())
             break;
         if (!problem.isEmpty())

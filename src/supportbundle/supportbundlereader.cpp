@@ -88,7 +88,7 @@ QString SupportBundleReader::readMembers(int file, qint64 size_B, bool hasDigest
     using Depth = BundleCheck::Depth;
     BundleWalk walk(file);
     BundleCheck check(walk, hasDigests ? Depth::Digests : Depth::Sizes);
-    const QString problem =
+    QString problem =
         check.run([&] { return !m_progress || m_progress(qMin(walk.packed_B(), size_B), size_B); });
     isArchive = check.hasMembers() || problem.isEmpty();
     if (problem.isEmpty())

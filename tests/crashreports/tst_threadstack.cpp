@@ -72,7 +72,7 @@ private:
         while (thread == 0)
             std::this_thread::yield();
         std::this_thread::sleep_for(5ms);
-        const ThreadStack stack = ThreadStack::of(thread, run == hearNothing ? 20ms : 10s);
+        ThreadStack stack = ThreadStack::of(thread, run == hearNothing ? 20ms : 10s);
         s_isOver = true;
         if (run == hearNothing) {
             while (s_isOver)

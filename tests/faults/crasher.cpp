@@ -68,8 +68,8 @@ void (*volatile s_recursion)() = nullptr;
 
 CRASH crash_stack_overflow()
 {
-    volatile char frame[4096];
-    frame[0] = char(s_zero);
+    volatile uchar frame[4096];
+    frame[0] = uchar(s_zero);
     s_recursion = crash_stack_overflow;
     s_recursion();
     s_zero = frame[0];
@@ -131,7 +131,7 @@ CRASH crash_out_of_memory()
     std::ifstream statistics("/proc/self/statm");
     rlim_t pages = 0;
     statistics >> pages;
-    const rlim_t limit_B = pages * rlim_t(sysconf(_SC_PAGESIZE)) + 64 * 1024 * 1024;
+    const rlim_t limit_B = pages * rlim_t(sysconf(_SC_PAGESIZE)) + rlim_t(64) * 1024 * 1024;
     const rlimit limit{limit_B, limit_B};
     setrlimit(RLIMIT_AS, &limit);
     for (std::vector<std::string> all;;)
@@ -166,7 +166,7 @@ CRASH crash_cut_file()
     if (ftruncate(file, 4096) != 0)
         return;
     const auto* const memory =
-        static_cast<const volatile char*>(mmap(nullptr, 4096, PROT_READ, MAP_SHARED, file, 0));
+        static_cast<const volatile uchar*>(mmap(nullptr, 4096, PROT_READ, MAP_SHARED, file, 0));
     if (ftruncate(file, 0) == 0)
         s_zero = memory[0];
 }

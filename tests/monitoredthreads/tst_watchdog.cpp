@@ -79,9 +79,10 @@ static int stall(bool isInLog)
     QTimer::singleShot(period / 4, [isInLog] {
         printf("%lld\n", (long long)(std::chrono::steady_clock::now().time_since_epoch() / 1ms));
         fflush(stdout);
-        while (isInLog)
+        if (!isInLog)
+            crash_simulator::CrashSimulator(nullptr).simulateStallMainThread();
+        for (;;)
             LogFormatter(LogLevel::Info).log(Log::Global) << QString(1000, 'x');
-        crash_simulator::CrashSimulator(nullptr).simulateStallMainThread();
     });
     return QCoreApplication::exec();
 }
