@@ -87,7 +87,8 @@ QString value(const QStringList& lines, const QString& key)
 QStringList callsOfProgram(const QString& report)
 {
     QString module;
-    for (const QString& line : linesOf(report, QStringLiteral("modules"))) {
+    const QStringList modules = linesOf(report, QStringLiteral("modules"));
+    for (const QString& line : modules) {
         if (line.section(QLatin1Char(' '), 3) == QCoreApplication::applicationFilePath())
             module = line;
     }
@@ -96,7 +97,8 @@ QStringList callsOfProgram(const QString& report)
     Dl_info own;
     dladdr(reinterpret_cast<void*>(&showCrashes), &own);
     QStringList calls;
-    for (const QString& line : linesOf(report, QStringLiteral("stack"))) {
+    const QStringList stack = linesOf(report, QStringLiteral("stack"));
+    for (const QString& line : stack) {
         const quint64 call = line.toULongLong(nullptr, 16);
         if (call >= base && call < end)
             calls.append(
@@ -130,8 +132,8 @@ bool show(const Way& way, const QString& path, QTextStream& out)
     out << "    signal " << signal << (reason.isEmpty() ? QString() : QLatin1String(", ") + reason)
         << '\n';
     const QStringList calls = callsOfProgram(report);
-    for (const QString& call : calls.mid(0, mostCalls))
-        out << "      " << call << '\n';
+    for (int i = 0; i < qMin(calls.size(), mostCalls); ++i)
+        out << "      " << calls[i] << '\n';
     return signal == QLatin1String(way.signal) && !calls.isEmpty() &&
            report.endsWith(QLatin1String("\n[end]\n"));
 }
@@ -146,7 +148,8 @@ bool showCrashes(QTextStream& out)
     for (const Way& way : s_ways) {
         const QString folder = temporary.filePath(QLatin1String(way.mode));
         run(way.mode, folder);
-        for (const QString& line : run("crash-none", folder).split(QLatin1Char('\n'))) {
+        const QStringList printed = run("crash-none", folder).split(QLatin1Char('\n'));
+        for (const QString& line : printed) {
             if (line.contains(QLatin1String("| Critical |")))
                 out << "  " << line.section(QLatin1String("; report"), 0, 0) << '\n';
         }

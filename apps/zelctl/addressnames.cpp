@@ -60,7 +60,8 @@ QVector<QStringList> parse(const QByteArray& output)
 {
     const QLatin1String mark(" (inlined by) ");
     QVector<QStringList> all;
-    for (const QString& line : QString::fromUtf8(output).split(QLatin1Char('\n'))) {
+    const QStringList lines = QString::fromUtf8(output).split(QLatin1Char('\n'));
+    for (const QString& line : lines) {
         const bool isContinued = line.startsWith(mark) && !all.isEmpty();
         const QString name = shortened(isContinued ? line.mid(mark.size()) : line);
         if (!isContinued)

@@ -71,7 +71,7 @@ ExitStatus runBundle(const QStringList& arguments)
     addOptions(parser);
     if (const std::optional<ExitStatus> status = parseSecretly(parser, arguments, misuseOf))
         return *status;
-    if (!parser.arguments()[1].endsWith(QLatin1String(".crypt")) && !parser.isSet("key-file"))
+    if (!parser.arguments().at(1).endsWith(QLatin1String(".crypt")) && !parser.isSet("key-file"))
         return runWords(parser, nullptr);
     SimpleCrypt crypt;
     const QString problem = readKey(parser, crypt);

@@ -20,7 +20,8 @@ QJsonArray stacksJson(const CrashReport& report, const CrashSymbols& symbols)
     QJsonArray stacks;
     for (const CrashReport::Stack& stack : report.stacks) {
         QJsonArray calls;
-        for (const CrashSymbols::Call& call : symbols.calls(stack)) {
+        const auto stackCalls = symbols.calls(stack);
+        for (const CrashSymbols::Call& call : stackCalls) {
             QJsonObject object =
                 jsonObject({{"address", hex(call.address)},
                             {"functions", QJsonArray::fromStringList(call.functions)}});

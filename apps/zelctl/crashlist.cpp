@@ -47,7 +47,8 @@ QVector<Entry> readEntries(const QString& folder)
     const QString prepared = QStringLiteral(".open");
     const QStringList patterns{QStringLiteral("crash-*.report"),
                                QStringLiteral("crash-*") + prepared};
-    for (const QString& file : QDir(folder).entryList(patterns, QDir::Files | QDir::System)) {
+    const QStringList files = QDir(folder).entryList(patterns, QDir::Files | QDir::System);
+    for (const QString& file : files) {
         const Entry entry = readEntry(folder, file);
         // A running process has a prepared file; after its crash, the next start gives it a name.
         if (entry.time_ms != 0 || !file.endsWith(prepared))

@@ -107,8 +107,8 @@ void addStack(Page& page, const CrashReport::Stack& stack, const CrashSymbols& s
         const QString function = functions.isEmpty() ? QStringLiteral("?") : functions.first();
         page.addLine(QStringLiteral("  #%1 %2 (%3)")
                          .arg(QString::number(i).leftJustified(2), function, place(calls[i])));
-        for (const QString& outer : functions.mid(1))
-            page.addLine(QStringLiteral("      inlined into ") + outer);
+        for (int j = 1; j < functions.size(); ++j)
+            page.addLine(QStringLiteral("      inlined into ") + functions[j]);
     }
 }
 

@@ -33,7 +33,7 @@ QString KmsgSelection::setFacilities(const QString& names)
     for (quint32 facility = 0; facility <= s_lastFacility; ++facility)
         known.append(KmsgRecord::facilityName(facility));
     facilities = names.toLower().split(QLatin1Char(','));
-    for (const QString& facility : facilities) {
+    for (const QString& facility : qAsConst(facilities)) {
         if (!known.contains(facility))
             return QStringLiteral("unknown facility \"%1\"; the facilities are %2")
                 .arg(facility, known.join(QStringLiteral(", ")));

@@ -28,7 +28,7 @@ namespace
 struct PreviousHandlers
 {
     struct sigaction actions[std::size(fatalSignals)];
-    std::terminate_handler terminate = nullptr;
+    std::terminate_handler terminate;
 };
 
 PreviousHandlers s_previous;

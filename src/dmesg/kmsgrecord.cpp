@@ -123,8 +123,9 @@ QStringList KmsgRecord::lines() const
 {
     if (text.isEmpty())
         return {QString()};
+    const QList<QByteArray> parts = (timeText(time).toUtf8() + printable(text)).split('\n');
     QStringList lines;
-    for (const QByteArray& line : (timeText(time).toUtf8() + printable(text)).split('\n'))
+    for (const QByteArray& line : parts)
         lines.append(QString::fromUtf8(line.trimmed()));
     return lines;
 }

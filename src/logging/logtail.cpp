@@ -22,7 +22,7 @@ struct Slot
 // The slots beyond the lines that are read keep writers away from the oldest of these.
 constexpr quint64 s_slotsCount = 256;
 static_assert(s_slotsCount > LogTail::mostLines);
-Slot s_slots[s_slotsCount];
+Slot s_slots[s_slotsCount]; // clazy:exclude=non-pod-global-static
 std::atomic<quint64> s_nextNumber{0};
 
 quint64 writing(quint64 number)

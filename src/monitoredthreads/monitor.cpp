@@ -112,8 +112,9 @@ int Monitor::registeredItemsCount()
 
 QString Monitor::registeredItemsStatusString(const QString& separator)
 {
+    const QVector<Item> all = items();
     QStringList texts;
-    for (const Item& item : items())
+    for (const Item& item : all)
         texts.append(QStringLiteral("%1: %2, %3 ms")
                          .arg(item.name, QLatin1String(stateText(item.state)),
                               QString::number(item.sinceTick.count())));

@@ -154,7 +154,7 @@ std::optional<SupportBundleManifest> SupportBundleManifest::parse(const QByteArr
     manifest.created = QDateTime::fromString(object[key("created")].toString(), Qt::ISODateWithMs);
     manifest.library = object[key("library")].toString();
     const QJsonArray memberObjects = object[key("members")].toArray();
-    for (const QJsonValue value : memberObjects) {
+    for (const auto& value : memberObjects) {
         const std::optional<Member> member = toMember(value.toObject());
         if (!member) {
             error = QStringLiteral("its member %1 is not one").arg(manifest.members.size() + 1);
@@ -163,7 +163,7 @@ std::optional<SupportBundleManifest> SupportBundleManifest::parse(const QByteArr
         manifest.members.append(*member);
     }
     const QJsonArray omissions = object[key("missing")].toArray();
-    for (const QJsonValue value : omissions)
+    for (const auto& value : omissions)
         manifest.missing.append(
             {nameOf(value.toObject()), value.toObject()[key("reason")].toString()});
     return manifest;
