@@ -14,6 +14,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 namespace zeltools
@@ -151,12 +152,23 @@ void SupportBundle::start(const QString& path)
     if (isRunning())
         return;
     m_isCancelled = false;
-    const auto result = std::make_shared<Result>();
-    m_thread.reset(QThread::create([this, path, result] { *result = run(path); }));
-    connect(m_thread.get(), &QThread::finished, this, [this, result] {
+    struct Work
+    {
+        Result result;
+        // Orders the thread before the signal. QThread does so, too, but the thread sanitizer does
+        // not see that inside Qt.
+        std::atomic<bool> isDone{false};
+    };
+    const auto work = std::make_shared<Work>();
+    m_thread.reset(QThread::create([this, path, work] {
+        work->result = run(path);
+        work->isDone = true;
+    }));
+    connect(m_thread.get(), &QThread::finished, this, [this, work] {
         m_thread->wait();
         m_thread.reset();
-        Q_EMIT finished(take(std::move(*result)));
+        if (work->isDone)
+            Q_EMIT finished(take(std::move(work->result)));
     });
     m_thread->start();
 }

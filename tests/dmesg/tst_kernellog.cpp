@@ -149,12 +149,17 @@ private Q_SLOTS:
             support::writeFile(QString("run%1").arg(i + 1),
                                QString(outputs[i]).replace('|', '\n').toUtf8() + '\n');
         Process process(500ms, 5ms);
-        QStringList lines;
-        QObject receiver; // in this thread
-        connect(&process, &DmesgProcess::newLines, &receiver, [&](const QStringList& newLines) {
-            lines += newLines;
-            lines.removeAll("");
+        QMutex mutex;
+        QString lines;
+        connect(&process, &DmesgProcess::newLines, [&](const QStringList& newLines) {
+            const QMutexLocker locker(&mutex);
+            for (const QString& line : newLines)
+                lines += line.isEmpty() ? line : '|' + line;
         });
+        const auto received = [&] {
+            const QMutexLocker locker(&mutex);
+            return lines.mid(1);
+        };
         const bool isChatty = QString(name) == "it never pauses";
         process.setCommand(
             script(QString("cat run$n; [ $n != %1 ] || %2")
@@ -164,7 +169,7 @@ private Q_SLOTS:
         process.start();
         QTRY_COMPARE(support::readFile("count").size(), int(outputs.size()));
         QTest::qWait(800);
-        QTRY_COMPARE_WITH_TIMEOUT(lines.join('|'), expected, 8000);
+        QTRY_COMPARE_WITH_TIMEOUT(received(), expected, 8000);
         QCOMPARE(takeWarnings().contains("lines may be missing"), hasGap);
     }
 
