@@ -25,7 +25,10 @@ MonitoredQThread::MonitoredQThread(const QString& name, AutoTick autoTick, Monit
     connect(this, &QThread::finished, this, &MonitoredQThread::end, Qt::DirectConnection);
 }
 
-MonitoredQThread::~MonitoredQThread() = default;
+MonitoredQThread::~MonitoredQThread()
+{
+    static_cast<void>(m_hasEnded.load());
+}
 
 void MonitoredQThread::begin(const QString& name, AutoTick autoTick)
 {
@@ -38,6 +41,7 @@ void MonitoredQThread::end()
 {
     m_timer.reset();
     m_monitor.unregisterCurrentThread();
+    m_hasEnded = true;
 }
 
 } // namespace monitored_threads

@@ -4,6 +4,7 @@
 
 #include <QThread>
 
+#include <atomic>
 #include <memory>
 
 class QTimer;
@@ -39,6 +40,9 @@ private:
 
     Monitor& m_monitor;
     std::unique_ptr<QTimer> m_timer;
+    // Orders the thread before the destructor. Waiting for the thread does so, too, but the thread
+    // sanitizer does not see that inside Qt.
+    std::atomic<bool> m_hasEnded{false};
 };
 
 } // namespace monitored_threads
