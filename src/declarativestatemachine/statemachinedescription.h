@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QVariant>
 
 #include <chrono>
 #include <functional>
@@ -36,10 +37,22 @@ struct TransitionDescription
     /// The sender of the signal: an object of the machine's thread, or one that outlives the
     /// machine.
     QObject* obj = nullptr;
-    const char* signal = nullptr;     ///< a normalized text such as `SIGNAL(stopped())`
-    std::function<bool()> guard = {}; ///< called for each signal; an empty one accepts all
+    const char* signal = nullptr; ///< a normalized text such as `SIGNAL(stopped())`
+    /// Called when the signal arrives, the timeout ends or the state has been entered; an empty one
+    /// accepts always. A timeout or an entry that it refuses is not tried again.
+    std::function<bool()> guard = {};
     std::chrono::milliseconds timeout{0};
     QString description = {}; ///< a label for pictures
+    /// Called when the transition fires: after the exit action of the state that is left and before
+    /// the action of the one that is entered. May be empty.
+    std::function<void()> action = {};
+    /// A guard that gets the arguments of the signal. If both guards are there, both must accept.
+    std::function<bool(const QVariantList&)> argumentsGuard = {};
+    /// An action that gets the arguments of the signal; called after `action`.
+    std::function<void(const QVariantList&)> argumentsAction = {};
+    /// The transition calls its actions and leaves no state, so that neither actions of states are
+    /// called nor timeouts begin again. `targetState` has no meaning then.
+    bool isTargetless = false;
 
     static TransitionDescription direct(QString target) { return {Direct, std::move(target)}; }
     static TransitionDescription after(std::chrono::milliseconds timeout, QString target)
@@ -52,23 +65,65 @@ struct TransitionDescription
         return {Signal, std::move(target), obj, signal, std::move(guard)};
     }
 
+    /// A transition without a target, for a signal that the state handles and stays.
+    static TransitionDescription inside(QObject* obj, const char* signal,
+                                        std::function<void(const QVariantList&)> action)
+    {
+        TransitionDescription transition = on(obj, signal, {});
+        transition.argumentsAction = std::move(action);
+        transition.isTargetless = true;
+        return transition;
+    }
+
+    bool hasGuard() const { return guard || argumentsGuard; }
     bool isOfKnownType() const { return type >= Direct && type <= Signal; }
 };
 
-/// A state. Its place in the list determines its role: the first state is the initial one, and the
-/// last state is final and has no transitions, unless it is also the first.
+/// A state. Its place in the list of the machine determines its role: the first state is the
+/// initial one, and the last state is final and has no transitions, unless it is also the first.
+///
+/// A state may have child states, of which the first one that is no history is entered with it. A
+/// transition leads to any state of the machine, whatever state is around it, and a state reacts to
+/// its own transitions while its children are active. Only its kind makes a child final; its parent
+/// does not emit anything then.
 struct StateDescription
 {
+    enum Kind : qint32 {
+        Ordinary = 0,
+        Parallel = 1,       ///< all child states are active at the same time
+        ShallowHistory = 2, ///< stands for the child that was active when its parent was left last
+        DeepHistory = 3,    ///< the same for the innermost states
+        Final = 4           ///< at the top it ends the machine, inside a state it only waits
+    };
+
     QString name;
     std::function<void()> action = {}; ///< called when the state is entered; may be empty
     std::vector<TransitionDescription> transitions = {};
     std::function<void()> exitAction = {}; ///< called when the state is left; may be empty
+    std::vector<StateDescription> states = {};
+    /// A history has no children and no actions. Before its parent has been active, it leads to the
+    /// target of its first direct transition, or to the initial child without one.
+    Kind kind = Ordinary;
+    /// If the state is active for longer, DeclarativeStateMachine::timeLimitExceeded() is emitted
+    /// and a Warning is logged, and the state stays. 0 is no limit.
+    std::chrono::milliseconds timeLimit{0};
+
+    bool isHistory() const { return kind == ShallowHistory || kind == DeepHistory; }
+};
+
+/// A signal as in TransitionDescription.
+struct ExpectedSignal
+{
+    QObject* obj = nullptr;
+    const char* signal = nullptr;
 };
 
 struct StateMachineDescription
 {
     std::vector<StateDescription> states;
     QString name = {}; ///< a title for pictures
+    /// The signals that the machine has to handle: findProblems() names those that no state takes.
+    std::vector<ExpectedSignal> expectedSignals = {};
 
     bool isFinal(size_t index) const { return index > 0 && index + 1 == states.size(); }
     /// The index of the state to which transitions of that name lead, which is the last one with

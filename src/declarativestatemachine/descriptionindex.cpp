@@ -1,0 +1,54 @@
+#include "declarativestatemachine/descriptionindex_p.h"
+
+namespace zeltools::declarativestatemachine
+{
+
+DescriptionIndex::DescriptionIndex(const StateMachineDescription& description)
+{
+    addStates(description.states);
+    addTransitions();
+}
+
+// The states that are still to be numbered are on a stack of its own, with the next one on top, so
+// that deep descriptions need no deep calls.
+void DescriptionIndex::addStates(const std::vector<StateDescription>& states)
+{
+    std::vector<State> open;
+    const auto push = [&open](const std::vector<StateDescription>& children, int parent) {
+        for (auto child = children.rbegin(); child != children.rend(); ++child)
+            open.push_back({&*child, parent, child->kind == StateDescription::Final, 0});
+    };
+    push(states, -1);
+    if (states.size() > 1)
+        open.front().isFinal = true;
+    while (!open.empty()) {
+        const State state = open.back();
+        open.pop_back();
+        const int number = static_cast<int>(m_states.size());
+        m_states.push_back(state);
+        m_numbers.insert(state.description->name, number);
+        push(state.description->states, number);
+    }
+}
+
+void DescriptionIndex::addTransitions()
+{
+    for (size_t i = 0; i < m_states.size(); ++i) {
+        m_states[i].firstTransition = static_cast<int>(m_transitions.size());
+        for (const TransitionDescription& transition : m_states[i].description->transitions) {
+            const int target = transition.isTargetless ? -1 : indexOf(transition.targetState);
+            m_transitions.push_back({&transition, static_cast<int>(i), target});
+        }
+    }
+}
+
+int DescriptionIndex::initialChildOf(int number) const
+{
+    for (size_t i = size_t(number + 1); i < m_states.size(); ++i) {
+        if (m_states[i].parent == number && !m_states[i].description->isHistory())
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+} // namespace zeltools::declarativestatemachine
