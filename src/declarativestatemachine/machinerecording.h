@@ -10,6 +10,7 @@
 #include <QVector>
 
 #include <chrono>
+#include <optional>
 #include <tuple>
 
 namespace zeltools::declarativestatemachine
@@ -59,7 +60,7 @@ struct ZELTOOLS_EXPORT MachineRecording
     };
 
     /// An argument of a signal. The value is kept if it is a bool, an integer (an enumerator is an
-    /// `int`), a floating-point number (as `double`), or a QString or QByteArray of at most 1024
+    /// `int`), a floating-point number (as `double`), or a QString or QByteArray of at most 256
     /// characters or bytes; it is invalid for anything else.
     struct Argument
     {
@@ -100,6 +101,12 @@ struct ZELTOOLS_EXPORT MachineRecording
     QVector<Entry> entries; ///< oldest first
     bool isStepUnfinished =
         false; ///< the value was made inside the last step, such as in an action
+
+    /// The recording as text, which docs/format-machine-recording.md describes.
+    QByteArray toText() const;
+    /// Reads what toText() has written: at most 16 MiB. Returns no value for anything else, with
+    /// line, column and reason in `error`.
+    static std::optional<MachineRecording> fromText(const QByteArray& text, QString& error);
 
     /// The states that are active after the last entry, in the order in which they were entered;
     /// empty for a machine that has stopped.
