@@ -4,6 +4,7 @@
 #include <zeltools/logging/logmodule.h>
 
 #include <QObject>
+#include <QStringList>
 #include <QTimer>
 
 namespace zeltools::declarativestatemachine
@@ -24,6 +25,7 @@ class ZELTOOLS_EXPORT DeclarativeStateMachine : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
+    Q_PROPERTY(QString currentState READ currentState NOTIFY stateChanged)
 
 public:
     /// The module must outlive the machine.
@@ -42,20 +44,42 @@ public:
 
     /// Enters the initial state when the event loop runs. Replaces a pending restart.
     void start();
+    /// Stops the machine when the event loop runs, without exit actions, and drops a pending
+    /// restart.
+    void stop();
     /// Stops the machine and starts it once, 100 ms after the last call.
     void restart();
+    /// Drops a pending restart, so that the machine stays stopped.
+    void cancelRestart();
     bool isRunning() const;
+
+    /// The names of the active states that have no active child, in the order of the description
+    /// and joined by ", "; empty while the machine does not run.
+    QString currentState() const;
+    /// The names of all active states, each before its children.
+    QStringList currentStates() const;
 
 Q_SIGNALS:
     void runningChanged();
+    /// Emitted once after each step in which other states became active, and after the machine has
+    /// stopped. A state that is left and entered again in one step is not another one.
+    void stateChanged();
+    /// Emitted last when the machine has reached a final state at the top and has stopped.
+    void finished();
+    /// Emitted once for each entry of a state that is still active when its time limit has passed.
+    void timeLimitExceeded(const QString& state);
 
 private:
+    void onRunningChanged();
+    void onTimeLimitExceeded(int state);
+
     const LogModule& m_module;
     InnerMachine* const m_machine; // deletes itself after abandon()
     QTimer m_restartTimer{this};
     bool m_isStarting = false;
     bool m_isStopAwaited = false;
     bool m_isStartAwaited = false; // as soon as it has stopped
+    bool m_isFinished = false;
 };
 
 } // namespace zeltools::declarativestatemachine

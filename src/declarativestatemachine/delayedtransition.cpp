@@ -28,6 +28,7 @@ public:
             owner->m_posted = nullptr;
     }
     void revoke() { t = QEvent::None; }
+    const DelayedTransition* owner() const { return m_owner; }
 
 private:
     QPointer<DelayedTransition> m_owner;
@@ -57,6 +58,13 @@ bool DelayedTransition::eventTest(QEvent* e)
 }
 
 void DelayedTransition::onTransition(QEvent*) {}
+
+bool DelayedTransition::isOfSameState(const QEvent* e) const
+{
+    const auto* const timeout = dynamic_cast<const TimeoutEvent*>(e);
+    return timeout != nullptr && timeout->owner() != nullptr &&
+           timeout->owner()->sourceState() == sourceState();
+}
 
 void DelayedTransition::postTimeout()
 {

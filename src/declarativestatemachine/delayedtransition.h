@@ -32,6 +32,9 @@ protected:
     bool eventTest(QEvent* e) override;
     void onTransition(QEvent* e) override;
 
+    /// Returns whether the event is the timeout of a delayed transition of the same state.
+    bool isOfSameState(const QEvent* e) const;
+
 private:
     class TimeoutEvent;
 

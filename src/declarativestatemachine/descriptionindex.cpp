@@ -44,7 +44,7 @@ void DescriptionIndex::addTransitions()
 
 int DescriptionIndex::initialChildOf(int number) const
 {
-    for (size_t i = size_t(number + 1); i < m_states.size(); ++i) {
+    for (size_t i = size_t(number + 1); i < m_states.size() && m_states[i].parent >= number; ++i) {
         if (m_states[i].parent == number && !m_states[i].description->isHistory())
             return static_cast<int>(i);
     }

@@ -33,6 +33,7 @@ public:
     const std::vector<Transition>& transitions() const { return m_transitions; }
 
     const State& state(int number) const { return m_states[size_t(number)]; }
+    const Transition& transition(int number) const { return m_transitions[size_t(number)]; }
     const QString& nameOf(int number) const { return state(number).description->name; }
     /// The state to which transitions of that name lead, which is the last one with the name; -1 if
     /// no state has it.

@@ -1,14 +1,19 @@
 #include "declarativestatemachine/innermachine_p.h"
 
 #include "declarativestatemachine/delayedtransition.h"
+#include "declarativestatemachine/describedtransition_p.h"
 #include "declarativestatemachine/guardedsignaltransition.h"
+#include "declarativestatemachine/machinebuilder_p.h"
 #include "declarativestatemachine/signalutils.h"
 #include "logging/logformatter.h"
 #include "logging/zelassert.h"
 
-#include <QFinalState>
 #include <QSignalTransition>
 #include <QState>
+#include <QTimer>
+
+#include <algorithm>
+#include <limits>
 
 namespace zeltools::declarativestatemachine
 {
@@ -16,54 +21,55 @@ namespace zeltools::declarativestatemachine
 namespace
 {
 
+// All delayed transitions have the same type of event. A timeout of the state around this one, or
+// of another region, belongs to the transitions of that state.
+class OwnTimeout : public DelayedTransition
+{
+public:
+    using DelayedTransition::DelayedTransition;
+
+protected:
+    bool eventTest(QEvent* e) override
+    {
+        return DelayedTransition::eventTest(e) && isOfSameState(e);
+    }
+};
+
 QString firedText(const TransitionDescription& transition, const QString& source)
 {
-    const QString& target = transition.targetState;
+    const QString way = transition.isTargetless
+                            ? QStringLiteral("inside %1").arg(source)
+                            : QStringLiteral("from %1 to %2").arg(source, transition.targetState);
     switch (transition.type) {
     case TransitionDescription::Direct:
-        return QStringLiteral(" ^ Transition from %1 to %2 triggered (direct)").arg(source, target);
+        return QStringLiteral(" ^ Transition %1 triggered (direct)").arg(way);
     case TransitionDescription::Timeout:
-        return QStringLiteral(" ^ Transition from %1 to %2 trigerred (timeout %3ms)")
-            .arg(source, target, QString::number(transition.timeout.count()));
+        return QStringLiteral(" ^ Transition %1 trigerred (timeout %2ms)")
+            .arg(way, QString::number(transition.timeout.count()));
     case TransitionDescription::Signal:
-        return QStringLiteral(" ^ Transition from %1 to %2 triggered, signal %3")
-            .arg(source, target,
-                 signalutils::classAndSignalName(transition.obj, transition.signal, false));
+        return QStringLiteral(" ^ Transition %1 triggered, signal %2")
+            .arg(way, signalutils::classAndSignalName(transition.obj, transition.signal, false));
     }
     return {};
 }
 
-void verify(bool holds, const char* expression, const QString& message, int line)
+QVariantList argumentsOf(QEvent* event)
 {
-    if (!holds)
-        printReleaseAssertMsg(expression, message, __FILE__, line);
-}
-
-// Building continues after a failed check.
-void verifyTransition(const TransitionDescription& transition, const QString& source,
-                      bool isSourceFinal, bool isTargetThere)
-{
-    verify(!isSourceFinal, "stateDescription.transitions.size() == 0",
-           QStringLiteral("Attempting to add transitions from final state %1").arg(source),
-           __LINE__);
-    verify(isTargetThere, "targetState != nullptr",
-           QStringLiteral("Attempting to set a transition to undefined state %1")
-               .arg(transition.targetState),
-           __LINE__);
-    if (transition.type == TransitionDescription::Signal) {
-        verify(signalutils::classContainsSignal(transition.obj, transition.signal),
-               "zeltools::signalutils::classContainsSignal(transitionDescription.obj, "
-               "transitionDescription.signal)",
-               QStringLiteral("Signal %1 does not exist").arg(QLatin1String(transition.signal)),
-               __LINE__);
-    }
+    return event->type() == QEvent::StateMachineSignal
+               ? static_cast<QStateMachine::SignalEvent*>(event)->arguments()
+               : QVariantList();
 }
 
 } // namespace
 
-InnerMachine::InnerMachine(const LogModule& module)
+InnerMachine::InnerMachine(const LogModule& module, Listener listener)
     : m_module(module)
+    , m_listener(std::move(listener))
 {
+    connect(this, &QStateMachine::runningChanged, this, [this](bool isRunning) {
+        if (!isRunning)
+            forgetStates();
+    });
 }
 
 InnerMachine::~InnerMachine() = default;
@@ -75,75 +81,180 @@ void InnerMachine::abandon()
         return;
     }
     stop();
+    m_recorder = nullptr;
     m_isAbandoned = true;
 }
 
 void InnerMachine::build(const StateMachineDescription& description)
 {
-    std::vector<QAbstractState*> built;
-    States states;
-    for (const StateDescription& state : description.states) {
-        built.push_back(addState(state, description.isFinal(built.size())));
-        states.insert(state.name, built.back());
-        if (built.size() == 1)
-            setInitialState(built.front());
-    }
-    for (size_t i = 0; i < built.size(); ++i) {
-        const StateDescription& state = description.states[i];
-        for (const TransitionDescription& transition : state.transitions)
-            addTransition(transition, state.name, built[i], states);
-    }
-}
-
-QAbstractState* InnerMachine::addState(const StateDescription& description, bool isFinal)
-{
-    QAbstractState* const state =
-        isFinal ? static_cast<QAbstractState*>(new QFinalState(this)) : new QState(this);
-    const auto run = [this, state](auto signal, const std::function<void()>& action) {
-        if (action)
-            connect(state, signal, this, [this, action] { callHost(action); });
-    };
-    run(&QAbstractState::entered, description.action);
-    run(&QAbstractState::exited, description.exitAction);
-    return state;
-}
-
-void InnerMachine::addTransition(const TransitionDescription& description,
-                                 const QString& sourceName, QAbstractState* source,
-                                 const States& states)
-{
-    auto* const sourceState = qobject_cast<QState*>(source);
-    QAbstractState* const targetState = states.value(description.targetState);
-    verifyTransition(description, sourceName, sourceState == nullptr, targetState != nullptr);
-    QAbstractTransition* const transition =
-        sourceState != nullptr ? makeTransition(description, sourceState) : nullptr;
-    if (transition == nullptr)
+    if (m_index) {
+        printReleaseAssertMsg("!m_index", "The machine already has a description", __FILE__,
+                              __LINE__);
         return;
-    connect(transition, &QAbstractTransition::triggered, this,
-            [this, text = firedText(description, sourceName)] {
-                if (!m_isAbandoned)
-                    LogFormatter(LogLevel::Debug).log(m_module).log(text);
-            });
-    transition->setTargetState(targetState);
-    sourceState->addTransition(transition);
+    }
+    m_description = description;
+    m_index.emplace(m_description);
+    m_statuses.resize(m_index->states().size());
+    for (const DescriptionIndex::Transition& transition : m_index->transitions())
+        m_firedTexts.push_back(
+            firedText(*transition.description, m_index->nameOf(transition.source)));
+    for (size_t i = 0; i < m_statuses.size(); ++i)
+        m_statuses[i].timeLimit = makeTimeLimit(static_cast<int>(i));
+    MachineBuilder(*this).build();
+}
+
+QTimer* InnerMachine::makeTimeLimit(int number)
+{
+    using std::chrono::milliseconds;
+    const milliseconds limit = m_index->state(number).description->timeLimit;
+    if (limit <= milliseconds(0))
+        return nullptr;
+    auto* const timer = new QTimer(this);
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer); // Other types may be early.
+    timer->setInterval(std::min(limit, milliseconds(std::numeric_limits<int>::max())));
+    connect(timer, &QTimer::timeout, this, [this, number] {
+        if (m_listener.timeLimitExceeded)
+            callHost([this, number] { m_listener.timeLimitExceeded(number); });
+    });
+    return timer;
 }
 
 QAbstractTransition* InnerMachine::makeTransition(const TransitionDescription& description,
-                                                  QState* source)
+                                                  int number, QState* source)
 {
     switch (description.type) {
     case TransitionDescription::Direct:
-        return new QSignalTransition(source, SIGNAL(entered()), source);
+        return new DescribedTransition<QSignalTransition>(*this, number, source, SIGNAL(entered()),
+                                                          source);
     case TransitionDescription::Timeout:
-        return new DelayedTransition(source, description.timeout);
-    case TransitionDescription::Signal: {
-        std::function<bool()> guard;
-        if (description.guard)
-            guard = [this, asked = description.guard] { return callHost(asked); };
-        return new GuardedSignalTransition(description.obj, description.signal, source, guard);
-    }
+        return new DescribedTransition<OwnTimeout>(*this, number, source, description.timeout);
+    case TransitionDescription::Signal:
+        return new DescribedTransition<GuardedSignalTransition>(*this, number, description.obj,
+                                                                description.signal, source);
     }
     return nullptr;
+}
+
+std::vector<int> InnerMachine::activeStates() const
+{
+    std::vector<int> numbers;
+    for (size_t i = 0; i < m_statuses.size(); ++i) {
+        if (m_statuses[i].isActive)
+            numbers.push_back(static_cast<int>(i));
+    }
+    return numbers;
+}
+
+std::vector<int> InnerMachine::innermostStates() const
+{
+    const std::vector<int> active = activeStates();
+    std::vector<bool> hasActiveChild(m_statuses.size());
+    for (int number : active) {
+        const int parent = m_index->state(number).parent;
+        if (parent >= 0)
+            hasActiveChild[size_t(parent)] = true;
+    }
+    std::vector<int> numbers;
+    std::copy_if(active.begin(), active.end(), std::back_inserter(numbers),
+                 [&](int number) { return !hasActiveChild[size_t(number)]; });
+    return numbers;
+}
+
+QStringList InnerMachine::namesOf(const std::vector<int>& states) const
+{
+    QStringList names;
+    for (int state : states)
+        names.append(m_index->nameOf(state));
+    return names;
+}
+
+void InnerMachine::publishChange()
+{
+    bool hasChanged = false;
+    for (int number : m_touched) {
+        Status& status = m_statuses[size_t(number)];
+        hasChanged = hasChanged || status.isActive != status.isPublished;
+        status.isPublished = status.isActive;
+    }
+    m_touched.clear();
+    if (hasChanged && m_listener.stateChanged)
+        callHost(m_listener.stateChanged);
+}
+
+void InnerMachine::endMicrostep(QEvent*)
+{
+    publishChange();
+}
+
+void InnerMachine::enter(int state)
+{
+    if (!m_isUnderWay && m_recorder != nullptr)
+        m_recorder->started();
+    m_isUnderWay = true;
+    Status& status = m_statuses[size_t(state)];
+    status.isActive = true;
+    m_touched.push_back(state);
+    if (status.timeLimit != nullptr)
+        status.timeLimit->start();
+    if (m_recorder != nullptr)
+        m_recorder->entered(state);
+    const auto& action = m_index->state(state).description->action;
+    if (action)
+        callHost(action);
+}
+
+void InnerMachine::leave(int state)
+{
+    Status& status = m_statuses[size_t(state)];
+    status.isActive = false;
+    m_touched.push_back(state);
+    if (status.timeLimit != nullptr)
+        status.timeLimit->stop();
+    if (m_recorder != nullptr)
+        m_recorder->left(state);
+    const auto& action = m_index->state(state).description->exitAction;
+    if (action)
+        callHost(action);
+}
+
+bool InnerMachine::accepts(int transition, QEvent* event)
+{
+    const TransitionDescription& description = *m_index->transition(transition).description;
+    bool isAccepted = !description.guard || callHost(description.guard);
+    if (isAccepted && description.argumentsGuard)
+        isAccepted = callHost([&] { return description.argumentsGuard(argumentsOf(event)); });
+    if (m_recorder != nullptr)
+        m_recorder->guardChecked(transition, isAccepted);
+    return isAccepted;
+}
+
+void InnerMachine::fire(int transition, QEvent* event)
+{
+    if (m_isAbandoned)
+        return;
+    LogFormatter(LogLevel::Debug).log(m_module).log(m_firedTexts[size_t(transition)]);
+    const TransitionDescription& description = *m_index->transition(transition).description;
+    if (m_recorder != nullptr)
+        m_recorder->fired(transition, argumentsOf(event));
+    if (description.action)
+        callHost(description.action);
+    if (description.argumentsAction)
+        callHost([&] { description.argumentsAction(argumentsOf(event)); });
+}
+
+void InnerMachine::forgetStates()
+{
+    for (int number : activeStates()) {
+        Status& status = m_statuses[size_t(number)];
+        status.isActive = false;
+        m_touched.push_back(number);
+        if (status.timeLimit != nullptr)
+            status.timeLimit->stop();
+    }
+    m_isUnderWay = false;
+    if (m_recorder != nullptr)
+        m_recorder->stopped();
 }
 
 } // namespace zeltools::declarativestatemachine
