@@ -182,8 +182,29 @@ void InnerMachine::publishChange()
         callHost(m_listener.stateChanged);
 }
 
+void InnerMachine::beginSelectTransitions(QEvent*)
+{
+    if (m_recorder != nullptr)
+        m_recorder->stepBegun();
+}
+
+// If there are transitions, the step goes on with beginMicrostep() before the host is called.
+void InnerMachine::endSelectTransitions(QEvent*)
+{
+    if (m_recorder != nullptr)
+        m_recorder->stepEnded();
+}
+
+void InnerMachine::beginMicrostep(QEvent*)
+{
+    if (m_recorder != nullptr)
+        m_recorder->stepGoesOn();
+}
+
 void InnerMachine::endMicrostep(QEvent*)
 {
+    if (m_recorder != nullptr)
+        m_recorder->stepEnded();
     publishChange();
 }
 
@@ -225,7 +246,7 @@ bool InnerMachine::accepts(int transition, QEvent* event)
     if (isAccepted && description.argumentsGuard)
         isAccepted = callHost([&] { return description.argumentsGuard(argumentsOf(event)); });
     if (m_recorder != nullptr)
-        m_recorder->guardChecked(transition, isAccepted);
+        m_recorder->guardChecked(transition, isAccepted, argumentsOf(event));
     return isAccepted;
 }
 

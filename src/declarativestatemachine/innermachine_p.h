@@ -51,6 +51,10 @@ public:
     /// nothing.
     void setRecorder(MachineRecorder* recorder) { m_recorder = recorder; }
 
+    /// The name in the description.
+    const QString& name() const { return m_description.name; }
+    /// Whether the machine has entered its first state and has not stopped.
+    bool isUnderWay() const { return m_isUnderWay; }
     /// The active states in the order of the description; empty while the machine does not run.
     std::vector<int> activeStates() const;
     /// The active states that have no active child.
@@ -85,6 +89,9 @@ public:
     }
 
 protected:
+    void beginSelectTransitions(QEvent* event) override;
+    void endSelectTransitions(QEvent* event) override;
+    void beginMicrostep(QEvent* event) override;
     void endMicrostep(QEvent* event) override;
 
 private:
