@@ -95,9 +95,8 @@ void DeclarativeStateMachine::makeRecorder()
     m_recorder.reset();
     if (m_maximumEntries <= 0 || m_names == nullptr)
         return;
-    m_recorder = std::make_unique<MachineRecorder>(m_names, m_maximumEntries,
-                                                   m_machine->isUnderWay(),
-                                                   m_machine->activeStates());
+    m_recorder = std::make_unique<MachineRecorder>(
+        m_names, m_maximumEntries, m_machine->isUnderWay(), m_machine->activeStates());
     m_machine->setRecorder(m_recorder.get());
 }
 

@@ -239,12 +239,18 @@ void InnerMachine::leave(int state)
         callHost(action);
 }
 
-bool InnerMachine::accepts(int transition, QEvent* event)
+bool InnerMachine::askGuards(int transition, QEvent* event)
 {
     const TransitionDescription& description = *m_index->transition(transition).description;
-    bool isAccepted = !description.guard || callHost(description.guard);
-    if (isAccepted && description.argumentsGuard)
-        isAccepted = callHost([&] { return description.argumentsGuard(argumentsOf(event)); });
+    if (description.guard && !callHost(description.guard))
+        return false;
+    return !description.argumentsGuard ||
+           callHost([&] { return description.argumentsGuard(argumentsOf(event)); });
+}
+
+bool InnerMachine::accepts(int transition, QEvent* event)
+{
+    const bool isAccepted = askGuards(transition, event);
     if (m_recorder != nullptr)
         m_recorder->guardChecked(transition, isAccepted, argumentsOf(event));
     return isAccepted;

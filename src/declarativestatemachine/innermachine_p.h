@@ -9,6 +9,7 @@
 
 #include <optional>
 
+class QAbstractState;
 class QAbstractTransition;
 class QState;
 class QTimer;
@@ -67,6 +68,9 @@ public:
     virtual QAbstractTransition* makeTransition(const TransitionDescription& description,
                                                 int number, QState* source);
 
+    /// The states by their numbers, null for those that are left out.
+    virtual void statesBuilt(const std::vector<QAbstractState*>& /*states*/) {}
+
     /// What states and transitions tell and ask while the machine runs.
     void enter(int state);
     void leave(int state);
@@ -89,6 +93,9 @@ public:
     }
 
 protected:
+    /// Calls the guards of the transition.
+    virtual bool askGuards(int transition, QEvent* event);
+
     void beginSelectTransitions(QEvent* event) override;
     void endSelectTransitions(QEvent* event) override;
     void beginMicrostep(QEvent* event) override;

@@ -1,5 +1,6 @@
 #include "declarativestatemachine/machinerecording.h"
 #include "declarativestatemachine/recordedargument_p.h"
+#include "declarativestatemachine/recordingtext_p.h"
 #include "quotedwords.h"
 
 namespace zeltools::declarativestatemachine
@@ -46,6 +47,22 @@ QByteArray transitionText(const Entry& entry)
            QByteArray::number(entry.transition.number) + " by " + quoted(entry.trigger);
 }
 
+QByteArray headText(const MachineRecording& recording)
+{
+    QByteArray text = "zeltools machine recording 1\nmachine " + quoted(recording.machine) + '\n';
+    if (recording.start.isValid())
+        text += "start " + recording.start.toUTC().toString(Qt::ISODateWithMs).toLatin1() + '\n';
+    text += "duration " + timeText(recording.duration) + '\n';
+    text += "dropped " + QByteArray::number(recording.dropped) + '\n';
+    if (recording.wasRunning)
+        text += "running\n";
+    for (const MachineRecording::ActiveState& active : recording.activeBefore)
+        text += "active " + stateText(active.state) + " since " + timeText(active.since) + '\n';
+    return text;
+}
+
+} // namespace
+
 QByteArray happenedText(const Entry& entry)
 {
     switch (entry.kind) {
@@ -65,22 +82,6 @@ QByteArray happenedText(const Entry& entry)
     }
     return {};
 }
-
-QByteArray headText(const MachineRecording& recording)
-{
-    QByteArray text = "zeltools machine recording 1\nmachine " + quoted(recording.machine) + '\n';
-    if (recording.start.isValid())
-        text += "start " + recording.start.toUTC().toString(Qt::ISODateWithMs).toLatin1() + '\n';
-    text += "duration " + timeText(recording.duration) + '\n';
-    text += "dropped " + QByteArray::number(recording.dropped) + '\n';
-    if (recording.wasRunning)
-        text += "running\n";
-    for (const MachineRecording::ActiveState& active : recording.activeBefore)
-        text += "active " + stateText(active.state) + " since " + timeText(active.since) + '\n';
-    return text;
-}
-
-} // namespace
 
 QByteArray MachineRecording::toText() const
 {

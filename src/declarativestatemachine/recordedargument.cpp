@@ -2,7 +2,7 @@
 
 #include "quotedwords.h"
 
-#include <limits>
+#include <QLocale>
 
 namespace zeltools::declarativestatemachine
 {
@@ -103,7 +103,7 @@ QByteArray argumentText(const MachineRecording::Argument& argument)
         word = quotedWord(value.toByteArray());
         break;
     case QMetaType::Double:
-        word = QByteArray::number(value.toDouble(), 'g', std::numeric_limits<double>::max_digits10);
+        word = QByteArray::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
         break;
     default:
         word = value.toString().toLatin1();
