@@ -23,8 +23,8 @@ bool isDigits(const QByteArray& text)
 // Reads "12" or "0.25"; -1 for anything else.
 qint64 microsecondsOf(const QByteArray& text)
 {
-    const int point = text.indexOf('.');
-    const QByteArray whole = text.left(point);
+    const auto point = text.indexOf('.');
+    const QByteArray whole = point < 0 ? text : text.left(point);
     const QByteArray decimals = point < 0 ? QByteArray("0") : text.mid(point + 1);
     const bool isRight = isDigits(whole) && isDigits(decimals) && decimals.size() <= 3;
     bool isRead = false;
