@@ -31,6 +31,11 @@ DeclarativeStateMachine::~DeclarativeStateMachine()
 void DeclarativeStateMachine::setDescription(const StateMachineDescription& description)
 {
     m_machine->build(description);
+    // The objects whose signals have names here may be gone when a recording is made.
+    if (m_names == nullptr)
+        m_names = std::make_shared<RecordedNames>(m_machine->index());
+    if (m_recorder == nullptr)
+        makeRecorder();
 }
 
 void DeclarativeStateMachine::start()
@@ -76,6 +81,28 @@ QString DeclarativeStateMachine::currentState() const
 QStringList DeclarativeStateMachine::currentStates() const
 {
     return m_machine->namesOf(m_machine->activeStates());
+}
+
+void DeclarativeStateMachine::setRecording(int maximumEntries)
+{
+    m_maximumEntries = maximumEntries;
+    makeRecorder();
+}
+
+void DeclarativeStateMachine::makeRecorder()
+{
+    m_machine->setRecorder(nullptr);
+    m_recorder.reset();
+    if (m_maximumEntries <= 0 || m_names == nullptr)
+        return;
+    m_recorder = std::make_unique<MachineRecorder>(
+        m_names, m_maximumEntries, m_machine->isUnderWay(), m_machine->activeStates());
+    m_machine->setRecorder(m_recorder.get());
+}
+
+MachineRecording DeclarativeStateMachine::recording() const
+{
+    return m_recorder != nullptr ? m_recorder->recording(m_machine->name()) : MachineRecording();
 }
 
 // Each signal may destroy this object; the inner machine lives until the event loop runs.

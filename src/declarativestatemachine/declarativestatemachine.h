@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/declarativestatemachine/machinerecording.h>
 #include <zeltools/declarativestatemachine/statemachinedescription.h>
 #include <zeltools/logging/logmodule.h>
 
@@ -7,10 +8,14 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <memory>
+
 namespace zeltools::declarativestatemachine
 {
 
 class InnerMachine;
+class MachineRecorder;
+class RecordedNames;
 
 /// Runs a sequence that is described as data. Each transition that fires is logged at Debug under
 /// the machine's module (" ^ Transition from Filling to Draining triggered, signal Tank::full"),
@@ -59,6 +64,14 @@ public:
     /// The names of all active states, each before its children.
     QStringList currentStates() const;
 
+    /// Keeps the last entries of what the machine does from now on, at most
+    /// MachineRecording::maximumEntries, for which it allocates memory at once. It may be called at
+    /// any time and drops what was recorded before; 0, the default, records nothing.
+    void setRecording(int maximumEntries);
+    /// What was recorded up to now. It may be called while the machine runs, also in its actions
+    /// and guards.
+    MachineRecording recording() const;
+
 Q_SIGNALS:
     void runningChanged();
     /// Emitted once after each step in which other states became active, and after the machine has
@@ -72,9 +85,13 @@ Q_SIGNALS:
 private:
     void onRunningChanged();
     void onTimeLimitExceeded(int state);
+    void makeRecorder();
 
     const LogModule& m_module;
     InnerMachine* const m_machine; // deletes itself after abandon()
+    std::shared_ptr<const RecordedNames> m_names;
+    std::unique_ptr<MachineRecorder> m_recorder;
+    int m_maximumEntries = 0;
     QTimer m_restartTimer{this};
     bool m_isStarting = false;
     bool m_isStopAwaited = false;

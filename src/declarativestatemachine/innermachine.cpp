@@ -182,8 +182,29 @@ void InnerMachine::publishChange()
         callHost(m_listener.stateChanged);
 }
 
+void InnerMachine::beginSelectTransitions(QEvent*)
+{
+    if (m_recorder != nullptr)
+        m_recorder->stepBegun();
+}
+
+// If there are transitions, the step goes on with beginMicrostep() before the host is called.
+void InnerMachine::endSelectTransitions(QEvent*)
+{
+    if (m_recorder != nullptr)
+        m_recorder->stepEnded();
+}
+
+void InnerMachine::beginMicrostep(QEvent*)
+{
+    if (m_recorder != nullptr)
+        m_recorder->stepGoesOn();
+}
+
 void InnerMachine::endMicrostep(QEvent*)
 {
+    if (m_recorder != nullptr)
+        m_recorder->stepEnded();
     publishChange();
 }
 
@@ -218,14 +239,20 @@ void InnerMachine::leave(int state)
         callHost(action);
 }
 
-bool InnerMachine::accepts(int transition, QEvent* event)
+bool InnerMachine::askGuards(int transition, QEvent* event)
 {
     const TransitionDescription& description = *m_index->transition(transition).description;
-    bool isAccepted = !description.guard || callHost(description.guard);
-    if (isAccepted && description.argumentsGuard)
-        isAccepted = callHost([&] { return description.argumentsGuard(argumentsOf(event)); });
+    if (description.guard && !callHost(description.guard))
+        return false;
+    return !description.argumentsGuard ||
+           callHost([&] { return description.argumentsGuard(argumentsOf(event)); });
+}
+
+bool InnerMachine::accepts(int transition, QEvent* event)
+{
+    const bool isAccepted = askGuards(transition, event);
     if (m_recorder != nullptr)
-        m_recorder->guardChecked(transition, isAccepted);
+        m_recorder->guardChecked(transition, isAccepted, argumentsOf(event));
     return isAccepted;
 }
 

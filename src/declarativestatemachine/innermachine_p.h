@@ -9,6 +9,7 @@
 
 #include <optional>
 
+class QAbstractState;
 class QAbstractTransition;
 class QState;
 class QTimer;
@@ -51,6 +52,10 @@ public:
     /// nothing.
     void setRecorder(MachineRecorder* recorder) { m_recorder = recorder; }
 
+    /// The name in the description.
+    const QString& name() const { return m_description.name; }
+    /// Whether the machine has entered its first state and has not stopped.
+    bool isUnderWay() const { return m_isUnderWay; }
     /// The active states in the order of the description; empty while the machine does not run.
     std::vector<int> activeStates() const;
     /// The active states that have no active child.
@@ -62,6 +67,9 @@ public:
     /// Makes a transition of the state, without its target; null if the type is unknown.
     virtual QAbstractTransition* makeTransition(const TransitionDescription& description,
                                                 int number, QState* source);
+
+    /// The states by their numbers, null for those that are left out.
+    virtual void statesBuilt(const std::vector<QAbstractState*>& /*states*/) {}
 
     /// What states and transitions tell and ask while the machine runs.
     void enter(int state);
@@ -85,6 +93,12 @@ public:
     }
 
 protected:
+    /// Calls the guards of the transition.
+    virtual bool askGuards(int transition, QEvent* event);
+
+    void beginSelectTransitions(QEvent* event) override;
+    void endSelectTransitions(QEvent* event) override;
+    void beginMicrostep(QEvent* event) override;
     void endMicrostep(QEvent* event) override;
 
 private:

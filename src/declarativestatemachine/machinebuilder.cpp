@@ -55,6 +55,7 @@ void MachineBuilder::build()
         setDefaultOf(i);
     for (int i = 0; i < static_cast<int>(m_index.transitions().size()); ++i)
         addTransition(i);
+    m_machine.statesBuilt(m_states);
 }
 
 QAbstractState* MachineBuilder::addState(int number)
