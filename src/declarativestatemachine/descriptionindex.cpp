@@ -1,5 +1,7 @@
 #include "declarativestatemachine/descriptionindex_p.h"
 
+#include <algorithm>
+
 namespace zeltools::declarativestatemachine
 {
 
@@ -16,7 +18,7 @@ void DescriptionIndex::addStates(const std::vector<StateDescription>& states)
     std::vector<State> open;
     const auto push = [&open](const std::vector<StateDescription>& children, int parent) {
         for (auto child = children.rbegin(); child != children.rend(); ++child)
-            open.push_back({&*child, parent, child->kind == StateDescription::Final, 0});
+            open.push_back({&*child, parent, child->kind == StateDescription::Final, 0, 0});
     };
     push(states, -1);
     if (states.size() > 1)
@@ -28,6 +30,13 @@ void DescriptionIndex::addStates(const std::vector<StateDescription>& states)
         m_states.push_back(state);
         m_numbers.insert(state.description->name, number);
         push(state.description->states, number);
+    }
+    for (int number = static_cast<int>(m_states.size()) - 1; number >= 0; --number) {
+        State& state = m_states[size_t(number)];
+        state.end = std::max(state.end, number + 1);
+        if (state.parent >= 0)
+            m_states[size_t(state.parent)].end =
+                std::max(m_states[size_t(state.parent)].end, state.end);
     }
 }
 
@@ -44,11 +53,11 @@ void DescriptionIndex::addTransitions()
 
 int DescriptionIndex::initialChildOf(int number) const
 {
-    for (size_t i = size_t(number + 1); i < m_states.size(); ++i) {
-        if (m_states[i].parent == number && !m_states[i].description->isHistory())
-            return static_cast<int>(i);
-    }
-    return -1;
+    const int end = number < 0 ? static_cast<int>(m_states.size()) : state(number).end;
+    int child = number + 1;
+    while (child < end && state(child).description->isHistory())
+        child = state(child).end;
+    return child < end ? child : -1;
 }
 
 } // namespace zeltools::declarativestatemachine

@@ -19,6 +19,7 @@ public:
         int parent; ///< the number of the state around it, -1 for a state of the machine itself
         bool isFinal;
         int firstTransition;
+        int end; ///< its descendants have the numbers between its own and this one
     };
     struct Transition
     {
@@ -33,6 +34,9 @@ public:
     const std::vector<Transition>& transitions() const { return m_transitions; }
 
     const State& state(int number) const { return m_states[size_t(number)]; }
+    bool hasChildren(int number) const { return state(number).end > number + 1; }
+    /// Whether the inner state is the outer one or a descendant of it.
+    bool contains(int outer, int inner) const { return outer <= inner && inner < state(outer).end; }
     const QString& nameOf(int number) const { return state(number).description->name; }
     /// The state to which transitions of that name lead, which is the last one with the name; -1 if
     /// no state has it.
