@@ -1,0 +1,114 @@
+#pragma once
+
+#include <zeltools/zeltools_export.h>
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QMap>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+#include <chrono>
+#include <tuple>
+
+namespace zeltools::declarativestatemachine
+{
+
+/// The last things that a DeclarativeStateMachine did, by the names of its description: a value
+/// that does not refer to the machine. toDot() draws it, playBack() takes a machine the same way
+/// again.
+///
+/// All times count from `start`, on a clock that nobody sets.
+struct ZELTOOLS_EXPORT MachineRecording
+{
+    /// Entries that a recording has at most.
+    static constexpr int maximumEntries = 100000;
+
+    /// A state of the description. Of several states with the same name, `copy` is 1 for the first
+    /// one in the text of the description, 2 for the second one, and so on.
+    struct State
+    {
+        QString name;
+        int copy = 1;
+
+        bool operator==(const State& other) const
+        {
+            return name == other.name && copy == other.copy;
+        }
+        bool operator<(const State& other) const
+        {
+            return std::tie(name, copy) < std::tie(other.name, other.copy);
+        }
+    };
+
+    /// A transition of the description.
+    struct Transition
+    {
+        State source;
+        int number = 0; ///< in its state, from 1
+
+        bool operator==(const Transition& other) const
+        {
+            return source == other.source && number == other.number;
+        }
+        bool operator<(const Transition& other) const
+        {
+            return std::tie(source, number) < std::tie(other.source, other.number);
+        }
+    };
+
+    /// An argument of a signal. The value is kept if it is a bool, an integer (an enumerator is an
+    /// `int`), a floating-point number (as `double`), or a QString or QByteArray of at most 1024
+    /// characters or bytes; it is invalid for anything else.
+    struct Argument
+    {
+        QByteArray type; ///< the name of the type
+        QVariant value;
+    };
+
+    /// A machine steps from states to states in this order: it asks guards, leaves states, fires
+    /// transitions (which call their actions) and enters states. A step in which no guard accepts
+    /// has guards only.
+    struct Entry
+    {
+        enum Kind : quint8 { Started, Stopped, Guard, Left, Fired, Entered };
+
+        Kind kind = Started;
+        std::chrono::microseconds time{0};
+        bool beginsStep = true; ///< false if the entry belongs to the step of the one before
+        Transition transition;  ///< Guard, Fired: the transition. Left, Entered: its source is the
+                                ///< state
+        QString trigger; ///< Guard, Fired: "direct", "timeout 500ms", "signal Tank::full(int)"
+        bool isAccepted = false;     ///< Guard: the answer
+        QVector<Argument> arguments; ///< Guard, Fired: those of the signal
+    };
+
+    /// A state that was active already at the first entry.
+    struct ActiveState
+    {
+        State state;
+        std::chrono::microseconds since{0}; ///< when it was entered
+    };
+
+    QString machine;                       ///< the name in the description
+    QDateTime start;                       ///< the time of day when the recording began
+    std::chrono::microseconds duration{0}; ///< from `start` until this value was made
+    qint64 dropped = 0;                    ///< older entries, which are lost
+    bool wasRunning = false;               ///< at the first entry
+    QVector<ActiveState> activeBefore;
+    QVector<Entry> entries; ///< oldest first
+    bool isStepUnfinished =
+        false; ///< the value was made inside the last step, such as in an action
+
+    /// The states that are active after the last entry, in the order in which they were entered;
+    /// empty for a machine that has stopped.
+    QVector<State> currentStates() const;
+    /// How long each state was active, up to the end of the recording. A state that was not active
+    /// is missing. The time of states that were left in lost entries is lost too.
+    QMap<State, std::chrono::microseconds> timesSpent() const;
+    /// How often each transition fired. One that did not is missing.
+    QMap<Transition, int> timesFired() const;
+};
+
+} // namespace zeltools::declarativestatemachine
