@@ -1,11 +1,14 @@
 #include "declarativestatemachine/dotwriter.h"
 
 #include "declarativestatemachine/descriptionindex_p.h"
-#include "declarativestatemachine/signalutils.h"
+#include "declarativestatemachine/dotlabels_p.h"
+#include "declarativestatemachine/machinerecording.h"
+#include "declarativestatemachine/picturemarks_p.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 #include <QTextStream>
+
+#include <algorithm>
 
 namespace zeltools::declarativestatemachine
 {
@@ -13,64 +16,7 @@ namespace zeltools::declarativestatemachine
 namespace
 {
 
-// An SVG document must not contain control characters, not even as entities, and Graphviz reads
-// entities such as "&lt;" in a label.
-QString quoted(QString text)
-{
-    static const QRegularExpression s_entity(QStringLiteral("&(?=#?\\w+;)"));
-    text.replace(s_entity, QStringLiteral("&amp;"));
-    text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
-    text.replace(QLatin1Char('"'), QLatin1String("\\\""));
-    text.replace(QLatin1Char('\n'), QLatin1String("\\n"));
-    for (QChar& c : text) {
-        if (c < QLatin1Char(' '))
-            c = QChar(0x2400 + c.unicode()); // the character's symbol
-        else if (c.unicode() >= 0xfffe)
-            c = QChar::ReplacementCharacter;
-    }
-    return QLatin1Char('"') + text + QLatin1Char('"');
-}
-
-QString triggerText(const TransitionDescription& transition)
-{
-    switch (transition.type) {
-    case TransitionDescription::Direct:
-        return QStringLiteral("direct");
-    case TransitionDescription::Timeout:
-        return QStringLiteral("after %1 ms").arg(transition.timeout.count());
-    case TransitionDescription::Signal:
-        return signalutils::classAndSignalName(transition.obj, transition.signal, true);
-    }
-    return QStringLiteral("never");
-}
-
-QString labelOf(const TransitionDescription& transition)
-{
-    QString label = transition.description;
-    if (!label.isEmpty())
-        label += QLatin1Char('\n');
-    label += triggerText(transition);
-    if (transition.hasGuard())
-        label += QLatin1String(" [guard]");
-    if (transition.action || transition.argumentsAction)
-        label += QLatin1String(" / action");
-    return label;
-}
-
-// The transitions without a target are lines inside of the box, below the name of the state.
-QString labelOf(const StateDescription& state)
-{
-    QString label = state.name;
-    if (state.isHistory())
-        label.prepend(QLatin1String(state.kind == StateDescription::DeepHistory ? "H*\n" : "H\n"));
-    if (state.timeLimit.count() > 0)
-        label += QStringLiteral("\nat most %1 ms").arg(state.timeLimit.count());
-    for (const TransitionDescription& transition : state.transitions) {
-        if (transition.isTargetless)
-            label += QLatin1String("\ninside: ") + labelOf(transition);
-    }
-    return label;
-}
+using dotlabels::quoted;
 
 // A state with children is a cluster with a point inside. Graphviz has no edges between clusters,
 // but cuts an edge at the border of one: those to the state end at the point, which is above its
@@ -78,20 +24,24 @@ QString labelOf(const StateDescription& state)
 class DotWriter
 {
 public:
-    explicit DotWriter(const StateMachineDescription& description)
-        : m_description(description)
-        , m_index(description)
+    DotWriter(const StateMachineDescription& description, const DescriptionIndex& index,
+              const PictureMarks& marks)
+        : m_index(index)
+        , m_marks(marks)
         , m_out(&m_text)
     {
+        m_out << "digraph " << quoted(description.name) << " {\n";
+        if (index.states().size() > description.states.size())
+            line() << "compound=true;\n";
+        if (!marks.caption().isEmpty())
+            line() << "label=" << quoted(marks.caption()) << ";\n";
+        line() << "node [shape=box, style=rounded];\n";
     }
 
     QString write()
     {
-        m_out << "digraph " << quoted(m_description.name) << " {\n";
-        if (m_index.states().size() > m_description.states.size())
-            m_out << "    compound=true;\n";
-        m_out << "    node [shape=box, style=rounded];\n";
-        for (int i = 0; i < int(m_index.states().size()); ++i) {
+        const int states = static_cast<int>(m_index.states().size());
+        for (int i = 0; i < states; ++i) {
             closeClusters(m_index.state(i).parent);
             if (m_index.hasChildren(i))
                 openCluster(i);
@@ -101,10 +51,10 @@ public:
         closeClusters(-1);
         if (m_index.initialChildOf(-1) >= 0)
             line() << "start [shape=point];\n";
-        for (int i = -1; i < int(m_index.states().size()); ++i)
+        for (int i = -1; i < states; ++i)
             writeInitialEdge(i);
-        for (const DescriptionIndex::Transition& transition : m_index.transitions())
-            writeEdge(transition);
+        for (int i = 0; i < int(m_index.transitions().size()); ++i)
+            writeEdge(i);
         m_out << "}\n";
         m_out.flush();
         return m_text;
@@ -114,13 +64,59 @@ private:
     // Deep states have the indentation of the tenth level, which keeps the text short.
     QTextStream& line()
     {
-        return m_out << QString(4 * (1 + std::min(m_clusters.size(), 10)), QLatin1Char(' '));
+        return m_out << QString(4 * (1 + std::min(int(m_clusters.size()), 10)), QLatin1Char(' '));
     }
 
-    bool isRegion(int number) const
+    void writeAttributes(const QStringList& attributes)
     {
-        const int parent = m_index.state(number).parent;
-        return parent >= 0 && m_index.state(parent).description->kind == StateDescription::Parallel;
+        if (!attributes.isEmpty())
+            m_out << " [" << attributes.join(QStringLiteral(", ")) << ']';
+        m_out << ";\n";
+    }
+
+    bool isParallel(int number) const
+    {
+        return number >= 0 && m_index.state(number).description->kind == StateDescription::Parallel;
+    }
+
+    QStringList attributesOf(int number) const
+    {
+        const bool isHistory = m_index.state(number).description->isHistory();
+        QStringList styles{isHistory ? QStringLiteral("solid") : QStringLiteral("rounded")};
+        if (isParallel(m_index.state(number).parent) && !isHistory)
+            styles << QStringLiteral("dashed");
+        if (!m_marks.caption().isEmpty())
+            styles << QStringLiteral("filled");
+        QStringList attributes{QLatin1String("label=") +
+                               quoted(dotlabels::labelOf(m_index, number, m_marks))};
+        if (isHistory)
+            attributes << QStringLiteral("shape=ellipse");
+        if (styles.size() > 1)
+            attributes << QStringLiteral("style=\"%1\"").arg(styles.join(QLatin1Char(',')));
+        else if (m_index.hasChildren(number))
+            attributes << QStringLiteral("style=rounded");
+        return attributes + m_marks.stateAttributes(number, m_index.hasChildren(number));
+    }
+
+    void writeNode(int number)
+    {
+        QStringList attributes = attributesOf(number);
+        if (m_index.state(number).isFinal)
+            attributes << QStringLiteral("peripheries=2");
+        line() << 's' << number;
+        writeAttributes(attributes);
+    }
+
+    void openCluster(int number)
+    {
+        line() << "subgraph cluster_" << number << " {\n";
+        m_clusters.append(number);
+        line() << "graph";
+        writeAttributes(attributesOf(number));
+        line() << 's' << number;
+        writeAttributes(isParallel(number) ? QStringList{QStringLiteral("shape=point"),
+                                                         QStringLiteral("style=invis")}
+                                           : QStringList{QStringLiteral("shape=point")});
     }
 
     void closeClusters(int parent)
@@ -131,50 +127,24 @@ private:
         }
     }
 
-    void openCluster(int number)
-    {
-        const bool isParallel =
-            m_index.state(number).description->kind == StateDescription::Parallel;
-        line() << "subgraph cluster_" << number << " {\n";
-        m_clusters.append(number);
-        line() << "label=" << quoted(labelOf(*m_index.state(number).description)) << ";\n";
-        line() << "style=" << (isRegion(number) ? "\"rounded,dashed\"" : "rounded") << ";\n";
-        line() << 's' << number << " [shape=point" << (isParallel ? ", style=invis];\n" : "];\n");
-    }
-
-    void writeNode(int number)
-    {
-        const StateDescription& state = *m_index.state(number).description;
-        QStringList attributes{QLatin1String("label=") + quoted(labelOf(state))};
-        if (state.isHistory())
-            attributes << QStringLiteral("shape=ellipse");
-        else if (isRegion(number))
-            attributes << QStringLiteral("style=\"rounded,dashed\"");
-        if (m_index.state(number).isFinal)
-            attributes << QStringLiteral("peripheries=2");
-        line() << 's' << number << " [" << attributes.join(QStringLiteral(", ")) << "];\n";
-    }
-
     void writeInitialEdge(int number)
     {
         const int child = m_index.initialChildOf(number);
-        const bool isParallel =
-            number >= 0 && m_index.state(number).description->kind == StateDescription::Parallel;
-        if (child < 0 || isParallel)
+        if (child < 0 || isParallel(number))
             return;
+        QStringList attributes = m_marks.initialAttributes(number);
+        if (m_index.hasChildren(child))
+            attributes << QStringLiteral("lhead=cluster_%1").arg(child);
         line() << (number < 0 ? QStringLiteral("start") : QStringLiteral("s%1").arg(number))
                << " -> s" << child;
-        if (m_index.hasChildren(child))
-            m_out << " [lhead=cluster_" << child << ']';
-        m_out << ";\n";
+        writeAttributes(attributes);
     }
 
-    void writeEdge(const DescriptionIndex::Transition& transition)
+    void writeEdge(int number)
     {
-        if (transition.description->isTargetless)
+        const auto& [description, source, target] = m_index.transitions()[size_t(number)];
+        if (description->isTargetless)
             return;
-        const int source = transition.source;
-        const int target = transition.target;
         const bool isLeaving = target < 0 || !m_index.contains(source, target);
         const bool isEntering = target >= 0 && !m_index.contains(target, source);
         QStringList attributes;
@@ -184,13 +154,14 @@ private:
             attributes << QStringLiteral("lhead=cluster_%1").arg(target);
         if (isLeaving && m_index.hasChildren(source))
             attributes << QStringLiteral("ltail=cluster_%1").arg(source);
-        attributes << QLatin1String("label=") + quoted(labelOf(*transition.description));
+        attributes << QLatin1String("label=") +
+                          quoted(dotlabels::labelOf(*description, m_marks.transitionText(number)));
         line() << 's' << (isLeaving ? lastNodeOf(source) : source) << " -> ";
         if (target < 0)
-            m_out << quoted(transition.description->targetState + QLatin1Char('?'));
+            m_out << quoted(description->targetState + QLatin1Char('?'));
         else
             m_out << 's' << target;
-        m_out << " [" << attributes.join(QStringLiteral(", ")) << "];\n";
+        writeAttributes(attributes + m_marks.transitionAttributes(number));
     }
 
     // A history is at the top like the point of the state.
@@ -202,8 +173,8 @@ private:
         return last;
     }
 
-    const StateMachineDescription& m_description;
-    const DescriptionIndex m_index;
+    const DescriptionIndex& m_index;
+    const PictureMarks& m_marks;
     QString m_text;
     QTextStream m_out;
     QVector<int> m_clusters; // those that are open, from the outermost to the innermost one
@@ -213,7 +184,15 @@ private:
 
 QString toDot(const StateMachineDescription& description)
 {
-    return DotWriter(description).write();
+    const DescriptionIndex index(description);
+    return DotWriter(description, index, PictureMarks()).write();
+}
+
+QString toDot(const StateMachineDescription& description, const MachineRecording& recording)
+{
+    const DescriptionIndex index(description);
+    const PictureMarks marks(index, recording);
+    return DotWriter(description, index, marks).write();
 }
 
 } // namespace zeltools::declarativestatemachine
