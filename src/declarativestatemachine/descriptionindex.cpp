@@ -8,6 +8,7 @@ namespace zeltools::declarativestatemachine
 DescriptionIndex::DescriptionIndex(const StateMachineDescription& description)
 {
     addStates(description.states);
+    addRelations();
     addTransitions();
 }
 
@@ -18,7 +19,7 @@ void DescriptionIndex::addStates(const std::vector<StateDescription>& states)
     std::vector<State> open;
     const auto push = [&open](const std::vector<StateDescription>& children, int parent) {
         for (auto child = children.rbegin(); child != children.rend(); ++child)
-            open.push_back({&*child, parent, child->kind == StateDescription::Final, 0, 0});
+            open.push_back({&*child, parent, child->kind == StateDescription::Final, 0, 0, -1});
     };
     push(states, -1);
     if (states.size() > 1)
@@ -31,12 +32,20 @@ void DescriptionIndex::addStates(const std::vector<StateDescription>& states)
         m_numbers.insert(state.description->name, number);
         push(state.description->states, number);
     }
+}
+
+// From the last state to the first one, so that all descendants come before a state, and the first
+// child of several is the last to be written.
+void DescriptionIndex::addRelations()
+{
     for (int number = static_cast<int>(m_states.size()) - 1; number >= 0; --number) {
         State& state = m_states[size_t(number)];
         state.end = std::max(state.end, number + 1);
-        if (state.parent >= 0)
-            m_states[size_t(state.parent)].end =
-                std::max(m_states[size_t(state.parent)].end, state.end);
+        State* const parent = state.parent < 0 ? nullptr : &m_states[size_t(state.parent)];
+        if (parent != nullptr)
+            parent->end = std::max(parent->end, state.end);
+        if (!state.description->isHistory())
+            (parent != nullptr ? parent->initialChild : m_initialState) = number;
     }
 }
 
@@ -49,15 +58,6 @@ void DescriptionIndex::addTransitions()
             m_transitions.push_back({&transition, static_cast<int>(i), target});
         }
     }
-}
-
-int DescriptionIndex::initialChildOf(int number) const
-{
-    const int end = number < 0 ? static_cast<int>(m_states.size()) : state(number).end;
-    int child = number + 1;
-    while (child < end && state(child).description->isHistory())
-        child = state(child).end;
-    return child < end ? child : -1;
 }
 
 } // namespace zeltools::declarativestatemachine
