@@ -8,9 +8,17 @@ namespace zeltools::declarativestatemachine
 {
 
 /// Returns one text for each probable mistake in a description, such as
-/// `State "Filling" cannot be reached`. The function finds states that cannot be reached or left,
-/// duplicate names, transitions that never lead to their target, and two timeouts in one state. It
-/// calls no action or guard of the description.
+/// `State "Filling" cannot be reached`. The function finds:
+/// - states that cannot be reached or left, and circles of direct transitions, which block the
+/// event
+///   loop;
+/// - duplicate names, and states of a kind that cannot have what they have;
+/// - transitions that never lead to their target, or stand behind one with the same trigger and no
+///   guard;
+/// - two timeouts in one state, and a timeout that ends before the time limit;
+/// - expected signals that no state takes.
+///
+/// It calls no action or guard of the description, and assumes that a guard may accept or refuse.
 ZELTOOLS_EXPORT QStringList findProblems(const StateMachineDescription& description);
 
 } // namespace zeltools::declarativestatemachine

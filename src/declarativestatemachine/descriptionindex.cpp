@@ -1,11 +1,14 @@
 #include "declarativestatemachine/descriptionindex_p.h"
 
+#include <algorithm>
+
 namespace zeltools::declarativestatemachine
 {
 
 DescriptionIndex::DescriptionIndex(const StateMachineDescription& description)
 {
     addStates(description.states);
+    addRelations();
     addTransitions();
 }
 
@@ -16,7 +19,7 @@ void DescriptionIndex::addStates(const std::vector<StateDescription>& states)
     std::vector<State> open;
     const auto push = [&open](const std::vector<StateDescription>& children, int parent) {
         for (auto child = children.rbegin(); child != children.rend(); ++child)
-            open.push_back({&*child, parent, child->kind == StateDescription::Final, 0});
+            open.push_back({&*child, parent, child->kind == StateDescription::Final, 0, 0, -1});
     };
     push(states, -1);
     if (states.size() > 1)
@@ -31,6 +34,21 @@ void DescriptionIndex::addStates(const std::vector<StateDescription>& states)
     }
 }
 
+// From the last state to the first one, so that all descendants come before a state, and the first
+// child of several is the last to be written.
+void DescriptionIndex::addRelations()
+{
+    for (int number = static_cast<int>(m_states.size()) - 1; number >= 0; --number) {
+        State& state = m_states[size_t(number)];
+        state.end = std::max(state.end, number + 1);
+        State* const parent = state.parent < 0 ? nullptr : &m_states[size_t(state.parent)];
+        if (parent != nullptr)
+            parent->end = std::max(parent->end, state.end);
+        if (!state.description->isHistory())
+            (parent != nullptr ? parent->initialChild : m_initialState) = number;
+    }
+}
+
 void DescriptionIndex::addTransitions()
 {
     for (size_t i = 0; i < m_states.size(); ++i) {
@@ -40,15 +58,6 @@ void DescriptionIndex::addTransitions()
             m_transitions.push_back({&transition, static_cast<int>(i), target});
         }
     }
-}
-
-int DescriptionIndex::initialChildOf(int number) const
-{
-    for (size_t i = size_t(number + 1); i < m_states.size() && m_states[i].parent >= number; ++i) {
-        if (m_states[i].parent == number && !m_states[i].description->isHistory())
-            return static_cast<int>(i);
-    }
-    return -1;
 }
 
 } // namespace zeltools::declarativestatemachine

@@ -5,9 +5,20 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// Returns the machine in the language of Graphviz; `dot -Tsvg` draws it. The label of a transition
-/// has its description and its trigger, and "[guard]" for a guard. A transition to a missing state
-/// is dashed. The description may have mistakes; the function calls no action or guard of it.
+struct MachineRecording;
+
+/// Returns the machine in the language of Graphviz, which toSvg() draws. The label of a transition
+/// has its description and its trigger, "[guard]" for a guard and "/ action" for an action. A
+/// transition to a missing state is dashed; one without a target is a line inside its state. A
+/// state with children is a frame around them; the children of a parallel state have dashed frames.
+/// The description may have mistakes; the function calls no action or guard of it.
 ZELTOOLS_EXPORT QString toDot(const StateMachineDescription& description);
+
+/// The same with what a machine of that description has done. The states that are active at the end
+/// of the recording are filled, and the states and transitions on its way are bold, with the time
+/// spent in a state and the number of times that a transition fired. What the description does not
+/// have, or has with another trigger, is left out of the picture and counted in its caption.
+ZELTOOLS_EXPORT QString toDot(const StateMachineDescription& description,
+                              const MachineRecording& recording);
 
 } // namespace zeltools::declarativestatemachine

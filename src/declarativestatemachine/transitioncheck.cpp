@@ -1,0 +1,108 @@
+#include "declarativestatemachine/transitioncheck_p.h"
+
+#include "declarativestatemachine/triggerkey_p.h"
+
+#include <set>
+
+namespace zeltools::declarativestatemachine::transitioncheck
+{
+
+namespace
+{
+
+const DescriptionIndex::Transition& transitionOf(const DescriptionIndex& index, int state,
+                                                 size_t number)
+{
+    return index.transitions()[size_t(index.state(state).firstTransition) + number];
+}
+
+void appendFault(QStringList& problems, const DescriptionIndex::Transition& transition)
+{
+    const QString fault = faultOf(transition);
+    if (!fault.isEmpty())
+        problems.append(fault);
+}
+
+} // namespace
+
+QString faultOf(const DescriptionIndex::Transition& transition)
+{
+    const TransitionDescription& description = *transition.description;
+    if (transition.target < 0 && !description.isTargetless)
+        return QStringLiteral("leads to \"%1\", which is no state").arg(description.targetState);
+    if (!description.isOfKnownType())
+        return QStringLiteral("has a transition of unknown kind %1").arg(description.type);
+    if (description.type == TransitionDescription::Signal &&
+        !signalutils::classContainsSignal(description.obj, description.signal)) {
+        return QStringLiteral("waits for %1, which does not exist")
+            .arg(signalutils::classAndSignalName(description.obj, description.signal, true));
+    }
+    return {};
+}
+
+QStringList problemsOfTransitions(const DescriptionIndex& index, int state)
+{
+    QStringList problems;
+    std::set<TriggerKey> unguarded;
+    for (size_t i = 0; i < index.state(state).description->transitions.size(); ++i) {
+        const DescriptionIndex::Transition& transition = transitionOf(index, state, i);
+        appendFault(problems, transition);
+        const TransitionDescription& description = *transition.description;
+        if (description.type == TransitionDescription::Timeout)
+            continue;
+        const TriggerKey key = triggerKey(description);
+        if (unguarded.count(key) > 0 && faultOf(transition).isEmpty()) {
+            problems << QStringLiteral("has a transition %1 that is never taken, because one "
+                                       "before it has the same trigger and no guard")
+                            .arg(targetText(description));
+        }
+        if (!description.hasGuard())
+            unguarded.insert(key);
+    }
+    return problems;
+}
+
+QStringList problemsOfHistory(const DescriptionIndex& index, int history)
+{
+    QStringList problems;
+    const auto& transitions = index.state(history).description->transitions;
+    const int parent = index.state(history).parent;
+    int counting = 0;
+    for (size_t i = 0; i < transitions.size(); ++i) {
+        const DescriptionIndex::Transition& transition = transitionOf(index, history, i);
+        appendFault(problems, transition);
+        counting += transitions[i].type == TransitionDescription::Direct ? 1 : 0;
+        const int target = transition.target;
+        if (parent >= 0 && target >= 0 && (target == parent || !index.contains(parent, target))) {
+            problems << QStringLiteral("leads to \"%1\", which is not in the same state")
+                            .arg(transitions[i].targetState);
+        }
+    }
+    if (transitions.size() > 1 || counting != int(transitions.size()))
+        problems << QStringLiteral(
+            "is a history, for which only the first direct transition counts");
+    return problems;
+}
+
+QStringList problemsOfTimes(const StateDescription& state)
+{
+    std::vector<const TransitionDescription*> timeouts;
+    for (const TransitionDescription& transition : state.transitions) {
+        if (transition.type == TransitionDescription::Timeout)
+            timeouts.push_back(&transition);
+    }
+    if (timeouts.size() > 1) {
+        return {QStringLiteral("has %1 timeouts, of which the first to end triggers the first "
+                               "transition")
+                    .arg(timeouts.size())};
+    }
+    if (timeouts.size() == 1 && timeouts[0]->timeout < state.timeLimit &&
+        !timeouts[0]->hasGuard() && !timeouts[0]->isTargetless) {
+        return {QStringLiteral("has a time limit of %1 ms, but its timeout ends after %2 ms")
+                    .arg(state.timeLimit.count())
+                    .arg(timeouts[0]->timeout.count())};
+    }
+    return {};
+}
+
+} // namespace zeltools::declarativestatemachine::transitioncheck
