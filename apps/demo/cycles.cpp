@@ -2,20 +2,15 @@
 
 #include "board.h"
 #include "drinkdescription.h"
+#include "drinkrecording.h"
 #include "rinsecycle.h"
 
 #include <zeltools/declarativestatemachine/declarativestatemachine.h>
 #include <zeltools/declarativestatemachine/descriptioncheck.h>
-#include <zeltools/declarativestatemachine/dotwriter.h>
-#include <zeltools/declarativestatemachine/scxmlwriter.h>
 #include <zeltools/logging/log.h>
 #include <zeltools/statemachine/eventgrouphandler.h>
 
-#include <QDir>
 #include <QEventLoop>
-#include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTimer>
 
 using namespace zeltools::declarativestatemachine;
@@ -44,36 +39,6 @@ bool hasHappened(const char* title, const QStringList& journal, const QStringLis
     return journal == expected;
 }
 
-bool writeFile(const QString& name, const QString& content, QTextStream& out)
-{
-    QFile file(name);
-    const QByteArray bytes = content.toUtf8();
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
-    out << (isWritten ? "Wrote " : "Cannot write ") << name << '\n';
-    return isWritten;
-}
-
-bool draw(const StateMachineDescription& machine, const QString& folder, QTextStream& out)
-{
-    const QString name = folder + QLatin1String("/drink-cycle");
-    const QString dotFile = name + QLatin1String(".dot");
-    QDir().mkpath(folder);
-    if (!writeFile(dotFile, toDot(machine), out) ||
-        !writeFile(name + QLatin1String(".scxml"), toScxml(machine), out))
-        return false;
-    const QString dot = QStandardPaths::findExecutable(QStringLiteral("dot"));
-    if (dot.isEmpty()) {
-        out << "Install graphviz to draw it.\n";
-        return true;
-    }
-    const QString picture = name + QLatin1String(".svg");
-    const bool isDrawn = QProcess::execute(dot, {QStringLiteral("-Tsvg"), dotFile,
-                                                 QStringLiteral("-o"), picture}) == 0;
-    out << (isDrawn ? "Drew " : "Cannot draw ") << picture << '\n';
-    return isDrawn;
-}
-
 bool makeDrink(const QString& diagramFolder, QTextStream& out)
 {
     Board board("wg-g"); // The first dose is too small, and the first brewing gets no answer.
@@ -82,6 +47,8 @@ bool makeDrink(const QString& diagramFolder, QTextStream& out)
     journal += findProblems(description);
     DeclarativeStateMachine machine(Log::Beverage);
     machine.setDescription(description);
+    constexpr int entries = 1000;
+    machine.setRecording(entries);
     machine.start();
     waitFor(machine, &DeclarativeStateMachine::runningChanged);
     waitFor(machine, &DeclarativeStateMachine::runningChanged);
@@ -89,7 +56,11 @@ bool makeDrink(const QString& diagramFolder, QTextStream& out)
         QStringLiteral("Heating Grinding Grinding Brewing Venting Brewing Ready")
             .split(QLatin1Char(' '));
     const bool isMade = hasHappened("Drink", journal, expected, out);
-    return (diagramFolder.isEmpty() || draw(description, diagramFolder, out)) && isMade;
+    const MachineRecording recording = machine.recording();
+    const bool isPlayed = playBackDrink(recording, out);
+    const bool isDrawn =
+        diagramFolder.isEmpty() || drawDrink(description, recording, diagramFolder, out);
+    return isMade && isPlayed && isDrawn;
 }
 
 bool rinse(QTextStream& out)
