@@ -43,7 +43,11 @@ public:
     /// - a transition from the final state is left out;
     /// - a transition to a missing state is triggered and logged, but leads nowhere;
     /// - a transition on a signal that the object does not have is never triggered, unless the text
-    ///   of the signal only lacks normalization.
+    ///   of the signal only lacks normalization;
+    /// - children of a final state or of a history are left out;
+    /// - a history whose direct transition does not lead to a state of its parent leads to the
+    ///   initial child instead, and without such a child it is left out;
+    /// - a second description is ignored.
     /// If two states have the same name, transitions lead to the later one.
     void setDescription(const StateMachineDescription& description);
 

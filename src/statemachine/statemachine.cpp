@@ -4,7 +4,9 @@
 #include "logging/logformatter.h"
 #include "logging/lognode.h"
 
+#include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace
 {
@@ -40,6 +42,9 @@ StateMachine::StateMachine(QObject* parent)
 {
     m_turn.setSingleShot(true);
     connect(&m_turn, &QTimer::timeout, this, &StateMachine::goToNextState);
+    m_timeLimit.setSingleShot(true);
+    m_timeLimit.setTimerType(Qt::PreciseTimer); // Other types may be early.
+    connect(&m_timeLimit, &QTimer::timeout, this, &StateMachine::onTimeLimit);
 }
 
 StateMachine::StateMachine(int initialState, QObject* parent)
@@ -58,8 +63,19 @@ QString StateMachine::stateToString(int state) const
     case InvalidState:
         return QStringLiteral("InvalidState");
     default:
-        return QStringLiteral("Undefined (%1)").arg(state);
+        break;
     }
+    const char* const name = m_stateNames.valueToKey(state);
+    return name != nullptr ? QString::fromUtf8(name) : QStringLiteral("Undefined (%1)").arg(state);
+}
+
+void StateMachine::setTimeLimit(int state, std::chrono::milliseconds limit)
+{
+    using std::chrono::milliseconds;
+    if (limit > milliseconds(0))
+        m_timeLimits[state] = std::min(limit, milliseconds(std::numeric_limits<int>::max()));
+    else
+        m_timeLimits.remove(state);
 }
 
 void StateMachine::onSignal(const QObject*, const QMetaMethod&, bool) {}
@@ -97,11 +113,14 @@ bool StateMachine::setState(int state, bool force)
     m_receptions.clear();
     m_pendingReceptions.clear();
     m_lastSignal = QMetaMethod();
+    m_timeLimit.stop();
 
     const QPointer<StateMachine> self(this);
     Q_EMIT stateExit();
     if (self)
         m_turn.start(0);
+    if (self && m_inTransition)
+        Q_EMIT stateChanged();
     return true;
 }
 
@@ -122,10 +141,29 @@ void StateMachine::goToNextState()
                                  << ": State changed from " << stateToString(m_previousState)
                                  << " to " << stateToString(m_currentState);
 
+    startTimeLimit();
+
     const QPointer<StateMachine> self(this);
     Q_EMIT stateEnter();
+    if (self && !m_inTransition)
+        Q_EMIT stateChanged();
     while (self && !m_inTransition && !m_pendingReceptions.isEmpty())
         handleSignal(m_pendingReceptions.takeFirst());
+}
+
+void StateMachine::startTimeLimit()
+{
+    const auto limit = m_timeLimits.constFind(m_currentState);
+    if (limit != m_timeLimits.constEnd())
+        m_timeLimit.start(*limit);
+}
+
+void StateMachine::onTimeLimit()
+{
+    logLine(LogLevel::Warning) << "State" << stateToString(m_currentState)
+                               << "has been active for longer than its limit of"
+                               << m_timeLimit.interval() << "ms";
+    Q_EMIT timeLimitExceeded(m_currentState);
 }
 
 void StateMachine::handleSignal()

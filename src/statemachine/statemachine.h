@@ -4,10 +4,13 @@
 
 #include <QList>
 #include <QMap>
+#include <QMetaEnum>
 #include <QMetaMethod>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
+
+#include <chrono>
 
 /// Orders methods by the text of their signatures, for maps; Qt has no order for them.
 ZELTOOLS_EXPORT bool operator<(const QMetaMethod& left, const QMetaMethod& right);
@@ -28,6 +31,7 @@ ZELTOOLS_EXPORT bool operator<(const QMetaMethod& left, const QMetaMethod& right
 class ZELTOOLS_EXPORT StateMachine : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(QString state READ stateName NOTIFY stateChanged)
 
 public:
     /// The states that every machine has. A subclass uses other numbers, normally from 0. A machine
@@ -50,9 +54,20 @@ public:
     StateMachine(int initialState, QObject* parent);
     ~StateMachine() override;
 
-    /// The name of a state for the log: "Transition", "InvalidState" or "Undefined (7)". Subclasses
-    /// add the names of their states.
+    /// The name of a state for the log: "Transition", "InvalidState", the name of setStateNames()
+    /// or "Undefined (7)". Subclasses may add other names.
     virtual QString stateToString(int state) const;
+    QString stateName() const { return stateToString(m_currentState); }
+
+    /// Names the states after the enumerators of a Q_ENUM, as a subclass does in its constructor:
+    ///
+    ///     setStateNames(QMetaEnum::fromType<State>());
+    void setStateNames(const QMetaEnum& names) { m_stateNames = names; }
+
+    /// Sets how long the machine may be in a state, for the next time that it enters it; 0, the
+    /// default, is no limit. After that time the machine logs a Warning, emits timeLimitExceeded()
+    /// and stays in the state.
+    void setTimeLimit(int state, std::chrono::milliseconds limit);
 
     int previousState() const { return m_previousState; }
     /// The current state, or Transition while a transition is pending, including in stateExit().
@@ -83,6 +98,11 @@ public Q_SLOTS:
 Q_SIGNALS:
     void stateExit();
     void stateEnter();
+    /// Emitted after stateExit() and after stateEnter(), unless these have started or completed a
+    /// transition, which has then emitted it.
+    void stateChanged();
+    /// Emitted once for each time that the machine is in a state for longer than its limit.
+    void timeLimitExceeded(int state);
 
 protected:
     /// Called for each handled signal. `sender` is null after its destruction and in its signal
@@ -91,12 +111,18 @@ protected:
                           bool receivedDuringTransition);
 
 private:
+    void startTimeLimit();
+    void onTimeLimit();
+
     int m_previousState = InvalidState;
     int m_currentState = InvalidState;
     int m_nextState = InvalidState;
     bool m_inTransition = false;
     QList<SignalReception> m_pendingReceptions; // in the order of arrival
     QTimer m_turn{this};
+    QTimer m_timeLimit{this};
+    QMap<int, std::chrono::milliseconds> m_timeLimits; // those above 0
+    QMetaEnum m_stateNames;
 
 protected:
     /// The last reception of each signal that was handled in the current state.

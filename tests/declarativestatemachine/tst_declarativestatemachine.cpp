@@ -1,10 +1,8 @@
-#include "declarativestatemachine/declarativestatemachine.h"
 #include "declarativestatemachine/delayedtransition.h"
 #include "declarativestatemachine/descriptioncheck.h"
 #include "declarativestatemachine/dotwriter.h"
 #include "declarativestatemachine/scxmlwriter.h"
-#include "logging/log.h"
-#include "signalemitter.h"
+#include "story.h"
 #include "support.h"
 #include "system/fakeclock.h"
 
@@ -16,53 +14,6 @@ using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
 using Transition = TransitionDescription;
 using zeltools::SignalEmitter;
-
-namespace
-{
-
-/// A machine with a list of its log lines and of the actions of its states.
-class Story : public QObject
-{
-public:
-    Story()
-    {
-        connect(LogNode::instance(), &LogNode::logged, this,
-                [this](LogLevel::Level level, const LogModules& modules, const QString& line) {
-                    const bool isRight = modules == Log::Cleaning || level == LogLevel::Error;
-                    events.append(isRight ? line.section(", file", 0, 0) : "wrong module");
-                });
-    }
-    ~Story() override { delete machine; }
-
-    StateDescription state(const QString& name, const std::vector<Transition>& transitions = {})
-    {
-        return {name, [=] { add(name); }, transitions, [=] { add("out of " + name); }};
-    }
-    Transition onNotify(const QString& target, const std::function<bool()>& guard = {})
-    {
-        return Transition::on(&emitter, SIGNAL(notify()), target, guard);
-    }
-    void run(const std::vector<StateDescription>& states)
-    {
-        machine->setDescription({states});
-        machine->start();
-    }
-    QString text() const { return events.join('\n') + '\n'; }
-    void add(const QString& event)
-    {
-        events.append(event);
-        if (event == when)
-            then();
-    }
-
-    QPointer<DeclarativeStateMachine> machine{new DeclarativeStateMachine(Log::Cleaning)};
-    SignalEmitter emitter;
-    QStringList events;
-    QString when; // The event after which then() is called.
-    std::function<void()> then;
-};
-
-} // namespace
 
 class TestDeclarativeStateMachine : public QObject
 {
@@ -155,9 +106,37 @@ private Q_SLOTS:
         QTRY_VERIFY(story.machine->isRunning());
     }
 
+    void stopsForGood()
+    {
+        Story story;
+        StateDescription first = story.state("A", {Transition::after(1h, "Late")});
+        first.timeLimit = 1h;
+        story.run({first, story.state("Late")});
+        story.machine->stop(); // before it has started
+        fakeclock::advance(1h);
+        const QStringList run{"A", "State machine Started", "State machine Stopped"};
+        QCOMPARE(story.events, run);
+        story.machine->start();
+        QTRY_COMPARE(story.machine->currentState(), QString("A"));
+        story.machine->restart();
+        story.machine->stop();
+        QCOMPARE(story.machine->currentState(), QString("A"));
+        fakeclock::advance(1h);
+        QCOMPARE(story.events, run + run);
+        QCOMPARE(story.machine->currentState(), QString());
+        story.machine->restart();
+        story.machine->cancelRestart();
+        fakeclock::advance(1h);
+        QCOMPARE(story.events, run + run);
+        story.machine->setDescription({});
+        QVERIFY(story.events.last().contains("already has a description"));
+    }
+
     void mayBeDestroyedAnywhere()
     {
-        for (const char* when : {"A", "out of A", "guard", "B", "running"}) {
+        for (const char* when :
+             {"A", "out of A", "guard", "B", "running", "changed", "finished", "limit",
+              "entry guard", "timeout guard", "arguments guard", "action", "arguments action"}) {
             Story story;
             story.when = when;
             story.then = [&] { // in an event loop of its own, as a dialogue has
@@ -166,14 +145,27 @@ private Q_SLOTS:
                 QTimer::singleShot(1, &loop, &QEventLoop::quit);
                 loop.exec();
             };
-            connect(story.machine, &DeclarativeStateMachine::runningChanged, this,
-                    [&] { story.add("running"); });
+            const auto tell = [&](const char* event) { return [&, event] { story.add(event); }; };
+            connect(story.machine, &DeclarativeStateMachine::runningChanged, this, tell("running"));
+            connect(story.machine, &DeclarativeStateMachine::stateChanged, this, tell("changed"));
+            connect(story.machine, &DeclarativeStateMachine::finished, this, tell("finished"));
+            connect(story.machine, &DeclarativeStateMachine::timeLimitExceeded, this,
+                    tell("limit"));
             const Transition shut = story.onNotify("A", [&] { return story.add("guard"), false; });
-            story.run({story.state("A", {shut, shut, story.onNotify("B")}),
-                       story.state("B", {Transition::direct("C")}), story.state("C")});
+            Transition open = story.onNotify("B"), late = Transition::after(0ms, "C"),
+                       direct = Transition::direct("C");
+            open.argumentsGuard = [&](auto&) { return story.add("arguments guard"), true; };
+            open.action = tell("action");
+            open.argumentsAction = [&](auto&) { story.add("arguments action"); };
+            late.guard = [&] { return story.add("timeout guard"), false; };
+            direct.guard = [&] { return story.add("entry guard"), true; };
+            StateDescription first = story.state("A", {shut, shut, late, open});
+            first.timeLimit = 1ms;
+            story.run({first, story.state("B", {direct}), story.state("C")});
+            QTRY_VERIFY(story.machine.isNull() || story.events.contains("limit"));
             for (int i = 0; i < 5; ++i) {
-                QCoreApplication::processEvents();
                 Q_EMIT story.emitter.notify();
+                QCoreApplication::processEvents();
             }
             QVERIFY2(story.machine.isNull(), when);
             QCOMPARE(story.events.last(), when);

@@ -3,6 +3,7 @@
 #include "signalemitter.h"
 #include "statemachine/statemachine.h"
 #include "support.h"
+#include "system/fakeclock.h"
 
 #include <QtTest>
 
@@ -11,19 +12,27 @@
 namespace
 {
 
+using namespace std::chrono_literals;
 using zeltools::SignalEmitter;
 
-/// A machine whose state 1 has a name. It records its signals, and the handler does what a test
-/// wants.
+/// A machine whose state 1 has a name, and 2 that of its enumerator. It records its signals, and
+/// the handler does what a test wants.
 class Machine : public StateMachine
 {
     Q_OBJECT
 
 public:
+    enum State { Hidden = 1, Hot = 2, Lost = Transition };
+    Q_ENUM(State)
+
     explicit Machine(SignalEmitter* emitter)
     {
+        setStateNames(QMetaEnum::fromType<State>());
         connect(this, &StateMachine::stateExit, this, [this] { add("exit"); });
         connect(this, &StateMachine::stateEnter, this, [this] { add("enter"); });
+        connect(this, &StateMachine::stateChanged, this,
+                [this] { add("now " + property("state").toString() + " in"); });
+        connect(this, &StateMachine::timeLimitExceeded, this, [this] { add("limit"); });
         listenTo(emitter);
     }
     void listenTo(SignalEmitter* emitter)
@@ -107,30 +116,60 @@ private Q_SLOTS:
         second.reset();
         QVERIFY(machine.m_receptions.first().sender.isNull());
         const QStringList expected{"exit Transition",
+                                   "now Transition in Transition",
                                    "enter Undefined (7)",
+                                   "now Undefined (7) in Undefined (7)",
                                    "late notify queued in Undefined (7)",
                                    "late destroyed queued in Undefined (7)",
                                    "exit Transition",
+                                   "now Transition in Transition",
                                    "enter Busy",
+                                   "now Busy in Busy",
                                    "notify queued in Busy",
                                    "notify in Busy",
                                    "late destroyed in Busy"};
         QCOMPARE(machine.events, expected);
     }
 
+    void aTimeLimitEndsWithItsState()
+    {
+        support::LineRecorder recorder;
+        SignalEmitter emitter;
+        Machine machine(&emitter);
+        QSignalSpy exceeded(&machine, &StateMachine::timeLimitExceeded);
+        machine.setTimeLimit(Machine::Hot, 2h);
+        machine.setInitialState(Machine::Hot);
+        const auto pass = [&](std::chrono::seconds time, int warnings) {
+            QCoreApplication::processEvents();
+            fakeclock::advance(time);
+            return exceeded.size() == warnings;
+        };
+        QVERIFY(pass(1h, 0) && machine.setStateAgain());
+        QVERIFY(pass(1h, 0) && machine.setState(7));
+        QVERIFY(pass(2h, 0) && machine.setState(Machine::Hot));
+        QVERIFY(pass(2h, 1) && pass(2h, 1));
+        QCOMPARE(recorder.take().last().message,
+                 "State \"Hot\" has been active for longer than its limit of 7200000 ms");
+        machine.setTimeLimit(Machine::Hot, 0h);
+        QVERIFY(machine.setStateAgain() && pass(2h, 1));
+    }
+
     void mayBeDestroyedAnywhere()
     {
-        for (const char* when : {"exit", "enter", "notify queued in", "notify in"}) {
+        for (const char* when : {"exit", "enter", "notify queued in", "notify in",
+                                 "now Transition in", "now Busy in", "limit"}) {
             SignalEmitter emitter;
             auto* machine = new Machine(&emitter);
             const QPointer<Machine> alive(machine);
             machine->when = when;
             machine->then = [machine] { delete machine; };
+            machine->setTimeLimit(1, 1ms);
             machine->setInitialState(1);
             Q_EMIT emitter.notify();
             Q_EMIT emitter.notify();
             QCoreApplication::processEvents();
             Q_EMIT emitter.notify();
+            fakeclock::advance(1s);
             QVERIFY2(alive.isNull(), when);
         }
     }
