@@ -68,6 +68,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray bytes = toBytes(data, size);
     const QByteArray first = "zeltools machine recording 1\n";
     const QByteArray head = first + "machine \"\"\nduration 9000\ndropped 0\n";
+    QString error;
+    require(MachineRecording::fromText(head + "end\n", error).has_value());
     switch (size > 0 ? data[size - 1] % 5 : 0) {
     case 0:
         parse(bytes);

@@ -2,6 +2,7 @@
 #include "declarativestatemachine/recordingwords_p.h"
 
 #include <limits>
+#include <utility>
 
 namespace zeltools::declarativestatemachine
 {
@@ -142,22 +143,22 @@ private:
     {
         if (m_line > 0 && !m_words.takeEnd())
             return false;
-        QVector<QuotedWord> words;
-        while (words.isEmpty()) {
+        for (;;) {
             ++m_line;
             const int end = static_cast<int>(m_text.indexOf('\n', m_next));
             if (end < 0)
                 return fail(QStringLiteral("the recording is cut: its line \"end\" is missing"));
             if (end - m_next > maximumLineSize_B)
                 return fail(QStringLiteral("the line is longer than 300,000 bytes"));
-            const auto split = splitQuotedWords(m_text.mid(m_next, end - m_next), m_reason);
-            if (!split)
+            auto words = splitQuotedWords(m_text.mid(m_next, end - m_next), m_reason);
+            if (!words)
                 return false;
-            words = *split;
             m_next = end + 1;
+            if (words->isEmpty())
+                continue;
+            m_words = RecordingWords(std::move(*words));
+            return true;
         }
-        m_words = RecordingWords(words);
-        return true;
     }
 
     template <typename List>
