@@ -52,7 +52,7 @@ public:
         if (m_index.initialChildOf(-1) >= 0)
             line() << "start [shape=point];\n";
         for (int i = -1; i < states; ++i)
-            writeInitialEdge(i);
+            writeInitialEdges(i);
         for (int i = 0; i < int(m_index.transitions().size()); ++i)
             writeEdge(i);
         m_out << "}\n";
@@ -113,10 +113,7 @@ private:
         m_clusters.append(number);
         line() << "graph";
         writeAttributes(attributesOf(number));
-        line() << 's' << number;
-        writeAttributes(isParallel(number) ? QStringList{QStringLiteral("shape=point"),
-                                                         QStringLiteral("style=invis")}
-                                           : QStringList{QStringLiteral("shape=point")});
+        line() << 's' << number << " [shape=point];\n";
     }
 
     void closeClusters(int parent)
@@ -127,17 +124,21 @@ private:
         }
     }
 
-    void writeInitialEdge(int number)
+    // To the initial child, or to all children of a parallel state.
+    void writeInitialEdges(int number)
     {
-        const int child = m_index.initialChildOf(number);
-        if (child < 0 || isParallel(number))
-            return;
-        QStringList attributes = m_marks.initialAttributes(number);
-        if (m_index.hasChildren(child))
-            attributes << QStringLiteral("lhead=cluster_%1").arg(child);
-        line() << (number < 0 ? QStringLiteral("start") : QStringLiteral("s%1").arg(number))
-               << " -> s" << child;
-        writeAttributes(attributes);
+        int child = m_index.initialChildOf(number);
+        const int end = isParallel(number) ? m_index.state(number).end : child + 1;
+        for (; child >= 0 && child < end; child = m_index.state(child).end) {
+            if (m_index.state(child).description->isHistory())
+                continue;
+            QStringList attributes = m_marks.initialAttributes(number);
+            if (m_index.hasChildren(child))
+                attributes << QStringLiteral("lhead=cluster_%1").arg(child);
+            line() << (number < 0 ? QStringLiteral("start") : QStringLiteral("s%1").arg(number))
+                   << " -> s" << child;
+            writeAttributes(attributes);
+        }
     }
 
     void writeEdge(int number)

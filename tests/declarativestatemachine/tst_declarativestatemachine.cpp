@@ -1,7 +1,4 @@
 #include "declarativestatemachine/delayedtransition.h"
-#include "declarativestatemachine/descriptioncheck.h"
-#include "declarativestatemachine/dotwriter.h"
-#include "declarativestatemachine/scxmlwriter.h"
 #include "story.h"
 #include "support.h"
 #include "system/fakeclock.h"
@@ -170,40 +167,6 @@ private Q_SLOTS:
             QVERIFY2(story.machine.isNull(), when);
             QCOMPARE(story.events.last(), when);
         }
-    }
-
-    void pictures()
-    {
-        const QString first = "1 \"a\\b\"", last = "1_\"a\\b\"";
-        SignalEmitter emitter; // all that a picture shows, and names that have to be escaped
-        Transition near =
-            Transition::on(&emitter, SIGNAL(objectNameChanged(QString)), last, [] { return true; });
-        near.description = "<near>";
-        const StateMachineDescription machine{
-            {{first,
-              {},
-              {near, Transition::direct(last), Transition::after(1500ms, last),
-               Transition::direct("Lost")}},
-             {last, {}, {Transition::direct(first)}}},
-            "Rinse & go"};
-        QCOMPARE(toDot(machine), support::readFile(QFINDTESTDATA("rinse.dot")));
-        QCOMPARE(toScxml(machine), support::readFile(QFINDTESTDATA("rinse.scxml")));
-    }
-
-    void problemsOfADescription()
-    {
-        SignalEmitter emitter;
-        QCOMPARE(findProblems({}), QStringList("There are no states"));
-        QCOMPARE(findProblems({{{"A", {}, {Transition::after(1ms, "B")}}, {"B"}}}), QStringList());
-        const QStringList problems = findProblems(
-            {{{"Twin", {}, {Transition::direct("A"), Transition::direct("Lost")}},
-              {"A", {}, {Transition::on(&emitter, SIGNAL(gone()), "B")}},
-              {"Twin", {}, {{Transition::Type(3), "A"}, Transition::after(1ms, "A")}},
-              {"B",
-               {},
-               {Transition::direct("B"), Transition::after(1s, "B"), Transition::after(1s, "B")}},
-              {"C", {}, {Transition::direct("A")}}}});
-        QCOMPARE(problems.join('\n') + '\n', support::readFile(QFINDTESTDATA("problems.txt")));
     }
 };
 
