@@ -1,9 +1,12 @@
 #include "declarativestatemachine/scxmlwriter.h"
 
-#include "declarativestatemachine/signalutils.h"
+#include "declarativestatemachine/scxmlelements_p.h"
+#include "declarativestatemachine/scxmlplan_p.h"
 
-#include <QStringList>
 #include <QXmlStreamWriter>
+
+#include <algorithm>
+#include <limits>
 
 namespace zeltools::declarativestatemachine
 {
@@ -13,45 +16,43 @@ namespace
 
 using Attributes = QVector<std::pair<const char*, QString>>;
 
-QString identifierOf(const QString& text)
+// As long as a DelayedTransition waits.
+QString delayText(std::chrono::milliseconds delay)
 {
-    QString id;
-    for (const QChar c : text) {
-        const bool mayStart = c.isLetter() || c == QLatin1Char('_');
-        const bool mayFollow =
-            mayStart || c.isDigit() || c == QLatin1Char('.') || c == QLatin1Char('-');
-        if (!mayFollow || (id.isEmpty() && !mayStart))
-            id += QLatin1Char('_');
-        if (mayFollow)
-            id += c;
-    }
-    return id.isEmpty() ? QStringLiteral("_") : id;
+    using std::chrono::milliseconds;
+    const milliseconds longest(std::numeric_limits<int>::max());
+    return QStringLiteral("%1ms").arg(std::clamp(delay, milliseconds(0), longest).count());
 }
 
-QStringList identifiersOf(const std::vector<StateDescription>& states)
+bool isSurrogatePair(const QString& text, int place)
 {
-    QStringList ids;
-    for (const StateDescription& state : states) {
-        QString id = identifierOf(state.name);
-        while (ids.contains(id))
-            id += QLatin1Char('_');
-        ids.append(id);
-    }
-    return ids;
+    return place >= 0 && place + 1 < text.size() && text[place].isHighSurrogate() &&
+           text[place + 1].isLowSurrogate();
 }
 
-QString eventOf(const TransitionDescription& transition)
+// The text with U+FFFD for what XML cannot hold.
+QString xmlText(QString text)
 {
-    QString signal = signalutils::classAndSignalName(transition.obj, transition.signal, false);
-    return identifierOf(signal.replace(QLatin1String("::"), QLatin1String(".")));
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        const bool isControl = c < QLatin1Char(' ') && c != QLatin1Char('\t') &&
+                               c != QLatin1Char('\n') && c != QLatin1Char('\r');
+        const bool isLone =
+            c.isSurrogate() && !isSurrogatePair(text, c.isHighSurrogate() ? i : i - 1);
+        if (isControl || isLone || c >= QChar(0xfffe))
+            text[i] = QChar::ReplacementCharacter;
+    }
+    return text;
 }
 
 class ScxmlWriter
 {
 public:
-    explicit ScxmlWriter(const StateMachineDescription& description)
+    ScxmlWriter(const StateMachineDescription& description, ScxmlExtensions extensions)
         : m_description(description)
-        , m_ids(identifiersOf(description.states))
+        , m_index(description)
+        , m_plan(m_index)
+        , m_isExtended(extensions == ScxmlExtensions::Written)
         , m_xml(&m_text)
     {
         m_xml.setAutoFormatting(true);
@@ -60,22 +61,11 @@ public:
     QString write()
     {
         m_xml.writeStartDocument();
-        start("scxml", {{"xmlns", QStringLiteral("http://www.w3.org/2005/07/scxml")},
-                        {"version", QStringLiteral("1.0")},
-                        {"datamodel", QStringLiteral("ecmascript")},
-                        {"name", identifierOf(m_description.name)},
-                        {"initial", m_ids.value(0)}});
-        start("datamodel");
-        for (const StateDescription& state : m_description.states) {
-            for (const TransitionDescription& transition : state.transitions) {
-                if (transition.guard)
-                    write("data", {{"id", nextGuard()}, {"expr", QStringLiteral("true")}});
-            }
+        writeHead();
+        for (int i = 0; i < int(m_index.states().size()); ++i) {
+            if (m_plan.state(i).isWritten)
+                writeState(i);
         }
-        m_guards = 0;
-        m_xml.writeEndElement();
-        for (int i = 0; i < m_ids.size(); ++i)
-            writeState(i);
         m_xml.writeEndDocument();
         return m_text;
     }
@@ -94,43 +84,120 @@ private:
         m_xml.writeEndElement();
     }
 
-    QString nextGuard() { return QStringLiteral("guard%1").arg(++m_guards); }
-
-    void writeState(int index)
+    void writeHead()
     {
-        const bool isFinal = m_description.isFinal(size_t(index));
-        start(isFinal ? "final" : "state", {{"id", m_ids[index]}});
-        int number = 0;
-        for (const TransitionDescription& transition :
-             m_description.states[size_t(index)].transitions) {
-            const int target = m_description.indexOf(transition.targetState);
-            const QString guard = transition.guard ? nextGuard() : QString();
-            ++number;
-            if (!isFinal && target >= 0 && transition.isOfKnownType()) {
-                writeTransition(transition, guard,
-                                QStringLiteral("timeout.%1.%2").arg(m_ids[index]).arg(number),
-                                m_ids[target]);
-            }
+        const QString id = ScxmlPlan::identifier(m_description.name);
+        start("scxml", {{"xmlns", scxmlNamespace},
+                        {"version", QStringLiteral("1.0")},
+                        {"datamodel", QStringLiteral("ecmascript")},
+                        {"name", id},
+                        {"initial", m_plan.initial()}});
+        if (m_isExtended) {
+            m_xml.writeAttribute(QLatin1String("xmlns:zel"), scxmlExtensionNamespace);
+            if (m_description.name != id)
+                m_xml.writeAttribute(QLatin1String("zel:name"), xmlText(m_description.name));
+        }
+        start("datamodel");
+        for (int i = 0; i < int(m_index.transitions().size()); ++i) {
+            if (!m_plan.transition(i).guard.isEmpty())
+                write("data",
+                      {{"id", m_plan.transition(i).guard}, {"expr", QStringLiteral("true")}});
         }
         m_xml.writeEndElement();
     }
 
-    void writeTransition(const TransitionDescription& transition, const QString& guard,
-                         const QString& timeoutEvent, const QString& target)
+    void writeState(int number)
     {
-        Attributes attributes;
-        if (transition.type == TransitionDescription::Timeout) {
-            writeTimeout(timeoutEvent, transition.timeout);
-            attributes.append({"event", timeoutEvent});
-        } else if (transition.type == TransitionDescription::Signal) {
-            attributes.append({"event", eventOf(transition)});
-            if (!guard.isEmpty())
-                attributes.append({"cond", guard});
+        const DescriptionIndex::State& state = m_index.state(number);
+        const ScxmlPlan::State& planned = m_plan.state(number);
+        Attributes attributes{{"id", planned.id}};
+        if (planned.isHistory) {
+            const bool isDeep = state.description->kind == StateDescription::DeepHistory;
+            attributes.append(
+                {"type", isDeep ? QStringLiteral("deep") : QStringLiteral("shallow")});
+        } else if (planned.initialChild >= 0 && !isParallel(number) && !state.isFinal) {
+            attributes.append({"initial", m_plan.state(planned.initialChild).id});
         }
-        attributes.append({"target", target});
+        open(number, attributes);
+        if (planned.isHistory)
+            writeDefault(number);
+        else
+            writeTransitions(number);
+    }
+
+    bool isParallel(int number) const
+    {
+        return number >= 0 && m_index.state(number).description->kind == StateDescription::Parallel;
+    }
+
+    // The element stays open until the first state that is not inside it. Deep states are not
+    // indented, since the blanks before them would need quadratic space.
+    void open(int number, const Attributes& attributes)
+    {
+        const DescriptionIndex::State& state = m_index.state(number);
+        while (!m_open.empty() && m_open.back() != state.parent) {
+            m_xml.writeEndElement();
+            m_open.pop_back();
+        }
+        constexpr size_t deepestIndented = 64;
+        m_xml.setAutoFormatting(m_open.size() < deepestIndented);
+        m_open.push_back(number);
+        start(elementOf(number), attributes);
+        if (m_isExtended && state.description->name != m_plan.state(number).id)
+            m_xml.writeAttribute(QLatin1String("zel:name"), xmlText(state.description->name));
+        if (m_isExtended && state.description->timeLimit.count() > 0)
+            m_xml.writeAttribute(QLatin1String("zel:timeLimit"),
+                                 delayText(state.description->timeLimit));
+    }
+
+    // The standard knows no final state among parallel ones.
+    const char* elementOf(int number) const
+    {
+        const DescriptionIndex::State& state = m_index.state(number);
+        if (state.isFinal)
+            return isParallel(state.parent) ? "state" : "final";
+        if (m_plan.state(number).isHistory)
+            return "history";
+        return isParallel(number) ? "parallel" : "state";
+    }
+
+    template <typename Visitor>
+    void eachTransition(int source, const Visitor& visit)
+    {
+        const auto& transitions = m_index.transitions();
+        for (size_t i = size_t(m_index.state(source).firstTransition);
+             i < transitions.size() && transitions[i].source == source; ++i) {
+            if (m_plan.transition(int(i)).isWritten)
+                visit(*transitions[i].description, m_plan.transition(int(i)));
+        }
+    }
+
+    void writeTransitions(int source)
+    {
+        if (!m_plan.state(source).enteredEvent.isEmpty()) {
+            start("onentry");
+            write("raise", {{"event", m_plan.state(source).enteredEvent}});
+            m_xml.writeEndElement();
+        }
+        eachTransition(source, [this](const auto& description, const auto& planned) {
+            if (description.type == TransitionDescription::Timeout)
+                writeTimeout(planned.event, description.timeout);
+            Attributes attributes;
+            for (const auto& [name, value] : Attributes{{"event", planned.event},
+                                                        {"cond", planned.guard},
+                                                        {"target", planned.target}}) {
+                if (!value.isEmpty())
+                    attributes.append({name, value});
+            }
+            writeTransition(description, attributes);
+        });
+    }
+
+    void writeTransition(const TransitionDescription& description, const Attributes& attributes)
+    {
         start("transition", attributes);
-        if (!transition.description.isEmpty())
-            write("log", {{"label", transition.description}});
+        if (!description.description.isEmpty())
+            write("log", {{"label", xmlText(description.description)}});
         m_xml.writeEndElement();
     }
 
@@ -138,27 +205,47 @@ private:
     void writeTimeout(const QString& event, std::chrono::milliseconds timeout)
     {
         start("onentry");
-        write("send", {{"event", event},
-                       {"id", event},
-                       {"delay", QStringLiteral("%1ms").arg(timeout.count())}});
+        write("send", {{"event", event}, {"id", event}, {"delay", delayText(timeout)}});
         m_xml.writeEndElement();
         start("onexit");
         write("cancel", {{"sendid", event}});
         m_xml.writeEndElement();
     }
 
+    // The standard demands a default target of each history.
+    void writeDefault(int history)
+    {
+        bool isWritten = false;
+        eachTransition(history, [this, &isWritten](const auto& description, const auto& planned) {
+            if (description.type == TransitionDescription::Direct && !planned.target.isEmpty() &&
+                !isWritten) {
+                isWritten = true;
+                writeTransition(description, {{"target", planned.target}});
+            }
+        });
+        if (isWritten)
+            return;
+        const int initial = m_plan.state(m_index.state(history).parent).initialChild;
+        Attributes attributes{{"target", m_plan.state(initial).id}};
+        if (m_isExtended)
+            attributes.append({"zel:implied", QStringLiteral("true")});
+        writeTransition({}, attributes);
+    }
+
     const StateMachineDescription& m_description;
-    const QStringList m_ids;
-    int m_guards = 0;
+    const DescriptionIndex m_index;
+    const ScxmlPlan m_plan;
+    const bool m_isExtended;
+    std::vector<int> m_open;
     QString m_text;
     QXmlStreamWriter m_xml;
 };
 
 } // namespace
 
-QString toScxml(const StateMachineDescription& description)
+QString toScxml(const StateMachineDescription& description, ScxmlExtensions extensions)
 {
-    return ScxmlWriter(description).write();
+    return ScxmlWriter(description, extensions).write();
 }
 
 } // namespace zeltools::declarativestatemachine

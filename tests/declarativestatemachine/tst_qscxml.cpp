@@ -1,0 +1,236 @@
+#include "declarativestatemachine/declarativestatemachine.h"
+#include "declarativestatemachine/scxmlreader.h"
+#include "declarativestatemachine/scxmlwriter.h"
+#include "logging/log.h"
+
+#include <QScxmlStateMachine>
+#include <QtTest>
+
+using namespace zeltools::declarativestatemachine;
+using namespace std::chrono_literals;
+using Transition = TransitionDescription;
+
+namespace
+{
+
+/// Emits what drives the machines, and answers their guards.
+class Board : public QObject
+{
+    Q_OBJECT
+
+public:
+    bool isOpen = true;
+
+Q_SIGNALS:
+    void a();
+    void b();
+    void back();
+};
+
+Board board;
+
+Transition onA(const QString& target)
+{
+    return Transition::on(&board, SIGNAL(a()), target);
+}
+
+Transition onB(const QString& target)
+{
+    return Transition::on(&board, SIGNAL(b()), target);
+}
+
+Transition guarded(Transition transition)
+{
+    transition.guard = [] { return board.isOpen; };
+    return transition;
+}
+
+Transition targetless(Transition transition)
+{
+    transition.isTargetless = true;
+    return transition;
+}
+
+StateDescription composed(const QString& name, const std::vector<StateDescription>& states,
+                          const std::vector<Transition>& transitions = {},
+                          StateDescription::Kind kind = StateDescription::Ordinary)
+{
+    return {name, {}, transitions, {}, states, kind};
+}
+
+// Two parts with two states each, the first of which has a history.
+StateDescription twoParts(StateDescription::Kind kind, StateDescription::Kind historyKind)
+{
+    const StateDescription inner = composed("P2", {{"P21", {}, {onA("P22")}}, {"P22"}});
+    return composed("P",
+                    {composed("H", {}, {Transition::direct("P1")}, historyKind),
+                     {"P1", {}, {onA("P2")}},
+                     inner},
+                    {onB("Out")}, kind);
+}
+
+ExpectedSignal signalOf(const QString& event)
+{
+    const QHash<QString, const char*> signalsOf{
+        {"Board.a", SIGNAL(a())}, {"Board.b", SIGNAL(b())}, {"Board.back", SIGNAL(back())}};
+    return {&board, signalsOf.value(event)};
+}
+
+// The machine builds no children, no transition without a target and guards only of signals.
+bool isBuiltByOurs(const StateMachineDescription& machine)
+{
+    for (const StateDescription& state : machine.states) {
+        for (const Transition& transition : state.transitions) {
+            if (transition.isTargetless || (transition.guard && transition.type != 2))
+                return false;
+        }
+        if (!state.states.empty())
+            return false;
+    }
+    return true;
+}
+
+void follow(std::vector<StateDescription>& states, QStringList& active)
+{
+    for (StateDescription& state : states) {
+        state.action = [&active, name = state.name] { active.append(name); };
+        state.exitAction = [&active, name = state.name] { active.removeOne(name); };
+        follow(state.states, active);
+    }
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(StateMachineDescription)
+
+class TestQScxml : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void goesTheSameWay_data()
+    {
+        QTest::addColumn<StateMachineDescription>("machine");
+        QTest::addColumn<QString>("way"); // steps, and the active states behind each one
+        const auto row = [](const char* name, const StateMachineDescription& machine,
+                            const char* way) { QTest::newRow(name) << machine << QString(way); };
+        const StateDescription end{"End"};
+        const StateDescription out{"Out", {}, {Transition::on(&board, SIGNAL(back()), "H")}};
+        row("signals, of which the first transition wins",
+            {{{"A.1", {}, {onA("B"), onA("End"), onB("A.1")}}, {"B", {}, {onB("End")}}, end}},
+            "b: A.1, b a: B, a: B, b: End");
+        row("timeouts end with their states",
+            {{{"A", {}, {onA("B"), Transition::after(20ms, "End")}},
+              {"B", {}, {onA("A"), Transition::after(20ms, "C")}},
+              {"C"},
+              end}},
+            "a wait: C");
+        row("guards of signals and timeouts",
+            {{{"A", {}, {guarded(onA("B"))}},
+              {"B", {}, {guarded(Transition::after(1ms, "C")), onB("A")}},
+              {"C", {}, {onA("End")}},
+              end}},
+            "shut a: A, open a wait: C, a: End");
+        row("a timeout that a guard refused is not tried again",
+            {{{"A", {}, {guarded(Transition::after(1ms, "End")), onB("A")}}, end}},
+            "shut wait open wait: A, b wait: End");
+        row("an entry that a guard refused is not tried again",
+            {{{"A", {}, {onA("B")}},
+              {"B", {}, {guarded(Transition::direct("End")), onB("B"), onA("B")}},
+              end}},
+            "shut a open: B, b: End");
+        row("transitions without a target leave the timeout alone",
+            {{{"A",
+               {},
+               {targetless(onA({})), targetless(Transition::direct({})),
+                Transition::after(300ms, "End")}},
+              end}},
+            "a wait wait a wait wait a wait wait: End");
+        row("a direct transition outside comes before one inside",
+            {{composed("P", {{"P1", {}, {Transition::direct("P2")}}, {"P2"}},
+                       {guarded(Transition::direct("Out"))}),
+              {"Out", {}, {onA("P")}},
+              end}},
+            ": Out, shut a: P P2");
+        row("a state reacts while a child is active, and the child first",
+            {{composed("P", {{"P1", {}, {onA("P2")}}, {"P2"}}, {onA("End"), onB("P")}), end}},
+            "a: P P2, b: P P1, a a: End");
+        row("a shallow history",
+            {{twoParts(StateDescription::Ordinary, StateDescription::ShallowHistory), out, end}},
+            "a a: P P2 P22, b: Out, back: P P2 P21");
+        row("a deep history",
+            {{twoParts(StateDescription::Ordinary, StateDescription::DeepHistory), out, end}},
+            "b back: P P1, a a: P P2 P22, b: Out, back: P P2 P22");
+        row("a history of parallel states",
+            {{twoParts(StateDescription::Parallel, StateDescription::DeepHistory), out, end}},
+            ": P P1 P2 P21, a: P P1 P2 P22");
+        row("parallel states, each with its own transitions",
+            {{composed("P",
+                       {composed("L", {{"L1", {}, {onA("L2")}},
+                                       {"L2", {}, {}, {}, {}, StateDescription::Final}}),
+                        composed("R", {{"R1", {}, {onA("R2"), Transition::after(20ms, "R3")}},
+                                       {"R2", {}, {Transition::direct("R3")}},
+                                       {"R3"}}),
+                        {"Q", {}, {}, {}, {}, StateDescription::Final}},
+                       {onB("End")}, StateDescription::Parallel),
+              end}},
+            "wait: L L1 P Q R R3, a: L L2 P Q R R3, b: End");
+    }
+    void goesTheSameWay()
+    {
+        QFETCH(StateMachineDescription, machine);
+        QFETCH(QString, way);
+        board.isOpen = true;
+        QByteArray text = toScxml(machine).toUtf8();
+        QString error;
+        auto read = fromScxml(
+            text, {signalOf, [](const QString&) { return [] { return board.isOpen; }; }}, error);
+        QVERIFY2(read, qPrintable(error));
+        QStringList active;
+        follow(read->states, active);
+        const bool isFlat = isBuiltByOurs(machine);
+        DeclarativeStateMachine ours(Log::Cleaning);
+        if (isFlat)
+            ours.setDescription(*read);
+        ours.start();
+        QBuffer file(&text);
+        file.open(QIODevice::ReadOnly);
+        const std::unique_ptr<QScxmlStateMachine> peer(QScxmlStateMachine::fromData(&file));
+        QVERIFY2(peer->parseErrors().isEmpty(), text);
+        peer->start();
+        QTRY_VERIFY(peer->isRunning() && (ours.isRunning() || !isFlat));
+        for (const QString& step : way.split(", ")) {
+            for (const QString& word : step.section(':', 0, 0).split(' '))
+                take(word, *peer);
+            const QStringList expected = step.section(": ", 1).split(' ');
+            QTRY_COMPARE(sorted(peer->activeStateNames(false)), expected);
+            if (isFlat)
+                QTRY_COMPARE(sorted(active), expected);
+        }
+    }
+
+private:
+    static void take(const QString& word, QScxmlStateMachine& peer)
+    {
+        if (word == "open" || word == "shut") {
+            board.isOpen = word == "open";
+            for (const char* guard : {"guard1", "guard2"}) {
+                if (peer.dataModel()->hasScxmlProperty(guard))
+                    peer.dataModel()->setScxmlProperty(guard, board.isOpen, {});
+            }
+        } else if (!word.isEmpty() && word != "wait") {
+            QMetaObject::invokeMethod(&board, word.toLatin1());
+            peer.submitEvent("Board." + word);
+        }
+        QTest::qWait(word == "wait" ? 100 : 5);
+    }
+
+    static QStringList sorted(QStringList names)
+    {
+        names.sort();
+        return names;
+    }
+};
+
+QTEST_GUILESS_MAIN(TestQScxml)
+#include "tst_qscxml.moc"
