@@ -4,6 +4,7 @@
 #include <QtTest>
 
 using tools::EventGroupHandler;
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -23,6 +24,7 @@ public:
     {
         connect(handler, &EventGroupHandler::success, this, [this] { add("success"); });
         connect(handler, &EventGroupHandler::failure, this, [this] { add("failure"); });
+        connect(handler, &EventGroupHandler::canceled, this, [this] { add("canceled"); });
     }
     ~Group() override { delete handler; }
 
@@ -33,12 +35,12 @@ public:
                     answer();
                 },
                 [=](EventGroupHandler* receiver) {
-                    m_listener = std::make_shared<QMetaObject::Connection>(
+                    listener = std::make_shared<QMetaObject::Connection>(
                         connect(this, &Group::answered, receiver, &EventGroupHandler::checkResult));
                     add("listen " + name);
                     if (m_answers.startsWith('+'))
                         answer();
-                    return m_listener;
+                    return listener;
                 },
                 [=](const QVariant& result) {
                     add(result.toBool() ? "good" : "bad");
@@ -63,6 +65,7 @@ public:
     QString story;
     QString when; // The event after which then() is called once.
     std::function<void()> then;
+    std::shared_ptr<QMetaObject::Connection> listener;
 
 Q_SIGNALS:
     void answered(const QVariant& result);
@@ -84,7 +87,6 @@ private:
     }
 
     QString m_answers;
-    std::shared_ptr<QMetaObject::Connection> m_listener;
 };
 
 } // namespace
@@ -119,7 +121,14 @@ private Q_SLOTS:
                                 "bg|replace|bad|a bad c good success",
                                 "ggg|refill|a|a good b good c good success",
                                 "ggg|await|success|a good b good success c good success",
-                                "GBBg|refill|failure|a good b bad b bad failure c good success"})
+                                "GBBg|refill|failure|a good b bad b bad failure c good success",
+                                "gg|cancel|listen a|canceled",
+                                "Gg|cancel|a|a canceled",
+                                "bg|cancel|bad|a bad canceled",
+                                "b-|cancel|failure|a bad a failure",
+                                "gg|restart|listen a|canceled c good success",
+                                "gbg|restart|good|a good canceled c bad c good success",
+                                "gg|cancel, destroy|a|a canceled"})
             QTest::newRow(row) << row;
     }
     void groups()
@@ -135,6 +144,14 @@ private Q_SLOTS:
                 throw std::runtime_error("no device");
             if (action == "fail")
                 return group.handler->failEvents();
+            if (action == "cancel, destroy") {
+                group.when = "canceled";
+                group.then = [&] { delete group.handler; };
+            }
+            if (action.startsWith("cancel") || action == "restart")
+                group.handler->cancel();
+            if (action.startsWith("cancel"))
+                return;
             if (action == "clear" || action == "replace")
                 group.handler->clear();
             if (action != "clear")
@@ -170,6 +187,93 @@ private Q_SLOTS:
         second.handler->start();
         Q_EMIT first.answered(true); // nobody listens
         QTRY_COMPARE(first.story, "a good b b good success");
+    }
+
+    void handlersKeepConnectionsOfTheirOwn()
+    {
+        Group first("G-");
+        Group second("gg");
+        for (Group* const group : {&first, &second}) {
+            group->handler->setConnectionScope(EventGroupHandler::ConnectionScope::Handler);
+            group->handler->addEvent(group->steps("a"));
+            group->handler->addEvent(group->steps("b"));
+            group->handler->start();
+        }
+        QVERIFY(*first.listener && *second.listener);
+        first.handler->cancel();
+        QVERIFY(!*first.listener);
+        QTRY_COMPARE(second.story, "a good b good success");
+        second.handler->addEvent(second.steps("c"));
+        second.handler->start();
+        QVERIFY(*second.listener);
+        delete second.handler;
+        QVERIFY(!*second.listener);
+    }
+
+    void progressAndReasons_data()
+    {
+        QTest::addColumn<QString>("answers, action, story");
+        for (const char* row :
+             {"bgg||1/2#1 1/2#2 2/2#1 None@0", "gBb||1/2#1 2/2#1 2/2#2 WrongAnswer@2",
+              "g--||1/2#1 2/2#1 2/2#2 Timeout@2", "gg|fail|1/2#1 2/2#1 FailedByCaller@2",
+              "g-|retry|1/2#1 2/2#1 FailedByCaller@2", "bg|cancel|1/2#1 1/2#2 2/2#1 Canceled@2"})
+            QTest::newRow(row) << row;
+    }
+    void progressAndReasons()
+    {
+        const QStringList row = QString(QTest::currentDataTag()).split('|');
+        Group group(row[0]);
+        EventGroupHandler& handler = *group.handler;
+        QStringList story;
+        connect(&handler, &EventGroupHandler::progressChanged, this, [&] {
+            const EventGroupHandler::Progress now = handler.progress();
+            story << QString("%1/%2#%3").arg(now.step).arg(now.stepCount).arg(now.attempt);
+        });
+        group.when = "b";
+        group.then = [&] {
+            row[1] == "fail"     ? handler.failEvents()
+            : row[1] == "cancel" ? handler.cancel()
+                                 : void();
+            for (int i = 0; row[1] == "retry" && i < 2; ++i)
+                handler.tryRetrigger();
+        };
+        handler.addEvent(group.steps("a"));
+        handler.addEvent(group.steps("b"));
+        handler.start();
+        QTRY_VERIFY(!group.isAtWork());
+        const EventGroupHandler::Failure failure = handler.lastFailure();
+        const auto reasons = QMetaEnum::fromType<EventGroupHandler::FailureReason>();
+        story << QString("%1@%2").arg(reasons.valueToKey(int(failure.reason))).arg(failure.step);
+        QCOMPARE(story.join(' '), row[2]);
+    }
+
+    void pausesGrow()
+    {
+        EventGroupHandler handler(1, 2500ms);
+        auto* const timer = handler.findChild<QTimer*>();
+        QString story;
+        const tools::EventSteps steps{[&] { story += "fire "; }, [](auto*) { return nullptr; },
+                                      [](const QVariant& answer) { return answer.toBool(); }};
+        handler.addEvent(steps);
+        handler.addEvent({steps, 5, 1500ms, {100ms, 2, 350ms}});
+        handler.start();
+        for (const bool answer : {true, false, false, false, false}) {
+            story += QString("%1 ").arg(timer->interval());
+            handler.checkResult(answer);
+            if (answer)
+                continue;
+            story += QString("pause %1 ").arg(timer->interval());
+            handler.checkResult(true); // too late
+            timer->start(0);
+            QTRY_VERIFY(story.endsWith("fire "));
+        }
+        QCOMPARE(story, "fire 2500 fire 1500 pause 100 fire 1500 pause 200 fire 1500 pause 350 "
+                        "fire 1500 pause 350 fire ");
+        handler.checkResult(false);
+        QVERIFY(!handler.isRunning());
+        const auto longest = std::chrono::milliseconds::max();
+        QCOMPARE((tools::BackOff{1ms, 2, longest}.pauseAfter(~0U)), longest);
+        QCOMPARE((tools::BackOff{1ms, -1, longest}.pauseAfter(2)), 0ms);
     }
 
     void answersInsideTheTriggerTakeNoStack()
