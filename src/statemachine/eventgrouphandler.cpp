@@ -42,6 +42,7 @@ EventGroupHandler::EventGroupHandler(unsigned int attempts, const std::chrono::s
 EventGroupHandler::EventGroupHandler(const Event& defaults)
     : m_defaults(defaults)
 {
+    static_cast<EventSteps&>(m_defaults) = {};
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, [this] {
         if (m_phase == Phase::Due || m_phase == Phase::Pausing) {

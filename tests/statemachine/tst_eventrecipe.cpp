@@ -1,0 +1,337 @@
+#include "statemachine/eventreciperunner.h"
+
+#include <QtTest>
+
+using tools::EventGroupHandler;
+using tools::EventRecipe;
+using tools::EventRecipeRunner;
+using tools::EventSteps;
+using namespace std::chrono_literals;
+
+Q_DECLARE_METATYPE(EventRecipe)
+
+namespace
+{
+
+/// A simulated device. Each letter is its answer to one request of a step: (g)ood or (b)ad, in
+/// capitals before the trigger has returned, "+" good inside `connect`, and "-" none. With "l" a
+/// good answer comes late, from the trigger of the step "late".
+class Device : public QObject
+{
+    Q_OBJECT
+
+public:
+    EventSteps steps(const QString& name, QString answers)
+    {
+        return {[=]() mutable {
+                    add(name);
+                    answer(name, answers.left(1));
+                    answers.remove(0, 1);
+                },
+                [=](EventGroupHandler* handler) {
+                    add("connect " + name);
+                    auto connection = std::make_shared<QMetaObject::Connection>(connect(
+                        this, &Device::answered, handler, [=](const QString& step, bool isGood) {
+                            if (step == name)
+                                handler->checkResult(isGood);
+                        }));
+                    if (answers == "+")
+                        answer(name, "G");
+                    return connection;
+                },
+                [=](const QVariant& isGood) {
+                    add(name + '?');
+                    return isGood.toBool();
+                }};
+    }
+    EventRecipe step(const QString& name, const QString& answers = "g")
+    {
+        // A step without an answer waits for the time limit of its group, or for a millisecond.
+        const auto timeout = answers.endsWith('-') ? 1ms : 1h;
+        return EventRecipe::step(name, {steps(name, answers), unsigned(answers.size()), timeout});
+    }
+    EventRecipe logged(const EventRecipe& group)
+    {
+        const auto setUp = [=] {
+            add("setup " + group.name);
+            return EventRecipe::Setup::Run;
+        };
+        return group.withSetup(setUp).withDone([=](EventRecipe::Result result) {
+            add(group.name + '=' + QVariant::fromValue(result).toString());
+        });
+    }
+    void add(const QString& event)
+    {
+        const QString first = event.section(' ', 0, 0);
+        if (first != "connect" && first != "setup" && first != "progress")
+            story << event;
+        if (event == when && then)
+            std::exchange(then, nullptr)();
+    }
+
+    QStringList story;
+    QString when; // The event after which then() is called once.
+    std::function<void()> then;
+
+Q_SIGNALS:
+    void answered(const QString& step, bool isGood);
+
+private:
+    void answer(const QString& name, const QString& how)
+    {
+        if (name == "late")
+            Q_EMIT answered("l", true);
+        if (how == "-" || how == "l" || how.isEmpty())
+            return;
+        const bool isDirect = how == "G" || how == "B";
+        QMetaObject::invokeMethod(
+            this, [=] { Q_EMIT answered(name, how.toLower() == "g"); },
+            isDirect ? Qt::DirectConnection : Qt::QueuedConnection);
+    }
+};
+
+EventRecipe coffeeRecipe(const EventSteps& open, const EventSteps& heat, const EventSteps& grind,
+                         const EventSteps& brew)
+{
+    return EventRecipe::sequence(
+        "coffee", {
+                      EventRecipe::step("open valve", {open, 1, 500ms}),
+                      EventRecipe::parallel("prepare",
+                                            {
+                                                EventRecipe::step("heat", {heat, 1, 20s}),
+                                                EventRecipe::step("grind", {grind, 1, 10s}),
+                                            })
+                          .withTimeLimit(25s),
+                      EventRecipe::step("brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}),
+                  });
+}
+
+} // namespace
+
+class TestEventRecipe : public QObject
+{
+    Q_OBJECT
+
+    // Runs a recipe and returns what has happened.
+    static QString run(EventRecipeRunner& runner)
+    {
+        const QSignalSpy ends(&runner, &EventRecipeRunner::finished);
+        runner.start();
+        if (!QTest::qWaitFor([&] { return !runner.isRunning(); }))
+            runner.cancel();
+        QCoreApplication::processEvents(); // the answers that nobody waits for
+        return runner.journal().join(", ") + (ends.count() == 1 ? "" : ", not finished once");
+    }
+
+    Device m_device;
+
+private Q_SLOTS:
+    void recipes_data()
+    {
+        QTest::addColumn<EventRecipe>("recipe");
+        QTest::addColumn<QString>("journal");
+        using Policy = EventRecipe::Policy;
+        using Setup = EventRecipe::Setup;
+        const auto sequence = &EventRecipe::sequence;
+        const auto parallel = &EventRecipe::parallel;
+        const auto step = [this](const QString& name, const QString& answers) {
+            return m_device.step(name, answers);
+        };
+        const auto answering = [](Setup answer) { return [=] { return answer; }; };
+        const EventRecipe open = step("open", "G");
+        const EventRecipe heat = step("heat", "g");
+        const EventRecipe grind = step("grind", "b");
+        const EventRecipe silent = step("silent", "l");
+        const EventRecipe missing = EventRecipe::step("missing", {EventSteps(), 3, 1s});
+
+        QTest::newRow("coffee")
+            << coffeeRecipe(m_device.steps("open", "g"), m_device.steps("heat", "g"),
+                            m_device.steps("grind", "+"), m_device.steps("brew", "bBg"))
+            << "coffee: started, open valve: started, open valve: succeeded, prepare: started, "
+               "heat: started, grind: started, grind: succeeded, heat: succeeded, "
+               "prepare: succeeded, brew: started, brew: attempt 2, brew: attempt 3, "
+               "brew: succeeded, coffee: succeeded";
+        QTest::newRow("a step alone") << grind << "grind: started, grind: failed (WrongAnswer)";
+        QTest::newRow("empty groups")
+            << sequence("all", {sequence("a", {}), parallel("b", {}, 0),
+                                parallel("c", {}, 2).withPolicy(Policy::StopOnSuccess)})
+            << "all: started, a: started, a: succeeded, b: started, b: succeeded, c: started, "
+               "c: failed, all: failed";
+        QTest::newRow("a failure in a branch")
+            << parallel("all", {sequence("a", {heat, step("next", "l")}), silent, grind, open}, 3)
+            << "all: started, a: started, heat: started, silent: started, grind: started, "
+               "heat: succeeded, next: started, grind: failed (WrongAnswer), silent: canceled, "
+               "next: canceled, a: canceled, all: failed";
+        QTest::newRow("a failure before the next branch begins")
+            << parallel("all", {heat, sequence("a", {step("b", "BB"), open}), open}, 0)
+            << "all: started, heat: started, a: started, b: started, b: attempt 2, "
+               "b: failed (WrongAnswer), a: failed, heat: canceled, all: failed";
+        QTest::newRow("failures that do not stop")
+            << sequence("all", {step("none", "--"), heat, grind})
+                   .withPolicy(Policy::ContinueOnError)
+            << "all: started, none: started, none: attempt 2, none: failed (Timeout), "
+               "heat: started, heat: succeeded, grind: started, grind: failed (WrongAnswer), "
+               "all: failed";
+        QTest::newRow("the first that succeeds")
+            << parallel("all", {grind, heat, silent, open}, 2).withPolicy(Policy::StopOnSuccess)
+            << "all: started, grind: started, heat: started, grind: failed (WrongAnswer), "
+               "silent: started, heat: succeeded, silent: canceled, all: succeeded";
+        QTest::newRow("none that succeeds")
+            << sequence("all", {grind, grind}).withPolicy(Policy::StopOnSuccess)
+            << "all: started, grind: started, grind: failed (WrongAnswer), grind: started, "
+               "grind: failed (WrongAnswer), all: failed";
+        QTest::newRow("time limits")
+            << parallel("all", {sequence("a", {open, silent}).withTimeLimit(1ms), silent}, 0)
+                   .withPolicy(Policy::ContinueOnError)
+                   .withTimeLimit(50ms)
+            << "all: started, a: started, open: started, open: succeeded, silent: started, "
+               "silent: started, silent: canceled, a: failed (Timeout), silent: canceled, "
+               "all: failed (Timeout)";
+        QTest::newRow("late answer")
+            << sequence("all", {parallel("a", {silent}, 0).withTimeLimit(1ms),
+                                sequence("b", {step("late", "G"), heat})})
+                   .withPolicy(Policy::ContinueOnError)
+            << "all: started, a: started, silent: started, silent: canceled, a: failed (Timeout), "
+               "b: started, late: started, late: succeeded, heat: started, heat: succeeded, "
+               "b: succeeded, all: failed";
+        QTest::newRow("groups that do not run")
+            << sequence("all", {sequence("a", {heat}).withSetup(answering(Setup::Skip)),
+                                sequence("b", {heat}).withSetup(answering(Setup::Fail)), open})
+                   .withPolicy(Policy::ContinueOnError)
+            << "all: started, a: started, a: skipped, b: started, b: failed (FailedByCaller), "
+               "open: started, open: succeeded, all: failed";
+        QTest::newRow("callables that are missing")
+            << missing << "missing: started, missing: failed (Exception: bad_function_call)";
+    }
+    void recipes()
+    {
+        QFETCH(EventRecipe, recipe);
+        QFETCH(QString, journal);
+        EventRecipeRunner runner(recipe);
+        QCOMPARE(run(runner), journal);
+        QCOMPARE(run(runner), journal); // with callables that have not counted yet
+    }
+
+    void callables_data()
+    {
+        QTest::addColumn<QString>("when, action, story");
+        const char* const rows[] = {
+            "|none|open open? heat grind heat? grind? both=Success all=Success Success",
+            "setup all|cancel|Canceled",
+            "connect open|cancel|all=Canceled Canceled",
+            "open|cancel|open all=Canceled Canceled",
+            "open?|cancel|open open? all=Canceled Canceled",
+            "setup both|cancel|open open? all=Canceled Canceled",
+            "progress|cancel|open open? heat grind both=Canceled all=Canceled Canceled",
+            "heat?|cancel|open open? heat grind heat? both=Canceled all=Canceled Canceled",
+            "both=Success|cancel|open open? heat grind heat? grind? both=Success all=Canceled "
+            "Canceled",
+            "all=Success|cancel|open open? heat grind heat? grind? both=Success all=Success "
+            "Success",
+            "heat|cancel, await|open open? heat both=Canceled all=Canceled Canceled",
+            "setup all|destroy|",
+            "connect open|destroy|",
+            "open|destroy|open",
+            "open?|destroy|open open?",
+            "progress|destroy|open open? heat grind",
+            "heat?|destroy|open open? heat grind heat?",
+            "both=Success|destroy|open open? heat grind heat? grind? both=Success",
+            "all=Success|destroy|open open? heat grind heat? grind? both=Success all=Success",
+            "Success|destroy|open open? heat grind heat? grind? both=Success all=Success Success",
+            "setup all|throw|Failure",
+            "connect open|throw|all=Failure Failure",
+            "open|throw|open all=Failure Failure",
+            "heat?|throw|open open? heat grind heat? both=Failure all=Failure Failure",
+            "both=Success|throw|open open? heat grind heat? grind? both=Success all=Failure "
+            "Failure",
+            "heat|await|open open? heat grind grind? heat? both=Success all=Success Success",
+            "all=Success|start|open open? heat grind heat? grind? both=Success all=Success Success",
+            "Success|start|open open? heat grind heat? grind? both=Success all=Success Success "
+            "open open? heat grind heat? grind? both=Success all=Success Success"};
+        for (const char* const row : rows)
+            QTest::newRow(row) << row;
+    }
+    void callables()
+    {
+        const QStringList row = QString(QTest::currentDataTag()).split('|');
+        Device device;
+        const EventRecipe both =
+            EventRecipe::parallel("both", {device.step("heat", "g"), device.step("grind", "g")});
+        QPointer<EventRecipeRunner> runner = new EventRecipeRunner(device.logged(
+            EventRecipe::sequence("all", {device.step("open", "G"), device.logged(both)})));
+        connect(runner, &EventRecipeRunner::finished, this, [&](EventRecipe::Result result) {
+            device.add(QVariant::fromValue(result).toString());
+        });
+        connect(runner, &EventRecipeRunner::progressChanged, this, [&] { device.add("progress"); });
+        device.when = row[0];
+        device.then = [&] {
+            if (row[1] == "destroy")
+                return delete runner;
+            if (row[1] == "throw")
+                throw std::runtime_error("no device");
+            if (row[1] == "start")
+                runner->start();
+            if (row[1].startsWith("cancel"))
+                runner->cancel();
+            if (row[1].endsWith("await"))
+                QTRY_VERIFY(!runner->isRunning() || device.story.last() == "grind?");
+        };
+        runner->start();
+        QTRY_VERIFY(!runner || !runner->isRunning());
+        QCoreApplication::processEvents(); // the answers that nobody waits for
+        QCOMPARE(device.story.join(' '), row[2]);
+        if (row[1] == "throw")
+            QCOMPARE(runner->failures().at(0).exception, "no device");
+        delete runner;
+    }
+
+    void progress()
+    {
+        const EventRecipe skipped =
+            EventRecipe::sequence("skipped", {m_device.step("a", "g"), m_device.step("b", "g")});
+        EventRecipeRunner runner(EventRecipe::sequence(
+            "all", {m_device.step("open", "G"),
+                    EventRecipe::parallel(
+                        "both", {m_device.step("heat", "g"), m_device.step("brew", "bg")}),
+                    skipped.withSetup([] { return EventRecipe::Setup::Skip; })}));
+        QStringList story;
+        connect(&runner, &EventRecipeRunner::progressChanged, this, [&] {
+            const EventRecipeRunner::Progress now = runner.progress();
+            story << QString("%1/%2").arg(now.endedSteps).arg(now.stepCount);
+            for (const EventRecipeRunner::RunningStep& step : now.runningSteps)
+                story.last() += QString(" %1#%2").arg(step.name).arg(step.attempt);
+        });
+        run(runner);
+        QCOMPARE(story, QStringList({"1/5 heat#1 brew#1", "2/5 brew#1", "2/5 brew#2", "5/5"}));
+    }
+
+    void answersInsideTheTriggerTakeNoStack()
+    {
+        quintptr lowest = ~quintptr(0);
+        quintptr highest = 0;
+        const EventSteps steps{[] {},
+                               [&](EventGroupHandler* handler) {
+                                   const auto here = quintptr(&handler);
+                                   lowest = std::min(lowest, here);
+                                   highest = std::max(highest, here);
+                                   handler->checkResult(true);
+                                   return nullptr;
+                               },
+                               [](const QVariant&) { return true; }};
+        const std::vector<EventRecipe> leaves(10000, EventRecipe::step("leaf", {steps, 1, 1s}));
+        EventRecipeRunner runner(EventRecipe::parallel(
+            "all", {EventRecipe::sequence("a", leaves), EventRecipe::parallel("b", leaves)}));
+        int runs = 0;
+        connect(&runner, &EventRecipeRunner::finished, this, [&](EventRecipe::Result result) {
+            QCOMPARE(result, EventRecipe::Result::Success);
+            if (++runs < 3)
+                runner.start();
+        });
+        runner.start();
+        QCOMPARE(runs, 3);
+        QVERIFY(highest - lowest < 10000);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestEventRecipe)
+#include "tst_eventrecipe.moc"
