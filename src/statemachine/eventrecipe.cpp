@@ -3,28 +3,20 @@
 namespace tools
 {
 
-EventRecipe EventRecipe::step(const QString& name, const Event& event)
+EventRecipe::EventRecipe(const QString& stepName, const Event& stepEvent)
+    : name(stepName)
+    , isStep(true)
+    , event(stepEvent)
 {
-    EventRecipe recipe;
-    recipe.name = name;
-    recipe.isStep = true;
-    recipe.event = event;
-    return recipe;
 }
 
-EventRecipe EventRecipe::sequence(const QString& name, const std::vector<EventRecipe>& children)
+EventRecipe::EventRecipe(const QString& groupName, Order order,
+                         const std::vector<EventRecipe>& members, std::chrono::milliseconds limit)
+    : name(groupName)
+    , children(members)
+    , maximumRunning(order == Sequence ? 1 : 0)
+    , timeLimit(limit)
 {
-    return parallel(name, children, 1);
-}
-
-EventRecipe EventRecipe::parallel(const QString& name, const std::vector<EventRecipe>& children,
-                                  int maximumRunning)
-{
-    EventRecipe recipe;
-    recipe.name = name;
-    recipe.children = children;
-    recipe.maximumRunning = maximumRunning;
-    return recipe;
 }
 
 EventRecipe EventRecipe::withPolicy(Policy value) const
@@ -34,10 +26,10 @@ EventRecipe EventRecipe::withPolicy(Policy value) const
     return recipe;
 }
 
-EventRecipe EventRecipe::withTimeLimit(std::chrono::milliseconds time) const
+EventRecipe EventRecipe::withMaximumRunning(int count) const
 {
     EventRecipe recipe = *this;
-    recipe.timeLimit = time;
+    recipe.maximumRunning = count;
     return recipe;
 }
 

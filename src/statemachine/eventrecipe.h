@@ -16,17 +16,18 @@ namespace tools
 /// A recipe for EventRecipeRunner as data: a tree of steps, which are requests with answers, and of
 /// groups, whose children run one after another or at the same time. A recipe runs nothing itself;
 /// it is a value that can be copied, changed and run many times. This one opens a valve, then heats
-/// and grinds at the same time, then brews with three attempts of 1.5 s each, the second after a
-/// pause of 100 ms and the third after 200 ms:
+/// and grinds at the same time for at most 25 s, then brews with three attempts of 1.5 s each, the
+/// second after a pause of 100 ms and the third after 200 ms (a fourth would pause for 400 ms):
 ///
-///     const EventRecipe coffee = EventRecipe::sequence("coffee", {
-///         EventRecipe::step("open valve", {open, 1, 500ms}),
-///         EventRecipe::parallel("prepare", {
-///             EventRecipe::step("heat", {heat, 1, 20s}),
-///             EventRecipe::step("grind", {grind, 1, 10s}),
-///         }).withTimeLimit(25s),
-///         EventRecipe::step("brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}),
-///     });
+///     const EventRecipe coffee{
+///         "coffee",
+///         EventRecipe::Sequence,
+///         {{"open valve", {open, 1, 500ms}},
+///          {"prepare",
+///           EventRecipe::Parallel,
+///           {{"heat", {heat, 1, 20s}}, {"grind", {grind, 1, 10s}}},
+///           25s},
+///          {"brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}}}};
 ///
 /// `open`, `heat`, `grind` and `brew` are EventSteps.
 class ZELTOOLS_EXPORT EventRecipe
@@ -36,6 +37,8 @@ class ZELTOOLS_EXPORT EventRecipe
 public:
     using Event = EventGroupHandler::Event;
 
+    /// Whether the children of a group run one after another or at the same time.
+    enum Order { Sequence, Parallel };
     /// When a group ends before all of its children have ended. Children that still run are then
     /// canceled, and the others do not start.
     enum class Policy {
@@ -52,21 +55,19 @@ public:
     enum class Result { Success, Failure, Canceled, Skipped };
     Q_ENUM(Result)
 
-    /// A single request. An event with 0 attempts is repeated until the time limit of a group ends
-    /// it.
-    static EventRecipe step(const QString& name, const Event& event);
-    /// A group whose children run one after another.
-    static EventRecipe sequence(const QString& name, const std::vector<EventRecipe>& children);
-    /// A group whose children start in their order and run at the same time, but never more of them
-    /// than `maximumRunning` unless it is 0.
-    static EventRecipe parallel(const QString& name, const std::vector<EventRecipe>& children,
-                                int maximumRunning = 0);
+    /// Constructs an empty group, which succeeds.
+    EventRecipe() = default;
+    /// Constructs a step. One with 0 attempts is repeated until the time limit of a group ends it.
+    EventRecipe(const QString& stepName, const Event& stepEvent);
+    /// Constructs a group. With a time limit, a group that has not ended then fails with the reason
+    /// Timeout.
+    EventRecipe(const QString& groupName, Order order, const std::vector<EventRecipe>& members,
+                std::chrono::milliseconds limit = std::chrono::milliseconds(0));
 
     /// The recipe with another policy; the default is StopOnError.
     EventRecipe withPolicy(Policy value) const;
-    /// The recipe with a time limit for the whole group, which then fails with the reason Timeout.
-    /// With 0, the default, there is none.
-    EventRecipe withTimeLimit(std::chrono::milliseconds time) const;
+    /// The recipe with a maximum of children that run at the same time.
+    EventRecipe withMaximumRunning(int count) const;
     /// The recipe with a callable that is called when the group starts.
     EventRecipe withSetup(const std::function<Setup()>& callable) const;
     /// The recipe with a callable that is called when the group has ended, also if it was canceled.
@@ -78,9 +79,9 @@ public:
     bool isStep = false;
     Event event; ///< Belongs to a step; the fields below belong to a group.
     std::vector<EventRecipe> children;
-    int maximumRunning = 0;
+    int maximumRunning = 0; ///< With 0, all children run at the same time.
     Policy policy = Policy::StopOnError;
-    std::chrono::milliseconds timeLimit{0};
+    std::chrono::milliseconds timeLimit{0}; ///< With 0, there is none.
     std::function<Setup()> setup;
     std::function<void(Result)> done;
 };

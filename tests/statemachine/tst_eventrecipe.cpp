@@ -48,7 +48,7 @@ public:
     {
         // A step without an answer waits for the time limit of its group, or for a millisecond.
         const auto timeout = answers.endsWith('-') ? 1ms : 1h;
-        return EventRecipe::step(name, {steps(name, answers), unsigned(answers.size()), timeout});
+        return EventRecipe(name, {steps(name, answers), unsigned(answers.size()), timeout});
     }
     EventRecipe logged(const EventRecipe& group)
     {
@@ -93,17 +93,15 @@ private:
 EventRecipe coffeeRecipe(const EventSteps& open, const EventSteps& heat, const EventSteps& grind,
                          const EventSteps& brew)
 {
-    return EventRecipe::sequence(
-        "coffee", {
-                      EventRecipe::step("open valve", {open, 1, 500ms}),
-                      EventRecipe::parallel("prepare",
-                                            {
-                                                EventRecipe::step("heat", {heat, 1, 20s}),
-                                                EventRecipe::step("grind", {grind, 1, 10s}),
-                                            })
-                          .withTimeLimit(25s),
-                      EventRecipe::step("brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}),
-                  });
+    const EventRecipe coffee{"coffee",
+                             EventRecipe::Sequence,
+                             {{"open valve", {open, 1, 500ms}},
+                              {"prepare",
+                               EventRecipe::Parallel,
+                               {{"heat", {heat, 1, 20s}}, {"grind", {grind, 1, 10s}}},
+                               25s},
+                              {"brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}}}};
+    return coffee;
 }
 
 } // namespace
@@ -132,8 +130,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("journal");
         using Policy = EventRecipe::Policy;
         using Setup = EventRecipe::Setup;
-        const auto sequence = &EventRecipe::sequence;
-        const auto parallel = &EventRecipe::parallel;
+        constexpr auto Sequence = EventRecipe::Sequence;
+        constexpr auto Parallel = EventRecipe::Parallel;
         const auto step = [this](const QString& name, const QString& answers) {
             return m_device.step(name, answers);
         };
@@ -142,7 +140,7 @@ private Q_SLOTS:
         const EventRecipe heat = step("heat", "g");
         const EventRecipe grind = step("grind", "b");
         const EventRecipe silent = step("silent", "l");
-        const EventRecipe missing = EventRecipe::step("missing", {EventSteps(), 3, 1s});
+        const EventRecipe missing = EventRecipe("missing", {EventSteps(), 3, 1s});
 
         QTest::newRow("coffee")
             << coffeeRecipe(m_device.steps("open", "g"), m_device.steps("heat", "g"),
@@ -153,50 +151,58 @@ private Q_SLOTS:
                "brew: succeeded, coffee: succeeded";
         QTest::newRow("a step alone") << grind << "grind: started, grind: failed (WrongAnswer)";
         QTest::newRow("empty groups")
-            << sequence("all", {sequence("a", {}), parallel("b", {}, 0),
-                                parallel("c", {}, 2).withPolicy(Policy::StopOnSuccess)})
+            << EventRecipe("all", Sequence,
+                           {{"a", Sequence, {}},
+                            {"b", Parallel, {}},
+                            EventRecipe("c", Parallel, {}).withPolicy(Policy::StopOnSuccess)})
             << "all: started, a: started, a: succeeded, b: started, b: succeeded, c: started, "
                "c: failed, all: failed";
         QTest::newRow("a failure in a branch")
-            << parallel("all", {sequence("a", {heat, step("next", "l")}), silent, grind, open}, 3)
+            << EventRecipe("all", Parallel,
+                           {{"a", Sequence, {heat, step("next", "l")}}, silent, grind, open})
+                   .withMaximumRunning(3)
             << "all: started, a: started, heat: started, silent: started, grind: started, "
                "heat: succeeded, next: started, grind: failed (WrongAnswer), silent: canceled, "
                "next: canceled, a: canceled, all: failed";
         QTest::newRow("a failure before the next branch begins")
-            << parallel("all", {heat, sequence("a", {step("b", "BB"), open}), open}, 0)
+            << EventRecipe("all", Parallel, {heat, {"a", Sequence, {step("b", "BB"), open}}, open})
             << "all: started, heat: started, a: started, b: started, b: attempt 2, "
                "b: failed (WrongAnswer), a: failed, heat: canceled, all: failed";
         QTest::newRow("failures that do not stop")
-            << sequence("all", {step("none", "--"), heat, grind})
+            << EventRecipe("all", Sequence, {step("none", "--"), heat, grind})
                    .withPolicy(Policy::ContinueOnError)
             << "all: started, none: started, none: attempt 2, none: failed (Timeout), "
                "heat: started, heat: succeeded, grind: started, grind: failed (WrongAnswer), "
                "all: failed";
         QTest::newRow("the first that succeeds")
-            << parallel("all", {grind, heat, silent, open}, 2).withPolicy(Policy::StopOnSuccess)
+            << EventRecipe("all", Parallel, {grind, heat, silent, open})
+                   .withMaximumRunning(2)
+                   .withPolicy(Policy::StopOnSuccess)
             << "all: started, grind: started, heat: started, grind: failed (WrongAnswer), "
                "silent: started, heat: succeeded, silent: canceled, all: succeeded";
         QTest::newRow("none that succeeds")
-            << sequence("all", {grind, grind}).withPolicy(Policy::StopOnSuccess)
+            << EventRecipe("all", Sequence, {grind, grind}).withPolicy(Policy::StopOnSuccess)
             << "all: started, grind: started, grind: failed (WrongAnswer), grind: started, "
                "grind: failed (WrongAnswer), all: failed";
         QTest::newRow("time limits")
-            << parallel("all", {sequence("a", {open, silent}).withTimeLimit(1ms), silent}, 0)
+            << EventRecipe("all", Parallel, {{"a", Sequence, {open, silent}, 1ms}, silent}, 50ms)
                    .withPolicy(Policy::ContinueOnError)
-                   .withTimeLimit(50ms)
             << "all: started, a: started, open: started, open: succeeded, silent: started, "
                "silent: started, silent: canceled, a: failed (Timeout), silent: canceled, "
                "all: failed (Timeout)";
         QTest::newRow("late answer")
-            << sequence("all", {parallel("a", {silent}, 0).withTimeLimit(1ms),
-                                sequence("b", {step("late", "G"), heat})})
+            << EventRecipe(
+                   "all", Sequence,
+                   {{"a", Parallel, {silent}, 1ms}, {"b", Sequence, {step("late", "G"), heat}}})
                    .withPolicy(Policy::ContinueOnError)
             << "all: started, a: started, silent: started, silent: canceled, a: failed (Timeout), "
                "b: started, late: started, late: succeeded, heat: started, heat: succeeded, "
                "b: succeeded, all: failed";
         QTest::newRow("groups that do not run")
-            << sequence("all", {sequence("a", {heat}).withSetup(answering(Setup::Skip)),
-                                sequence("b", {heat}).withSetup(answering(Setup::Fail)), open})
+            << EventRecipe("all", Sequence,
+                           {EventRecipe("a", Sequence, {heat}).withSetup(answering(Setup::Skip)),
+                            EventRecipe("b", Sequence, {heat}).withSetup(answering(Setup::Fail)),
+                            open})
                    .withPolicy(Policy::ContinueOnError)
             << "all: started, a: started, a: skipped, b: started, b: failed (FailedByCaller), "
                "open: started, open: succeeded, all: failed";
@@ -255,10 +261,10 @@ private Q_SLOTS:
     {
         const QStringList row = QString(QTest::currentDataTag()).split('|');
         Device device;
-        const EventRecipe both =
-            EventRecipe::parallel("both", {device.step("heat", "g"), device.step("grind", "g")});
-        QPointer<EventRecipeRunner> runner = new EventRecipeRunner(device.logged(
-            EventRecipe::sequence("all", {device.step("open", "G"), device.logged(both)})));
+        const EventRecipe both("both", EventRecipe::Parallel,
+                               {device.step("heat", "g"), device.step("grind", "g")});
+        QPointer<EventRecipeRunner> runner = new EventRecipeRunner(device.logged(EventRecipe(
+            "all", EventRecipe::Sequence, {device.step("open", "G"), device.logged(both)})));
         connect(runner, &EventRecipeRunner::finished, this, [&](EventRecipe::Result result) {
             device.add(QVariant::fromValue(result).toString());
         });
@@ -287,13 +293,15 @@ private Q_SLOTS:
 
     void progress()
     {
-        const EventRecipe skipped =
-            EventRecipe::sequence("skipped", {m_device.step("a", "g"), m_device.step("b", "g")});
-        EventRecipeRunner runner(EventRecipe::sequence(
-            "all", {m_device.step("open", "G"),
-                    EventRecipe::parallel(
-                        "both", {m_device.step("heat", "g"), m_device.step("brew", "bg")}),
-                    skipped.withSetup([] { return EventRecipe::Setup::Skip; })}));
+        const EventRecipe skipped("skipped", EventRecipe::Sequence,
+                                  {m_device.step("a", "g"), m_device.step("b", "g")});
+        EventRecipeRunner runner({"all",
+                                  EventRecipe::Sequence,
+                                  {m_device.step("open", "G"),
+                                   {"both",
+                                    EventRecipe::Parallel,
+                                    {m_device.step("heat", "g"), m_device.step("brew", "bg")}},
+                                   skipped.withSetup([] { return EventRecipe::Setup::Skip; })}});
         QStringList story;
         connect(&runner, &EventRecipeRunner::progressChanged, this, [&] {
             const EventRecipeRunner::Progress now = runner.progress();
@@ -318,9 +326,11 @@ private Q_SLOTS:
                                    return nullptr;
                                },
                                [](const QVariant&) { return true; }};
-        const std::vector<EventRecipe> leaves(10000, EventRecipe::step("leaf", {steps, 1, 1s}));
-        EventRecipeRunner runner(EventRecipe::parallel(
-            "all", {EventRecipe::sequence("a", leaves), EventRecipe::parallel("b", leaves)}));
+        const std::vector<EventRecipe> leaves(10000, EventRecipe("leaf", {steps, 1, 1s}));
+        EventRecipeRunner runner(
+            {"all",
+             EventRecipe::Parallel,
+             {{"a", EventRecipe::Sequence, leaves}, {"b", EventRecipe::Parallel, leaves}}});
         int runs = 0;
         connect(&runner, &EventRecipeRunner::finished, this, [&](EventRecipe::Result result) {
             QCOMPARE(result, EventRecipe::Result::Success);
