@@ -19,15 +19,14 @@ namespace tools
 /// and grinds at the same time for at most 25 s, then brews with three attempts of 1.5 s each, the
 /// second after a pause of 100 ms and the third after 200 ms (a fourth would pause for 400 ms):
 ///
-///     const EventRecipe coffee{
-///         "coffee",
-///         EventRecipe::Sequence,
-///         {{"open valve", {open, 1, 500ms}},
-///          {"prepare",
-///           EventRecipe::Parallel,
-///           {{"heat", {heat, 1, 20s}}, {"grind", {grind, 1, 10s}}},
-///           25s},
-///          {"brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}}}};
+///     const EventRecipe coffee{"coffee",
+///                              EventRecipe::Sequence,
+///                              {{"open valve", {open, 1, 500ms}},
+///                               {"prepare",
+///                                EventRecipe::Parallel,
+///                                {{"heat", {heat, 1, 20s}}, {"grind", {grind, 1, 10s}}},
+///                                25s},
+///                               {"brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}}}};
 ///
 /// `open`, `heat`, `grind` and `brew` are EventSteps.
 class ZELTOOLS_EXPORT EventRecipe
@@ -52,7 +51,12 @@ public:
         Skip, ///< The children do not run, and the parent ignores the group.
         Fail, ///< The children do not run, and the group fails.
     };
-    enum class Result { Success, Failure, Canceled, Skipped };
+    enum class Result {
+        Success,
+        Failure,
+        Canceled, ///< By cancel(), or by the end of a group.
+        Skipped,  ///< By its setup.
+    };
     Q_ENUM(Result)
 
     /// Constructs an empty group, which succeeds.
@@ -70,9 +74,8 @@ public:
     EventRecipe withMaximumRunning(int count) const;
     /// The recipe with a callable that is called when the group starts.
     EventRecipe withSetup(const std::function<Setup()>& callable) const;
-    /// The recipe with a callable that is called when the group has ended, also if it was canceled.
-    /// It is called once for each time that the group has started; a group starts if its setup
-    /// returns Run.
+    /// The recipe with a callable that is called once when the group has ended, also if it was
+    /// canceled, but only if its setup has returned Run. The children have ended before.
     EventRecipe withDone(const std::function<void(Result)>& callable) const;
 
     QString name; ///< Names the step or group in the journal and in failures.
