@@ -6,10 +6,10 @@ namespace tools
 std::vector<RecipeNode> RecipeNode::list(const EventRecipe& recipe)
 {
     std::vector<RecipeNode> nodes;
-    const auto append = [&](const EventRecipe& added, int parent) {
+    const auto append = [&](const EventRecipe& added, int owner) {
         RecipeNode node;
         node.recipe = &added;
-        node.parent = parent;
+        node.parent = owner;
         nodes.push_back(std::move(node));
         nodes.back().nextChild = static_cast<int>(nodes.size());
     };
