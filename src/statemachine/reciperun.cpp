@@ -43,6 +43,8 @@ bool RecipeRun::beginNext()
 
 void RecipeRun::cancel()
 {
+    if (m_nodes.front().state == State::New) // A receiver of finished() has just started the run.
+        m_nodes.front().state = State::Running;
     const QPointer<RecipeRun> self(this);
     stop(0, Result::Canceled);
     if (self)

@@ -43,7 +43,7 @@ std::shared_ptr<EventGroupHandler>
 makeStepHandler(const EventGroupHandler::Event& step,
                 const std::function<void(const QString&)>& failed)
 {
-    const auto handler = std::make_shared<EventGroupHandler>(step);
+    auto handler = std::make_shared<EventGroupHandler>(step);
     handler->setConnectionScope(EventGroupHandler::ConnectionScope::Handler);
     EventGroupHandler::Event event = step;
     event.trigger = guarded(step.trigger, handler, failed);

@@ -173,6 +173,11 @@ private Q_SLOTS:
         QTRY_VERIFY(!group.isAtWork());
         QCoreApplication::processEvents(); // the answers that nobody waits for
         QCOMPARE(group.story, row[3]);
+        if (row.size() < 5)
+            return;
+        const EventGroupHandler::Failure failure = group.handler->lastFailure();
+        const QString reason = QVariant::fromValue(failure.reason).toString();
+        QCOMPARE(QString("%1@%2").arg(reason).arg(failure.step), row[4]);
     }
 
     void aHandlerCutsTheConnectionOfAnother()
@@ -210,70 +215,37 @@ private Q_SLOTS:
         QVERIFY(!*second.listener);
     }
 
-    void progressAndReasons_data()
-    {
-        QTest::addColumn<QString>("answers, action, story");
-        for (const char* row :
-             {"bgg||1/2#1 1/2#2 2/2#1 None@0", "gBb||1/2#1 2/2#1 2/2#2 WrongAnswer@2",
-              "g--||1/2#1 2/2#1 2/2#2 Timeout@2", "gg|fail|1/2#1 2/2#1 FailedByCaller@2",
-              "g-|retry|1/2#1 2/2#1 FailedByCaller@2", "bg|cancel|1/2#1 1/2#2 2/2#1 Canceled@2"})
-            QTest::newRow(row) << row;
-    }
-    void progressAndReasons()
-    {
-        const QStringList row = QString(QTest::currentDataTag()).split('|');
-        Group group(row[0]);
-        EventGroupHandler& handler = *group.handler;
-        QStringList story;
-        connect(&handler, &EventGroupHandler::progressChanged, this, [&] {
-            const EventGroupHandler::Progress now = handler.progress();
-            story << QString("%1/%2#%3").arg(now.step).arg(now.stepCount).arg(now.attempt);
-        });
-        group.when = "b";
-        group.then = [&] {
-            row[1] == "fail"     ? handler.failEvents()
-            : row[1] == "cancel" ? handler.cancel()
-                                 : void();
-            for (int i = 0; row[1] == "retry" && i < 2; ++i)
-                handler.tryRetrigger();
-        };
-        handler.addEvent(group.steps("a"));
-        handler.addEvent(group.steps("b"));
-        handler.start();
-        QTRY_VERIFY(!group.isAtWork());
-        const EventGroupHandler::Failure failure = handler.lastFailure();
-        const auto reasons = QMetaEnum::fromType<EventGroupHandler::FailureReason>();
-        story << QString("%1@%2").arg(reasons.valueToKey(int(failure.reason))).arg(failure.step);
-        QCOMPARE(story.join(' '), row[2]);
-    }
-
     void pausesGrow()
     {
         EventGroupHandler handler(1, 2500ms);
         auto* const timer = handler.findChild<QTimer*>();
         QString story;
-        const tools::EventSteps steps{[&] { story += "fire "; }, [](auto*) { return nullptr; },
+        connect(&handler, &EventGroupHandler::progressChanged, this, [&] {
+            const EventGroupHandler::Progress now = handler.progress();
+            story += QString("%1/%2#%3 ").arg(now.step).arg(now.stepCount).arg(now.attempt);
+        });
+        const tools::EventSteps steps{[] {}, [](auto*) { return nullptr; },
                                       [](const QVariant& answer) { return answer.toBool(); }};
         handler.addEvent(steps);
-        handler.addEvent({steps, 5, 1500ms, {100ms, 2, 350ms}});
+        handler.addEvent({steps, 4, 1500ms, {100ms, 2, 250ms}});
         handler.start();
-        for (const bool answer : {true, false, false, false, false}) {
+        for (const bool answer : {true, false, false, false}) {
             story += QString("%1 ").arg(timer->interval());
             handler.checkResult(answer);
             if (answer)
                 continue;
             story += QString("pause %1 ").arg(timer->interval());
+            const QString paused = story;
             handler.checkResult(true); // too late
             timer->start(0);
-            QTRY_VERIFY(story.endsWith("fire "));
+            QTRY_VERIFY(story != paused);
         }
-        QCOMPARE(story, "fire 2500 fire 1500 pause 100 fire 1500 pause 200 fire 1500 pause 350 "
-                        "fire 1500 pause 350 fire ");
         handler.checkResult(false);
+        QCOMPARE(story, "1/2#1 2500 2/2#1 1500 pause 100 2/2#2 1500 pause 200 2/2#3 1500 pause 250 "
+                        "2/2#4 ");
         QVERIFY(!handler.isRunning());
         const auto longest = std::chrono::milliseconds::max();
         QCOMPARE((tools::BackOff{1ms, 2, longest}.pauseAfter(~0U)), longest);
-        QCOMPARE((tools::BackOff{1ms, -1, longest}.pauseAfter(2)), 0ms);
     }
 
     void answersInsideTheTriggerTakeNoStack()
