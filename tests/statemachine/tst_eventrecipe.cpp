@@ -134,12 +134,18 @@ private Q_SLOTS:
                                    25s},
                                   {"brew", {brew, 3, 1500ms, {100ms, 2, 400ms}}}}};
         EventRecipeRunner runner(coffee);
-        QElapsedTimer time;
-        time.start();
+        QStringList story;
+        connect(&runner, &EventRecipeRunner::progressChanged, this, [&] {
+            const EventRecipeRunner::Progress now = runner.progress();
+            story << QString("%1/%2").arg(now.endedSteps).arg(now.stepCount);
+            for (const EventRecipeRunner::RunningStep& step : now.runningSteps)
+                story.last() += QString(" %1#%2").arg(step.name).arg(step.attempt);
+        });
         QCOMPARE(run(runner),
                  "coffee, open valve, open valve+, prepare, heat, grind, grind+, heat+, "
                  "prepare+, brew, brew #2, brew #3, brew+, coffee+");
-        QVERIFY(time.hasExpired(300)); // the pauses
+        QCOMPARE(story.join(", "), "0/4 open valve#1, 2/4 heat#1, 3/4 brew#1, "
+                                   "3/4 brew#2, 3/4 brew#3, 4/4");
     }
 
     void recipes_data()
@@ -159,7 +165,6 @@ private Q_SLOTS:
         const EventRecipe grind = step("grind", "b");
         const EventRecipe silent = step("silent", ".");
 
-        QTest::newRow("a step alone") << grind << "grind, grind- (WrongAnswer)";
         QTest::newRow("empty groups")
             << EventRecipe("all", Sequence,
                            {{"a", Sequence, {}},
@@ -201,9 +206,6 @@ private Q_SLOTS:
                             open})
                    .withPolicy(Policy::ContinueOnError)
             << "all, a, a /, b, b- (FailedByCaller), open, open+, all-";
-        QTest::newRow("callables that are missing")
-            << EventRecipe("missing", {EventSteps(), 3, 1s})
-            << "missing, missing- (Exception: bad_function_call)";
     }
     void recipes()
     {
@@ -276,26 +278,6 @@ private Q_SLOTS:
         if (row[1] == "throw")
             QCOMPARE(runner->failures().at(0).exception, "no device");
         delete runner;
-    }
-
-    void progress()
-    {
-        const EventRecipe skipped("skipped", EventRecipe::Sequence, {2, m_device.step("a", "g")});
-        const EventRecipe both("both", EventRecipe::Parallel,
-                               {m_device.step("heat", "g"), m_device.step("brew", "bg")});
-        EventRecipeRunner runner(
-            {"all", EventRecipe::Sequence, {both, skipped.withSetup([] {
-                                                return EventRecipe::Setup::Skip;
-                                            })}});
-        QStringList story;
-        connect(&runner, &EventRecipeRunner::progressChanged, this, [&] {
-            const EventRecipeRunner::Progress now = runner.progress();
-            story << QString("%1/%2").arg(now.endedSteps).arg(now.stepCount);
-            for (const EventRecipeRunner::RunningStep& step : now.runningSteps)
-                story.last() += QString(" %1#%2").arg(step.name).arg(step.attempt);
-        });
-        run(runner);
-        QCOMPARE(story, QStringList({"0/4 heat#1 brew#1", "1/4 brew#1", "1/4 brew#2", "4/4"}));
     }
 
     void answersInsideTheTriggerTakeNoStack()
