@@ -1,10 +1,10 @@
 #include "statemachine/eventgrouphandler.h"
 
+#include "statemachine/timerinterval_p.h"
+
 #include <QPointer>
 #include <QScopeGuard>
 
-#include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace tools
@@ -13,45 +13,63 @@ namespace tools
 namespace
 {
 
-// All handlers share one connection on purpose; see the class comment.
+// All handlers with the scope Process share one connection on purpose; see the class comment.
 std::weak_ptr<QMetaObject::Connection>& lastConnection()
 {
     static std::weak_ptr<QMetaObject::Connection> connection;
     return connection;
 }
 
-// The longest interval of a QTimer is 24 days.
-std::chrono::milliseconds interval(std::chrono::seconds timeout)
+std::chrono::milliseconds interval(const EventGroupHandler::Event& event)
 {
     using std::chrono::seconds;
-    return std::clamp(timeout, seconds(0), seconds(std::numeric_limits<int>::max() / 1000));
+    const seconds longest(std::numeric_limits<int>::max() / 1000);
+    return timerInterval(std::min(event.timeout, longest) + timerInterval(event.timeoutRest));
 }
 
 } // namespace
 
-EventGroupHandler::EventGroupHandler(unsigned int attempts, const std::chrono::seconds& timeout)
-    : m_defaultAttempts(attempts)
-    , m_defaultTimeout(timeout)
+struct EventGroupHandler::QueuedEvent : Event
 {
+    unsigned int firings = 0;
+};
+
+EventGroupHandler::EventGroupHandler(unsigned int attempts, const std::chrono::seconds& timeout)
+    : EventGroupHandler(Event(EventSteps(), attempts, timeout))
+{
+}
+
+EventGroupHandler::EventGroupHandler(const Event& defaults)
+    : m_defaults(defaults)
+{
+    static_cast<EventSteps&>(m_defaults) = {};
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, [this] {
-        if (m_phase == Phase::Due)
+        if (m_phase == Phase::Due || m_phase == Phase::Pausing) {
+            m_phase = Phase::Due;
             fireDueEvents();
-        else
-            tryRetrigger();
+        } else {
+            retry(FailureReason::Timeout);
+        }
     });
 }
 
-EventGroupHandler::~EventGroupHandler() = default;
+EventGroupHandler::~EventGroupHandler()
+{
+    if (m_connection)
+        disconnect(*m_connection);
+}
 
 void EventGroupHandler::addEvent(const EventSteps& steps)
 {
-    addEvent(Event{steps, m_defaultAttempts, m_defaultTimeout});
+    Event event = m_defaults;
+    static_cast<EventSteps&>(event) = steps;
+    addEvent(event);
 }
 
 void EventGroupHandler::addEvent(const Event& event)
 {
-    m_events.push_back(std::make_shared<Event>(event));
+    m_events.push_back(std::make_shared<QueuedEvent>(QueuedEvent{event}));
 }
 
 void EventGroupHandler::start()
@@ -59,6 +77,8 @@ void EventGroupHandler::start()
     if (m_running)
         return;
     m_running = true;
+    m_progress = {};
+    m_lastFailure = {};
     nextEvent();
 }
 
@@ -81,12 +101,14 @@ void EventGroupHandler::nextEvent()
 //     Idle --start()--> Due --fire()--> Waiting --checkResult()--> Judging
 //
 //     from    | event                                  | to
-//     Waiting | timeout with attempts left             | Due
+//     Waiting | timeout with attempts left             | Due, or Pausing before it
 //     Waiting | answer after clear()                   | Due
-//     Judging | answer accepted, or attempts left      | Due
+//     Judging | answer accepted                        | Due
+//     Judging | answer rejected with attempts left     | Due, or Pausing before it
+//     Pausing | end of the pause                       | Due
 //     Judging | the check throws                       | Waiting
 //     Due     | no events left: success()              | Idle
-//     any     | attempts used up, failEvents()         | Idle
+//     any     | attempts used up, failEvents, cancel   | Idle
 //
 // A callable can call any method of the handler and so change the phase. After each call, the phase
 // and m_firings therefore show whether the call was the last step of this firing. A nested call
@@ -106,28 +128,46 @@ void EventGroupHandler::fireDueEvents()
 void EventGroupHandler::fire()
 {
     m_timer.stop();
-    if (const auto connection = lastConnection().lock())
-        QObject::disconnect(*connection);
+    cutConnection();
     if (m_events.empty()) {
-        m_running = false;
-        m_phase = Phase::Idle;
-        Q_EMIT success();
+        end(FailureReason::None);
         return;
     }
 
-    const std::shared_ptr<Event> event = m_events.front(); // A callable may clear the queue.
+    const std::shared_ptr<QueuedEvent> event = m_events.front(); // A callable may clear the queue.
     const QPointer<EventGroupHandler> self(this);
     const quint64 firing = ++m_firings;
     const auto isUnanswered = [&] {
         return self && m_firings == firing && m_phase == Phase::Waiting;
     };
     m_phase = Phase::Waiting;
-    lastConnection() = event->connect(this);
+    m_progress = {m_acceptedEvents + 1, m_acceptedEvents + static_cast<int>(m_events.size()),
+                  ++event->firings};
+    Q_EMIT progressChanged();
+    if (!isUnanswered())
+        return;
+    const bool isShared = m_connectionScope == ConnectionScope::Process;
+    const auto connection = event->connect(this);
+    if (isShared)
+        lastConnection() = connection;
+    else if (isUnanswered())
+        m_connection = connection;
+    else if (connection)
+        disconnect(*connection);
     if (!isUnanswered())
         return;
     event->trigger();
     if (isUnanswered())
-        m_timer.start(interval(event->timeout));
+        m_timer.start(interval(*event));
+}
+
+void EventGroupHandler::cutConnection()
+{
+    auto connection = std::exchange(m_connection, nullptr);
+    if (m_connectionScope == ConnectionScope::Process)
+        connection = lastConnection().lock();
+    if (connection)
+        disconnect(*connection);
 }
 
 void EventGroupHandler::checkResult(QVariant result)
@@ -138,7 +178,7 @@ void EventGroupHandler::checkResult(QVariant result)
         nextEvent();
         return;
     }
-    const std::shared_ptr<Event> event = m_events.front();
+    const std::shared_ptr<QueuedEvent> event = m_events.front();
     const QPointer<EventGroupHandler> self(this);
     const int timeLeft_ms = m_timer.remainingTime(); // -1 if the trigger has not returned yet
     m_timer.stop();
@@ -156,29 +196,69 @@ void EventGroupHandler::checkResult(QVariant result)
         return;
     const bool isQueued = !m_events.empty() && m_events.front() == event;
     if (isQueued && !isGood) {
-        tryRetrigger();
+        retry(FailureReason::WrongAnswer);
     } else {
-        if (isQueued)
+        if (isQueued) {
             m_events.pop_front();
+            ++m_acceptedEvents;
+        }
         nextEvent();
     }
 }
 
 void EventGroupHandler::tryRetrigger()
 {
-    if (!m_events.empty() && m_events.front()->attempts-- == 1)
-        failEvents();
-    else if (!m_events.empty() || m_running)
+    retry(FailureReason::FailedByCaller);
+}
+
+void EventGroupHandler::retry(FailureReason reason)
+{
+    if (m_events.empty()) {
+        if (m_running)
+            nextEvent();
+        return;
+    }
+    QueuedEvent& event = *m_events.front();
+    if (event.attempts-- == 1) {
+        end(reason);
+        return;
+    }
+    const std::chrono::milliseconds pause = event.backOff.pauseAfter(event.firings);
+    if (pause.count() == 0) {
         nextEvent();
+        return;
+    }
+    m_phase = Phase::Pausing;
+    m_timer.start(timerInterval(pause));
 }
 
 void EventGroupHandler::failEvents()
 {
+    end(FailureReason::FailedByCaller);
+}
+
+void EventGroupHandler::cancel()
+{
+    if (m_running || m_phase != Phase::Idle)
+        end(FailureReason::Canceled);
+}
+
+void EventGroupHandler::end(FailureReason reason)
+{
     m_running = false;
     m_phase = Phase::Idle;
     m_timer.stop();
+    m_acceptedEvents = 0;
+    m_lastFailure = {reason, reason == FailureReason::None ? 0 : m_progress.step};
+    if (m_connectionScope == ConnectionScope::Handler)
+        cutConnection();
     clear();
-    Q_EMIT failure();
+    if (reason == FailureReason::None)
+        Q_EMIT success();
+    else if (reason == FailureReason::Canceled)
+        Q_EMIT canceled();
+    else
+        Q_EMIT failure();
 }
 
 void EventGroupHandler::clear()

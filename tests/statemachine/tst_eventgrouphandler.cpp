@@ -4,6 +4,7 @@
 #include <QtTest>
 
 using tools::EventGroupHandler;
+using namespace std::chrono_literals;
 
 namespace
 {
@@ -23,6 +24,7 @@ public:
     {
         connect(handler, &EventGroupHandler::success, this, [this] { add("success"); });
         connect(handler, &EventGroupHandler::failure, this, [this] { add("failure"); });
+        connect(handler, &EventGroupHandler::canceled, this, [this] { add("canceled"); });
     }
     ~Group() override { delete handler; }
 
@@ -33,12 +35,12 @@ public:
                     answer();
                 },
                 [=](EventGroupHandler* receiver) {
-                    m_listener = std::make_shared<QMetaObject::Connection>(
+                    listener = std::make_shared<QMetaObject::Connection>(
                         connect(this, &Group::answered, receiver, &EventGroupHandler::checkResult));
                     add("listen " + name);
                     if (m_answers.startsWith('+'))
                         answer();
-                    return m_listener;
+                    return listener;
                 },
                 [=](const QVariant& result) {
                     add(result.toBool() ? "good" : "bad");
@@ -63,6 +65,7 @@ public:
     QString story;
     QString when; // The event after which then() is called once.
     std::function<void()> then;
+    std::shared_ptr<QMetaObject::Connection> listener;
 
 Q_SIGNALS:
     void answered(const QVariant& result);
@@ -84,7 +87,6 @@ private:
     }
 
     QString m_answers;
-    std::shared_ptr<QMetaObject::Connection> m_listener;
 };
 
 } // namespace
@@ -119,7 +121,14 @@ private Q_SLOTS:
                                 "bg|replace|bad|a bad c good success",
                                 "ggg|refill|a|a good b good c good success",
                                 "ggg|await|success|a good b good success c good success",
-                                "GBBg|refill|failure|a good b bad b bad failure c good success"})
+                                "GBBg|refill|failure|a good b bad b bad failure c good success",
+                                "gg|cancel|listen a|canceled",
+                                "Gg|cancel|a|a canceled",
+                                "bg|cancel|bad|a bad canceled",
+                                "b-|cancel|failure|a bad a failure",
+                                "gg|restart|listen a|canceled c good success",
+                                "gbg|restart|good|a good canceled c bad c good success",
+                                "gg|cancel, destroy|a|a canceled"})
             QTest::newRow(row) << row;
     }
     void groups()
@@ -135,6 +144,14 @@ private Q_SLOTS:
                 throw std::runtime_error("no device");
             if (action == "fail")
                 return group.handler->failEvents();
+            if (action == "cancel, destroy") {
+                group.when = "canceled";
+                group.then = [&] { delete group.handler; };
+            }
+            if (action.startsWith("cancel") || action == "restart")
+                group.handler->cancel();
+            if (action.startsWith("cancel"))
+                return;
             if (action == "clear" || action == "replace")
                 group.handler->clear();
             if (action != "clear")
@@ -156,6 +173,11 @@ private Q_SLOTS:
         QTRY_VERIFY(!group.isAtWork());
         QCoreApplication::processEvents(); // the answers that nobody waits for
         QCOMPARE(group.story, row[3]);
+        if (row.size() < 5)
+            return;
+        const EventGroupHandler::Failure failure = group.handler->lastFailure();
+        const QString reason = QVariant::fromValue(failure.reason).toString();
+        QCOMPARE(QString("%1@%2").arg(reason).arg(failure.step), row[4]);
     }
 
     void aHandlerCutsTheConnectionOfAnother()
@@ -170,6 +192,55 @@ private Q_SLOTS:
         second.handler->start();
         Q_EMIT first.answered(true); // nobody listens
         QTRY_COMPARE(first.story, "a good b b good success");
+    }
+
+    void handlersKeepConnectionsOfTheirOwn()
+    {
+        Group first("G-");
+        Group second("gg");
+        for (Group* const group : {&first, &second}) {
+            group->handler->setConnectionScope(EventGroupHandler::ConnectionScope::Handler);
+            group->handler->addEvent(group->steps("a"));
+            group->handler->addEvent(group->steps("b"));
+            group->handler->start();
+        }
+        QVERIFY(*first.listener && *second.listener);
+        first.handler->cancel();
+        QVERIFY(!*first.listener);
+        QTRY_COMPARE(second.story, "a good b good success");
+    }
+
+    void pausesGrow()
+    {
+        EventGroupHandler handler(1, 2500ms);
+        auto* const timer = handler.findChild<QTimer*>();
+        QString story;
+        connect(&handler, &EventGroupHandler::progressChanged, this, [&] {
+            const EventGroupHandler::Progress now = handler.progress();
+            story += QString("%1/%2#%3 ").arg(now.step).arg(now.stepCount).arg(now.attempt);
+        });
+        const tools::EventSteps steps{[] {}, [](auto*) { return nullptr; },
+                                      [](const QVariant& answer) { return answer.toBool(); }};
+        handler.addEvent(steps);
+        handler.addEvent({steps, 4, 1500ms, {100ms, 2, 250ms}});
+        handler.start();
+        for (const bool answer : {true, false, false, false}) {
+            story += QString("%1 ").arg(timer->interval());
+            handler.checkResult(answer);
+            if (answer)
+                continue;
+            story += QString("pause %1 ").arg(timer->interval());
+            const QString paused = story;
+            handler.checkResult(true); // too late
+            timer->start(0);
+            QTRY_VERIFY(story != paused);
+        }
+        handler.checkResult(false);
+        QCOMPARE(story, "1/2#1 2500 2/2#1 1500 pause 100 2/2#2 1500 pause 200 2/2#3 1500 pause 250 "
+                        "2/2#4 ");
+        QVERIFY(!handler.isRunning());
+        const auto longest = std::chrono::milliseconds::max();
+        QCOMPARE((tools::BackOff{1ms, 2, longest}.pauseAfter(~0U)), longest);
     }
 
     void answersInsideTheTriggerTakeNoStack()
