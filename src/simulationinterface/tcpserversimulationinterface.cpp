@@ -20,12 +20,7 @@ QHostAddress peerOf(int connection)
     sockaddr_storage address{};
     socklen_t size = sizeof address;
     auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    if (::getpeername(connection, generic, &size) != 0)
-        return {};
-    const QHostAddress peer(generic);
-    bool isIPv4 = false; // as such or mapped to IPv6
-    const quint32 number = peer.toIPv4Address(&isIPv4);
-    return isIPv4 ? QHostAddress(number) : peer;
+    return ::getpeername(connection, generic, &size) == 0 ? QHostAddress(generic) : QHostAddress();
 }
 
 } // namespace

@@ -34,7 +34,7 @@ public:
     using Subnet = QPair<QHostAddress, int>;
     /// Closes the later connections of peers outside of these subnets immediately, with at most ten
     /// Warnings a minute. A subnet that could not be parsed holds nobody. An empty list, the
-    /// default, allows all peers. An IPv4 subnet also holds the peers that IPv6 maps to it.
+    /// default, allows all peers.
     void setAllowedPeers(const QVector<Subnet>& subnets);
 
 protected:
