@@ -60,11 +60,6 @@ void lose(const QTcpSocket& peer)
              0);
 }
 
-int openFiles()
-{
-    return QDir("/proc/self/fd").entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size();
-}
-
 } // namespace
 
 class TestSimulationLinks : public QObject
@@ -194,23 +189,22 @@ private Q_SLOTS:
         QCOMPARE(recorder.takeMessages(), lines);
     }
 
-    void bearsManyConnections_data() { carriesMessages_data(); }
     void bearsManyConnections()
     {
-        QFETCH(QString, address);
-        const Link server = make(address);
-        const Link client = make(clientOf(server));
-        QTRY_VERIFY(server->connected() && client->connected());
-        const int before = openFiles();
+        const Link server = make("tcpserver/127.0.0.1/0");
+        QSignalSpy changes(server.get(), &SimulationInterface::connectedChanged);
+        const auto sizes = [&] {
+            const auto openFiles = QDir("/proc/self/fd").entryList(QDir::Files | QDir::System);
+            return QSize(openFiles.size(), server->findChildren<QObject*>().size());
+        };
+        const QSize before = sizes();
         for (int i = 0; i < 10000; ++i) {
-            const Link other = make(clientOf(server));
+            QTcpSocket peer;
+            peer.connectToHost("127.0.0.1", portOf(server));
             QCoreApplication::processEvents();
         }
-        QTRY_COMPARE(server->counters().connectionsRefused, 10000U);
-        QCOMPARE(openFiles(), before);
-        QVERIFY(server->findChildren<QTcpSocket*>().isEmpty());
-        QVERIFY(client->write("still"));
-        QTRY_COMPARE(server->counters().framesReceived, 1U);
+        QTRY_COMPARE(changes.size() / 2 + int(server->counters().connectionsRefused), 10000);
+        QTRY_COMPARE(sizes(), before);
     }
 
     // Each step names what lies at the path and tells whether an endpoint can listen there.
