@@ -63,9 +63,9 @@ quint16 TcpServerSimulationInterface::port() const
     return server().serverPort();
 }
 
-void TcpServerSimulationInterface::setAllowedPeers(const QVector<Subnet>& subnets)
+void TcpServerSimulationInterface::setAllowedPeers(QVector<Subnet> subnets)
 {
-    m_allowedPeers = subnets;
+    m_allowedPeers.swap(subnets); // g++ suspects a null pointer in the assignment
 }
 
 bool TcpServerSimulationInterface::isPeerAllowed(int connection)

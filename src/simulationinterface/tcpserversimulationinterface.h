@@ -35,7 +35,7 @@ public:
     /// Closes the later connections of peers outside of these subnets immediately, with at most ten
     /// Warnings a minute. A subnet that could not be parsed holds nobody. An empty list, the
     /// default, allows all peers.
-    void setAllowedPeers(const QVector<Subnet>& subnets);
+    void setAllowedPeers(QVector<Subnet> subnets);
 
 protected:
     bool isPeerAllowed(int connection) override;
