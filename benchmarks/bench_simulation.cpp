@@ -2,20 +2,23 @@
 
 #include "ratiotable.h"
 #include "runloopuntil.h"
-#include <zeltools/simulationinterface/tcpclientsimulationinterface.h>
-#include <zeltools/simulationinterface/tcpserversimulationinterface.h>
+#include <zeltools/simulationinterface/createinterface.h>
 
 #include <QCoreApplication>
+#include <QLocalSocket>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
-#include <optional>
 #include <utility>
 #include <vector>
+
+#include <sys/socket.h>
 
 using namespace zeltools::simulationinterface;
 
@@ -88,24 +91,30 @@ void copyPayloads(benchmark::State& state, int frames, int frameSize_B)
 constexpr int payload_B = 1024;
 constexpr int frame_B = payload_B + 3;
 
+enum class Link { Tcp, Unix };
+
 // Two ends of one connection. What the server gets comes back when it echoes.
 class Endpoints
 {
 public:
-    explicit Endpoints(bool isEchoing)
+    Endpoints(Link link, bool isEchoing)
+        : m_server(createInterface(link == Link::Tcp
+                                       ? QStringLiteral("tcpserver/127.0.0.1/0")
+                                       : QStringLiteral("unixserver/") +
+                                             m_folder.filePath(QStringLiteral("socket")),
+                                   nullptr))
+        , m_client(createInterface(m_server->localAddress().replace(QStringLiteral("server/"),
+                                                                    QStringLiteral("client/")),
+                                   nullptr))
     {
-        const auto port = m_server.findChild<QTcpServer*>()->serverPort();
-        m_client.emplace(
-            SimulationInterfaceAddress(QStringLiteral("tcpclient/127.0.0.1/%1").arg(port)),
-            nullptr);
-        runLoopUntil([&] { return m_client->connected() && m_server.connected(); });
+        runLoopUntil([&] { return m_client->connected() && m_server->connected(); });
         const auto count = [&](const QByteArray& data) { received_B += data.size() + 3; };
         if (isEchoing) {
-            QObject::connect(&m_server, &SimulationInterface::dataReceived, &m_server,
+            QObject::connect(m_server.get(), &SimulationInterface::dataReceived, m_server.get(),
                              &SimulationInterface::write);
-            QObject::connect(&*m_client, &SimulationInterface::dataReceived, count);
+            QObject::connect(m_client.get(), &SimulationInterface::dataReceived, count);
         } else {
-            QObject::connect(&m_server, &SimulationInterface::dataReceived, count);
+            QObject::connect(m_server.get(), &SimulationInterface::dataReceived, count);
         }
     }
 
@@ -115,50 +124,70 @@ public:
 
 private:
     const QByteArray m_message = QByteArray(payload_B, 'x');
-    TcpServerSimulationInterface m_server{
-        SimulationInterfaceAddress(QStringLiteral("tcpserver/127.0.0.1/0")), nullptr};
-    std::optional<TcpClientSimulationInterface> m_client;
+    const QTemporaryDir m_folder;
+    const std::unique_ptr<SimulationInterface> m_server;
+    const std::unique_ptr<SimulationInterface> m_client;
 };
 
 class BareSockets
 {
 public:
-    explicit BareSockets(bool isEchoing)
+    BareSockets(Link link, bool isEchoing)
     {
-        m_server.listen(QHostAddress::LocalHost);
-        m_near.connectToHost(QHostAddress::LocalHost, m_server.serverPort());
-        runLoopUntil([&] {
-            return m_near.state() == QTcpSocket::ConnectedState && m_server.hasPendingConnections();
-        });
-        m_far.reset(m_server.nextPendingConnection());
-        m_far->setParent(nullptr);
-        const auto count = [&](QTcpSocket& end) { received_B += end.readAll().size(); };
-        QObject::connect(&m_near, &QTcpSocket::readyRead, [this, count] { count(m_near); });
-        QObject::connect(m_far.get(), &QTcpSocket::readyRead, [this, count, isEchoing] {
+        link == Link::Tcp ? connectTcp() : connectUnix();
+        const auto count = [&](QIODevice& end) { received_B += end.readAll().size(); };
+        QObject::connect(m_near.get(), &QIODevice::readyRead, [this, count] { count(*m_near); });
+        QObject::connect(m_far.get(), &QIODevice::readyRead, [this, count, isEchoing] {
             isEchoing ? write(*m_far, m_far->readAll()) : count(*m_far);
         });
     }
 
-    void send() { write(m_near, m_frame); }
+    void send() { write(*m_near, m_frame); }
 
     qint64 received_B = 0;
 
 private:
-    static void write(QTcpSocket& end, const QByteArray& bytes)
+    void connectTcp()
+    {
+        m_server.listen(QHostAddress::LocalHost);
+        auto near = std::make_unique<QTcpSocket>();
+        near->connectToHost(QHostAddress::LocalHost, m_server.serverPort());
+        runLoopUntil([&] {
+            return near->state() == QTcpSocket::ConnectedState && m_server.hasPendingConnections();
+        });
+        m_near = std::move(near);
+        m_far.reset(m_server.nextPendingConnection());
+        m_far->setParent(nullptr);
+    }
+
+    void connectUnix()
+    {
+        std::array<int, 2> pair{};
+        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair.data()) != 0)
+            return;
+        auto near = std::make_unique<QLocalSocket>();
+        auto far = std::make_unique<QLocalSocket>();
+        near->setSocketDescriptor(pair[0]);
+        far->setSocketDescriptor(pair[1]);
+        m_near = std::move(near);
+        m_far = std::move(far);
+    }
+
+    static void write(QIODevice& end, const QByteArray& bytes)
     {
         end.write(bytes.constData(), bytes.size());
     }
 
     const QByteArray m_frame = streamOf(1, frame_B);
     QTcpServer m_server; // goes on listening, as the other pair's does
-    QTcpSocket m_near;
-    std::unique_ptr<QTcpSocket> m_far;
+    std::unique_ptr<QIODevice> m_near;
+    std::unique_ptr<QIODevice> m_far;
 };
 
 template <typename Ends>
-void sendThereAndBack(benchmark::State& state)
+void sendThereAndBack(benchmark::State& state, Link link)
 {
-    Ends ends(true);
+    Ends ends(link, true);
     qint64 expected_B = 0;
     for (auto _ : state) {
         ends.send();
@@ -168,9 +197,9 @@ void sendThereAndBack(benchmark::State& state)
 }
 
 template <typename Ends>
-void sendAtOnce(benchmark::State& state, int frames)
+void sendAtOnce(benchmark::State& state, Link link, int frames)
 {
-    Ends ends(false);
+    Ends ends(link, false);
     qint64 expected_B = 0;
     for (auto _ : state) {
         for (int i = 0; i < frames; ++i)
@@ -205,11 +234,22 @@ void addAll()
     add("256 KiB, a byte at a time/ZelTools, four times the bytes",
         [](auto& s) { deserialize<SimulationProtocol>(s, 65536, 16, 1); });
 
-    add("1 KiB over loopback, there and back/ZelTools", sendThereAndBack<Endpoints>);
-    add("1 KiB over loopback, there and back/two QTcpSockets", sendThereAndBack<BareSockets>);
-    add("1000 frames of 1 KiB at once/ZelTools", [](auto& s) { sendAtOnce<Endpoints>(s, 1000); });
+    add("1 KiB over loopback, there and back/ZelTools",
+        [](auto& s) { sendThereAndBack<Endpoints>(s, Link::Tcp); });
+    add("1 KiB over loopback, there and back/two QTcpSockets",
+        [](auto& s) { sendThereAndBack<BareSockets>(s, Link::Tcp); });
+    add("1 KiB over AF_UNIX, there and back/ZelTools",
+        [](auto& s) { sendThereAndBack<Endpoints>(s, Link::Unix); });
+    add("1 KiB over AF_UNIX, there and back/two QLocalSockets",
+        [](auto& s) { sendThereAndBack<BareSockets>(s, Link::Unix); });
+    add("1000 frames of 1 KiB at once/ZelTools",
+        [](auto& s) { sendAtOnce<Endpoints>(s, Link::Tcp, 1000); });
     add("1000 frames of 1 KiB at once/two QTcpSockets",
-        [](auto& s) { sendAtOnce<BareSockets>(s, 1000); });
+        [](auto& s) { sendAtOnce<BareSockets>(s, Link::Tcp, 1000); });
+    add("1000 frames of 1 KiB at once over AF_UNIX/ZelTools",
+        [](auto& s) { sendAtOnce<Endpoints>(s, Link::Unix, 1000); });
+    add("1000 frames of 1 KiB at once over AF_UNIX/two QLocalSockets",
+        [](auto& s) { sendAtOnce<BareSockets>(s, Link::Unix, 1000); });
 }
 
 } // namespace

@@ -2,102 +2,84 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
-#include "simulationinterface/tcpsocket_p.h"
+#include "simulationinterface/warninglimit_p.h"
 
-#include <QTimer>
+#include <algorithm>
 
-#include <chrono>
+#include <sys/socket.h>
 
 namespace zeltools::simulationinterface
 {
 
-using namespace std::chrono_literals;
+namespace
+{
+
+// The address is null if the peer has already gone.
+QHostAddress peerOf(int connection)
+{
+    sockaddr_storage address{};
+    socklen_t size = sizeof address;
+    auto* const generic = reinterpret_cast<sockaddr*>(&address);
+    return ::getpeername(connection, generic, &size) == 0 ? QHostAddress(generic) : QHostAddress();
+}
+
+} // namespace
 
 TcpServerSimulationInterface::TcpServerSimulationInterface(
     const SimulationInterfaceAddress& address, QObject* parent)
-    : SimulationInterface(parent)
-    , m_server(this)
+    : ServerSimulationInterface(parent)
+    , m_refusalWarnings(new WarningLimit("The refused simulators", this))
     , m_address(TcpSimulationInterfaceCommon::parseAddress(address.address))
 {
     if (!m_address)
         return;
     const auto& [host, port] = *m_address;
-    if (!m_server.listen(host, port)) {
+    if (!server().listen(host, port)) {
         LogFormatter(LogLevel::Warning).log(Log::Simulation).noquote()
             << "zeltools::simulationinterface::TcpServerSimulationInterface::"
                "TcpServerSimulationInterface(const "
                "zeltools::simulationinterface::SimulationInterfaceAddress&, QObject*)"
             << QStringLiteral("Failed listening on %1:%2").arg(host.toString()).arg(port);
-        return;
     }
-    connect(&m_server, &QTcpServer::newConnection, this,
-            &TcpServerSimulationInterface::acceptConnection);
-    // After such an error the server stays paused, even if the process lacked descriptors only for
-    // a moment.
-    connect(&m_server, &QTcpServer::acceptError, this,
-            [this] { QTimer::singleShot(3000ms, &m_server, &QTcpServer::resumeAccepting); });
 }
 
-TcpServerSimulationInterface::~TcpServerSimulationInterface()
-{
-    if (m_client)
-        m_client->close(this);
-}
+TcpServerSimulationInterface::~TcpServerSimulationInterface() = default;
 
 bool TcpServerSimulationInterface::isAddressValid() const
 {
     return m_address.has_value();
 }
 
-bool TcpServerSimulationInterface::connected() const
+QString TcpServerSimulationInterface::localAddress() const
 {
-    return m_client && (*m_client)->state() != QAbstractSocket::UnconnectedState;
+    if (!server().isListening())
+        return {};
+    return SimulationInterfaceAddress::rawAddressOf(
+        TcpServer, TcpSimulationInterfaceCommon::addressOf(m_address->first, port()));
 }
 
-QByteArray TcpServerSimulationInterface::incomingData()
+quint16 TcpServerSimulationInterface::port() const
 {
-    return m_client ? m_client->readAvailable() : QByteArray();
+    return server().serverPort();
 }
 
-bool TcpServerSimulationInterface::writeSerializedData(const QByteArray& frame)
+void TcpServerSimulationInterface::setAllowedPeers(QVector<Subnet> subnets)
 {
-    return connected() && m_client->write(frame);
+    m_allowedPeers.swap(subnets); // g++ suspects a null pointer in the assignment
 }
 
-void TcpServerSimulationInterface::acceptConnection()
+bool TcpServerSimulationInterface::isPeerAllowed(int connection)
 {
-    QTcpSocket* const socket = m_server.nextPendingConnection();
-    if (m_client) {
-        socket->close();
-        socket->deleteLater();
-        return;
-    }
-    attach(socket);
-    dropIncompleteFrame();
-    Q_EMIT connectedChanged();
-}
-
-void TcpServerSimulationInterface::attach(QTcpSocket* socket)
-{
-    m_client = TcpSocket::share(socket); // no child of the server, which it may outlive
-    connect(socket, &QTcpSocket::readyRead, this, &TcpServerSimulationInterface::processClient);
-    connect(socket, &QTcpSocket::disconnected, this, [this] {
-        // All messages of this client are emitted before the next one is accepted.
-        if (m_client->isBeingProcessed())
-            m_server.pauseAccepting();
-        else
-            m_client.reset();
-        Q_EMIT connectedChanged();
-    });
-}
-
-void TcpServerSimulationInterface::processClient()
-{
-    const std::shared_ptr<TcpSocket> kept = m_client;
-    if (!kept->processWith(*this) || connected())
-        return;
-    m_client.reset();
-    m_server.resumeAccepting();
+    if (m_allowedPeers.isEmpty())
+        return true;
+    const QHostAddress peer = peerOf(connection);
+    if (std::any_of(m_allowedPeers.cbegin(), m_allowedPeers.cend(),
+                    [&](const Subnet& subnet) { return peer.isInSubnet(subnet); }))
+        return true;
+    if (m_refusalWarnings->mayWarn())
+        LogFormatter(LogLevel::Warning).log(Log::Simulation).noquote()
+            << "Refused a connection from" << peer.toString() << "which is no allowed peer";
+    return false;
 }
 
 } // namespace zeltools::simulationinterface
