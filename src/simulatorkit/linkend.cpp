@@ -1,24 +1,66 @@
 #include "simulatorkit/linkend_p.h"
 
-#include "simulationinterface/simulationinterfaceaddress.h"
-#include "simulationinterface/tcpsimulationinterfacecommon.h"
+#include "simulationinterface/tcpserversimulationinterface.h"
+#include "simulationinterface/unixserversimulationinterface.h"
 
+#include <QFile>
 #include <QTimer>
 
+#include <cerrno>
 #include <chrono>
-#include <tuple>
+#include <cstring>
 #include <utility>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace zeltools::simulatorkit
 {
 
 using namespace std::chrono_literals;
-using simulationinterface::SimulationInterfaceAddress;
+using namespace simulationinterface;
 
-LinkEnd::LinkEnd(QObject* parent)
-    : QObject(parent)
+namespace
 {
+
+/// An endpoint that gives its listening socket away.
+template <typename Server>
+class Listener final : public Server
+{
+public:
+    using Server::Server;
+    QTcpServer* release()
+    {
+        QObject::disconnect(&this->server(), &QTcpServer::newConnection, this, nullptr);
+        return &this->server();
+    }
+};
+
+bool isSocketPath(const QByteArray& path)
+{
+    return path.startsWith('/') && !path.contains('\0') &&
+           path.size() < static_cast<int>(sizeof(sockaddr_un::sun_path));
 }
+
+bool isTcp(const SimulationInterfaceAddress& address)
+{
+    return address.type == TcpServer || address.type == TcpClient;
+}
+
+template <typename Server>
+QTcpServer* listen(const SimulationInterfaceAddress& address,
+                   std::unique_ptr<ServerSimulationInterface>& owner)
+{
+    auto listener = std::make_unique<Listener<Server>>(address, nullptr);
+    QTcpServer* const server = listener->release();
+    owner = std::move(listener);
+    return server;
+}
+
+} // namespace
+
+LinkEnd::LinkEnd() = default;
 
 LinkEnd::~LinkEnd()
 {
@@ -29,31 +71,35 @@ LinkEnd::~LinkEnd()
     }
 }
 
-QString LinkEnd::open(const QString& rawAddress)
+bool LinkEnd::isAddress(const QString& rawAddress)
 {
     const SimulationInterfaceAddress address(rawAddress);
-    const auto hostAndPort =
-        simulationinterface::TcpSimulationInterfaceCommon::parseAddress(address.address);
-    if (address.type == simulationinterface::Unknown || !hostAndPort)
-        return QStringLiteral("\"%1\" is no address").arg(rawAddress);
-    m_type = rawAddress.section(SimulationInterfaceAddress::fieldSeparator(), 0, 0).toLower();
-    std::tie(m_host, m_port) = *hostAndPort;
-    if (address.type != simulationinterface::TcpServer)
+    if (isTcp(address))
+        return TcpSimulationInterfaceCommon::parseAddress(address.address).has_value();
+    return address.type != Unknown && isSocketPath(QFile::encodeName(address.address));
+}
+
+QString LinkEnd::open(const QString& rawAddress)
+{
+    if (!isAddress(rawAddress))
+        return QStringLiteral("\"%1\" is no address of a link").arg(rawAddress);
+    m_address = rawAddress;
+    const SimulationInterfaceAddress address(rawAddress);
+    if (address.type == TcpServer)
+        m_server = listen<TcpServerSimulationInterface>(address, m_listener);
+    else if (address.type == UnixServer)
+        m_server = listen<UnixServerSimulationInterface>(address, m_listener);
+    else
         return QString();
-    m_server = std::make_unique<QTcpServer>();
-    if (!m_server->listen(m_host, m_port))
-        return QStringLiteral("cannot listen on %1: %2").arg(rawAddress, m_server->errorString());
-    m_port = m_server->serverPort();
-    connect(m_server.get(), &QTcpServer::newConnection, this, &LinkEnd::accept);
-    connect(m_server.get(), &QTcpServer::acceptError, this,
-            [this] { QTimer::singleShot(3s, m_server.get(), &QTcpServer::resumeAccepting); });
+    if (!m_server->isListening())
+        return QStringLiteral("cannot listen on ") + rawAddress;
+    connect(m_server, &QTcpServer::newConnection, this, &LinkEnd::accept);
     return QString();
 }
 
 QString LinkEnd::address() const
 {
-    const QString separator = SimulationInterfaceAddress::fieldSeparator();
-    return m_type + separator + m_host.toString() + separator + QString::number(m_port);
+    return isListening() ? m_listener->localAddress() : m_address;
 }
 
 void LinkEnd::connectToPeer()
@@ -62,11 +108,36 @@ void LinkEnd::connectToPeer()
         return;
     auto* const socket = new QTcpSocket(this);
     attach(socket);
-    connect(socket, &QTcpSocket::connected, this, &LinkEnd::begin);
-    connect(
-        socket, &QTcpSocket::errorOccurred, this, [this, socket] { end(socket); },
-        Qt::QueuedConnection);
-    socket->connectToHost(m_host, m_port);
+    m_error.clear();
+    const auto begins = [this, socket] { begin(socket); };
+    const auto ends = [this, socket] { end(socket); };
+    const SimulationInterfaceAddress address(m_address);
+    if (isTcp(address)) {
+        const auto [host, port] =
+            TcpSimulationInterfaceCommon::parseAddress(address.address).value();
+        connect(socket, &QTcpSocket::connected, this, begins);
+        connect(socket, &QTcpSocket::errorOccurred, this, ends, Qt::QueuedConnection);
+        socket->connectToHost(host, port);
+    } else if (connectToPath(QFile::encodeName(address.address), *socket)) {
+        QTimer::singleShot(0, socket, begins);
+    } else {
+        m_error = qt_error_string(errno);
+        QTimer::singleShot(0, socket, ends);
+    }
+}
+
+bool LinkEnd::connectToPath(const QByteArray& path, QTcpSocket& socket)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, path.constData(), static_cast<size_t>(path.size()));
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    if (::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+        return socket.setSocketDescriptor(descriptor);
+    const int error = errno;
+    ::close(descriptor);
+    errno = error;
+    return false;
 }
 
 void LinkEnd::close()
@@ -109,7 +180,7 @@ void LinkEnd::accept()
         }
         socket->setParent(this);
         attach(socket);
-        begin();
+        begin(socket);
     }
 }
 
@@ -128,15 +199,15 @@ void LinkEnd::attach(QTcpSocket* socket)
         Qt::QueuedConnection);
 }
 
-void LinkEnd::begin()
+void LinkEnd::begin(QTcpSocket* socket)
 {
-    // The kernel connects a socket to itself if nobody listens at a port that it gives to clients.
-    if (m_socket->localPort() == m_socket->peerPort() &&
-        m_socket->localAddress() == m_socket->peerAddress()) {
-        m_socket->abort();
+    if (socket != m_socket || m_isClosing)
         return;
-    }
-    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    // The kernel connects a socket to itself if nobody listens at a port that it gives to clients.
+    if (socket->localPort() != 0 && socket->localPort() == socket->peerPort() &&
+        socket->localAddress() == socket->peerAddress())
+        return socket->abort();
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_isConnected = true;
     Q_EMIT connected();
 }
@@ -148,7 +219,7 @@ void LinkEnd::end(QTcpSocket* socket)
     if (std::exchange(m_isConnected, false))
         Q_EMIT disconnected();
     else if (!m_isClosing)
-        Q_EMIT failed(socket->errorString());
+        Q_EMIT failed(m_error.isEmpty() ? socket->errorString() : m_error);
     m_socket = nullptr;
     socket->deleteLater();
     Q_EMIT ended();

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QHostAddress>
+#include <zeltools/simulationinterface/serversimulationinterface.h>
+
 #include <QObject>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -18,10 +19,13 @@ class LinkEnd : public QObject
     Q_OBJECT
 
 public:
-    explicit LinkEnd(QObject* parent);
+    LinkEnd();
     ~LinkEnd() override;
 
-    /// Takes an address as SimulationInterfaceAddress has it, and begins to listen if it says so.
+    /// Whether the text is an address of the form that SimulationInterfaceAddress has.
+    static bool isAddress(const QString& rawAddress);
+
+    /// Takes such an address, and begins to listen if it says so.
     /// Returns the reason of a failure, or an empty text.
     QString open(const QString& rawAddress);
     bool isListening() const { return m_server != nullptr; }
@@ -55,15 +59,17 @@ Q_SIGNALS:
 
 private:
     void accept();
+    static bool connectToPath(const QByteArray& path, QTcpSocket& socket);
     void attach(QTcpSocket* socket);
-    void begin();
+    void begin(QTcpSocket* socket);
     void end(QTcpSocket* socket);
 
-    QString m_type;
-    QHostAddress m_host;
-    quint16 m_port = 0;
-    std::unique_ptr<QTcpServer> m_server;
+    QString m_address;
+    // The endpoint makes the socket that listens; it gets no connection.
+    std::unique_ptr<simulationinterface::ServerSimulationInterface> m_listener;
+    QTcpServer* m_server = nullptr;
     QTcpSocket* m_socket = nullptr;
+    QString m_error;
     bool m_isConnected = false;
     bool m_isClosing = false;
 };

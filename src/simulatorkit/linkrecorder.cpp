@@ -25,22 +25,32 @@ constexpr qint64 maximumUnsent_B = 64 * 1024;
 
 struct LinkRecorder::Side
 {
-    LinkSide side;
-    LinkEnd end{nullptr};
+    explicit Side(LinkSide kind)
+        : side(kind)
+    {
+    }
+
+    const LinkSide side;
+    LinkEnd end;
     FrameSplitter frames; // of what this side sends
 };
 
 LinkRecorder::LinkRecorder(QObject* parent)
     : QObject(parent)
     , m_file(std::make_unique<RecordingFile>())
-    , m_machine(new Side{LinkSide::Machine})
-    , m_simulator(new Side{LinkSide::Simulator})
+    , m_machine(new Side(LinkSide::Machine))
+    , m_simulator(new Side(LinkSide::Simulator))
 {
 }
 
 LinkRecorder::~LinkRecorder()
 {
     stop();
+}
+
+bool LinkRecorder::isAddress(const QString& rawAddress)
+{
+    return LinkEnd::isAddress(rawAddress);
 }
 
 QString LinkRecorder::start(const QString& machineAddress, const QString& simulatorAddress,

@@ -29,6 +29,9 @@ public:
     /// Calls stop().
     ~LinkRecorder() override;
 
+    /// Whether the text has the form of an address of a link.
+    static bool isAddress(const QString& rawAddress);
+
     /// Creates the file, or empties it, and begins to listen and to connect. The addresses are
     /// those of the recorder's own ends: one for the machine, one for the simulator. Returns the
     /// reason of a failure, or an empty text. An object can be started once.

@@ -47,7 +47,7 @@ LinkReplayer::LinkReplayer(SimulatorRecording recording, const Options& options,
     : QObject(parent)
     , m_recording(std::move(recording))
     , m_options(options)
-    , m_end(std::make_unique<LinkEnd>(nullptr))
+    , m_end(std::make_unique<LinkEnd>())
 {
     m_pause.setSingleShot(true);
     m_pause.setTimerType(Qt::PreciseTimer);
