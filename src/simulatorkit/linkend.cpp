@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTimer>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -159,7 +160,9 @@ void LinkEnd::close()
 
 QByteArray LinkEnd::read(qint64 limit_B)
 {
-    return m_socket != nullptr && limit_B > 0 ? m_socket->read(limit_B) : QByteArray();
+    return m_socket != nullptr && limit_B > 0
+               ? m_socket->read(std::min(limit_B, m_socket->bytesAvailable()))
+               : QByteArray();
 }
 
 void LinkEnd::write(const QByteArray& bytes)
