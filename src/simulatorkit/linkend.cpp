@@ -1,0 +1,143 @@
+#include "simulatorkit/linkend_p.h"
+
+#include "simulatorkit/linkaddress_p.h"
+
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace zeltools::simulatorkit
+{
+
+using namespace std::chrono_literals;
+
+LinkEnd::LinkEnd() = default;
+
+LinkEnd::~LinkEnd()
+{
+    if (m_socket != nullptr) {
+        m_socket->disconnect(this);
+        m_socket->flush();
+        delete m_socket;
+    }
+}
+
+QString LinkEnd::open(const QString& rawAddress)
+{
+    if (!isLinkAddress(rawAddress))
+        return QStringLiteral("\"%1\" is no address of a link").arg(rawAddress);
+    m_address = rawAddress;
+    m_server = listenAt(rawAddress, m_listener);
+    if (m_server == nullptr)
+        return QString();
+    if (!m_server->isListening())
+        return QStringLiteral("cannot listen on ") + rawAddress;
+    connect(m_server, &QTcpServer::newConnection, this, &LinkEnd::accept);
+    return QString();
+}
+
+QString LinkEnd::address() const
+{
+    return isListening() ? m_listener->localAddress() : m_address;
+}
+
+void LinkEnd::connectToPeer()
+{
+    if (isListening() || m_socket != nullptr)
+        return;
+    auto* const socket = new QTcpSocket(this);
+    attach(socket);
+    m_error = connectTo(m_address, *socket);
+    const auto ends = [this, socket] { end(socket); };
+    connect(socket, &QTcpSocket::connected, this, [this, socket] { begin(socket); });
+    connect(socket, &QTcpSocket::errorOccurred, this, ends, Qt::QueuedConnection);
+    if (!m_error.isEmpty())
+        QTimer::singleShot(0, socket, ends);
+}
+
+void LinkEnd::close()
+{
+    m_isConnected = false;
+    QTcpSocket* const socket = m_socket;
+    if (socket == nullptr)
+        return;
+    m_isClosing = true;
+    socket->state() == QAbstractSocket::ConnectedState ? socket->disconnectFromHost()
+                                                       : socket->abort();
+    const auto abort = [this, socket] {
+        socket->abort();
+        end(socket);
+    };
+    const bool isClosed = socket->state() == QAbstractSocket::UnconnectedState;
+    QTimer::singleShot(isClosed ? 0s : 3s, socket, abort);
+}
+
+QByteArray LinkEnd::read(qint64 limit_B)
+{
+    return m_socket != nullptr && limit_B > 0
+               ? m_socket->read(std::min(limit_B, m_socket->bytesAvailable()))
+               : QByteArray();
+}
+
+void LinkEnd::write(const QByteArray& bytes)
+{
+    if (!m_isConnected)
+        return;
+    m_socket->write(bytes);
+    m_socket->flush();
+}
+
+void LinkEnd::accept()
+{
+    while (QTcpSocket* const socket = m_server->nextPendingConnection()) {
+        if (m_socket != nullptr) {
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
+        socket->setParent(this);
+        attach(socket);
+        begin(socket);
+    }
+}
+
+// The signals are queued, so that nothing changes while the owner reads or writes. One that was
+// queued for an earlier socket does nothing.
+void LinkEnd::attach(QTcpSocket* socket)
+{
+    constexpr int maximumUnread_B = 64 * 1024;
+    m_socket = socket;
+    m_isClosing = false;
+    socket->setReadBufferSize(maximumUnread_B);
+    connect(socket, &QTcpSocket::readyRead, this, &LinkEnd::changed, Qt::QueuedConnection);
+    connect(socket, &QTcpSocket::bytesWritten, this, &LinkEnd::changed, Qt::QueuedConnection);
+    connect(
+        socket, &QTcpSocket::disconnected, this, [this, socket] { end(socket); },
+        Qt::QueuedConnection);
+}
+
+void LinkEnd::begin(QTcpSocket* socket)
+{
+    if (socket != m_socket || m_isClosing || socket->state() != QAbstractSocket::ConnectedState)
+        return;
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_isConnected = true;
+    Q_EMIT connected();
+}
+
+void LinkEnd::end(QTcpSocket* socket)
+{
+    if (socket != m_socket || socket == nullptr)
+        return;
+    if (std::exchange(m_isConnected, false))
+        Q_EMIT disconnected();
+    else if (!m_isClosing)
+        Q_EMIT failed(m_error.isEmpty() ? socket->errorString() : m_error);
+    m_socket = nullptr;
+    socket->deleteLater();
+    Q_EMIT ended();
+}
+
+} // namespace zeltools::simulatorkit
