@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZelTools)
-set(libraries ZelTools ZelToolsCore ZelToolsStateMachines)
+set(libraries ZelTools ZelToolsCore ZelToolsSimulator ZelToolsStateMachines)
 if(TARGET ZelToolsSupport)
     list(APPEND libraries ZelToolsSupport)
 endif()
@@ -29,6 +29,10 @@ list(TRANSFORM ZELTOOLS_QT_MODULES REPLACE "(.+)" "Qt${ZELTOOLS_QT}\\1 >= ${ZELT
 list(JOIN modules ", " ZELTOOLS_PC_REQUIRES)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zeltools.pc.in ${PROJECT_BINARY_DIR}/zeltools.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zeltools.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/zeltools-simulator.pc.in
+               ${PROJECT_BINARY_DIR}/zeltools-simulator.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zeltools-simulator.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 if(TARGET ZelToolsSupport)
     configure_file(${PROJECT_SOURCE_DIR}/cmake/zeltools-support.pc.in
                    ${PROJECT_BINARY_DIR}/zeltools-support.pc @ONLY)

@@ -36,11 +36,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const SimulationInterfaceAddress address(raw);
     QStringList fields = raw.split('/');
     const QString key = fields.takeFirst().toLower();
+    const QStringList keys{"tcpserver", "tcpclient", "unixserver", "unixclient"};
     SimulationInterfaceType type = Unknown;
-    if (!fields.isEmpty() && key == "tcpserver")
-        type = TcpServer;
-    if (!fields.isEmpty() && key == "tcpclient")
-        type = TcpClient;
+    if (!fields.isEmpty())
+        type = SimulationInterfaceType(keys.indexOf(key) + 1);
     require(address.rawAddress == raw && address.type == type);
     require(address.address == (type == Unknown ? QString() : fields.join('/')));
     checkTcp(address.address);

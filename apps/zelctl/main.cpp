@@ -9,6 +9,7 @@
 #include "kmsgcommand.h"
 #include "logcommand.h"
 #include "refusedvariables.h"
+#include "simcommand.h"
 #include "versioncommand.h"
 
 #include <QCoreApplication>
@@ -31,6 +32,7 @@ constexpr Command s_commands[]{
     {"hex", "Brings hexadecimal text into one form, or into bytes and back.", runHex},
     {"kmsg", "Prints the log of the running kernel, and follows it.", runKmsg},
     {"log", "Prints the log files of a machine, merged by time, and searches them.", runLog},
+    {"sim", "Plays the simulator of a machine from a script, records and replays links.", runSim},
     {"version", "Compares two versions, tells that of the library.", runVersion},
 };
 

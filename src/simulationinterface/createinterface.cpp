@@ -2,6 +2,8 @@
 
 #include "simulationinterface/tcpclientsimulationinterface.h"
 #include "simulationinterface/tcpserversimulationinterface.h"
+#include "simulationinterface/unixclientsimulationinterface.h"
+#include "simulationinterface/unixserversimulationinterface.h"
 
 #include <memory>
 
@@ -16,6 +18,10 @@ SimulationInterface* createInterface(const QString& rawAddress, QObject* parent)
         made = std::make_unique<TcpServerSimulationInterface>(address, parent);
     else if (address.type == TcpClient)
         made = std::make_unique<TcpClientSimulationInterface>(address, parent);
+    else if (address.type == UnixServer)
+        made = std::make_unique<UnixServerSimulationInterface>(address, parent);
+    else if (address.type == UnixClient)
+        made = std::make_unique<UnixClientSimulationInterface>(address, parent);
     return made && made->isAddressValid() ? made.release() : nullptr;
 }
 

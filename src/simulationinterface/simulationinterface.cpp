@@ -32,15 +32,28 @@ SimulationInterface::~SimulationInterface()
     endMinuteOfWarnings();
 }
 
-void SimulationInterface::write(const QByteArray& data)
+QString SimulationInterface::localAddress() const
+{
+    return {};
+}
+
+QString SimulationInterface::peerAddress() const
+{
+    return {};
+}
+
+void SimulationInterface::closeConnection() {}
+
+bool SimulationInterface::write(const QByteArray& data)
 {
     // The next message uses the same memory. It is no member, since the endpoint may be deleted
     // during the call.
     static thread_local QByteArray spare;
     QByteArray frame = std::exchange(spare, {});
-    if (SimulationProtocol::serialize(data, frame))
-        writeSerializedData(frame);
+    const bool isAccepted =
+        SimulationProtocol::serialize(data, frame) && writeSerializedData(frame);
     spare.swap(frame);
+    return isAccepted;
 }
 
 void SimulationInterface::processIncomingData()

@@ -30,8 +30,19 @@ public:
     /// Sends one frame without blocking. Returns false if not all of it was accepted.
     virtual bool writeSerializedData(const QByteArray& frame) = 0;
 
-    /// Sends one message. It is lost if there is no connection or if it is too long.
-    void write(const QByteArray& data);
+    /// The raw address of this end as it really is: "tcpserver/127.0.0.1/40123" if the system has
+    /// chosen the port. It is empty if the address is invalid or if a server does not listen.
+    virtual QString localAddress() const;
+    /// The IP address and the port of the connected simulator, such as "127.0.0.1/51234". It is
+    /// empty without a connection and for AF_UNIX.
+    virtual QString peerAddress() const;
+    /// Ends the connection without blocking. Written bytes that the kernel takes immediately still
+    /// reach the simulator. A server then waits for the next one, and a client connects again.
+    virtual void closeConnection();
+
+    /// Sends one message without blocking. Returns false, and the message is lost, if it is too
+    /// long or if writeSerializedData() does not accept it.
+    bool write(const QByteArray& data);
 
 public Q_SLOTS:
     /// Emits dataReceived() for each message that the arrived bytes complete.

@@ -21,6 +21,16 @@ const QMap<QString, SimulationInterfaceType>& knownTypes()
     return types;
 }
 
+// The hint of a wrong address does not name these types: programs compare its text.
+const QMap<QString, SimulationInterfaceType>& unixTypes()
+{
+    static const QMap<QString, SimulationInterfaceType> types{
+        {QStringLiteral("unixserver"), UnixServer},
+        {QStringLiteral("unixclient"), UnixClient},
+    };
+    return types;
+}
+
 QString formatHint()
 {
     return QStringLiteral("type%1type_dependent_address, known types: %2")
@@ -51,7 +61,8 @@ void SimulationInterfaceAddress::parseRawAddress()
         logError("Missing fields in raw address", rawAddress);
         return;
     }
-    type = knownTypes().value(rawAddress.left(separator).toLower(), Unknown);
+    const QString key = rawAddress.left(separator).toLower();
+    type = knownTypes().value(key, unixTypes().value(key, Unknown));
     if (type == Unknown) {
         logError("Invalid type in address", rawAddress);
         return;
@@ -62,6 +73,12 @@ void SimulationInterfaceAddress::parseRawAddress()
 QString SimulationInterfaceAddress::fieldSeparator()
 {
     return QStringLiteral("/");
+}
+
+QString SimulationInterfaceAddress::rawAddressOf(SimulationInterfaceType type,
+                                                 const QString& address)
+{
+    return knownTypes().key(type, unixTypes().key(type)) + fieldSeparator() + address;
 }
 
 } // namespace zeltools::simulationinterface

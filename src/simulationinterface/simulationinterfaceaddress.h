@@ -10,7 +10,8 @@ namespace zeltools::simulationinterface
 
 /// The address of a channel to a simulator, parsed from one text: the type, a slash, and an address
 /// whose meaning depends on the type. "tcpclient/127.0.0.1/8133" has the type TcpClient and the
-/// address "127.0.0.1/8133". The type is not case-sensitive.
+/// address "127.0.0.1/8133"; "unixserver//run/zel/sim.sock" has the type UnixServer and the address
+/// "/run/zel/sim.sock". The type is not case-sensitive.
 struct ZELTOOLS_EXPORT SimulationInterfaceAddress
 {
     /// Calls parseRawAddress().
@@ -22,6 +23,9 @@ struct ZELTOOLS_EXPORT SimulationInterfaceAddress
 
     /// The separator "/", which also separates the IP address from the port.
     static QString fieldSeparator();
+
+    /// The text that has this type, which must not be Unknown, and this address.
+    static QString rawAddressOf(SimulationInterfaceType type, const QString& address);
 
     SimulationInterfaceType type = Unknown;
     QString rawAddress;

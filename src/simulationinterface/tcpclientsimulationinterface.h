@@ -1,22 +1,14 @@
 #pragma once
 
-#include <zeltools/simulationinterface/simulationinterface.h>
+#include <zeltools/simulationinterface/clientsimulationinterface.h>
 #include <zeltools/simulationinterface/simulationinterfaceaddress.h>
 #include <zeltools/simulationinterface/tcpsimulationinterfacecommon.h>
-
-#include <QTimer>
-
-#include <memory>
 
 namespace zeltools::simulationinterface
 {
 
-class TcpSocket;
-
-/// Connects to a simulator that listens. It tries immediately and every three seconds until it is
-/// connected, and again after each disconnection; failed attempts are not logged. The next
-/// connection waits until a listener has received all messages of the one before.
-class ZELTOOLS_EXPORT TcpClientSimulationInterface : public SimulationInterface
+/// Connects to a simulator that listens at a TCP port.
+class ZELTOOLS_EXPORT TcpClientSimulationInterface : public ClientSimulationInterface
 {
     Q_OBJECT
 
@@ -26,19 +18,12 @@ public:
     ~TcpClientSimulationInterface() override;
 
     bool isAddressValid() const override;
-    bool connected() const override;
-    QByteArray incomingData() override;
-    /// Returns false, and the frame is lost, without a connection and while the simulator leaves
-    /// 64 MiB unread.
-    bool writeSerializedData(const QByteArray& frame) override;
+    QString localAddress() const override;
+
+protected:
+    void openConnection(QTcpSocket& socket) override;
 
 private:
-    void connectSignals();
-    void beginConnection();
-    void tryToConnect();
-
-    std::shared_ptr<TcpSocket> m_socket;
-    QTimer m_reconnectTimer;
     std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
 };
 

@@ -1,22 +1,14 @@
 #pragma once
 
-#include <zeltools/simulationinterface/simulationinterface.h>
+#include <zeltools/simulationinterface/serversimulationinterface.h>
 #include <zeltools/simulationinterface/simulationinterfaceaddress.h>
 #include <zeltools/simulationinterface/tcpsimulationinterfacecommon.h>
-
-#include <QTcpServer>
-
-#include <memory>
 
 namespace zeltools::simulationinterface
 {
 
-class TcpSocket;
-
-/// Listens for simulators and serves one at a time: while one is attached, the connections of
-/// others are closed immediately. After it has disconnected, the next one waits until a listener
-/// has received all of its messages.
-class ZELTOOLS_EXPORT TcpServerSimulationInterface : public SimulationInterface
+/// Listens for simulators at a TCP port.
+class ZELTOOLS_EXPORT TcpServerSimulationInterface : public ServerSimulationInterface
 {
     Q_OBJECT
 
@@ -27,20 +19,12 @@ public:
     ~TcpServerSimulationInterface() override;
 
     bool isAddressValid() const override;
-    bool connected() const override;
-    QByteArray incomingData() override;
-    /// Returns false, and the frame is lost, without an attached simulator and while it leaves
-    /// 64 MiB unread.
-    bool writeSerializedData(const QByteArray& frame) override;
+    QString localAddress() const override;
+    /// The port that is really used, which the system has chosen if the address names port 0.
+    /// Returns 0 if the endpoint does not listen.
+    quint16 port() const;
 
 private:
-    void acceptConnection();
-    void attach(QTcpSocket* socket);
-    void processClient();
-
-    QTcpServer m_server;
-    // No simulator is attached if this is null, or disconnected with unprocessed messages.
-    std::shared_ptr<TcpSocket> m_client;
     std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
 };
 

@@ -46,4 +46,9 @@ TcpSimulationInterfaceCommon::parseAddress(const QString& address)
     return HostAndPort(host, static_cast<quint16>(port));
 }
 
+QString TcpSimulationInterfaceCommon::addressOf(const QHostAddress& host, quint16 port)
+{
+    return host.toString() + SimulationInterfaceAddress::fieldSeparator() + QString::number(port);
+}
+
 } // namespace zeltools::simulationinterface

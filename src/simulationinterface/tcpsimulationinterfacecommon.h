@@ -21,6 +21,9 @@ struct ZELTOOLS_EXPORT TcpSimulationInterfaceCommon
     ///
     /// Only the low 16 bits of the port are used, on purpose: 70000 means 4464, and -1 means 65535.
     static std::optional<HostAndPort> parseAddress(const QString& address);
+
+    /// The text that parseAddress() parses: "127.0.0.1/8133".
+    static QString addressOf(const QHostAddress& host, quint16 port);
 };
 
 } // namespace zeltools::simulationinterface

@@ -1,8 +1,10 @@
+#include "simulationinterface/linksocket_p.h"
+
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "simulationinterface/simulationframe_p.h"
 #include "simulationinterface/simulationinterface.h"
-#include "simulationinterface/tcpsocket_p.h"
+#include "simulationinterface/tcpsimulationinterfacecommon.h"
 
 #include <QHostAddress>
 #include <QPointer>
@@ -35,30 +37,41 @@ static_assert(streamHeaderSize_B + SimulationProtocol::maximumPayload_B - 1 + ma
 
 } // namespace
 
-std::shared_ptr<TcpSocket> TcpSocket::share(QTcpSocket* socket)
+std::shared_ptr<LinkSocket> LinkSocket::share(QTcpSocket* socket)
 {
-    return {new TcpSocket(socket), [](TcpSocket* unused) { unused->deleteLater(); }};
+    return {new LinkSocket(socket), [](LinkSocket* unused) { unused->deleteLater(); }};
 }
 
-TcpSocket::TcpSocket(QTcpSocket* socket)
+LinkSocket::LinkSocket(QTcpSocket* socket)
     : m_socket(socket)
 {
     socket->setParent(this);
     socket->setReadBufferSize(maximumUnread_B);
     m_check.setInterval(10s);
-    connect(&m_check, &QTimer::timeout, this, &TcpSocket::dropSilentPeer);
+    connect(&m_check, &QTimer::timeout, this, &LinkSocket::dropSilentPeer);
     if (socket->state() == QAbstractSocket::ConnectedState)
         setUpConnection();
-    connect(socket, &QTcpSocket::connected, this, &TcpSocket::setUpConnection);
-    connect(socket, &QTcpSocket::bytesWritten, this, &TcpSocket::handOver);
+    connect(socket, &QTcpSocket::connected, this, &LinkSocket::setUpConnection);
+    connect(socket, &QTcpSocket::bytesWritten, this, &LinkSocket::handOver);
     connect(socket, &QTcpSocket::disconnected, this, [this] {
         m_check.stop();
         m_unsent.clear();
     });
 }
 
-void TcpSocket::setUpConnection()
+bool LinkSocket::isTcp() const
 {
+    int domain = 0;
+    socklen_t size = sizeof domain;
+    ::getsockopt(static_cast<int>(m_socket->socketDescriptor()), SOL_SOCKET, SO_DOMAIN, &domain,
+                 &size);
+    return domain == AF_INET || domain == AF_INET6;
+}
+
+void LinkSocket::setUpConnection()
+{
+    if (!isTcp())
+        return;
     // A message does not wait until the peer has acknowledged the previous one.
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     // After 30 s of silence the kernel probes the peer, and after three probes without an answer it
@@ -77,7 +90,7 @@ void TcpSocket::setUpConnection()
 // The kernel sends no probes while bytes are unacknowledged: it repeats those for a quarter of an
 // hour. Its own timeout (TCP_USER_TIMEOUT) would also end the connection to a peer that reads
 // nothing.
-void TcpSocket::dropSilentPeer()
+void LinkSocket::dropSilentPeer()
 {
     tcp_info info{};
     socklen_t size = sizeof info;
@@ -89,13 +102,20 @@ void TcpSocket::dropSilentPeer()
         m_socket->abort();
 }
 
-bool TcpSocket::isConnectedToItself() const
+bool LinkSocket::isConnectedToItself() const
 {
-    return m_socket->localPort() == m_socket->peerPort() &&
+    return isTcp() && m_socket->localPort() == m_socket->peerPort() &&
            m_socket->localAddress() == m_socket->peerAddress();
 }
 
-bool TcpSocket::processWith(SimulationInterface& endpoint)
+QString LinkSocket::peerAddress() const
+{
+    if (!isTcp())
+        return {};
+    return TcpSimulationInterfaceCommon::addressOf(m_socket->peerAddress(), m_socket->peerPort());
+}
+
+bool LinkSocket::processWith(SimulationInterface& endpoint)
 {
     const QScopedValueRollback<bool> processing(m_isBeingProcessed, true);
     const QPointer<SimulationInterface> kept(&endpoint);
@@ -105,7 +125,7 @@ bool TcpSocket::processWith(SimulationInterface& endpoint)
     return kept != nullptr;
 }
 
-QByteArray TcpSocket::readAvailable()
+QByteArray LinkSocket::readAvailable()
 {
     char* const bytes =
         resizeUninitialized(m_received, static_cast<int>(m_socket->bytesAvailable()));
@@ -114,7 +134,7 @@ QByteArray TcpSocket::readAvailable()
     return m_received;
 }
 
-bool TcpSocket::write(const QByteArray& frame)
+bool LinkSocket::write(const QByteArray& frame)
 {
     const qint64 unsent_B = m_socket->bytesToWrite() + m_unsent.size();
     if (unsent_B < maximumUnsent_B / 2)
@@ -135,14 +155,19 @@ bool TcpSocket::write(const QByteArray& frame)
     return true;
 }
 
-void TcpSocket::close(const QObject* listener)
+void LinkSocket::close(const QObject* listener)
 {
     m_socket->disconnect(listener);
+    close();
+}
+
+void LinkSocket::close()
+{
     m_socket->flush(); // bytesWritten() calls handOver() for the rest
     m_socket->abort();
 }
 
-void TcpSocket::handOver()
+void LinkSocket::handOver()
 {
     if (!m_unsent.isEmpty())
         m_socket->write(

@@ -11,22 +11,28 @@ namespace zeltools::simulationinterface
 
 class SimulationInterface;
 
-/// The socket of an endpoint, with limits on the bytes that it buffers in both directions. A peer
-/// that does not answer for a minute, because it has lost its power or its network, loses the
+/// The socket of an endpoint, with limits on the bytes that it buffers in both directions. A TCP
+/// peer that does not answer for a minute, because it has lost its power or its network, loses the
 /// connection; a peer that only leaves everything unread does not.
 ///
+/// QTcpSocket also works on the descriptor of an AF_UNIX socket, but does not know its addresses.
+///
 /// Frames that have to wait are gathered, so that the socket is called once for 64 KiB of them.
-class TcpSocket : public QObject
+class LinkSocket : public QObject
 {
 public:
     /// Takes ownership of the socket. The last copy of the pointer deletes the object in the event
     /// loop, since a receiver of a signal of the socket may delete the endpoint while the socket is
     /// still in use. A receiver may also run an event loop in which that happens: an endpoint
     /// therefore keeps a copy while it handles a signal.
-    static std::shared_ptr<TcpSocket> share(QTcpSocket* socket);
+    static std::shared_ptr<LinkSocket> share(QTcpSocket* socket);
 
     QTcpSocket* operator->() const { return m_socket; }
+    QTcpSocket& operator*() const { return *m_socket; }
     QTcpSocket* get() const { return m_socket; }
+
+    /// The IP address and the port of the peer; empty for AF_UNIX.
+    QString peerAddress() const;
 
     /// Whether both ends are this socket. The kernel makes such a connection if nobody listens at a
     /// port from which it also takes ports for clients.
@@ -42,12 +48,14 @@ public:
     /// with a Warning for the first one; the next Warning comes only after less than half of that
     /// was unread.
     bool write(const QByteArray& frame);
-    /// Closes the connection for an endpoint that is being destroyed and gets no signal any more.
-    /// Written bytes that fit into the kernel's buffer still reach the peer.
+    /// Closes the connection. Written bytes that fit into the kernel's buffer still reach the peer.
+    void close();
+    /// Does the same for an endpoint that is being destroyed and gets no signal any more.
     void close(const QObject* listener);
 
 private:
-    explicit TcpSocket(QTcpSocket* socket);
+    explicit LinkSocket(QTcpSocket* socket);
+    bool isTcp() const;
     void setUpConnection();
     void dropSilentPeer();
     void handOver();

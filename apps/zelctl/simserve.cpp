@@ -1,0 +1,59 @@
+#include "readfile.h"
+#include "simactions.h"
+#include "stopsignals.h"
+#include <zeltools/logging/lognode.h>
+#include <zeltools/simulationinterface/createinterface.h>
+#include <zeltools/simulationinterface/serversimulationinterface.h>
+#include <zeltools/simulatorkit/simulator.h>
+
+#include <QCoreApplication>
+
+#include <memory>
+
+using namespace zeltools::simulatorkit;
+using namespace zeltools::simulationinterface;
+
+namespace
+{
+
+void endAfterFirstConnection(SimulationInterface& link)
+{
+    QObject::connect(&link, &SimulationInterface::connectedChanged, &link,
+                     [&link, wasConnected = false]() mutable {
+                         if (wasConnected && !link.connected())
+                             QCoreApplication::exit(Done);
+                         wasConnected = link.connected();
+                     });
+}
+
+} // namespace
+
+ExitStatus serveScript(const QString& path, const QString& address, bool isOnce)
+{
+    const FileContent file = readFile(path, SimulatorScript::maximumSize_B);
+    if (!file.error.isEmpty())
+        return fail(Failed, file.error);
+    QString error;
+    const auto script = SimulatorScript::parse(file.bytes, error);
+    if (!script)
+        return fail(Failed, path + QStringLiteral(": ") + error);
+
+    const std::unique_ptr<SimulationInterface> link(createInterface(address, nullptr));
+    const bool isServer = qobject_cast<ServerSimulationInterface*>(link.get()) != nullptr;
+    if (isServer && link->localAddress().isEmpty())
+        return fail(Failed, QStringLiteral("cannot listen on ") + address);
+    if (isOnce)
+        endAfterFirstConnection(*link);
+    const StopSignals stopSignals;
+    QObject::connect(&stopSignals, &StopSignals::stopped, [] { QCoreApplication::exit(Done); });
+    QObject::connect(LogNode::instance(), &LogNode::logged, link.get(),
+                     [](LogLevel::Level level, const auto&, const QString& line) {
+                         if (level >= LogLevel::Warning)
+                             fail(Failed, line);
+                     });
+    const Simulator simulator(*script, *link);
+    if (printLine(isServer ? QStringLiteral("listening on ") + link->localAddress()
+                           : QStringLiteral("connecting to ") + address) != Done)
+        return Failed;
+    return static_cast<ExitStatus>(QCoreApplication::exec());
+}

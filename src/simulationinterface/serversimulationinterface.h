@@ -1,0 +1,47 @@
+#pragma once
+
+#include <zeltools/simulationinterface/simulationinterface.h>
+
+#include <QTcpServer>
+
+#include <memory>
+
+namespace zeltools::simulationinterface
+{
+
+class LinkSocket;
+
+/// Listens for simulators and serves one at a time: while one is attached, the connections of
+/// others are closed immediately. After it has disconnected, the next one waits until a listener
+/// has received all of its messages. Derived classes open the socket that listens.
+class ZELTOOLS_EXPORT ServerSimulationInterface : public SimulationInterface
+{
+    Q_OBJECT
+
+public:
+    ~ServerSimulationInterface() override;
+
+    bool connected() const override;
+    QByteArray incomingData() override;
+    /// Returns false, and the frame is lost, without an attached simulator and while it leaves
+    /// 64 MiB unread.
+    bool writeSerializedData(const QByteArray& frame) override;
+    QString peerAddress() const override;
+    void closeConnection() override;
+
+protected:
+    explicit ServerSimulationInterface(QObject* parent);
+
+    QTcpServer& server() const { return *m_server; }
+
+private:
+    void acceptConnection();
+    void attach(QTcpSocket* socket);
+    void processClient();
+
+    const std::unique_ptr<QTcpServer> m_server;
+    // No simulator is attached if this is null, or disconnected with unprocessed messages.
+    std::shared_ptr<LinkSocket> m_client;
+};
+
+} // namespace zeltools::simulationinterface

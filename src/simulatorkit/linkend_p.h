@@ -1,0 +1,77 @@
+#pragma once
+
+#include <zeltools/simulationinterface/serversimulationinterface.h>
+
+#include <QObject>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <memory>
+
+namespace zeltools::simulatorkit
+{
+
+/// The end of one connection at a time, for bytes as they are: it listens, and closes further
+/// connections at once, or it connects when it is told to. It buffers at most 64 KiB of what
+/// arrives; the peer has to wait until the owner reads.
+class LinkEnd : public QObject
+{
+    Q_OBJECT
+
+public:
+    LinkEnd();
+    ~LinkEnd() override;
+
+    /// Whether the text is an address of the form that SimulationInterfaceAddress has.
+    static bool isAddress(const QString& rawAddress);
+
+    /// Takes such an address, and begins to listen if it says so.
+    /// Returns the reason of a failure, or an empty text.
+    QString open(const QString& rawAddress);
+    bool isListening() const { return m_server != nullptr; }
+    /// The raw address with the real port.
+    QString address() const;
+
+    /// Begins to connect, unless this end listens or has a connection or begins it already.
+    void connectToPeer();
+    bool isConnected() const { return m_isConnected; }
+    /// Whether there is neither a connection nor the rest of one.
+    bool isIdle() const { return m_socket == nullptr; }
+    /// Sends what was written, and closes the connection, after three seconds in any case.
+    void close();
+
+    /// Returns what has arrived, at most so many bytes, also after the peer has disconnected.
+    QByteArray read(qint64 limit_B);
+    /// Sends the bytes, or as many as the system takes, and keeps the others.
+    void write(const QByteArray& bytes);
+    qint64 unsent_B() const { return m_socket != nullptr ? m_socket->bytesToWrite() : 0; }
+
+Q_SIGNALS:
+    void connected();
+    /// No connection could be made.
+    void failed(const QString& error);
+    /// Bytes have arrived, or there is room for more.
+    void changed();
+    /// The peer has disconnected. What it had sent can be read while the receivers run.
+    void disconnected();
+    /// The end is idle again: close() is done, or one of failed() and disconnected() was emitted.
+    void ended();
+
+private:
+    void accept();
+    static bool connectToPath(const QByteArray& path, QTcpSocket& socket);
+    void attach(QTcpSocket* socket);
+    void begin(QTcpSocket* socket);
+    void end(QTcpSocket* socket);
+
+    QString m_address;
+    // The endpoint makes the socket that listens; it gets no connection.
+    std::unique_ptr<simulationinterface::ServerSimulationInterface> m_listener;
+    QTcpServer* m_server = nullptr;
+    QTcpSocket* m_socket = nullptr;
+    QString m_error;
+    bool m_isConnected = false;
+    bool m_isClosing = false;
+};
+
+} // namespace zeltools::simulatorkit

@@ -1,0 +1,255 @@
+#include "simulatorkit/linkreplayer.h"
+
+#include "simulatorkit/framesplitter_p.h"
+#include "simulatorkit/linkend_p.h"
+
+#include <limits>
+#include <utility>
+
+namespace zeltools::simulatorkit
+{
+
+using namespace std::chrono_literals;
+using simulationinterface::SimulationProtocol;
+using Kind = SimulatorEvent::Kind;
+
+namespace
+{
+
+constexpr qint64 maximumUnsent_B = 64 * 1024;
+constexpr int maximumArrived_B = 128 * 1024; // has room for a whole frame
+constexpr int maximumTold_B = 60;
+
+// The row without its time, and with the beginning of long bytes.
+QString shortText(SimulatorEvent event)
+{
+    const bool isCut = event.bytes.size() > maximumTold_B;
+    event.bytes.truncate(maximumTold_B);
+    const QByteArray row = event.toRow();
+    const int begin = row.indexOf(' ') + 1;
+    return QString::fromUtf8(row.mid(begin, row.size() - begin - 1)) +
+           QLatin1String(isCut ? "..." : "");
+}
+
+// "raw" and the bytes of a row, or only the bytes of a message.
+QString cameText(Kind kind, const QByteArray& bytes)
+{
+    SimulatorEvent event;
+    event.kind = kind;
+    event.bytes = bytes;
+    return shortText(event).section(QLatin1Char(' '), kind == Kind::Raw ? 1 : 2) +
+           QStringLiteral(" came");
+}
+
+} // namespace
+
+LinkReplayer::LinkReplayer(SimulatorRecording recording, const Options& options, QObject* parent)
+    : QObject(parent)
+    , m_recording(std::move(recording))
+    , m_options(options)
+    , m_end(std::make_unique<LinkEnd>())
+{
+    m_pause.setSingleShot(true);
+    m_pause.setTimerType(Qt::PreciseTimer);
+    m_limit.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &LinkReplayer::advance);
+    connect(&m_limit, &QTimer::timeout, this, [this] { fail(arrivedText()); });
+}
+
+LinkReplayer::~LinkReplayer() = default;
+
+QString LinkReplayer::start(const QString& rawAddress)
+{
+    QString error = m_end->open(rawAddress);
+    if (!error.isEmpty())
+        return error;
+    m_clock.start();
+    connect(m_end.get(), &LinkEnd::connected, this, &LinkReplayer::advance);
+    connect(m_end.get(), &LinkEnd::changed, this, &LinkReplayer::advance);
+    connect(m_end.get(), &LinkEnd::ended, this, &LinkReplayer::advance);
+    connect(m_end.get(), &LinkEnd::failed, this, [this] { m_pause.start(200ms); });
+    connect(m_end.get(), &LinkEnd::disconnected, this, [this] {
+        m_arrived += m_end->read(std::numeric_limits<qint64>::max());
+        m_hasPartnerLeft = true;
+    });
+    QTimer::singleShot(0, this, &LinkReplayer::advance);
+    return QString();
+}
+
+QString LinkReplayer::address() const
+{
+    return m_end->address();
+}
+
+bool LinkReplayer::isListening() const
+{
+    return m_end->isListening();
+}
+
+void LinkReplayer::advance()
+{
+    if (!m_hasPartnerLeft && !m_isClosing)
+        m_arrived += m_end->read(maximumArrived_B - m_arrived.size());
+    const auto& events = m_recording.events;
+    while (!m_isFinished && m_next < events.size()) {
+        if (play(events[m_next]) == Progress::Waiting)
+            return startLimit();
+        m_limit.stop();
+        if (events[m_next].side != m_options.side || m_next == 0)
+            m_beginning = now() - events[m_next].time;
+        ++m_next;
+    }
+    if (m_isFinished)
+        return;
+    if (m_hasPartnerLeft || closeOwnEnd() == Progress::Done)
+        finish(QString());
+    else
+        startLimit();
+}
+
+LinkReplayer::Progress LinkReplayer::play(const SimulatorEvent& event)
+{
+    const bool isOwn = event.side == m_options.side;
+    if (isOwn && !isDue(event))
+        return Progress::Waiting;
+    if (event.kind == Kind::Connected) {
+        if (!m_pause.isActive()) // It is active after an attempt to connect that failed.
+            m_end->connectToPeer();
+        return m_end->isConnected() ? Progress::Done : Progress::Waiting;
+    }
+    if (event.kind == Kind::Disconnected)
+        return isOwn ? closeOwnEnd() : expectDisconnection();
+    return isOwn ? send(event) : expectBytes(event);
+}
+
+LinkReplayer::Progress LinkReplayer::send(const SimulatorEvent& event)
+{
+    if (m_hasPartnerLeft)
+        return fail(partner() + QStringLiteral(" disconnected"));
+    if (m_end->unsent_B() > maximumUnsent_B)
+        return Progress::Waiting;
+    m_end->write(event.kind == Kind::Raw ? event.bytes
+                                         : SimulationProtocol::serializeOpt(event.bytes).value());
+    return Progress::Done;
+}
+
+LinkReplayer::Progress LinkReplayer::expectBytes(const SimulatorEvent& event)
+{
+    if (event.kind == Kind::Raw) {
+        const int size_B = event.bytes.size();
+        if (m_arrived.size() < size_B)
+            return m_hasPartnerLeft ? fail(arrivedText()) : Progress::Waiting;
+        if (!m_arrived.startsWith(event.bytes))
+            return fail(cameText(Kind::Raw, m_arrived.left(size_B)));
+        m_arrived.remove(0, size_B);
+        return Progress::Done;
+    }
+    if (!hasWholeFrame())
+        return isArrivedWrong() || m_hasPartnerLeft ? fail(arrivedText()) : Progress::Waiting;
+    if (arrivedMessage() != event.bytes)
+        return fail(arrivedText());
+    m_arrived.remove(0, FrameSplitter::headerSize_B + event.bytes.size());
+    return Progress::Done;
+}
+
+LinkReplayer::Progress LinkReplayer::expectDisconnection()
+{
+    if (hasWholeFrame() || isArrivedWrong() || (m_hasPartnerLeft && !m_arrived.isEmpty()))
+        return fail(arrivedText());
+    return std::exchange(m_hasPartnerLeft, false) ? Progress::Done : Progress::Waiting;
+}
+
+LinkReplayer::Progress LinkReplayer::closeOwnEnd()
+{
+    if (!m_arrived.isEmpty() || m_hasPartnerLeft)
+        return fail(arrivedText());
+    if (m_end->isIdle()) {
+        m_isClosing = false;
+        return Progress::Done;
+    }
+    if (m_end->unsent_B() == 0 && !std::exchange(m_isClosing, true))
+        m_end->close();
+    return Progress::Waiting;
+}
+
+std::chrono::microseconds LinkReplayer::now() const
+{
+    return std::chrono::microseconds(m_clock.nsecsElapsed() / 1000);
+}
+
+bool LinkReplayer::isDue(const SimulatorEvent& event)
+{
+    const auto missing = m_beginning + event.time - now();
+    if (!m_options.isInTime || m_next == 0 || missing <= 0us)
+        return true;
+    m_pause.start(std::chrono::ceil<std::chrono::milliseconds>(missing));
+    return false;
+}
+
+// A row may come as much later than the row before it as it was recorded.
+void LinkReplayer::startLimit()
+{
+    if (m_limit.isActive())
+        return;
+    const auto& events = m_recording.events;
+    std::chrono::microseconds recorded{};
+    if (m_next > 0 && m_next < events.size())
+        recorded = events[m_next].time - events[m_next - 1].time;
+    constexpr std::chrono::milliseconds longest = 24h * 20; // A timer cannot count much more.
+    m_limit.start(std::min(longest, m_options.timeout +
+                                        std::chrono::ceil<std::chrono::milliseconds>(recorded)));
+}
+
+bool LinkReplayer::isArrivedWrong() const
+{
+    return !m_arrived.isEmpty() && m_arrived[0] != FrameSplitter::startOfFrame;
+}
+
+bool LinkReplayer::hasWholeFrame() const
+{
+    const int size_B = FrameSplitter::frameSize_B(m_arrived.constData(), m_arrived.size());
+    return !isArrivedWrong() && size_B > 0 && size_B <= m_arrived.size();
+}
+
+QByteArray LinkReplayer::arrivedMessage() const
+{
+    const int size_B = FrameSplitter::frameSize_B(m_arrived.constData(), m_arrived.size());
+    return m_arrived.mid(FrameSplitter::headerSize_B, size_B - FrameSplitter::headerSize_B);
+}
+
+QString LinkReplayer::arrivedText() const
+{
+    if (hasWholeFrame())
+        return cameText(Kind::Message, arrivedMessage());
+    if (!m_arrived.isEmpty())
+        return cameText(Kind::Raw, m_arrived);
+    return m_hasPartnerLeft ? partner() + QStringLiteral(" disconnected")
+                            : QStringLiteral("nothing came");
+}
+
+QString LinkReplayer::partner() const
+{
+    return m_options.side == LinkSide::Machine ? QStringLiteral("the simulator")
+                                               : QStringLiteral("the machine");
+}
+
+LinkReplayer::Progress LinkReplayer::fail(const QString& came)
+{
+    const auto& events = m_recording.events;
+    const bool isEnd = m_next == events.size();
+    finish(QStringLiteral("row %1: expected %2, but %3")
+               .arg(isEnd ? m_recording.endLine : events[m_next].line)
+               .arg(isEnd ? QStringLiteral("the end") : shortText(events[m_next]), came));
+    return Progress::Waiting;
+}
+
+void LinkReplayer::finish(const QString& difference)
+{
+    m_limit.stop();
+    m_pause.stop();
+    m_end->disconnect(this);
+    if (!std::exchange(m_isFinished, true))
+        Q_EMIT finished(difference);
+}
+
+} // namespace zeltools::simulatorkit

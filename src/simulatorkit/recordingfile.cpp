@@ -1,0 +1,55 @@
+#include "simulatorkit/recordingfile_p.h"
+
+#include "writewhole.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace zeltools::simulatorkit
+{
+
+bool RecordingFile::open(const QString& path)
+{
+    m_path = path;
+    m_clock.start();
+    m_file = std::make_unique<FileDescriptor>(::open(
+        QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    append(SimulatorRecording::headRow());
+    return m_error.isEmpty();
+}
+
+void RecordingFile::write(LinkSide side, SimulatorEvent::Kind kind, const QByteArray& bytes)
+{
+    SimulatorEvent event;
+    event.time = std::chrono::microseconds(m_clock.nsecsElapsed() / 1000);
+    event.side = side;
+    event.kind = kind;
+    event.bytes = bytes;
+    append(event.toRow());
+}
+
+void RecordingFile::end()
+{
+    append(SimulatorRecording::endRow());
+}
+
+void RecordingFile::append(const QByteArray& row)
+{
+    if (!m_error.isEmpty())
+        return;
+    errno = 0;
+    if (writeWhole(*m_file, row.constData(), static_cast<size_t>(row.size())) == row.size()) {
+        m_size_B += row.size();
+        return;
+    }
+    m_error = QStringLiteral("cannot write %1: %2").arg(m_path, qt_error_string(errno));
+    if (*m_file >= 0 && ::ftruncate(*m_file, m_size_B) != 0)
+        m_error += QStringLiteral("; its last row is cut");
+}
+
+} // namespace zeltools::simulatorkit

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <zeltools/zeltools_export.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+#include <chrono>
+#include <optional>
+
+namespace zeltools::simulatorkit
+{
+
+enum class LinkSide { Machine, Simulator };
+
+/// Something that a machine or a simulator did on the link between them.
+struct ZELTOOLS_EXPORT SimulatorEvent
+{
+    enum class Kind {
+        Connected,
+        Disconnected,
+        Message, ///< a whole frame; `bytes` is the message in it
+        Raw      ///< `bytes` that are no frame, or a frame that was not completed
+    };
+
+    /// The row of a recording, with its line feed.
+    QByteArray toRow() const;
+
+    std::chrono::microseconds time{}; ///< since the beginning of the recording
+    LinkSide side = LinkSide::Machine;
+    Kind kind = Kind::Connected;
+    QByteArray bytes;
+    int line = 0; ///< in the file that was read
+};
+
+/// A recording of the traffic between a machine and a simulator. LinkRecorder makes it and
+/// LinkReplayer plays it. A recording is a text file, which docs/format-simulator.md describes:
+///
+///     zelsim recording 1
+///     0 machine connected
+///     1.204 machine message "status?"
+///     end
+struct ZELTOOLS_EXPORT SimulatorRecording
+{
+    static constexpr int maximumEvents = 4000000;
+    static constexpr int maximumSize_B = 256 * 1024 * 1024;
+
+    /// Returns no value if the content of a file is no complete recording, with the line, the
+    /// column and the reason in `error`.
+    static std::optional<SimulatorRecording> parse(const QByteArray& content, QString& error);
+    /// The content of a file from which parse() makes the same events.
+    QByteArray toText() const;
+
+    /// The first and the last line of a recording.
+    static QByteArray headRow();
+    static QByteArray endRow();
+
+    QVector<SimulatorEvent> events;
+    int endLine = 0; ///< the line of the word `end` in the file that was read
+};
+
+} // namespace zeltools::simulatorkit
