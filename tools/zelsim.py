@@ -182,7 +182,7 @@ class _Line:
     def time_ms(self, least: int = 0) -> int:
         try:
             milliseconds = parse_time_ms(self.bare(".*", "a time"))
-        except ValueError as error:
+        except UsageError as error:
             self.fail(str(error), 1)
         if milliseconds < least:
             self.fail("the time is too short", 1)
@@ -202,9 +202,8 @@ class _Line:
             self.fail("unexpected word")
 
 
-def _lines(data: bytes | str, kind: str, largest_MiB: int) -> Iterator[_Line]:
+def _lines(data: bytes, kind: str, largest_MiB: int) -> Iterator[_Line]:
     """Yields the lines that have words, without the first line."""
-    data = data.encode() if isinstance(data, str) else data
     head = f'the first line must be "zelsim {kind} 1"'
     if not data or len(data) > largest_MiB << 20:
         raise FormatError(1, 1, f"the {kind} is larger than {largest_MiB} MiB" if data else head)
@@ -223,6 +222,10 @@ def _lines(data: bytes | str, kind: str, largest_MiB: int) -> Iterator[_Line]:
             line.end()
         elif line:
             yield line
+
+
+def _encoded(data: bytes | str) -> bytes:
+    return data.encode() if isinstance(data, str) else data
 
 
 def _load(path: PathLike) -> bytes:
@@ -296,7 +299,7 @@ class Script:
     def parse(cls, data: bytes | str) -> Script:
         """Reads the content of a file. Raises FormatError."""
         script = cls()
-        for line in _lines(data, "script", 16):
+        for line in _lines(_encoded(data), "script", 16):
             if len(script.rows) == 10_000:
                 line.fail("the script has more than 10000 rows")
             script.rows.append(ScriptRow._parse(line, not script.rows))
@@ -362,7 +365,7 @@ class Recording:
     @classmethod
     def parse(cls, data: bytes | str) -> Recording:
         """Reads the content of a file. Raises FormatError."""
-        recording = cls()
+        data, recording = _encoded(data), cls()
         before_us, is_connected = 0, False
         for line in _lines(data, "recording", 256):
             if recording.end_line:
@@ -377,8 +380,8 @@ class Recording:
             recording.rows.append(row)
             before_us, is_connected = row.time_us, row.event != "disconnected"
         if not recording.end_line:
-            lines = len(data.splitlines() if isinstance(data, str) else data.split(b"\n")) - 1
-            raise FormatError(lines, 1, "the recording is cut: its end is missing")
+            column = len(data) - data.rfind(b"\n", 0, -1) - 1
+            raise FormatError(data.count(b"\n"), column, "the recording is cut: its end is missing")
         return recording
 
     @classmethod
@@ -975,7 +978,7 @@ class Replayer(_Player):
         self._streams: Streams | None = None
         self._arrived = bytearray()
         #: The first difference, for example: row 7: expected machine message "a", but "b" came
-        self.difference: str | None = "interrupted"
+        self.difference: str | None = "the replay was stopped"
 
     def wait(self) -> str | None:
         """Waits in a `with` block until all is played. Returns the first difference, or None."""
@@ -1129,7 +1132,6 @@ def _play(arguments: argparse.Namespace) -> int:
         if player.difference:
             _log.error("%s", player.difference)
             return 1
-        print("same")
     return int(isinstance(player, LinkRecorder) and player.has_failed)
 
 
