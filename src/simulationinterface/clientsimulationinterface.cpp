@@ -36,7 +36,7 @@ QByteArray ClientSimulationInterface::incomingData()
 
 bool ClientSimulationInterface::writeSerializedData(const QByteArray& frame)
 {
-    return connected() && m_socket->write(frame);
+    return countWritten(frame, connected() && m_socket->write(frame));
 }
 
 QString ClientSimulationInterface::peerAddress() const

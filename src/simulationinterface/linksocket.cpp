@@ -2,6 +2,7 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "simulationinterface/peerwatch_p.h"
 #include "simulationinterface/simulationframe_p.h"
 #include "simulationinterface/simulationinterface.h"
 #include "simulationinterface/tcpsimulationinterfacecommon.h"
@@ -11,17 +12,12 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <sys/socket.h>
 
 namespace zeltools::simulationinterface
 {
-
-using namespace std::chrono_literals;
 
 namespace
 {
@@ -44,19 +40,15 @@ std::shared_ptr<LinkSocket> LinkSocket::share(QTcpSocket* socket)
 
 LinkSocket::LinkSocket(QTcpSocket* socket)
     : m_socket(socket)
+    , m_watch(new PeerWatch(socket))
 {
     socket->setParent(this);
     socket->setReadBufferSize(maximumUnread_B);
-    m_check.setInterval(10s);
-    connect(&m_check, &QTimer::timeout, this, &LinkSocket::dropSilentPeer);
     if (socket->state() == QAbstractSocket::ConnectedState)
         setUpConnection();
     connect(socket, &QTcpSocket::connected, this, &LinkSocket::setUpConnection);
     connect(socket, &QTcpSocket::bytesWritten, this, &LinkSocket::handOver);
-    connect(socket, &QTcpSocket::disconnected, this, [this] {
-        m_check.stop();
-        m_unsent.clear();
-    });
+    connect(socket, &QTcpSocket::disconnected, this, [this] { m_unsent.clear(); });
 }
 
 bool LinkSocket::isTcp() const
@@ -74,32 +66,7 @@ void LinkSocket::setUpConnection()
         return;
     // A message does not wait until the peer has acknowledged the previous one.
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    // After 30 s of silence the kernel probes the peer, and after three probes without an answer it
-    // ends the connection.
-    m_socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
-    const auto set = [this](int option, int value) {
-        ::setsockopt(static_cast<int>(m_socket->socketDescriptor()), IPPROTO_TCP, option, &value,
-                     sizeof value);
-    };
-    set(TCP_KEEPIDLE, 30);
-    set(TCP_KEEPINTVL, 10);
-    set(TCP_KEEPCNT, 3);
-    m_check.start();
-}
-
-// The kernel sends no probes while bytes are unacknowledged: it repeats those for a quarter of an
-// hour. Its own timeout (TCP_USER_TIMEOUT) would also end the connection to a peer that reads
-// nothing.
-void LinkSocket::dropSilentPeer()
-{
-    tcp_info info{};
-    socklen_t size = sizeof info;
-    ::getsockopt(static_cast<int>(m_socket->socketDescriptor()), IPPROTO_TCP, TCP_INFO, &info,
-                 &size);
-    const int unanswered = info.tcpi_retransmits + info.tcpi_probes;
-    constexpr std::chrono::milliseconds limit = 1min;
-    if (unanswered > 1 && info.tcpi_last_ack_recv > limit.count())
-        m_socket->abort();
+    m_watch->start();
 }
 
 bool LinkSocket::isConnectedToItself() const

@@ -2,18 +2,17 @@
 
 #include <QByteArray>
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <memory>
 
 namespace zeltools::simulationinterface
 {
 
+class PeerWatch;
 class SimulationInterface;
 
-/// The socket of an endpoint, with limits on the bytes that it buffers in both directions. A TCP
-/// peer that does not answer for a minute, because it has lost its power or its network, loses the
-/// connection; a peer that only leaves everything unread does not.
+/// The socket of an endpoint, with limits on the bytes that it buffers in both directions. A
+/// PeerWatch ends the connection to a TCP peer that has gone without a word.
 ///
 /// QTcpSocket also works on the descriptor of an AF_UNIX socket, but does not know its addresses.
 ///
@@ -57,13 +56,12 @@ private:
     explicit LinkSocket(QTcpSocket* socket);
     bool isTcp() const;
     void setUpConnection();
-    void dropSilentPeer();
     void handOver();
 
     QTcpSocket* m_socket;
+    PeerWatch* m_watch; // for TCP
     QByteArray m_received;
     QByteArray m_unsent; // follows the bytes that the socket has
-    QTimer m_check;
     bool m_hasWarned = false;
     bool m_isBeingProcessed = false;
 };

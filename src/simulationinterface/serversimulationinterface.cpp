@@ -1,5 +1,6 @@
 #include "simulationinterface/serversimulationinterface.h"
 
+#include "simulationinterface/admittingserver_p.h"
 #include "simulationinterface/linksocket_p.h"
 
 #include <QTimer>
@@ -13,7 +14,8 @@ using namespace std::chrono_literals;
 
 ServerSimulationInterface::ServerSimulationInterface(QObject* parent)
     : SimulationInterface(parent)
-    , m_server(std::make_unique<QTcpServer>(this))
+    , m_server(std::make_unique<AdmittingServer>(
+          [this](int connection) { return admits(connection); }, this))
 {
     connect(m_server.get(), &QTcpServer::newConnection, this,
             &ServerSimulationInterface::acceptConnection);
@@ -41,7 +43,7 @@ QByteArray ServerSimulationInterface::incomingData()
 
 bool ServerSimulationInterface::writeSerializedData(const QByteArray& frame)
 {
-    return connected() && m_client->write(frame);
+    return countWritten(frame, connected() && m_client->write(frame));
 }
 
 QString ServerSimulationInterface::peerAddress() const
@@ -56,14 +58,24 @@ void ServerSimulationInterface::closeConnection()
         kept->close();
 }
 
+bool ServerSimulationInterface::isPeerAllowed(int)
+{
+    return true;
+}
+
+bool ServerSimulationInterface::admits(int connection)
+{
+    const bool isAdmitted = !m_client && isPeerAllowed(connection);
+    if (!isAdmitted)
+        countRefusedConnection();
+    return isAdmitted;
+}
+
 void ServerSimulationInterface::acceptConnection()
 {
     QTcpSocket* const socket = m_server->nextPendingConnection();
-    if (m_client) {
-        socket->close();
-        socket->deleteLater();
+    if (!socket) // The connection was refused.
         return;
-    }
     attach(socket);
     dropIncompleteFrame();
     Q_EMIT connectedChanged();

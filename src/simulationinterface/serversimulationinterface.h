@@ -33,8 +33,11 @@ protected:
     explicit ServerSimulationInterface(QObject* parent);
 
     QTcpServer& server() const { return *m_server; }
+    /// Whether the peer of a new connection, whose descriptor is given, may attach: by default any.
+    virtual bool isPeerAllowed(int connection);
 
 private:
+    bool admits(int connection);
     void acceptConnection();
     void attach(QTcpSocket* socket);
     void processClient();

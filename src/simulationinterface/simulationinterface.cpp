@@ -1,36 +1,22 @@
 #include "simulationinterface/simulationinterface.h"
 
-#include "logging/log.h"
-#include "logging/logformatter.h"
 #include "simulationinterface/simulationframe_p.h"
+#include "simulationinterface/warninglimit_p.h"
 
 #include <QPointer>
-#include <QTimer>
 
-#include <chrono>
 #include <utility>
 
 namespace zeltools::simulationinterface
 {
 
-using namespace std::chrono_literals;
-
-namespace
-{
-
-constexpr int maximumWarnings = 10; // in a minute
-
-} // namespace
-
 SimulationInterface::SimulationInterface(QObject* parent)
     : QObject(parent)
+    , m_faultWarnings(new WarningLimit("The data of the simulator", this))
 {
 }
 
-SimulationInterface::~SimulationInterface()
-{
-    endMinuteOfWarnings();
-}
+SimulationInterface::~SimulationInterface() = default;
 
 QString SimulationInterface::localAddress() const
 {
@@ -50,8 +36,10 @@ bool SimulationInterface::write(const QByteArray& data)
     // during the call.
     static thread_local QByteArray spare;
     QByteArray frame = std::exchange(spare, {});
-    const bool isAccepted =
-        SimulationProtocol::serialize(data, frame) && writeSerializedData(frame);
+    const bool isFrame = SimulationProtocol::serialize(data, frame);
+    if (!isFrame)
+        ++m_counters.framesRefused;
+    const bool isAccepted = isFrame && writeSerializedData(frame);
     spare.swap(frame);
     return isAccepted;
 }
@@ -59,12 +47,18 @@ bool SimulationInterface::write(const QByteArray& data)
 void SimulationInterface::processIncomingData()
 {
     const QByteArray bytes = incomingData();
+    m_counters.bytesReceived += quint64(bytes.size());
     CompleteFrames frames = m_protocol.takeFrames(bytes);
-    if (frames.fault != FrameFault::None && mayWarn())
-        SimulationProtocol::warnOf(frames.fault);
+    if (frames.fault != FrameFault::None) {
+        ++m_counters.resynchronizations;
+        if (m_faultWarnings->mayWarn())
+            SimulationProtocol::warnOf(frames.fault);
+    }
     const QPointer<SimulationInterface> self(this); // A receiver may delete the endpoint.
-    for (QByteArray message; self && frames.takeMessage(message);)
+    for (QByteArray message; self && frames.takeMessage(message);) {
+        ++m_counters.framesReceived;
         Q_EMIT dataReceived(message);
+    }
 }
 
 void SimulationInterface::dropIncompleteFrame()
@@ -72,21 +66,15 @@ void SimulationInterface::dropIncompleteFrame()
     m_protocol.clear();
 }
 
-// The limit belongs to the endpoint and not to the connection, so that a simulator that connects
-// again does not evade it.
-bool SimulationInterface::mayWarn()
+bool SimulationInterface::countWritten(const QByteArray& frame, bool isAccepted)
 {
-    if (++m_faults == 1)
-        QTimer::singleShot(1min, this, &SimulationInterface::endMinuteOfWarnings);
-    return m_faults <= maximumWarnings;
-}
-
-void SimulationInterface::endMinuteOfWarnings()
-{
-    const int faults = std::exchange(m_faults, 0);
-    if (faults > maximumWarnings)
-        LogFormatter(LogLevel::Warning).log(Log::Simulation)
-            << "The data of the simulator caused" << faults - maximumWarnings << "more warnings";
+    if (isAccepted) {
+        ++m_counters.framesSent;
+        m_counters.bytesSent += quint64(frame.size());
+    } else {
+        ++m_counters.framesRefused;
+    }
+    return isAccepted;
 }
 
 } // namespace zeltools::simulationinterface

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <zeltools/simulationinterface/simulationcounters.h>
 #include <zeltools/simulationinterface/simulationprotocol.h>
 
 namespace zeltools::simulationinterface
 {
+
+class WarningLimit;
 
 /// A channel to a simulator for messages of at most 65535 bytes, framed by SimulationProtocol.
 /// Derived classes transport the bytes.
@@ -44,6 +47,8 @@ public:
     /// long or if writeSerializedData() does not accept it.
     bool write(const QByteArray& data);
 
+    SimulationCounters counters() const { return m_counters; }
+
 public Q_SLOTS:
     /// Emits dataReceived() for each message that the arrived bytes complete.
     void processIncomingData();
@@ -57,13 +62,18 @@ protected:
     /// Drops an incomplete frame. Derived classes call it when a connection begins, before its
     /// bytes are processed.
     void dropIncompleteFrame();
+    /// Counts a frame that was accepted for sending or lost, and returns `isAccepted`. Derived
+    /// classes call it in writeSerializedData().
+    bool countWritten(const QByteArray& frame, bool isAccepted);
+    /// Counts a connection that a server closes immediately.
+    void countRefusedConnection() { ++m_counters.connectionsRefused; }
 
 private:
-    bool mayWarn();
-    void endMinuteOfWarnings();
-
     SimulationProtocol m_protocol;
-    int m_faults = 0; // in the minute that began with the first of them
+    SimulationCounters m_counters;
+    // The limit belongs to the endpoint and not to the connection, so that a simulator that
+    // connects again does not evade it.
+    WarningLimit* const m_faultWarnings;
 };
 
 } // namespace zeltools::simulationinterface

@@ -18,6 +18,8 @@ namespace zeltools::simulationinterface
 namespace
 {
 
+constexpr int maximumWaiting = 50; // connections, as QTcpServer has it
+
 int makeSocket(int type)
 {
     return ::socket(AF_UNIX, type | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
@@ -61,7 +63,7 @@ int SocketFile::listen()
     if (folder < 0 || !lockFolder(folder))
         return -1;
     const int socket = makeSocket(SOCK_STREAM);
-    if (socket >= 0 && bindTo(socket) && ::listen(socket, SOMAXCONN) == 0)
+    if (socket >= 0 && bindTo(socket) && ::listen(socket, maximumWaiting) == 0)
         return socket;
     const int error = errno;
     if (socket >= 0)

@@ -2,13 +2,33 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "simulationinterface/warninglimit_p.h"
+
+#include <algorithm>
+
+#include <sys/socket.h>
 
 namespace zeltools::simulationinterface
 {
 
+namespace
+{
+
+// The address is null if the peer has already gone.
+QHostAddress peerOf(int connection)
+{
+    sockaddr_storage address{};
+    socklen_t size = sizeof address;
+    auto* const generic = reinterpret_cast<sockaddr*>(&address);
+    return ::getpeername(connection, generic, &size) == 0 ? QHostAddress(generic) : QHostAddress();
+}
+
+} // namespace
+
 TcpServerSimulationInterface::TcpServerSimulationInterface(
     const SimulationInterfaceAddress& address, QObject* parent)
     : ServerSimulationInterface(parent)
+    , m_refusalWarnings(new WarningLimit("The refused simulators", this))
     , m_address(TcpSimulationInterfaceCommon::parseAddress(address.address))
 {
     if (!m_address)
@@ -41,6 +61,25 @@ QString TcpServerSimulationInterface::localAddress() const
 quint16 TcpServerSimulationInterface::port() const
 {
     return server().serverPort();
+}
+
+void TcpServerSimulationInterface::setAllowedPeers(const QVector<Subnet>& subnets)
+{
+    m_allowedPeers = subnets;
+}
+
+bool TcpServerSimulationInterface::isPeerAllowed(int connection)
+{
+    if (m_allowedPeers.isEmpty())
+        return true;
+    const QHostAddress peer = peerOf(connection);
+    if (std::any_of(m_allowedPeers.cbegin(), m_allowedPeers.cend(),
+                    [&](const Subnet& subnet) { return peer.isInSubnet(subnet); }))
+        return true;
+    if (m_refusalWarnings->mayWarn())
+        LogFormatter(LogLevel::Warning).log(Log::Simulation).noquote()
+            << "Refused a connection from" << peer.toString() << "which is no allowed peer";
+    return false;
 }
 
 } // namespace zeltools::simulationinterface

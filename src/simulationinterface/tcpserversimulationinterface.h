@@ -4,8 +4,13 @@
 #include <zeltools/simulationinterface/simulationinterfaceaddress.h>
 #include <zeltools/simulationinterface/tcpsimulationinterfacecommon.h>
 
+#include <QPair>
+#include <QVector>
+
 namespace zeltools::simulationinterface
 {
+
+class WarningLimit;
 
 /// Listens for simulators at a TCP port.
 class ZELTOOLS_EXPORT TcpServerSimulationInterface : public ServerSimulationInterface
@@ -24,7 +29,20 @@ public:
     /// Returns 0 if the endpoint does not listen.
     quint16 port() const;
 
+    /// An IP address and the number of its leading bits that count, as QHostAddress::parseSubnet()
+    /// makes it from "192.168.1.0/24".
+    using Subnet = QPair<QHostAddress, int>;
+    /// Closes the later connections of peers outside of these subnets immediately, with at most ten
+    /// Warnings a minute. A subnet that could not be parsed holds nobody. An empty list, the
+    /// default, allows all peers.
+    void setAllowedPeers(const QVector<Subnet>& subnets);
+
+protected:
+    bool isPeerAllowed(int connection) override;
+
 private:
+    QVector<Subnet> m_allowedPeers;
+    WarningLimit* const m_refusalWarnings;
     std::optional<TcpSimulationInterfaceCommon::HostAndPort> m_address;
 };
 

@@ -49,6 +49,12 @@ bool isTcp(const SimulationInterfaceAddress& address)
     return address.type == TcpServer || address.type == TcpClient;
 }
 
+// The kernel makes such a connection if nobody listens at a port that it gives to clients.
+bool isConnectedToItself(const QTcpSocket& socket)
+{
+    return socket.localPort() == socket.peerPort() && socket.localAddress() == socket.peerAddress();
+}
+
 template <typename Server>
 QTcpServer* listen(const SimulationInterfaceAddress& address,
                    std::unique_ptr<ServerSimulationInterface>& owner)
@@ -110,7 +116,9 @@ void LinkEnd::connectToPeer()
     auto* const socket = new QTcpSocket(this);
     attach(socket);
     m_error.clear();
-    const auto begins = [this, socket] { begin(socket); };
+    const auto begins = [this, socket] {
+        isConnectedToItself(*socket) ? socket->abort() : begin(socket);
+    };
     const auto ends = [this, socket] { end(socket); };
     const SimulationInterfaceAddress address(m_address);
     if (isTcp(address)) {
@@ -120,7 +128,7 @@ void LinkEnd::connectToPeer()
         connect(socket, &QTcpSocket::errorOccurred, this, ends, Qt::QueuedConnection);
         socket->connectToHost(host, port);
     } else if (connectToPath(QFile::encodeName(address.address), *socket)) {
-        QTimer::singleShot(0, socket, begins);
+        QTimer::singleShot(0, socket, [this, socket] { begin(socket); });
     } else {
         m_error = qt_error_string(errno);
         QTimer::singleShot(0, socket, ends);
@@ -206,10 +214,6 @@ void LinkEnd::begin(QTcpSocket* socket)
 {
     if (socket != m_socket || m_isClosing)
         return;
-    // The kernel connects a socket to itself if nobody listens at a port that it gives to clients.
-    if (socket->localPort() != 0 && socket->localPort() == socket->peerPort() &&
-        socket->localAddress() == socket->peerAddress())
-        return socket->abort();
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_isConnected = true;
     Q_EMIT connected();

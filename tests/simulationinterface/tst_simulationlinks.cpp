@@ -6,8 +6,12 @@
 
 #include <QtTest>
 
+#include <array>
 #include <memory>
+#include <tuple>
+#include <vector>
 
+#include <linux/filter.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -25,9 +29,40 @@ Link make(const QString& address)
     return Link(createInterface(address, nullptr));
 }
 
+quint16 portOf(const Link& server)
+{
+    return server->localAddress().section('/', 2).toUShort();
+}
+
 QString clientOf(const Link& server)
 {
     return server->localAddress().replace("server/", "client/");
+}
+
+QString textOf(const Link& link)
+{
+    const SimulationCounters counters = link->counters();
+    return QString("sent %1 (%2), received %3 (%4), refused %5")
+        .arg(counters.framesSent)
+        .arg(counters.bytesSent)
+        .arg(counters.framesReceived)
+        .arg(counters.bytesReceived)
+        .arg(counters.framesRefused);
+}
+
+// From now on, no packet reaches this end of a connection.
+void lose(const QTcpSocket& peer)
+{
+    sock_filter dropAll{BPF_RET | BPF_K, 0, 0, 0};
+    const sock_fprog program{1, &dropAll};
+    QCOMPARE(::setsockopt(int(peer.socketDescriptor()), SOL_SOCKET, SO_ATTACH_FILTER, &program,
+                          sizeof program),
+             0);
+}
+
+int openFiles()
+{
+    return QDir("/proc/self/fd").entryList(QDir::NoDotAndDotDot | QDir::AllEntries).size();
 }
 
 } // namespace
@@ -64,6 +99,10 @@ private Q_SLOTS:
             QVERIFY(client->write(longest));
         QTRY_COMPARE(atServer.size(), 100);
         QCOMPARE(atServer.last().first().toByteArray(), longest);
+        QVERIFY(client->writeSerializedData("no frame"));
+        QTRY_COMPARE(server->counters().resynchronizations, 1U);
+        QCOMPARE(textOf(server), "sent 0 (0), received 100 (6553808), refused 1");
+        QCOMPARE(textOf(client), "sent 101 (6553808), received 0 (0), refused 2");
         QVERIFY(server->write("last words"));
         server->closeConnection();
         QVERIFY(!server->connected());
@@ -96,6 +135,82 @@ private Q_SLOTS:
         QTRY_VERIFY(server.connected());
         QCOMPARE(server.peerAddress(), QString("127.0.0.1/%1").arg(peer.localPort()));
         QCOMPARE(make(server.localAddress())->localAddress(), QString()); // The port is in use.
+    }
+
+    void noticesALostSimulator()
+    {
+        std::vector<Link> servers;
+        std::vector<std::unique_ptr<QTcpSocket>> peers;
+        for (int i = 0; i < 3; ++i) {
+            servers.push_back(make("tcpserver/127.0.0.1/0"));
+            peers.push_back(std::make_unique<QTcpSocket>());
+            peers.back()->setReadBufferSize(1);
+            peers.back()->connectToHost("127.0.0.1", portOf(servers.back()));
+            QTRY_VERIFY(servers.back()->connected());
+        }
+        const auto& [idle, busy, unread] = std::tie(servers[0], servers[1], servers[2]);
+        lose(*peers[0]);
+        lose(*peers[1]);
+        QVERIFY(busy->write("never answered"));
+        for (int i = 0; i < 500; ++i)
+            QVERIFY(unread->write(QByteArray(65535, 'x')));
+        QTRY_VERIFY_WITH_TIMEOUT(!idle->connected() && !busy->connected(), 10000);
+        QTest::qWait(1000);
+        QVERIFY(unread->connected());
+    }
+
+    void allowsPeers_data()
+    {
+        QTest::addColumn<QString>("subnets");
+        QTest::addColumn<bool>("isAllowed");
+        QTest::newRow("all by default") << "" << true;
+        QTest::newRow("none of two subnets") << "10.0.0.0/8 ::1" << false;
+        QTest::newRow("one of two subnets") << "10.0.0.0/8 127.0.0.0/30" << true;
+        QTest::newRow("no subnet at all") << "mistake" << false;
+    }
+    void allowsPeers()
+    {
+        QFETCH(QString, subnets);
+        QFETCH(bool, isAllowed);
+        support::LineRecorder recorder;
+        {
+            TcpServerSimulationInterface server(SimulationInterfaceAddress("tcpserver/127.0.0.1/0"),
+                                                nullptr);
+            QVector<TcpServerSimulationInterface::Subnet> allowed;
+            for (const QString& subnet : subnets.split(' ', Qt::SkipEmptyParts))
+                allowed += QHostAddress::parseSubnet(subnet);
+            server.setAllowedPeers(allowed);
+            std::array<QTcpSocket, 12> peers;
+            for (QTcpSocket& peer : peers)
+                peer.connectToHost("127.0.0.1", server.port());
+            QTRY_COMPARE(server.counters().connectionsRefused, isAllowed ? 11U : 12U);
+            QCOMPARE(server.connected(), isAllowed);
+        }
+        QStringList lines;
+        for (int i = 0; i < 10 && !isAllowed; ++i)
+            lines += "Refused a connection from 127.0.0.1 which is no allowed peer";
+        if (!isAllowed)
+            lines += "The refused simulators caused 2 more warnings";
+        QCOMPARE(recorder.takeMessages(), lines);
+    }
+
+    void bearsManyConnections_data() { carriesMessages_data(); }
+    void bearsManyConnections()
+    {
+        QFETCH(QString, address);
+        const Link server = make(address);
+        const Link client = make(clientOf(server));
+        QTRY_VERIFY(server->connected() && client->connected());
+        const int before = openFiles();
+        for (int i = 0; i < 10000; ++i) {
+            const Link other = make(clientOf(server));
+            QCoreApplication::processEvents();
+        }
+        QTRY_COMPARE(server->counters().connectionsRefused, 10000U);
+        QCOMPARE(openFiles(), before);
+        QVERIFY(server->findChildren<QTcpSocket*>().isEmpty());
+        QVERIFY(client->write("still"));
+        QTRY_COMPARE(server->counters().framesReceived, 1U);
     }
 
     // Each step names what lies at the path and tells whether an endpoint can listen there.
