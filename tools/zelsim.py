@@ -40,8 +40,9 @@ from contextlib import suppress
 from dataclasses import dataclass, field
 from fractions import Fraction
 from functools import partial
+from pathlib import Path
 from types import SimpleNamespace
-from typing import Callable, Iterator, NoReturn, Tuple, Union
+from typing import Any, Callable, Iterator, NoReturn, Tuple, Union
 
 LONGEST_TEXT = 65535
 LONGEST_LINE = 300_000
@@ -176,16 +177,16 @@ class _Line:
     def count(self) -> int:
         number = int(self.bare("[0-9]{1,7}", "a number from 1 to 1000000"))
         if not 1 <= number <= 1_000_000:
-            self.fail("it is no number from 1 to 1000000", 1)
+            self.fail("it is no number from 1 to 1000000", back=1)
         return number
 
     def time_ms(self, least: int = 0) -> int:
         try:
             milliseconds = parse_time_ms(self.bare(".*", "a time"))
         except UsageError as error:
-            self.fail(str(error), 1)
+            self.fail(str(error), back=1)
         if milliseconds < least:
-            self.fail("the time is too short", 1)
+            self.fail("the time is too short", back=1)
         return milliseconds
 
     def text(self) -> bytes:
@@ -228,15 +229,7 @@ def _encoded(data: bytes | str) -> bytes:
     return data.encode() if isinstance(data, str) else data
 
 
-def _load(path: PathLike) -> bytes:
-    with open(path, "rb") as file:
-        return file.read()
-
-
 # --- Scripts -----------------------------------------------------------------------------------
-
-_ACTIONS = ("answer", "raw", "half", "silence", "disconnect")
-
 
 @dataclass(frozen=True)
 class ScriptRow:
@@ -254,34 +247,32 @@ class ScriptRow:
 
     @classmethod
     def _parse(cls, line: _Line, is_first_row: bool) -> ScriptRow:
+        values: dict[str, Any] = {}
         trigger = line.take("connected", "when", "every", "also")
-        values: dict = {}
-        if trigger == "every":
-            values["period_ms"] = line.time_ms(least=1)
-        elif trigger == "when":
+        if trigger == "when":
             trigger = line.take("any", "begins") or "message"
-            if trigger != "any":
-                values["text"] = line.text()
+            values["text"] = b"" if trigger == "any" else line.text()
+        elif trigger == "every":
+            values["period_ms"] = line.time_ms(least=1)
         elif not trigger:
             line.fail("a row begins with connected, when, every or also")
         elif trigger == "also" and is_first_row:
-            line.fail("there is no row before this one", 1)
-        allowed = ["after", "repeat"] + (["first"] if trigger != "also" else [])
+            line.fail("there is no row before this one", back=1)
+        allowed = ["after", "repeat"] if trigger == "also" else ["after", "repeat", "first"]
         while option := line.take(*allowed):
             allowed.remove(option)
             if option == "after":
                 values["after_ms"] = line.time_ms()
-                continue
-            values[option] = line.count()
+            else:
+                values[option] = line.count()
             if option == "repeat" and line.take("each"):
                 values["each_ms"] = line.time_ms()
-        action = line.take(*_ACTIONS)
+        action = line.take("answer", "raw", "half", "silence", "disconnect")
         if not action:
             line.fail("it is no action, and no option that may stand here")
-        if action in ("answer", "raw", "half"):
-            values["payload"] = line.text()
+        payload = b"" if action in ("silence", "disconnect") else line.text()
         line.end()
-        return cls(trigger, action=action, **values)
+        return cls(trigger, action=action, payload=payload, **values)
 
     def takes(self, message: bytes) -> bool:
         """Whether this message triggers the row."""
@@ -308,7 +299,7 @@ class Script:
     @classmethod
     def load(cls, path: PathLike) -> Script:
         """Reads a file. Raises FormatError or OSError."""
-        return cls.parse(_load(path))
+        return cls.parse(Path(path).read_bytes())
 
 
 # --- Recordings --------------------------------------------------------------------------------
@@ -328,14 +319,14 @@ class Row:
         word = line.bare(r"[0-9]{1,12}(\.[0-9]{1,3})?", "a number of milliseconds is missing")
         time_us = int(Fraction(word) * 1000)
         if time_us < before_us:
-            line.fail("the time is earlier than in the row before", 1)
+            line.fail("the time is earlier than in the row before", back=1)
         side = line.take("machine", "simulator")
         event = line.take("connected", "disconnected", "message", "raw") if side else None
         if not side or not event:
             line.fail("unknown word")
         if is_connected == (event == "connected"):
             line.fail("the connection exists already" if is_connected
-                      else "there is no connection", 1)
+                      else "there is no connection", back=1)
         text = line.text() if event in ("message", "raw") else b""
         line.end()
         return cls(time_us, side, event, text, line.number)
@@ -387,7 +378,7 @@ class Recording:
     @classmethod
     def load(cls, path: PathLike) -> Recording:
         """Reads a file. Raises FormatError or OSError."""
-        return cls.parse(_load(path))
+        return cls.parse(Path(path).read_bytes())
 
     def to_bytes(self) -> bytes:
         """Returns the content of a file from which parse() makes the same rows."""
@@ -520,7 +511,8 @@ class _Endpoint:
         reader, writer = await connecting
         self._writers.add(writer)
         # The kernel connects a socket to itself if nobody listens on a port that it chose.
-        if not self.address.path and writer.get_extra_info("sockname") == writer.get_extra_info("peername"):
+        names = [writer.get_extra_info(name) for name in ("sockname", "peername")]
+        if not self.address.path and names[0] == names[1]:
             writer.close()
             raise ConnectionRefusedError("nobody listens")
         return reader, writer
@@ -643,6 +635,10 @@ class _Player:
     def port(self) -> int:
         return self._endpoints[0].address.port
 
+    @property
+    def listens(self) -> bool:
+        return self._endpoints[0].address.listens
+
     def run(self) -> None:
         """Returns when everything is done, or after stop()."""
         try:
@@ -750,6 +746,7 @@ class Link:
             self._now, self._turn, _, action = heapq.heappop(self._waiting)
             action()
             await self._writer.drain()
+        await self._writer.drain()
         return max(0.001, self._waiting[0][0] - time.monotonic()) if self._waiting else 3600
 
 
@@ -868,15 +865,15 @@ class Simulator(_Player):
                     return
                 link._now = time.monotonic()
                 for event, text in frames.feed(chunk):
-                    if event == "message":
+                    if event == "message" and link.is_open:
                         self._receive(link, text)
+                        await link._act()
 
     def _receive(self, link: Link, message: bytes) -> None:
         with self._arrival:
             self.received.append(message)
             self._arrival.notify_all()
-        if link.is_open:
-            self._behaviour.received(link, message)
+        self._behaviour.received(link, message)
 
 
 # --- Recording and replaying -------------------------------------------------------------------
@@ -1002,7 +999,8 @@ class Replayer(_Player):
                 came = await self._came(row, gap + self._timeout)
                 anchor, anchor_us = time.monotonic(), row.time_us
             if came != (row.event, row.text):
-                self.difference = self._told(row.line or number + 2, row.words(shortly_quoted), came)
+                line = row.line or number + 2
+                self.difference = self._told(line, row.words(shortly_quoted), came)
                 return
         came = await self._do(Row(0, self._side, "disconnected")) if self._streams else None
         self.difference = None
@@ -1046,27 +1044,23 @@ class Replayer(_Player):
             return "nothing", b""
 
     async def _next(self, row: Row) -> tuple[str, bytes]:
-        while True:
-            found = self._take(row)
-            if found:
-                return found
+        while not (found := self._take(row)):
             chunk = await _read(self._streams[0])
             if not chunk:
                 self._streams[1].close()
-                rest = bytes(self._arrived)
-                return ("raw", rest) if rest else ("disconnected", b"")
+                return ("raw", bytes(self._arrived)) if self._arrived else ("disconnected", b"")
             self._arrived += chunk
+        return found
 
     def _take(self, row: Row) -> tuple[str, bytes] | None:
         """Takes from what has arrived a frame, or as many raw bytes as the row has."""
         data = self._arrived
         event, begin, end = "raw", 0, len(row.text)
-        if row.event != "raw":
-            if data[:1] == START_OF_FRAME:
-                event, begin, end = "message", 3, 3 + int.from_bytes(data[1:3], "big")
-            else:
-                end = len(data)
-        if row.event != "raw" and not data or len(data) < max(begin, end):
+        if row.event != "raw" and data[:1] == START_OF_FRAME:
+            event, begin, end = "message", 3, 3 + int.from_bytes(data[1:3], "big")
+        elif row.event != "raw":
+            end = max(1, len(data))
+        if len(data) < max(begin, end):
             return None
         text = bytes(data[begin:end])
         del data[:end]
@@ -1075,26 +1069,28 @@ class Replayer(_Player):
 
 # --- The command line --------------------------------------------------------------------------
 
-class _Arguments(argparse.ArgumentParser):
+class _Parser(argparse.ArgumentParser):
     def error(self, message: str) -> NoReturn:
         self.exit(2, f"zelsim: {message}\n")
 
 
 def _parser() -> argparse.ArgumentParser:
-    parser = _Arguments(prog="zelsim.py", description=__doc__, allow_abbrev=False,
-                        formatter_class=argparse.RawDescriptionHelpFormatter)
-    commands = parser.add_subparsers(dest="command", required=True, parser_class=_Arguments)
+    local = Address.parse(LOCAL)
+    parser = _Parser(prog="zelsim.py", description=__doc__, allow_abbrev=False,
+                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    commands = parser.add_subparsers(dest="command", required=True)
 
     serve = commands.add_parser("serve", help="plays a simulator by a script")
     serve.add_argument("file", metavar="SCRIPT")
-    serve.add_argument("address", metavar="ADDRESS", type=Address.parse, nargs="?", default=Address.parse(LOCAL))
+    serve.add_argument("address", metavar="ADDRESS", type=Address.parse, nargs="?",
+                       default=local)
     serve.add_argument("--once", action="store_true", help="ends after the first connection")
 
     record = commands.add_parser("record", help="stands between machine and simulator")
     record.add_argument("address", metavar="ADDRESS", type=Address.parse,
                         help="the end for the simulator")
     record.add_argument("file", metavar="FILE")
-    record.add_argument("--machine", metavar="ADDRESS", type=Address.parse, default=Address.parse(LOCAL),
+    record.add_argument("--machine", metavar="ADDRESS", type=Address.parse, default=local,
                         help="the end for the machine, tcpserver/127.0.0.1/0 unless given")
 
     replay = commands.add_parser("replay", help="plays one side of a recording")
@@ -1103,8 +1099,7 @@ def _parser() -> argparse.ArgumentParser:
     replay.add_argument("--as", dest="side", choices=["simulator", "machine"],
                         default="simulator")
     replay.add_argument("--in-time", action="store_true", help="waits as long as recorded")
-    replay.add_argument("--timeout", metavar="TIME", type=parse_time_ms,
-                        default=10_000,
+    replay.add_argument("--timeout", metavar="TIME", type=parse_time_ms, default=10_000,
                         help="how late an expected row may come, 10s unless given")
     return parser
 
@@ -1128,10 +1123,9 @@ def _play(arguments: argparse.Namespace) -> int:
         elif arguments.command != "record":
             print("connecting to", endpoint.address, flush=True)
     player.run()
-    if isinstance(player, Replayer):
-        if player.difference:
-            _log.error("%s", player.difference)
-            return 1
+    if isinstance(player, Replayer) and player.difference:
+        _log.error("%s", player.difference)
+        return 1
     return int(isinstance(player, LinkRecorder) and player.has_failed)
 
 
