@@ -2,6 +2,7 @@
 
 #include "commandparser.h"
 #include "simactions.h"
+#include <zeltools/logging/lognode.h>
 #include <zeltools/simulatorkit/linkrecorder.h>
 #include <zeltools/simulatorkit/simulatorscript.h>
 
@@ -115,6 +116,9 @@ ExitStatus runSim(const QStringList& arguments)
     describe(parser);
     if (const auto status = parser.parse(arguments))
         return *status;
+    // While anybody listens, the library prints nothing; the actions tell each problem in one line.
+    const QObject listener;
+    QObject::connect(LogNode::instance(), &LogNode::logged, &listener, [] {});
     const QStringList words = parser.arguments();
     const QString action = words.value(0);
     if (action == QLatin1String("serve"))

@@ -23,10 +23,16 @@ export PKG_CONFIG_PATH
     $(pkg-config --cflags --libs zeltools) "-Wl,-rpath,$(pkg-config --variable=libdir zeltools)"
 "$work/consumer" "$work/b/opt/bin"
 
-if ldd "$work/consumer" "$work/cmake/consumer" | grep libarchive; then
-    echo "a host without support bundles links libarchive" >&2
+if ldd "$work/consumer" "$work/cmake/consumer" | grep -E 'libarchive|ToolsSimulator'; then
+    echo "a host links what it does not use" >&2
     exit 1
 fi
+"$work/cmake/simulatorconsumer"
+# shellcheck disable=SC2046
+"$compiler" -std=c++17 -fPIC "$source/simulator.cpp" -o "$work/simulatorconsumer" \
+    $(pkg-config --cflags --libs zeltools-simulator) \
+    "-Wl,-rpath,$(pkg-config --variable=libdir zeltools-simulator)"
+"$work/simulatorconsumer"
 if [ "$support" = ON ]; then
     "$work/cmake/supportconsumer" "$work/note.tar.zst"
     # shellcheck disable=SC2046
