@@ -696,14 +696,18 @@ class _Player:
 
 # --- Simulators --------------------------------------------------------------------------------
 
+def _clock_ms() -> int:
+    return time.monotonic_ns() // 1_000_000
+
+
 class Link:
     """A simulator's connection to a machine. It belongs to the thread of the simulator."""
 
     def __init__(self, writer: asyncio.StreamWriter) -> None:
         self._writer = writer
-        self._waiting: list[tuple] = []  # a heap of time, turn, number, action
+        self._waiting: list[tuple] = []  # a heap of time in ms, turn, number, action
         self._numbers = itertools.count(1)
-        self._now, self._turn = time.monotonic(), 0
+        self._now_ms, self._turn = _clock_ms(), 0
         self._has_warned = False
         self.is_open = True
 
@@ -727,13 +731,14 @@ class Link:
     def later(self, seconds: float, action: Callable[[], None], *, again: bool = False) -> None:
         """Calls the action after this time, unless the connection ends before.
 
-        Actions of the same time are called in the order of these calls. `again` gives an action
+        Actions of the same millisecond are called in the order of these calls. `again` gives an action
         the place of the one that is being called.
         """
         if len(self._waiting) < MOST_WAITING:
             number = next(self._numbers)
             turn = self._turn if again else number
-            heapq.heappush(self._waiting, (self._now + seconds, turn, number, action))
+            due_ms = self._now_ms + round(seconds * 1000)
+            heapq.heappush(self._waiting, (due_ms, turn, number, action))
         elif not self._has_warned:
             self._has_warned = True
             _log.warning("more than %d actions wait, further ones are dropped", MOST_WAITING)
@@ -741,13 +746,13 @@ class Link:
     async def _act(self) -> float:
         """Calls the actions whose time has come. Returns the seconds until the next one."""
         for _ in range(100):  # The messages of a machine are read between the repetitions.
-            if not self.is_open or not self._waiting or self._waiting[0][0] > time.monotonic():
+            if not self.is_open or not self._waiting or self._waiting[0][0] > _clock_ms():
                 break
-            self._now, self._turn, _, action = heapq.heappop(self._waiting)
+            self._now_ms, self._turn, _, action = heapq.heappop(self._waiting)
             action()
             await self._writer.drain()
         await self._writer.drain()
-        return max(0.001, self._waiting[0][0] - time.monotonic()) if self._waiting else 3600
+        return max(1, self._waiting[0][0] - _clock_ms()) / 1000 if self._waiting else 3600
 
 
 class _ScriptPlayer:
@@ -793,9 +798,9 @@ class _ScriptPlayer:
 
     def _turn(self, link: Link, number: int) -> None:
         if self._trigger(link, number):
-            period = self._rows[number].period_ms / 1000
-            missed = int((time.monotonic() - link._now) / period)
-            link.later(period * (missed + 1), partial(self._turn, link, number))
+            period_ms = self._rows[number].period_ms
+            missed = (_clock_ms() - link._now_ms) // period_ms
+            link.later(period_ms * (missed + 1) / 1000, partial(self._turn, link, number))
 
 
 class Simulator(_Player):
@@ -863,7 +868,7 @@ class Simulator(_Player):
                 chunk = await asyncio.wait_for(_read(reader), pause)
                 if not chunk:
                     return
-                link._now = time.monotonic()
+                link._now_ms = _clock_ms()
                 for event, text in frames.feed(chunk):
                     if event == "message" and link.is_open:
                         self._receive(link, text)
