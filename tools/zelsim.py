@@ -36,6 +36,7 @@ import time
 import unicodedata
 import weakref
 from collections import deque
+from concurrent.futures import Future, ThreadPoolExecutor
 from contextlib import suppress
 from dataclasses import dataclass, field
 from fractions import Fraction
@@ -161,18 +162,23 @@ class _Line:
 
     def take(self, *keywords: str) -> str | None:
         """Takes the next word if it is one of these."""
-        word = self._word
-        if word not in keywords:
-            return None
-        self._next += 1
-        return word
+        return self._taken() if self._word in keywords else None
 
     def bare(self, pattern: str, what: str) -> str:
-        word = self._word
-        if not isinstance(word, str) or not re.fullmatch(pattern, word):
+        if not isinstance(self._word, str) or not re.fullmatch(pattern, self._word):
             self.fail(f"{what} is missing")
+        return self._taken()
+
+    def text(self) -> bytes:
+        if not isinstance(self._word, bytes):
+            self.fail("a text in quotes is missing")
+        if len(self._word) > LONGEST_TEXT:
+            self.fail(f"the text is longer than {LONGEST_TEXT} bytes")
+        return self._taken()
+
+    def _taken(self) -> Any:
         self._next += 1
-        return word
+        return self._words[self._next - 1][0]
 
     def count(self) -> int:
         number = int(self.bare("[0-9]{1,7}", "a number from 1 to 1000000"))
@@ -188,15 +194,6 @@ class _Line:
         if milliseconds < least:
             self.fail("the time is too short", back=1)
         return milliseconds
-
-    def text(self) -> bytes:
-        word = self._word
-        if not isinstance(word, bytes):
-            self.fail("a text in quotes is missing")
-        if len(word) > LONGEST_TEXT:
-            self.fail(f"the text is longer than {LONGEST_TEXT} bytes")
-        self._next += 1
-        return word
 
     def end(self) -> None:
         if self._word is not None:
@@ -316,7 +313,7 @@ class Row:
 
     @classmethod
     def _parse(cls, line: _Line, before_us: int, is_connected: bool) -> Row:
-        word = line.bare(r"[0-9]{1,12}(\.[0-9]{1,3})?", "a number of milliseconds is missing")
+        word = line.bare(r"[0-9]{1,12}(\.[0-9]{1,3})?", "a number of milliseconds")
         time_us = int(Fraction(word) * 1000)
         if time_us < before_us:
             line.fail("the time is earlier than in the row before", back=1)
@@ -614,8 +611,7 @@ class _Player:
 
     def __init__(self, *addresses: str | Address) -> None:
         self._endpoints: list[_Endpoint] = []
-        self._thread: threading.Thread | None = None
-        self._error: BaseException | None = None
+        self._ended: Future[None] | None = None
         self._loop: asyncio.AbstractEventLoop | None = None
         self._task: asyncio.Task | None = None
         self._is_stopping = False
@@ -654,21 +650,16 @@ class _Player:
         self._call(lambda: self._task.cancel())
 
     def __enter__(self):
-        self._thread = threading.Thread(target=self._run_in_thread, daemon=True)
-        self._thread.start()
+        executor = ThreadPoolExecutor(1, thread_name_prefix="zelsim")
+        self._ended = executor.submit(self.run)
+        executor.shutdown(wait=False)
         return self
 
     def __exit__(self, kind: object, *_: object) -> None:
         self.stop()
-        self._thread.join()
-        if self._error and kind is None:
-            raise self._error
-
-    def _run_in_thread(self) -> None:
-        try:
-            self.run()
-        except BaseException as error:
-            self._error = error
+        error = self._ended.exception()
+        if error and kind is None:
+            raise error
 
     async def _main(self) -> None:
         self._loop, self._task = asyncio.get_running_loop(), asyncio.current_task()
@@ -984,9 +975,7 @@ class Replayer(_Player):
 
     def wait(self) -> str | None:
         """Waits in a `with` block until all is played. Returns the first difference, or None."""
-        self._thread.join()
-        if self._error:
-            raise self._error
+        self._ended.result()
         return self.difference
 
     async def _play(self) -> None:
@@ -1084,25 +1073,23 @@ def _parser() -> argparse.ArgumentParser:
     parser = _Parser(prog="zelsim.py", description=__doc__, allow_abbrev=False,
                      formatter_class=argparse.RawDescriptionHelpFormatter)
     commands = parser.add_subparsers(dest="command", required=True)
+    address = {"metavar": "ADDRESS", "type": Address.parse}
 
     serve = commands.add_parser("serve", help="plays a simulator by a script")
     serve.add_argument("file", metavar="SCRIPT")
-    serve.add_argument("address", metavar="ADDRESS", type=Address.parse, nargs="?",
-                       default=local)
+    serve.add_argument("address", nargs="?", default=local, **address)
     serve.add_argument("--once", action="store_true", help="ends after the first connection")
 
     record = commands.add_parser("record", help="stands between machine and simulator")
-    record.add_argument("address", metavar="ADDRESS", type=Address.parse,
-                        help="the end for the simulator")
+    record.add_argument("address", help="the end for the simulator", **address)
     record.add_argument("file", metavar="FILE")
-    record.add_argument("--machine", metavar="ADDRESS", type=Address.parse, default=local,
+    record.add_argument("--machine", default=local, **address,
                         help="the end for the machine, tcpserver/127.0.0.1/0 unless given")
 
     replay = commands.add_parser("replay", help="plays one side of a recording")
     replay.add_argument("file", metavar="FILE")
-    replay.add_argument("address", metavar="ADDRESS", type=Address.parse)
-    replay.add_argument("--as", dest="side", choices=["simulator", "machine"],
-                        default="simulator")
+    replay.add_argument("address", **address)
+    replay.add_argument("--as", dest="side", choices=["simulator", "machine"], default="simulator")
     replay.add_argument("--in-time", action="store_true", help="waits as long as recorded")
     replay.add_argument("--timeout", metavar="TIME", type=parse_time_ms, default=10_000,
                         help="how late an expected row may come, 10s unless given")

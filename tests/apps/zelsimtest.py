@@ -8,6 +8,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -219,6 +220,19 @@ class Comparison(unittest.TestCase):
                     Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
                     zelsim.Replayer(recording, program.peer_address(), side="machine"):
                 self.assertEqual(program.end(), (1, told + "\n"))
+
+    def test_replay_in_time(self):
+        recording = self.file("recording", "zelsim recording 1\n0 machine connected\n"
+                              '0 machine message "a"\n400 machine message "b"\nend\n')
+        for name in PROGRAMS:
+            times = []
+            with self.subTest(program=name), \
+                    zelsim.Simulator(lambda *_: times.append(time.monotonic())) as simulator, \
+                    Program(name, "replay", recording, simulator.address.replace("server", "client"),
+                            "--as", "machine", "--in-time") as program:
+                self.assertEqual(program.end(), (0, ""))
+                simulator.wait_for(b"b")
+                self.assertGreater(times[1] - times[0], 0.35)
 
     def test_take_the_same_arguments(self):
         script, taken = self.file("script", SCRIPT), socket.create_server(("127.0.0.1", 0))
