@@ -1,6 +1,7 @@
 #include "accesstoken.h"
 #include "filereader.h"
 #include "imagevalidator.h"
+#include "quotedwords.h"
 #include "random.h"
 #include "storage_p.h"
 #include "support.h"
@@ -85,6 +86,48 @@ private Q_SLOTS:
         other.join();
         QVERIFY(utils::randomGenerator() == expected); // no draw was lost to the other thread
         QVERIFY(!tools::AccessToken().match(tools::AccessToken()));
+    }
+
+    void splitsQuotedWords_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QString>("expected"); // column, Q or B, and text of each word
+        QTest::newRow("nothing") << QByteArray(" \t# \"") << "";
+        QTest::newRow("both kinds") << QByteArray("when \"a\\\"b\"\t5#x") << "1Bwhen|6Qa\"b|13B5";
+        QTest::newRow("escapes") << QByteArray(R"("\\\n\r\t\x41\xe8" "")")
+                                 << QString("1Q\\\n\r\tA\u00e8|20Q");
+        QTest::newRow("unknown escape") << QByteArray(R"("\x4g")") << "column 2: unknown escape";
+        QTest::newRow("zero behind a backslash")
+            << QByteArray("\"\\\0\"", 4) << "column 2: unknown escape";
+        QTest::newRow("open quote")
+            << QByteArray("a \"b\\\"") << "column 7: the closing quote is missing";
+        QTest::newRow("word behind a quote")
+            << QByteArray("\"a\"b") << "column 4: unexpected character";
+        QTest::newRow("control character")
+            << QByteArray("a\x7f") << "column 2: unexpected character";
+    }
+    void splitsQuotedWords()
+    {
+        QFETCH(QByteArray, line);
+        QFETCH(QString, expected);
+        QString error;
+        QStringList found;
+        for (const auto& word :
+             zeltools::splitQuotedWords(line, error).value_or(QVector<zeltools::QuotedWord>()))
+            found << QString::number(word.column) + (word.isQuoted ? 'Q' : 'B') +
+                         QString::fromLatin1(word.text);
+        QCOMPARE(error + found.join('|'), expected);
+    }
+
+    void quotesAnyByte()
+    {
+        QByteArray bytes = "caff\xc3\xa8 \xed\xa0\x80";
+        for (int byte = 0; byte < 256; ++byte)
+            bytes += char(byte);
+        const QByteArray word = zeltools::quotedWord(bytes);
+        QVERIFY(word.startsWith("\"caff\xc3\xa8 \\xed") && !word.contains('\n'));
+        QString error;
+        QCOMPARE(zeltools::splitQuotedWords(word, error).value().first().text, bytes);
     }
 
     void validatesImages()

@@ -1,71 +1,17 @@
 #include "simulatorkit/linkend_p.h"
 
-#include "simulationinterface/tcpserversimulationinterface.h"
-#include "simulationinterface/unixserversimulationinterface.h"
+#include "simulatorkit/linkaddress_p.h"
 
-#include <QFile>
 #include <QTimer>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <utility>
-
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace zeltools::simulatorkit
 {
 
 using namespace std::chrono_literals;
-using namespace simulationinterface;
-
-namespace
-{
-
-/// An endpoint that gives its listening socket away.
-template <typename Server>
-class Listener final : public Server
-{
-public:
-    using Server::Server;
-    QTcpServer* release()
-    {
-        QObject::disconnect(&this->server(), &QTcpServer::newConnection, this, nullptr);
-        return &this->server();
-    }
-};
-
-bool isSocketPath(const QByteArray& path)
-{
-    return path.startsWith('/') && !path.contains('\0') &&
-           path.size() < static_cast<int>(sizeof(sockaddr_un::sun_path));
-}
-
-bool isTcp(const SimulationInterfaceAddress& address)
-{
-    return address.type == TcpServer || address.type == TcpClient;
-}
-
-// The kernel makes such a connection if nobody listens at a port that it gives to clients.
-bool isConnectedToItself(const QTcpSocket& socket)
-{
-    return socket.localPort() == socket.peerPort() && socket.localAddress() == socket.peerAddress();
-}
-
-template <typename Server>
-QTcpServer* listen(const SimulationInterfaceAddress& address,
-                   std::unique_ptr<ServerSimulationInterface>& owner)
-{
-    auto listener = std::make_unique<Listener<Server>>(address, nullptr);
-    QTcpServer* const server = listener->release();
-    owner = std::move(listener);
-    return server;
-}
-
-} // namespace
 
 LinkEnd::LinkEnd() = default;
 
@@ -78,25 +24,13 @@ LinkEnd::~LinkEnd()
     }
 }
 
-bool LinkEnd::isAddress(const QString& rawAddress)
-{
-    const SimulationInterfaceAddress address(rawAddress);
-    if (isTcp(address))
-        return TcpSimulationInterfaceCommon::parseAddress(address.address).has_value();
-    return address.type != Unknown && isSocketPath(QFile::encodeName(address.address));
-}
-
 QString LinkEnd::open(const QString& rawAddress)
 {
-    if (!isAddress(rawAddress))
+    if (!isLinkAddress(rawAddress))
         return QStringLiteral("\"%1\" is no address of a link").arg(rawAddress);
     m_address = rawAddress;
-    const SimulationInterfaceAddress address(rawAddress);
-    if (address.type == TcpServer)
-        m_server = listen<TcpServerSimulationInterface>(address, m_listener);
-    else if (address.type == UnixServer)
-        m_server = listen<UnixServerSimulationInterface>(address, m_listener);
-    else
+    m_server = listenAt(rawAddress, m_listener);
+    if (m_server == nullptr)
         return QString();
     if (!m_server->isListening())
         return QStringLiteral("cannot listen on ") + rawAddress;
@@ -115,38 +49,12 @@ void LinkEnd::connectToPeer()
         return;
     auto* const socket = new QTcpSocket(this);
     attach(socket);
-    m_error.clear();
-    const auto begins = [this, socket] {
-        isConnectedToItself(*socket) ? socket->abort() : begin(socket);
-    };
+    m_error = connectTo(m_address, *socket);
     const auto ends = [this, socket] { end(socket); };
-    const SimulationInterfaceAddress address(m_address);
-    if (isTcp(address)) {
-        const auto [host, port] =
-            TcpSimulationInterfaceCommon::parseAddress(address.address).value();
-        connect(socket, &QTcpSocket::connected, this, begins);
-        connect(socket, &QTcpSocket::errorOccurred, this, ends, Qt::QueuedConnection);
-        socket->connectToHost(host, port);
-    } else if (connectToPath(QFile::encodeName(address.address), *socket)) {
-        QTimer::singleShot(0, socket, [this, socket] { begin(socket); });
-    } else {
-        m_error = qt_error_string(errno);
+    connect(socket, &QTcpSocket::connected, this, [this, socket] { begin(socket); });
+    connect(socket, &QTcpSocket::errorOccurred, this, ends, Qt::QueuedConnection);
+    if (!m_error.isEmpty())
         QTimer::singleShot(0, socket, ends);
-    }
-}
-
-bool LinkEnd::connectToPath(const QByteArray& path, QTcpSocket& socket)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, path.constData(), static_cast<size_t>(path.size()));
-    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    if (::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-        return socket.setSocketDescriptor(descriptor);
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-    return false;
 }
 
 void LinkEnd::close()
@@ -212,7 +120,7 @@ void LinkEnd::attach(QTcpSocket* socket)
 
 void LinkEnd::begin(QTcpSocket* socket)
 {
-    if (socket != m_socket || m_isClosing)
+    if (socket != m_socket || m_isClosing || socket->state() != QAbstractSocket::ConnectedState)
         return;
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_isConnected = true;

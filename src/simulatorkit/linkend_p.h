@@ -22,10 +22,7 @@ public:
     LinkEnd();
     ~LinkEnd() override;
 
-    /// Whether the text is an address of the form that SimulationInterfaceAddress has.
-    static bool isAddress(const QString& rawAddress);
-
-    /// Takes such an address, and begins to listen if it says so.
+    /// Takes an address as SimulationInterfaceAddress has it, and begins to listen if it says so.
     /// Returns the reason of a failure, or an empty text.
     QString open(const QString& rawAddress);
     bool isListening() const { return m_server != nullptr; }
@@ -59,7 +56,6 @@ Q_SIGNALS:
 
 private:
     void accept();
-    static bool connectToPath(const QByteArray& path, QTcpSocket& socket);
     void attach(QTcpSocket* socket);
     void begin(QTcpSocket* socket);
     void end(QTcpSocket* socket);

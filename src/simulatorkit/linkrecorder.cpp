@@ -1,6 +1,7 @@
 #include "simulatorkit/linkrecorder.h"
 
 #include "simulatorkit/framesplitter_p.h"
+#include "simulatorkit/linkaddress_p.h"
 #include "simulatorkit/linkend_p.h"
 #include "simulatorkit/recordingfile_p.h"
 
@@ -50,7 +51,7 @@ LinkRecorder::~LinkRecorder()
 
 bool LinkRecorder::isAddress(const QString& rawAddress)
 {
-    return LinkEnd::isAddress(rawAddress);
+    return isLinkAddress(rawAddress);
 }
 
 QString LinkRecorder::start(const QString& machineAddress, const QString& simulatorAddress,

@@ -2,6 +2,7 @@
 
 #include "simulatorkit/framesplitter_p.h"
 #include "simulatorkit/linkend_p.h"
+#include "simulatorkit/partnerbytes_p.h"
 
 #include <limits>
 #include <utility>
@@ -18,28 +19,6 @@ namespace
 
 constexpr qint64 maximumUnsent_B = 64 * 1024;
 constexpr int maximumArrived_B = 128 * 1024; // has room for a whole frame
-constexpr int maximumTold_B = 60;
-
-// The row without its time, and with the beginning of long bytes.
-QString shortText(SimulatorEvent event)
-{
-    const bool isCut = event.bytes.size() > maximumTold_B;
-    event.bytes.truncate(maximumTold_B);
-    const QByteArray row = event.toRow();
-    const int begin = row.indexOf(' ') + 1;
-    return QString::fromUtf8(row.mid(begin, row.size() - begin - 1)) +
-           QLatin1String(isCut ? "..." : "");
-}
-
-// "raw" and the bytes of a row, or only the bytes of a message.
-QString cameText(Kind kind, const QByteArray& bytes)
-{
-    SimulatorEvent event;
-    event.kind = kind;
-    event.bytes = bytes;
-    return shortText(event).section(QLatin1Char(' '), kind == Kind::Raw ? 1 : 2) +
-           QStringLiteral(" came");
-}
 
 } // namespace
 
@@ -48,6 +27,7 @@ LinkReplayer::LinkReplayer(SimulatorRecording recording, const Options& options,
     , m_recording(std::move(recording))
     , m_options(options)
     , m_end(std::make_unique<LinkEnd>())
+    , m_arrived(std::make_unique<PartnerBytes>())
 {
     m_pause.setSingleShot(true);
     m_pause.setTimerType(Qt::PreciseTimer);
@@ -69,7 +49,7 @@ QString LinkReplayer::start(const QString& rawAddress)
     connect(m_end.get(), &LinkEnd::ended, this, &LinkReplayer::advance);
     connect(m_end.get(), &LinkEnd::failed, this, [this] { m_pause.start(200ms); });
     connect(m_end.get(), &LinkEnd::disconnected, this, [this] {
-        m_arrived += m_end->read(std::numeric_limits<qint64>::max());
+        m_arrived->append(m_end->read(std::numeric_limits<qint64>::max()));
         m_hasPartnerLeft = true;
     });
     QTimer::singleShot(0, this, &LinkReplayer::advance);
@@ -89,7 +69,7 @@ bool LinkReplayer::isListening() const
 void LinkReplayer::advance()
 {
     if (!m_hasPartnerLeft && !m_isClosing)
-        m_arrived += m_end->read(maximumArrived_B - m_arrived.size());
+        m_arrived->append(m_end->read(maximumArrived_B - m_arrived->size_B()));
     const auto& events = m_recording.events;
     while (!m_isFinished && m_next < events.size()) {
         if (play(events[m_next]) == Progress::Waiting)
@@ -137,31 +117,32 @@ LinkReplayer::Progress LinkReplayer::expectBytes(const SimulatorEvent& event)
 {
     if (event.kind == Kind::Raw) {
         const int size_B = event.bytes.size();
-        if (m_arrived.size() < size_B)
+        if (m_arrived->size_B() < size_B)
             return m_hasPartnerLeft ? fail(arrivedText()) : Progress::Waiting;
-        if (!m_arrived.startsWith(event.bytes))
-            return fail(cameText(Kind::Raw, m_arrived.left(size_B)));
-        m_arrived.remove(0, size_B);
+        if (m_arrived->left(size_B) != event.bytes)
+            return fail(rawCame(m_arrived->left(size_B)));
+        m_arrived->remove(size_B);
         return Progress::Done;
     }
-    if (!hasWholeFrame())
-        return isArrivedWrong() || m_hasPartnerLeft ? fail(arrivedText()) : Progress::Waiting;
-    if (arrivedMessage() != event.bytes)
+    if (!m_arrived->hasFrame())
+        return m_arrived->isWrong() || m_hasPartnerLeft ? fail(arrivedText()) : Progress::Waiting;
+    if (m_arrived->message() != event.bytes)
         return fail(arrivedText());
-    m_arrived.remove(0, FrameSplitter::headerSize_B + event.bytes.size());
+    m_arrived->remove(FrameSplitter::headerSize_B + event.bytes.size());
     return Progress::Done;
 }
 
 LinkReplayer::Progress LinkReplayer::expectDisconnection()
 {
-    if (hasWholeFrame() || isArrivedWrong() || (m_hasPartnerLeft && !m_arrived.isEmpty()))
+    const bool isMore = m_arrived->hasFrame() || m_arrived->isWrong();
+    if (isMore || (m_hasPartnerLeft && !m_arrived->isEmpty()))
         return fail(arrivedText());
     return std::exchange(m_hasPartnerLeft, false) ? Progress::Done : Progress::Waiting;
 }
 
 LinkReplayer::Progress LinkReplayer::closeOwnEnd()
 {
-    if (!m_arrived.isEmpty() || m_hasPartnerLeft)
+    if (!m_arrived->isEmpty() || m_hasPartnerLeft)
         return fail(arrivedText());
     if (m_end->isIdle()) {
         m_isClosing = false;
@@ -200,29 +181,10 @@ void LinkReplayer::startLimit()
                                         std::chrono::ceil<std::chrono::milliseconds>(recorded)));
 }
 
-bool LinkReplayer::isArrivedWrong() const
-{
-    return !m_arrived.isEmpty() && m_arrived[0] != FrameSplitter::startOfFrame;
-}
-
-bool LinkReplayer::hasWholeFrame() const
-{
-    const int size_B = FrameSplitter::frameSize_B(m_arrived.constData(), m_arrived.size());
-    return !isArrivedWrong() && size_B > 0 && size_B <= m_arrived.size();
-}
-
-QByteArray LinkReplayer::arrivedMessage() const
-{
-    const int size_B = FrameSplitter::frameSize_B(m_arrived.constData(), m_arrived.size());
-    return m_arrived.mid(FrameSplitter::headerSize_B, size_B - FrameSplitter::headerSize_B);
-}
-
 QString LinkReplayer::arrivedText() const
 {
-    if (hasWholeFrame())
-        return cameText(Kind::Message, arrivedMessage());
-    if (!m_arrived.isEmpty())
-        return cameText(Kind::Raw, m_arrived);
+    if (!m_arrived->isEmpty())
+        return m_arrived->text();
     return m_hasPartnerLeft ? partner() + QStringLiteral(" disconnected")
                             : QStringLiteral("nothing came");
 }
@@ -239,7 +201,7 @@ LinkReplayer::Progress LinkReplayer::fail(const QString& came)
     const bool isEnd = m_next == events.size();
     finish(QStringLiteral("row %1: expected %2, but %3")
                .arg(isEnd ? m_recording.endLine : events[m_next].line)
-               .arg(isEnd ? QStringLiteral("the end") : shortText(events[m_next]), came));
+               .arg(isEnd ? QStringLiteral("the end") : shortRow(events[m_next]), came));
     return Progress::Waiting;
 }
 

@@ -12,6 +12,7 @@ namespace zeltools::simulatorkit
 {
 
 class LinkEnd;
+class PartnerBytes;
 
 /// Plays one side of a recording for a real partner and compares what that sends with what was
 /// recorded, byte for byte. The rows of the played side are sent in their order, each as soon as
@@ -62,9 +63,6 @@ private:
     bool isDue(const SimulatorEvent& event);
     void startLimit();
 
-    bool isArrivedWrong() const;
-    bool hasWholeFrame() const;
-    QByteArray arrivedMessage() const;
     QString arrivedText() const;
     QString partner() const;
     Progress fail(const QString& came);
@@ -73,7 +71,7 @@ private:
     const SimulatorRecording m_recording;
     const Options m_options;
     std::unique_ptr<LinkEnd> m_end;
-    QByteArray m_arrived;
+    std::unique_ptr<PartnerBytes> m_arrived;
     QElapsedTimer m_clock;
     std::chrono::microseconds m_beginning{}; // of the recording, on the clock
     QTimer m_pause;

@@ -43,12 +43,13 @@ void RecordingFile::append(const QByteArray& row)
     if (!m_error.isEmpty())
         return;
     errno = 0;
-    if (writeWhole(*m_file, row.constData(), static_cast<size_t>(row.size())) == row.size()) {
+    const ssize_t written_B = writeWhole(*m_file, row.constData(), static_cast<size_t>(row.size()));
+    if (written_B == row.size()) {
         m_size_B += row.size();
         return;
     }
     m_error = QStringLiteral("cannot write %1: %2").arg(m_path, qt_error_string(errno));
-    if (*m_file >= 0 && ::ftruncate(*m_file, m_size_B) != 0)
+    if (written_B > 0 && ::ftruncate(*m_file, m_size_B) != 0)
         m_error += QStringLiteral("; its last row is cut");
 }
 
