@@ -16,6 +16,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cma
     COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/ZelToolsConfig.cmake
               ${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cmake DESTINATION ${package_dir})
+install(PROGRAMS ${PROJECT_SOURCE_DIR}/tools/zelsim.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zeltools)
 # gdb loads it together with the library.
 install(FILES ${PROJECT_SOURCE_DIR}/cmake/gdb/zeltools.py
         DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR}

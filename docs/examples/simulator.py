@@ -9,36 +9,23 @@ and one with tcpclient/127.0.0.1/8133 by the same with tcpserver. Sends the mess
 what the machine sends until it hangs up. Port 0 listens on a free port; the first line says which.
 """
 
-import socket
-import struct
 import sys
+from pathlib import Path
+
+sys.path.append(str(Path(__file__).resolve().parents[2] / "tools"))  # installed: share/zeltools
+import zelsim  # noqa: E402
 
 
-def frame(payload):
-    return struct.pack(">BH", 0x51, len(payload)) + payload
+def send_messages(link: zelsim.Link) -> None:
+    for text in sys.argv[2:]:
+        link.answer(text.encode("latin-1"))
 
 
-def messages(connection):
-    received = b""
-    while chunk := connection.recv(65536):
-        received += chunk
-        while len(received) >= 3:
-            start, length = struct.unpack_from(">BH", received)
-            if start != 0x51:
-                sys.exit("not a frame")
-            if len(received) < 3 + length:
-                break
-            yield received[3:3 + length]
-            received = received[3 + length:]
-
-
-kind, host, port = sys.argv[1].split("/")
-if kind == "tcpserver":
-    listener = socket.create_server((host, int(port)))
-    print("listening on", listener.getsockname()[1], flush=True)
-    link = listener.accept()[0]
-else:
-    link = socket.create_connection((host, int(port)))
-link.sendall(b"".join(frame(text.encode("latin-1")) for text in sys.argv[2:]))
-for message in messages(link):
+def print_message(link: zelsim.Link, message: bytes) -> None:
     print(message.decode("latin-1"), flush=True)
+
+
+simulator = zelsim.Simulator(print_message, sys.argv[1], connected=send_messages, once=True)
+if simulator.listens:
+    print("listening on", simulator.port, flush=True)
+simulator.run()

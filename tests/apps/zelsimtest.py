@@ -1,0 +1,311 @@
+# zelsimtest.py ZELCTL MODULE PAGE: holds `zelctl sim` and the module zelsim.py against each other.
+
+import itertools
+import logging
+import os
+import re
+import socket
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+ZELCTL, MODULE, PAGE = map(os.path.abspath, sys.argv[1:4])
+sys.path.insert(0, os.path.dirname(MODULE))
+import zelsim  # noqa: E402
+
+PROGRAMS = {"zelctl": [ZELCTL, "sim"], "zelsim": [sys.executable, MODULE]}
+NOWHERE = "tcpserver/192.0.2.1/0"  # an address at which no computer listens
+
+SCRIPT = r"""zelsim script 1
+connected answer "hello"
+when "status?" answer "ready"
+when begins "grind " first 1 after 20ms answer "jam"
+when begins "grind " answer "gro\x00nd é" # twice
+also after 30ms repeat 2 answer "cleaned"
+when "junk" raw "\x00\x01"
+when "break" half "brewed"
+also after 20ms disconnect
+when any silence
+when "brew" answer "never"
+"""
+
+RECORDING = r"""zelsim recording 1
+0 machine connected
+0 simulator message "hello"
+1 machine message "status?"
+1 simulator message "ready"
+1.5 machine message "grind 1"
+21 simulator message "jam"
+21 machine message "grind 2"
+21 simulator message "gro\x00nd é"
+51 simulator message "cleaned"
+51.001 simulator message "cleaned"
+52 machine message "brew"
+250 machine message "junk"
+250 simulator raw "\x00\x01"
+251 machine message "break"
+251 simulator raw "Q\x00\x06b"
+271 simulator disconnected
+273 machine connected
+274 simulator message "hello"
+275 machine message "grind 1"
+275 simulator message "gro\x00nd é"
+305 simulator message "cleaned"
+305 simulator message "cleaned"
+306 machine raw "\x00"
+307 machine disconnected
+end
+"""
+
+# The lines behind the first one, and where the problem is.
+SCRIPTS = [
+    ("", None), ("# only a comment\n \t\n", None), ('when "" answer ""\n', None),
+    ('\twhen any after 1.5s repeat 1000000 each 1440min first 7 silence # all\n', None),
+    ('when begins "\\"\\\\\\n\\r\\t\\xfF\r\0\xff" half "é" #\0\n', None),
+    ('every 0.5ms disconnect\n', None), ('also silence\n', "line 2, column 1"),
+    ('every 0.49999ms silence\n', "line 2, column 7"), ('every 0ms silence\n', "line 2, column 7"),
+    ('every 86400.0004s silence\n', None), ('every 86400.0005s silence\n', "line 2, column 7"),
+    ('every 1000000000ms silence\n', "line 2, column 7"), ('every 1.s silence\n', "line 2, column 7"),
+    ('every .5s silence\n', "line 2, column 7"), ('every +5s silence\n', "line 2, column 7"),
+    ('every 1h silence\n', "line 2, column 7"), ('every "1s" silence\n', "line 2, column 7"),
+    ('when any first 0 silence\n', "line 2, column 16"), ('when any first\n', "line 2, column 15"),
+    ('when any first 1000001 silence\n', "line 2, column 16"),
+    ('when any first 1 first 1 silence\n', "line 2, column 18"),
+    ('when any each 1s silence\n', "line 2, column 10"),
+    ('when any silence\nalso first 1 silence\n', "line 3, column 6"),
+    ('when any answer\n', "line 2, column 16"), ('when any answer hello\n', "line 2, column 17"),
+    ('when any "answer" "x"\n', "line 2, column 10"), ('when brew silence\n', "line 2, column 6"),
+    ('when any silence "x"\n', "line 2, column 18"), ('When any silence\n', "line 2, column 1"),
+    ('when any silence\r\n', "line 2, column 17"), ('when any silence', "line 2, column 17"),
+    ('when any answer "x\n', "line 2, column 19"), ('when any answer "\\q"\n', "line 2, column 18"),
+    ('when any answer "\\x4"\n', "line 2, column 18"), ('when any answer "a""b"\n', "line 2, column 20"),
+    ('connected first 1 answer "%s"\n' % ("x" * 65535), None),
+    ('connected answer "%s"\n' % ("x" * 65536), "line 2, column 18"),
+    ('#' * 300000 + '\n', None), ('#' * 300001 + '\n', "line 2, column 300002"),
+    ('when any silence\n' * 10000, None), ('when any silence\n' * 10001, "line 10002, column 1"),
+]
+RECORDINGS = [
+    ("end\n", None), ("0.001 machine connected\nend # of it\n\n", None), ("", "line 1, column"),
+    ("999999999999.999 simulator connected\nend\n", None), ("end\nend\n", "line 3, column 1"),
+    ("0 machine connected\n", "line 2, column"), ("0 machine connected\nend", "line 3, column 4"),
+    ("1 machine connected\n0.999 machine disconnected\nend\n", "line 3, column 1"),
+    ("0.0001 machine connected\nend\n", "line 2, column 1"), ("-1 machine\n", "line 2, column 1"),
+    ("0 machine message \"x\"\nend\n", "line 2, column 11"),
+    ("0 machine connected\n0 machine connected\nend\n", "line 3, column 11"),
+    ("0 somebody connected\nend\n", "line 2, column 3"), ("0 machine\nend\n", "line 2, column 10"),
+    ("0 machine connected\n0 machine raw x\nend\n", "line 3, column 15"),
+    ("0 machine connected \"x\"\nend\n", "line 2, column 21"),
+]
+HEADS = [b"", b"zelsim script 2\n", b"\nzelsim script 1\n", b"zelsim recording 1\n",
+         b"zelsim script 1 1\n", b"zelsim script 1", b"\"zelsim\" script 1\n"]
+
+# What a machine does in another way than recorded, and what the replay tells.
+DIFFERENCES = [
+    ('1 machine message "status?"', '1 machine message "grind"',
+     'row 4: expected machine message "status?", but "grind" came'),
+    ('1 machine message "status?"', '1 machine message "%s"' % ("ü" * 40),
+     'row 4: expected machine message "status?", but "%s"... came' % ("ü" * 30)),
+    ('52 machine message "brew"', '52 machine raw "bre"\nend\n',
+     'row 12: expected machine message "brew", but raw "bre" came'),
+    ('52 machine message "brew"', '52 machine disconnected\nend\n',
+     'row 12: expected machine message "brew", but the machine disconnected'),
+    ('307 machine disconnected', '306 machine message "more"\n307 machine disconnected',
+     'row 25: expected machine disconnected, but "more" came'),
+    ('251 machine message "break"', r'251 machine raw "Q\x00\x05breakQ\x00\x01x"',
+     'row 17: expected simulator disconnected, but "x" came'),
+    ('307 machine disconnected', '307 simulator message "x"',
+     'row 25: expected machine disconnected, but nothing came'),
+]
+
+
+def without_times(recording):
+    return [(row.side, row.event, row.text) for row in recording.rows]
+
+
+class Program:
+    """A process of zelctl or zelsim.py, which must not outlive its block."""
+
+    def __init__(self, name, *words):
+        self._process = subprocess.Popen([*PROGRAMS[name], *map(str, words)], encoding="utf-8",
+                                         stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._process.kill()
+        self._process.communicate()
+
+    def peer_address(self):
+        """The address at which the other side connects to this program."""
+        line = self._process.stdout.readline()
+        assert line.startswith("listening on "), line + self._process.stderr.read()
+        return line.split()[-1].replace("server", "client")
+
+    def end(self, is_stopped=False):
+        """Returns the exit status and what was written without the name of the program."""
+        if is_stopped:
+            self._process.terminate()
+        output, errors = self._process.communicate(timeout=30)
+        return self._process.returncode, re.sub("^zel(ctl|sim): ", "", errors, flags=re.M)
+
+
+class Comparison(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+
+    def file(self, name, content):
+        path = self.folder / name
+        path.write_bytes(content if isinstance(content, bytes) else content.encode())
+        return path
+
+    def problem(self, name, action, content):
+        """The place of the problem that a program tells of, or None for a good file."""
+        with Program(name, action, self.file("file", content), NOWHERE) as program:
+            status, errors = program.end()
+        self.assertEqual((status, errors.count("\n")), (1, 1), errors)
+        if errors.startswith("cannot listen on " + NOWHERE):
+            return None
+        return re.fullmatch(r".*/file: (line \d+, column \d+): .+\n", errors)[1]
+
+    def test_refuse_the_same_files(self):
+        files = [("serve", head, "line 1, column") for head in HEADS]
+        for action, head, rows in (("serve", "zelsim script 1\n", SCRIPTS),
+                                   ("replay", "zelsim recording 1 # head\n", RECORDINGS)):
+            files += [(action, (head + row).encode("latin-1"), where) for row, where in rows]
+        for action, content, where in files:
+            parse = (zelsim.Script if action == "serve" else zelsim.Recording).parse
+            with self.subTest(content=content[-80:]):
+                told = None
+                try:
+                    parse(content)
+                except zelsim.FormatError as error:
+                    told = f"line {error.line}, column {error.column}"
+                self.assertEqual((told or "")[:len(where or "")], where or "")
+                self.assertEqual(told is None, where is None)
+                self.assertEqual(self.problem("zelctl", action, content), told)
+        self.assertEqual(self.problem("zelsim", "serve", "zelsim script 1\nx\n"), "line 2, column 1")
+
+    def test_serve_record_and_replay_for_each_other(self):
+        script = self.file("script", SCRIPT)
+        golden = self.file("golden", RECORDING)
+        path = self.folder / "recording"
+        for server, recorder, player in itertools.product(PROGRAMS, repeat=3):
+            with self.subTest(server=server, recorder=recorder, player=player), \
+                    Program(server, "serve", script, f"unixserver/{path}.{server}") as simulator, \
+                    Program(recorder, "record", simulator.peer_address(), path) as link, \
+                    Program(player, "replay", golden, link.peer_address(), "--as", "machine",
+                            "--timeout", "20s") as machine:
+                self.assertEqual(machine.end(), (0, ""))
+                self.assertEqual(link.end(is_stopped=True), (0, ""))
+                self.assertEqual(simulator.end(is_stopped=True), (0, ""))
+                self.assertEqual(without_times(zelsim.Recording.load(path)),
+                                 without_times(zelsim.Recording.parse(RECORDING)))
+
+    def test_tell_the_same_difference(self):
+        golden = self.file("golden", RECORDING)
+        for (row, other, told), name in itertools.product(DIFFERENCES, PROGRAMS):
+            rows = RECORDING.replace(row, other).split("\nend\n")[0]
+            recording = zelsim.Recording.parse(rows + "\nend\n")
+            timeout = "1s" if "nothing" in told else "20s"
+            with self.subTest(told=told, program=name), \
+                    Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
+                    zelsim.Replayer(recording, program.peer_address(), side="machine"):
+                self.assertEqual(program.end(), (1, told + "\n"))
+
+    def test_serve_turns_of_all_connections(self):
+        script = self.file("script", 'zelsim script 1\nevery 400ms first 3 answer "tick"\n'
+                           'also after 10ms answer "tock"\nwhen "end" answer "ended"\n')
+        both = '0 simulator message "tick"\n0 simulator message "tock"\n'
+        recording = zelsim.Recording.parse(
+            "zelsim recording 1\n0 machine connected\n" + 2 * both + "0 machine disconnected\n"
+            "0 machine connected\n" + both + '900 machine message "end"\n'
+            '900 simulator message "ended"\n900 machine disconnected\nend\n')
+        for name in PROGRAMS:
+            with self.subTest(program=name), \
+                    Program(name, "serve", script) as program, \
+                    zelsim.Replayer(recording, program.peer_address(), side="machine",
+                                    in_time=True) as machine:
+                self.assertIsNone(machine.wait())
+
+    def test_replay_in_time(self):
+        recording = self.file("recording", "zelsim recording 1\n0 machine connected\n"
+                              '0 machine message "a"\n400 machine message "b"\nend\n')
+        for name in PROGRAMS:
+            times = []
+            with self.subTest(program=name), \
+                    zelsim.Simulator(lambda *_: times.append(time.monotonic())) as simulator, \
+                    Program(name, "replay", recording, simulator.address.replace("server", "client"),
+                            "--as", "machine", "--in-time") as program:
+                self.assertEqual(program.end(), (0, ""))
+                simulator.wait_for(b"b")
+                self.assertGreater(times[1] - times[0], 0.35)
+
+    def test_take_the_same_arguments(self):
+        script, taken = self.file("script", SCRIPT), socket.create_server(("127.0.0.1", 0))
+        busy = "tcpserver/127.0.0.1/%d" % taken.getsockname()[1]
+        for words, status in [
+                ([], 2), (["play"], 2), (["serve"], 2), (["serve", script, "tcp/127.0.0.1/1"], 2),
+                (["serve", script, "tcpserver/localhost/1"], 2), (["serve", script, "--machine"], 2),
+                (["serve", script, "unixserver/relative"], 2), (["replay", script], 2),
+                (["replay", script, busy, "--as", "both"], 2), (["record", "a", "b", "c"], 2),
+                (["replay", script, busy, "--timeout", "5"], 2), (["serve", script, busy], 1),
+                (["serve", self.folder / "none", busy], 1), (["record", busy, script, "--once"], 2),
+                (["record", busy, self.folder / "none" / "x"], 1)]:
+            for name in PROGRAMS:
+                with self.subTest(words=words, program=name), Program(name, *words) as program:
+                    ended, errors = program.end()
+                    self.assertEqual((ended, errors.count("\n")), (status, 1), errors)
+        taken.close()
+        self.assertEqual(script.read_text(), SCRIPT)
+
+
+class Module(unittest.TestCase):
+    def test_runs_the_example_of_the_page(self):
+        code = re.search(r"```python\n(.*?)```", Path(PAGE).read_text(), re.S)[1]
+        with tempfile.TemporaryDirectory() as folder:
+            environment = {**os.environ, "PYTHONPATH": os.path.dirname(MODULE)}
+            subprocess.run([sys.executable, "-c", code], cwd=folder, env=environment, check=True)
+
+    def test_serves_one_machine_at_a_time(self):
+        with zelsim.Simulator(lambda link, message: link.answer(message[::-1])) as simulator:
+            simulator.send(b"first")
+            with socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
+                self.assertEqual(machine.recv(100), zelsim.frame(b"first"))
+                with socket.create_connection(("127.0.0.1", simulator.port), 20) as other:
+                    self.assertEqual(other.recv(1), b"")
+                machine.sendall(zelsim.frame(b"abc"))
+                self.assertEqual(machine.recv(100), zelsim.frame(b"cba"))
+                machine.sendall(b"junk" + zelsim.frame(b"lost"))
+                machine.shutdown(socket.SHUT_WR)
+                self.assertEqual(machine.recv(100), b"")
+            self.assertEqual(list(simulator.received), [b"abc"])
+            with self.assertRaises(TimeoutError):
+                simulator.wait_for(b"lost", timeout=0.01)
+
+    def test_raises_the_error_of_a_function(self):
+        with self.assertRaises(ZeroDivisionError):
+            with zelsim.Simulator(lambda link, message: 1 / 0) as simulator:
+                with socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
+                    machine.sendall(zelsim.frame(b"x"))
+                    self.assertEqual(machine.recv(1), b"")
+
+    def test_tells_of_a_full_disk_once(self):
+        with zelsim.Simulator(zelsim.Script.parse('zelsim script 1\nwhen any answer "x"\n')) as end:
+            address = end.address.replace("server", "client")
+            with self.assertLogs("zelsim", logging.ERROR) as log, \
+                    zelsim.LinkRecorder(address, "/dev/full") as recorder, \
+                    socket.create_connection(("127.0.0.1", recorder.port), 20) as machine:
+                machine.sendall(zelsim.frame(b"status?"))
+                self.assertEqual(machine.recv(100), zelsim.frame(b"x"))
+            self.assertTrue(recorder.has_failed)
+            self.assertEqual(len(log.output), 1)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
