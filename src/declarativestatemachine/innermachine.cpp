@@ -272,7 +272,10 @@ void InnerMachine::fire(int transition, QEvent* event)
 
 void InnerMachine::forgetStates()
 {
+    bool isFinished = false;
     for (int number : activeStates()) {
+        const DescriptionIndex::State& state = m_index->state(number);
+        isFinished = isFinished || (state.isFinal && state.parent < 0);
         Status& status = m_statuses[size_t(number)];
         status.isActive = false;
         m_touched.push_back(number);
@@ -281,7 +284,7 @@ void InnerMachine::forgetStates()
     }
     m_isUnderWay = false;
     if (m_recorder != nullptr)
-        m_recorder->stopped();
+        m_recorder->stopped(isFinished);
 }
 
 } // namespace zeltools::declarativestatemachine

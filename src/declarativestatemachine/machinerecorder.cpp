@@ -76,10 +76,10 @@ void MachineRecorder::started()
     add(Kind::Started);
 }
 
-void MachineRecorder::stopped()
+void MachineRecorder::stopped(bool isFinished)
 {
     stepBegun();
-    add(Kind::Stopped);
+    add(Kind::Stopped).isAccepted = isFinished;
     stepEnded();
 }
 
@@ -158,7 +158,8 @@ MachineRecording::Entry MachineRecorder::entryOf(const Happened& happened) const
     entry.kind = happened.kind;
     entry.time = microseconds(happened.time_ns);
     entry.beginsStep = happened.beginsStep;
-    entry.isAccepted = happened.isAccepted;
+    entry.isAccepted = happened.kind == Kind::Guard && happened.isAccepted;
+    entry.isFinished = happened.kind == Kind::Stopped && happened.isAccepted;
     if (happened.kind == Kind::Guard || happened.kind == Kind::Fired) {
         entry.transition = m_names->transition(happened.number);
         entry.trigger = m_names->triggerOf(happened.number);

@@ -25,7 +25,7 @@ public:
         qint64 time_ns = 0;
         int number = 0; ///< of the state or transition
         Kind kind = Kind::Started;
-        bool isAccepted = false;
+        bool isAccepted = false; ///< or finished
         bool beginsStep = false;
         QVariantList arguments;
     };
@@ -37,8 +37,9 @@ public:
 
     /// The machine starts; its initial states are entered next.
     void started();
-    /// The machine no longer runs. The states that were active are not left.
-    void stopped();
+    /// The machine no longer runs; it is finished if it has reached a final state. The states that
+    /// were active are not left.
+    void stopped(bool isFinished);
     void guardChecked(int transition, bool accepted, const QVariantList& arguments);
     void fired(int transition, const QVariantList& arguments);
     void entered(int state) { add(Kind::Entered, state); }

@@ -82,6 +82,7 @@ struct ZELTOOLS_EXPORT MachineRecording
                                 ///< state
         QString trigger; ///< Guard, Fired: "direct", "timeout 500ms", "signal Tank::full(int)"
         bool isAccepted = false;     ///< Guard: the answer
+        bool isFinished = false;     ///< Stopped: the machine had reached a final state
         QVector<Argument> arguments; ///< Guard, Fired: those of the signal
     };
 

@@ -35,7 +35,10 @@ public:
         return isRead;
     }
 
-    QString error() const { return QStringLiteral("line %1: %2").arg(m_line).arg(m_reason); }
+    QString error() const
+    {
+        return m_line > 0 ? QStringLiteral("line %1: %2").arg(m_line).arg(m_reason) : m_reason;
+    }
     const MachineRecording& recording() const { return m_recording; }
 
 private:
@@ -103,9 +106,10 @@ private:
             entry.kind = Entry::Started;
             return true;
         }
-        if (m_words.skip("stopped")) {
+        if (m_words.isAt("stopped") || m_words.isAt("finished")) {
             entry.kind = Entry::Stopped;
-            return true;
+            entry.isFinished = m_words.skip("finished");
+            return entry.isFinished || m_words.take("stopped");
         }
         if (m_words.isAt("left") || m_words.isAt("entered")) {
             entry.kind = m_words.skip("left") ? Entry::Left : Entry::Entered;
@@ -118,7 +122,8 @@ private:
         }
         entry.kind = Entry::Guard;
         if (!m_words.skip("guard"))
-            return m_words.fail(QStringLiteral("started, stopped, guard, left, fired or entered"));
+            return m_words.fail(
+                QStringLiteral("started, stopped, finished, guard, left, fired or entered"));
         if (!m_words.takeTransition(entry))
             return false;
         entry.isAccepted = m_words.skip("accepted");

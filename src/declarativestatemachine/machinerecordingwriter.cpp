@@ -69,7 +69,7 @@ QByteArray happenedText(const Entry& entry)
     case Entry::Started:
         return "started";
     case Entry::Stopped:
-        return "stopped";
+        return entry.isFinished ? "finished" : "stopped";
     case Entry::Left:
         return "left " + stateText(entry.transition.source);
     case Entry::Entered:

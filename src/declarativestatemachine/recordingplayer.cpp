@@ -30,7 +30,7 @@ QString essenceOf(const QString& trigger)
 bool isSame(const Entry& a, const Entry& b)
 {
     return a.kind == b.kind && a.transition == b.transition && a.isAccepted == b.isAccepted &&
-           essenceOf(a.trigger) == essenceOf(b.trigger);
+           a.isFinished == b.isFinished && essenceOf(a.trigger) == essenceOf(b.trigger);
 }
 
 QString text(const Entry& entry)
@@ -118,10 +118,10 @@ void RecordingPlayer::playStep()
     }
     if (entry.kind == Entry::Started)
         m_machine.startNow();
-    else if (entry.kind == Entry::Stopped)
-        m_machine.stopNow();
-    else
+    else if (entry.kind != Entry::Stopped)
         causeStep();
+    else if (!entry.isFinished)
+        m_machine.stopNow();
     if (m_difference.isEmpty())
         compareStep();
 }

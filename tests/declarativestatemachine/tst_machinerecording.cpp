@@ -14,6 +14,8 @@ using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
 using Transition = TransitionDescription;
 using Entry = MachineRecording::Entry;
+using Fault = std::tuple<const char*, QByteArray, QByteArray, QString>;
+using Change = std::tuple<const char*, std::function<void(StateMachineDescription&)>, QString>;
 
 class Tank : public QObject
 {
@@ -131,10 +133,17 @@ private:
     MachineRecording m_whole;
     std::vector<MachineRecording> m_parts;
     Rinse m_rinse;
+    QByteArray m_example; // that of the documents
 
 private Q_SLOTS:
     void initTestCase()
     {
+        const QByteArray page =
+            support::readFile(QFINDTESTDATA("../../docs/format-machine-recording.md"));
+        for (const QByteArray& line : page.split('\n')) {
+            if (line.startsWith("    "))
+                m_example += line.mid(4) + '\n';
+        }
         qRegisterMetaType<Tank::Size>();
         DeclarativeStateMachine machine(Log::Cleaning);
         machine.setRecording(1000);
@@ -211,6 +220,126 @@ private Q_SLOTS:
                 if (!problem.endsWith("(what histories remembered before is lost)"))
                     QCOMPARE(problem, each.entries.isEmpty() ? "The recording has no entries" : "");
             }
+        }
+    }
+
+    void faultsOfAText_data()
+    {
+        support::addRows<Fault>({
+            {"version", "recording 1", "recording 2", "line 1: column 28: expected \"1\""},
+            {"machine", "\"Rinse\"", "Rinse", "line 2: column 9: expected a text in quotes"},
+            {"escape", "Rinse", "Rin\\se", "line 2: column 13: unknown escape"},
+            {"day", "11-22", "02-30",
+             "line 3: column 7: expected a time of day such as 2024-03-01T08:30:00.000Z"},
+            {"dropped", "dropped 40", "dropped -40",
+             "line 5: column 9: expected a number from 0 to 9223372036854775807"},
+            {"too late", "65302.5", "5001", "line 10: the time is after the end of the recording"},
+            {"active too late", "17.3", "5000.195",
+             "line 9: column 1: expected a time that is not before the one above"},
+            {"half a step", "guard", "+ guard", "line 9: the first entry continues a step"},
+            {"back", "5100.21 +", "5100.199 +",
+             "line 11: column 1: expected a time that is not before the one above"},
+            {"decimals", "5100.22", "5100.2200",
+             "line 12: column 1: expected a time in milliseconds"},
+            {"digits", "5100.22", "5100.", "line 12: column 1: expected a time in milliseconds"},
+            {"what", "finished", "halted",
+             "line 17: column 10: expected started, stopped, finished, guard, left, fired or "
+             "entered"},
+            {"answer", "refused", "denied", "line 9: column 77: expected \"refused\""},
+            {"number", "int 5", "int 5.5",
+             "line 9: column 94: expected a value of the type before it"},
+            {"text", "\"l\"", "l", "line 9: column 104: expected a value of the type before it"},
+            {"no value", " \"l\"", "", "line 9: column 96: expected a type and a value"},
+            {"copy", "\"Twin\" copy 2 tr", "\"Twin\" copy 0 tr",
+             "line 15: column 30: expected a number from 1 to 2147483647"},
+            {"more words", "finished", "finished now",
+             "line 17: column 19: expected the end of the line"},
+            {"fewer words", "left \"Working\"", "left",
+             "line 11: end of the line: expected a text in quotes"},
+            {"more text", "end\n", "end\nend\n", "line 18: text behind the end"},
+            {"long line", "Tank", QByteArray(300000, 'T'),
+             "line 9: the line is longer than 300,000 bytes"},
+            {"large", "end\n", "end\n" + QByteArray(16 << 20, '#'),
+             "the recording is larger than 16 MiB"},
+            {"many entries", "65100.34 finished\n", QByteArray("65101 stopped\n").repeated(100000),
+             "line 100009: there are more than 100,000 entries"},
+        });
+    }
+    void faultsOfAText()
+    {
+        const auto& [name, from, to, expected] = support::currentRow<Fault>();
+        QByteArray text = m_example;
+        QVERIFY(text.contains(from));
+        QString error;
+        QVERIFY(
+            !MachineRecording::fromText(text.replace(text.indexOf(from), from.size(), to), error));
+        QCOMPARE(error, expected);
+    }
+
+    void isCutAnywhere()
+    {
+        QString error;
+        QVERIFY2(MachineRecording::fromText(m_example, error), qPrintable(error));
+        for (int size = 0; size < m_example.size(); ++size)
+            QVERIFY(!MachineRecording::fromText(m_example.left(size), error));
+    }
+
+    void differences_data()
+    {
+        using Description = StateMachineDescription;
+        const auto pump = [](Description& machine) -> StateDescription& {
+            return machine.states[1].states[0];
+        };
+        const auto heat = [](Description& machine) -> StateDescription& {
+            return machine.states[1].states[1];
+        };
+        support::addRows<Change>({
+            {"target", [=](auto& machine) { pump(machine).transitions[0].targetState = "Pump"; },
+             "entry 12, entered \"Heat\": the machine does this: entered \"Pump\""},
+            {"signal",
+             [=](auto& machine) { pump(machine).transitions[0].signal = SIGNAL(drained()); },
+             "entry 11, fired \"Pump\" transition 1 by \"signal Tank::shaken()\": the machine does "
+             "this: fired \"Pump\" transition 1 by \"signal Tank::drained()\""},
+            {"no transition", [=](auto& machine) { heat(machine).transitions.clear(); },
+             "entry 22, left \"Heat\": the description has no such transition: fired \"Heat\" "
+             "transition 1 by \"timeout 3600000ms\""},
+            {"direct",
+             [=](auto& machine) {
+                 heat(machine).transitions.push_back(Transition::direct("Pump"));
+             },
+             "entry 22, left \"Heat\": before that, the machine tries the direct transitions of "
+             "\"Heat\""},
+            {"guard",
+             [](auto& machine) { machine.states[2].transitions[0].guard = [] { return true; }; },
+             "entry 17, guard \"Pause\" transition 1 by \"direct\" refused: the machine does this: "
+             "guard \"Pause\" transition 1 by \"direct\" accepted"},
+            {"more children", [=](auto& machine) { pump(machine).states.push_back({"Valve"}); },
+             "entry 10, left \"Pump\": the machine does this: entered \"Valve\""},
+            {"no region", [](auto& machine) { machine.states[3].states.pop_back(); },
+             "entry 35, entered \"B\": the machine does nothing"},
+            {"not final", [](auto& machine) { machine.states.push_back({"More"}); },
+             "entry 68, finished: the machine does nothing"},
+        });
+    }
+    void differences()
+    {
+        const auto& [name, change, expected] = support::currentRow<Change>();
+        StateMachineDescription description = m_rinse.description();
+        change(description);
+        QCOMPARE(playBack(m_whole, description, {true, false}), expected);
+    }
+
+    void beginsInStatesThatTheMachineHas()
+    {
+        MachineRecording recording = m_whole;
+        recording.wasRunning = true;
+        recording.entries.remove(0, 21);
+        for (const char* other : {"Working", "Pause", "Lost", "Back"}) {
+            recording.activeBefore = {{{"Heat"}, 0ms}, {{other}, 0ms}};
+            const bool isRight = QByteArray(other) == "Working";
+            QCOMPARE(playBack(recording, m_rinse.description()),
+                     isRight ? ""
+                             : "The machine cannot be in the states where the recording begins");
         }
     }
 };
