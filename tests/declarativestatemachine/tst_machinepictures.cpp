@@ -70,7 +70,12 @@ MachineRecording recordingOfADrink()
     recording.dropped = 7;
     const auto add = [&](Entry::Kind kind, std::chrono::microseconds time, const char* state,
                          int transition = 0, const char* trigger = "") {
-        recording.entries.append({kind, time, true, {{state, 1}, transition}, trigger, true, {}});
+        Entry entry;
+        entry.kind = kind;
+        entry.time = time;
+        entry.transition = {{state, 1}, transition};
+        entry.trigger = trigger;
+        recording.entries.append(entry);
     };
     const char* const notify = "signal zeltools::SignalEmitter::notify()";
     add(Entry::Started, 0s, "");
