@@ -70,7 +70,12 @@ MachineRecording recordingOfADrink()
     recording.dropped = 7;
     const auto add = [&](Entry::Kind kind, std::chrono::microseconds time, const char* state,
                          int transition = 0, const char* trigger = "") {
-        recording.entries.append({kind, time, true, {{state, 1}, transition}, trigger, true, {}});
+        Entry entry;
+        entry.kind = kind;
+        entry.time = time;
+        entry.transition = {{state, 1}, transition};
+        entry.trigger = trigger;
+        recording.entries.append(entry);
     };
     const char* const notify = "signal zeltools::SignalEmitter::notify()";
     add(Entry::Started, 0s, "");
@@ -191,6 +196,9 @@ private Q_SLOTS:
         const Transition inside = Transition::inside(&s_emitter, SIGNAL(notify()), {});
         State hurried{"A", {}, {Transition::after(1s, "B")}};
         hurried.timeLimit = 2s;
+        State patient = hurried;
+        patient.name = "B";
+        patient.transitions = {guarded(Transition::after(1s, "Z"))};
         State busyHistory =
             kindOf(State::DeepHistory, "H", {on("A"), Transition::direct("Z")}, {{"X"}});
         busyHistory.timeLimit = 1s;
@@ -242,7 +250,7 @@ private Q_SLOTS:
               "State \"A\" has a transition to \"A\" that is never taken, because one before it "
               "has the same trigger and no guard"}},
             {"a timeout before the time limit",
-             {{hurried, {"B"}}},
+             {{hurried, patient, {"Z"}}},
              {"State \"A\" has a time limit of 2000 ms, but its timeout ends after 1000 ms"}},
             {"expected signals",
              {{{"A", {}, {on("B")}}, {"B"}},
@@ -253,11 +261,14 @@ private Q_SLOTS:
              {"No state takes zeltools::SignalEmitter::destroyed()",
               "The expected signal gone() does not exist"}},
             {"circles",
-             {{{"A", {}, {guarded(Transition::direct("Z")), Transition::direct("P")}},
+             {{{"A", {}, {guarded(Transition::direct("Z")), Transition::direct("P"), on("C")}},
                around("P", {{"B", {}, {Transition::direct("A")}}}),
+               {"C", {}, {guarded(Transition::direct("A")), Transition::direct("D")}},
+               {"D", {}, {Transition::direct("C")}},
                {"Unreached", {}, {Transition::direct("Unreached")}},
                {"Z"}}},
              {"State \"A\" is in a circle of direct transitions that may never end: \"A\", \"B\"",
+              "State \"C\" is in a circle of direct transitions that may never end: \"C\", \"D\"",
               "State \"Unreached\" cannot be left", "State \"Unreached\" cannot be reached"}},
             {"a circle through a state that is left to enter its child",
              {{around("P", {{"A"}, {"B", {}, {on("Z")}}}, {Transition::direct("B")}), {"Z"}}},
