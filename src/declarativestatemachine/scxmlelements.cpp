@@ -143,7 +143,7 @@ ScxmlElements::Attributes ScxmlElements::attributes(const QStringList& allowed)
 
 QString ScxmlElements::choice(const Attributes& found, const char* name, const QStringList& values)
 {
-    const QString value = found.value(QLatin1String(name), values.first());
+    QString value = found.value(QLatin1String(name), values.first());
     if (!values.contains(value))
         refuse(QStringLiteral("%1=\"%2\" is not supported").arg(QLatin1String(name), value));
     return value;
@@ -151,7 +151,7 @@ QString ScxmlElements::choice(const Attributes& found, const char* name, const Q
 
 QString ScxmlElements::event(const Attributes& found)
 {
-    const QString event = found.value(QStringLiteral("event"));
+    QString event = found.value(QStringLiteral("event"));
     if (!event.isNull() && !isEventName(event))
         refuse(QStringLiteral("\"%1\" is not the name of one event").arg(event));
     return event;

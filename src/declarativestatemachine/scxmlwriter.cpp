@@ -182,10 +182,10 @@ private:
         eachTransition(source, [this](const auto& description, const auto& planned) {
             if (description.type == TransitionDescription::Timeout)
                 writeTimeout(planned.event, description.timeout);
+            const Attributes all{
+                {"event", planned.event}, {"cond", planned.guard}, {"target", planned.target}};
             Attributes attributes;
-            for (const auto& [name, value] : Attributes{{"event", planned.event},
-                                                        {"cond", planned.guard},
-                                                        {"target", planned.target}}) {
+            for (const auto& [name, value] : all) {
                 if (!value.isEmpty())
                     attributes.append({name, value});
             }

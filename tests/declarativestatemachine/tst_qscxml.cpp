@@ -161,9 +161,6 @@ private Q_SLOTS:
         row("a deep history",
             {{twoParts(StateDescription::Ordinary, StateDescription::DeepHistory), out, end}},
             "b back: P P1, a a: P P2 P22, b: Out, back: P P2 P22");
-        row("a history of parallel states",
-            {{twoParts(StateDescription::Parallel, StateDescription::DeepHistory), out, end}},
-            ": P P1 P2 P21, a: P P1 P2 P22");
         row("parallel states, each with its own transitions",
             {{composed("P",
                        {composed("L", {{"L1", {}, {onA("L2")}},

@@ -165,7 +165,6 @@ private Q_SLOTS:
         const QByteArray takes = "<transition event='t' target='A'/>";
         const QByteArray sends = "<onentry><send event='t' id='t' delay='1ms'/></onentry>";
         whole({}, "line 1: Premature end of document.");
-        whole("<scxml/>", "line 1: <scxml> is not supported here");
         whole("\xff", "line 1: the document is not UTF-8 without a byte order mark");
         whole(QByteArray(17 << 20, ' '), "line 1: the document is larger than 16 MiB");
         whole("<!DOCTYPE scxml [<!ENTITY a 'b'>]>" + documentOf("<state id='&a;'/>"),
@@ -173,8 +172,6 @@ private Q_SLOTS:
         whole(documentOf("<state id='A'/>").chopped(5), "line 3: Premature end of document.");
         whole(documentOf("", "a" + QByteArray("='").repeated(101)),
               "line 1: an element has more than 100 attributes");
-        whole(documentOf("<state id='A'/>", "version='2'"),
-              "line 1: version=\"2\" is not supported");
         whole(documentOf("<state id='A'/>", "version='1.0' initial='B'"),
               "line 1: the initial state \"B\" is no child");
         row("", "line 1: there is no state that can be entered");
@@ -182,26 +179,18 @@ private Q_SLOTS:
         row("<final id='A'/><state id='B'><state id='C'/></state>\n<history id='H'/>",
             "line 3: <history> is not supported here");
         row("<state id='A'/><state id='B'/>", "line 1: the machine has no <final> to end with");
-        row("<datamodel><data id='a' expr='2'/></datamodel>",
-            "line 2: expr=\"2\" is not supported");
         row("<state id='A'/>\n<final id='A'/>", "line 3: two states have the id \"A\"");
-        row("<parallel id='P'>\n<final id='A'/></parallel>",
-            "line 3: <final> is not supported here");
         inA("<invoke/>", "line 3: <invoke> is not supported here");
         inA("<q:x xmlns:q='q'/>", "line 3: <q:x> is not supported here");
         inA("go", "line 3: text is not supported");
         inA("<state/>", "line 3: the attribute id is missing");
-        inA("<state id=''/>", "line 3: the attribute id is empty");
         inA("<state id='B' src=''/>", "line 3: the attribute src is not supported here");
         inA("<history id='B'/>", "line 2: there is no state that can be entered");
         inA("<state id='B'/><history id='H'><transition event='a' target='B'/></history>",
             "line 3: a history has one transition, with only a target");
-        inA("<onentry><log label=''/></onentry>", "line 3: <log> is not supported here");
         inA("<transition event='a' target='A B'/>", "line 3: \"A B\" is not the id of one state");
-        inA("<transition event='a' target='A'><assign/></transition>",
-            "line 3: <assign> is not supported here");
-        inA("<transition event='a b'/>", "line 3: \"a b\" is not the name of one event");
         inA("<transition event='a.*'/>", "line 3: \"a.*\" is not the name of one event");
+        inA("<transition event='a b'/>", "line 3: \"a b\" is not the name of one event");
         inA("<transition event='a' type='internal'/>",
             "line 3: type=\"internal\" is not supported");
         inA("<transition event='lost'/>", "line 3: no signal is bound to the event \"lost\"");
@@ -213,8 +202,6 @@ private Q_SLOTS:
                              "<raise> one in <onentry>");
         inA("<state id='B' zel:name='A'/><transition event='a' target='A'/>",
             "line 3: \"A\" is also the name of a later state");
-        inA("<onentry><send event='t' id='t' delay='1.0001s'/></onentry>",
-            "line 3: \"1.0001s\" is not a time such as 1500ms or 1.5s");
         inA("<onentry><send event='t' id='t' delay='1m'/></onentry>",
             "line 3: \"1m\" is not a time such as 1500ms or 1.5s");
         inA(sends + takes, "line 3: <onexit> does not cancel \"t\" alone");
