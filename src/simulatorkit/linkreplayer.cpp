@@ -27,13 +27,14 @@ LinkReplayer::LinkReplayer(SimulatorRecording recording, const Options& options,
     , m_recording(std::move(recording))
     , m_options(options)
     , m_end(std::make_unique<LinkEnd>())
-    , m_arrived(std::make_unique<PartnerBytes>())
+    , m_arrived(std::make_unique<PartnerBytes>(
+          options.side == LinkSide::Machine ? LinkSide::Simulator : LinkSide::Machine))
 {
     m_pause.setSingleShot(true);
     m_pause.setTimerType(Qt::PreciseTimer);
     m_limit.setSingleShot(true);
     connect(&m_pause, &QTimer::timeout, this, &LinkReplayer::advance);
-    connect(&m_limit, &QTimer::timeout, this, [this] { fail(arrivedText()); });
+    connect(&m_limit, &QTimer::timeout, this, [this] { fail(m_arrived->text()); });
 }
 
 LinkReplayer::~LinkReplayer() = default;
@@ -50,7 +51,7 @@ QString LinkReplayer::start(const QString& rawAddress)
     connect(m_end.get(), &LinkEnd::failed, this, [this] { m_pause.start(200ms); });
     connect(m_end.get(), &LinkEnd::disconnected, this, [this] {
         m_arrived->append(m_end->read(std::numeric_limits<qint64>::max()));
-        m_hasPartnerLeft = true;
+        m_arrived->hasPartnerLeft = true;
     });
     QTimer::singleShot(0, this, &LinkReplayer::advance);
     return QString();
@@ -68,7 +69,7 @@ bool LinkReplayer::isListening() const
 
 void LinkReplayer::advance()
 {
-    if (!m_hasPartnerLeft && !m_isClosing)
+    if (!m_arrived->hasPartnerLeft && !m_isClosing)
         m_arrived->append(m_end->read(maximumArrived_B - m_arrived->size_B()));
     const auto& events = m_recording.events;
     while (!m_isFinished && m_next < events.size()) {
@@ -81,7 +82,7 @@ void LinkReplayer::advance()
     }
     if (m_isFinished)
         return;
-    if (m_hasPartnerLeft || closeOwnEnd() == Progress::Done)
+    if (m_arrived->hasPartnerLeft || closeOwnEnd() == Progress::Done)
         finish(QString());
     else
         startLimit();
@@ -104,8 +105,8 @@ LinkReplayer::Progress LinkReplayer::play(const SimulatorEvent& event)
 
 LinkReplayer::Progress LinkReplayer::send(const SimulatorEvent& event)
 {
-    if (m_hasPartnerLeft)
-        return fail(partner() + QStringLiteral(" disconnected"));
+    if (m_arrived->hasPartnerLeft)
+        return fail(m_arrived->text());
     if (m_end->unsent_B() > maximumUnsent_B)
         return Progress::Waiting;
     m_end->write(event.kind == Kind::Raw ? event.bytes
@@ -118,16 +119,17 @@ LinkReplayer::Progress LinkReplayer::expectBytes(const SimulatorEvent& event)
     if (event.kind == Kind::Raw) {
         const int size_B = event.bytes.size();
         if (m_arrived->size_B() < size_B)
-            return m_hasPartnerLeft ? fail(arrivedText()) : Progress::Waiting;
+            return m_arrived->hasPartnerLeft ? fail(m_arrived->text()) : Progress::Waiting;
         if (m_arrived->left(size_B) != event.bytes)
             return fail(rawCame(m_arrived->left(size_B)));
         m_arrived->remove(size_B);
         return Progress::Done;
     }
     if (!m_arrived->hasFrame())
-        return m_arrived->isWrong() || m_hasPartnerLeft ? fail(arrivedText()) : Progress::Waiting;
+        return m_arrived->isWrong() || m_arrived->hasPartnerLeft ? fail(m_arrived->text())
+                                                                 : Progress::Waiting;
     if (m_arrived->message() != event.bytes)
-        return fail(arrivedText());
+        return fail(m_arrived->text());
     m_arrived->remove(FrameSplitter::headerSize_B + event.bytes.size());
     return Progress::Done;
 }
@@ -135,15 +137,15 @@ LinkReplayer::Progress LinkReplayer::expectBytes(const SimulatorEvent& event)
 LinkReplayer::Progress LinkReplayer::expectDisconnection()
 {
     const bool isMore = m_arrived->hasFrame() || m_arrived->isWrong();
-    if (isMore || (m_hasPartnerLeft && !m_arrived->isEmpty()))
-        return fail(arrivedText());
-    return std::exchange(m_hasPartnerLeft, false) ? Progress::Done : Progress::Waiting;
+    if (isMore || (m_arrived->hasPartnerLeft && !m_arrived->isEmpty()))
+        return fail(m_arrived->text());
+    return std::exchange(m_arrived->hasPartnerLeft, false) ? Progress::Done : Progress::Waiting;
 }
 
 LinkReplayer::Progress LinkReplayer::closeOwnEnd()
 {
-    if (!m_arrived->isEmpty() || m_hasPartnerLeft)
-        return fail(arrivedText());
+    if (!m_arrived->isEmpty() || m_arrived->hasPartnerLeft)
+        return fail(m_arrived->text());
     if (m_end->isIdle()) {
         m_isClosing = false;
         return Progress::Done;
@@ -179,20 +181,6 @@ void LinkReplayer::startLimit()
     constexpr std::chrono::milliseconds longest = 24h * 20; // A timer cannot count much more.
     m_limit.start(std::min(longest, m_options.timeout +
                                         std::chrono::ceil<std::chrono::milliseconds>(recorded)));
-}
-
-QString LinkReplayer::arrivedText() const
-{
-    if (!m_arrived->isEmpty())
-        return m_arrived->text();
-    return m_hasPartnerLeft ? partner() + QStringLiteral(" disconnected")
-                            : QStringLiteral("nothing came");
-}
-
-QString LinkReplayer::partner() const
-{
-    return m_options.side == LinkSide::Machine ? QStringLiteral("the simulator")
-                                               : QStringLiteral("the machine");
 }
 
 LinkReplayer::Progress LinkReplayer::fail(const QString& came)

@@ -63,8 +63,6 @@ private:
     bool isDue(const SimulatorEvent& event);
     void startLimit();
 
-    QString arrivedText() const;
-    QString partner() const;
     Progress fail(const QString& came);
     void finish(const QString& difference);
 
@@ -77,7 +75,6 @@ private:
     QTimer m_pause;
     QTimer m_limit;
     int m_next = 0; // event
-    bool m_hasPartnerLeft = false;
     bool m_isClosing = false;
     bool m_isFinished = false;
 };

@@ -40,7 +40,14 @@ QByteArray PartnerBytes::message() const
 
 QString PartnerBytes::text() const
 {
-    return hasFrame() ? cameText(Kind::Message, message(), 2) : rawCame(m_bytes);
+    if (hasFrame())
+        return cameText(Kind::Message, message(), 2);
+    if (!m_bytes.isEmpty())
+        return rawCame(m_bytes);
+    if (!hasPartnerLeft)
+        return QStringLiteral("nothing came");
+    return m_partner == LinkSide::Machine ? QStringLiteral("the machine disconnected")
+                                          : QStringLiteral("the simulator disconnected");
 }
 
 QString shortRow(SimulatorEvent event)

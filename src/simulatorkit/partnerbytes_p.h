@@ -8,10 +8,15 @@
 namespace zeltools::simulatorkit
 {
 
-/// What the partner of a replayer has sent, and what the replayer has not compared yet.
+/// What the partner of a replayer has sent and the replayer has not compared yet.
 class PartnerBytes
 {
 public:
+    explicit PartnerBytes(LinkSide partner)
+        : m_partner(partner)
+    {
+    }
+
     void append(const QByteArray& bytes) { m_bytes += bytes; }
     /// Drops bytes from the beginning.
     void remove(int size_B) { m_bytes.remove(0, size_B); }
@@ -26,10 +31,14 @@ public:
     /// The message of the first frame, if there is one.
     QByteArray message() const;
 
-    /// Says what has come: `"grind" came` or `raw "xy" came`. It needs at least one byte.
+    /// Says what has come: `"grind" came`, `raw "xy" came` or `nothing came`, or, without bytes,
+    /// that the partner has disconnected.
     QString text() const;
 
+    bool hasPartnerLeft = false; ///< No more bytes will come.
+
 private:
+    const LinkSide m_partner;
     QByteArray m_bytes;
 };
 
