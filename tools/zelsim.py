@@ -727,8 +727,8 @@ class Link:
     def later(self, seconds: float, action: Callable[[], None], *, again: bool = False) -> None:
         """Calls the action after this time, unless the connection ends before.
 
-        Actions of the same millisecond are called in the order of these calls. `again` gives an action
-        the place of the one that is being called.
+        Actions of the same millisecond are called in the order of these calls. `again` gives an
+        action the place of the one that is being called.
         """
         if len(self._waiting) < MOST_WAITING:
             number = next(self._numbers)
