@@ -647,7 +647,7 @@ class _Player:
     def stop(self) -> None:
         """Ends run() soon. Each thread and the handler of a signal may call it."""
         self._is_stopping = True
-        self._call(lambda: self._task.cancel())
+        self._call(self._cancel)
 
     def __enter__(self):
         executor = ThreadPoolExecutor(1, thread_name_prefix="zelsim")
@@ -673,6 +673,11 @@ class _Player:
 
     async def _play(self) -> None:
         raise NotImplementedError
+
+    def _cancel(self) -> None:
+        # Before Python 3.12, wait_for() can lose a cancellation that comes together with a result.
+        self._task.cancel()
+        self._loop.call_later(0.1, self._cancel)
 
     def _call(self, function: Callable[[], object]) -> None:
         """Calls the function in the thread of run(), if that has begun and not ended."""
@@ -722,8 +727,8 @@ class Link:
     def later(self, seconds: float, action: Callable[[], None], *, again: bool = False) -> None:
         """Calls the action after this time, unless the connection ends before.
 
-        Actions of the same millisecond are called in the order of these calls. `again` gives an action
-        the place of the one that is being called.
+        Actions of the same millisecond are called in the order of these calls. `again` gives an
+        action the place of the one that is being called.
         """
         if len(self._waiting) < MOST_WAITING:
             number = next(self._numbers)

@@ -212,7 +212,7 @@ class Comparison(unittest.TestCase):
         for (row, other, told), name in itertools.product(DIFFERENCES, PROGRAMS):
             rows = RECORDING.replace(row, other).split("\nend\n")[0]
             recording = zelsim.Recording.parse(rows + "\nend\n")
-            timeout = "1s" if "nothing" in told else "20s"
+            timeout = "3s" if "nothing" in told else "20s"
             with self.subTest(told=told, program=name), \
                     Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
                     zelsim.Replayer(recording, program.peer_address(), side="machine"):

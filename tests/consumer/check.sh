@@ -10,6 +10,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 cmake --install "$build" --prefix "$work/prefix" > /dev/null
+"$work/prefix/share/zeltools/zelsim.py" --help > /dev/null
 cmake -S "$source" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
       -DCMAKE_CXX_COMPILER="$compiler" -DWITH_SUPPORT="$support" > /dev/null
 cmake --build "$work/cmake" > /dev/null
