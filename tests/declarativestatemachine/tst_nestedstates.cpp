@@ -82,6 +82,14 @@ private Q_SLOTS:
             "hour hour hour",
             {"in Both, Left, L1, Right, R1", "> hour", "in Both, Left, L2, Right, R1", "> hour",
              "in Both, Left, L2, Right, R2", "> hour", "in Done", "in ", "finished"});
+        row("of two timeouts in a state the first to end triggers the first transition",
+            [](Story&) {
+                return States{
+                    {"A", {}, {Transition::after(2h, "B"), Transition::after(1h, "Done")}},
+                    {"B"},
+                    {"Done"}};
+            },
+            "hour", {"in A", "> hour", "in B"});
         row("a transition without a target leaves no state and keeps its timeout",
             [](Story& story) {
                 Transition begun = Transition::direct("?"), half = Transition::after(1h, "?");
