@@ -181,12 +181,10 @@ private Q_SLOTS:
             QTRY_COMPARE(server.counters().connectionsRefused, isAllowed ? 11U : 12U);
             QCOMPARE(server.connected(), isAllowed);
         }
-        QStringList lines;
-        for (int i = 0; i < 10 && !isAllowed; ++i)
-            lines += "Refused a connection from 127.0.0.1 which is no allowed peer";
-        if (!isAllowed)
-            lines += "The refused simulators caused 2 more warnings";
-        QCOMPARE(recorder.takeMessages(), lines);
+        const QStringList lines = recorder.takeMessages();
+        QCOMPARE(lines.size(), isAllowed ? 0 : 11);
+        QCOMPARE(lines.value(9).contains("from 127.0.0.1 which is no allowed peer"), !isAllowed);
+        QCOMPARE(lines.value(10).contains("caused 2 more warnings"), !isAllowed);
     }
 
     void bearsManyConnections()
@@ -207,7 +205,6 @@ private Q_SLOTS:
         QTRY_COMPARE(sizes(), before);
     }
 
-    // Each step names what lies at the path and tells whether an endpoint can listen there.
     void guardsItsSocketFile()
     {
         const auto isListening = [this](const Link& link) {
@@ -217,12 +214,9 @@ private Q_SLOTS:
         {
         };
         support::LineRecorder recorder;
-        Link living;
-        {
-            const mode_t before = ::umask(0);
-            living = make(m_unixServer);
-            ::umask(before);
-        }
+        const mode_t before = ::umask(0);
+        Link living = make(m_unixServer);
+        ::umask(before);
         QVERIFY(isListening(living) && ::lstat(m_path.toUtf8(), &file) == 0);
         QCOMPARE(file.st_mode, mode_t(S_IFSOCK | 0600));
         QSignalSpy changes(living.get(), &SimulationInterface::connectedChanged);
