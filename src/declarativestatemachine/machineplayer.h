@@ -28,9 +28,9 @@ struct Playback
 /// number and what it waits for are the same. The class of the object that emits a signal and the
 /// length of a timeout do not count, so that a test may use other ones.
 ///
-/// The function runs no event loop and needs no application object. A recording that has lost
-/// entries is played from the states that were active at its first entry, but what history states
-/// remembered before is lost.
+/// The function runs no event loop. A recording that has lost entries is played from the states
+/// that were active at its first entry, but what history states remembered before is lost, which a
+/// difference then says.
 ZELTOOLS_EXPORT QString playBack(const MachineRecording& recording,
                                  const StateMachineDescription& description, Playback options = {},
                                  QStringList* log = nullptr);

@@ -20,7 +20,7 @@ using Kind = SimulatorEvent::Kind;
 namespace
 {
 
-constexpr qint64 maximumUnsent_B = 64 * 1024;
+constexpr int maximumUnsent_B = 64 * 1024;
 
 } // namespace
 

@@ -17,7 +17,7 @@ using Kind = SimulatorEvent::Kind;
 namespace
 {
 
-constexpr qint64 maximumUnsent_B = 64 * 1024;
+constexpr int maximumUnsent_B = 64 * 1024;
 constexpr int maximumArrived_B = 128 * 1024; // has room for a whole frame
 
 } // namespace
