@@ -124,17 +124,6 @@ struct StateMachineDescription
     QString name = {}; ///< a title for pictures
     /// The signals that the machine has to handle: findProblems() names those that no state takes.
     std::vector<ExpectedSignal> expectedSignals = {};
-
-    bool isFinal(size_t index) const { return index > 0 && index + 1 == states.size(); }
-    /// The index of the state to which transitions of that name lead, which is the last one with
-    /// the name; -1 if no state has it.
-    int indexOf(const QString& stateName) const
-    {
-        int index = static_cast<int>(states.size()) - 1;
-        while (index >= 0 && states[static_cast<size_t>(index)].name != stateName)
-            --index;
-        return index;
-    }
 };
 
 } // namespace zeltools::declarativestatemachine

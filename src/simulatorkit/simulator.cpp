@@ -108,20 +108,19 @@ void Simulator::runDue()
 // What follows is added before the action, which may end the connection.
 void Simulator::runFirst()
 {
-    auto first = m_waiting.extract(m_waiting.begin());
-    const SimulatorRow& row = m_script.rows[first.mapped().row];
-    qint64& due_ms = first.key().first;
-    if (first.mapped().repetitions == 0) {
-        trigger(first.mapped().row, due_ms);
+    auto [due, waiting] = *m_waiting.begin();
+    m_waiting.erase(m_waiting.begin());
+    const SimulatorRow& row = m_script.rows[waiting.row];
+    if (waiting.repetitions == 0) {
+        trigger(waiting.row, due.first);
         const qint64 period_ms = row.period.count();
-        due_ms = std::max(due_ms, m_clock.elapsed() / period_ms * period_ms) + period_ms;
-        first.key().second = m_order++;
-        m_waiting.insert(std::move(first));
+        const qint64 missed_ms = m_clock.elapsed() / period_ms * period_ms;
+        m_waiting.emplace(Due(std::max(due.first, missed_ms) + period_ms, m_order++), waiting);
         return;
     }
-    if (--first.mapped().repetitions > 0) {
-        due_ms += row.pause.count();
-        m_waiting.insert(std::move(first));
+    if (--waiting.repetitions > 0) {
+        due.first += row.pause.count();
+        m_waiting.emplace(due, waiting);
     }
     act(row);
 }
