@@ -108,7 +108,8 @@ void Simulator::runDue()
 // What follows is added before the action, which may end the connection.
 void Simulator::runFirst()
 {
-    auto [due, waiting] = *m_waiting.begin();
+    Due due = m_waiting.begin()->first;
+    Waiting waiting = m_waiting.begin()->second;
     m_waiting.erase(m_waiting.begin());
     const SimulatorRow& row = m_script.rows[waiting.row];
     if (waiting.repetitions == 0) {
