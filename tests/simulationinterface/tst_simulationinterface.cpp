@@ -140,11 +140,11 @@ private Q_SLOTS:
             QProcess simulator;
             simulator.start("python3", {SIMULATOR_PATH, address, "", longest, "end"});
             if (!isServer) {
-                QTRY_VERIFY(simulator.canReadLine());
+                QTRY_VERIFY_WITH_TIMEOUT(simulator.canReadLine(), 30000);
                 link = make<Client>(simulator.readLine().trimmed().split(' ').last());
             }
             record(link);
-            QTRY_COMPARE(m_events, (QStringList{"up", "", "65535", "end"}));
+            QTRY_COMPARE_WITH_TIMEOUT(m_events, (QStringList{"up", "", "65535", "end"}), 30000);
             for (const QString& text : {QString(), longest, longest + 'x', QString("end")})
                 link->write(text.toLatin1());
             link.reset();
