@@ -422,7 +422,8 @@ class _RecordingFile:
             is_full = self._size_B + len(row) + len(Recording.END) > LARGEST_RECORDING_B
             if not self.has_failed and (is_full or self._count > MOST_ROWS):
                 self.close()
-                self._fail("no recording may be larger")
+                self._fail(f"a recording has at most {MOST_ROWS} rows and "
+                           f"{LARGEST_RECORDING_B >> 20} MiB")
             self._write(row)
 
     def close(self) -> None:

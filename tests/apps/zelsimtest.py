@@ -1,16 +1,20 @@
 # zelsimtest.py ZELCTL MODULE PAGE: holds `zelctl sim` and the module zelsim.py against each other.
 
+import ctypes
 import itertools
 import logging
 import os
 import re
 import socket
+import struct
 import subprocess
 import sys
 import tempfile
 import time
 import unittest
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
+from unittest import mock
 
 ZELCTL, MODULE, PAGE = map(os.path.abspath, sys.argv[1:4])
 sys.path.insert(0, os.path.dirname(MODULE))
@@ -48,17 +52,19 @@ RECORDING = r"""zelsim recording 1
 250 simulator raw "\x00\x01"
 251 machine message "break"
 251 simulator raw "Q\x00\x06b"
-271 simulator disconnected
-273 machine connected
-274 simulator message "hello"
-275 machine message "grind 1"
-275 simulator message "gro\x00nd é"
-305 simulator message "cleaned"
-305 simulator message "cleaned"
-306 machine raw "\x00"
-307 machine disconnected
-end
-"""
+351 simulator disconnected
+353 machine connected
+354 simulator message "hello"
+355 machine message "grind 1"
+355 simulator message "gro\x00nd é"
+385 simulator message "cleaned"
+385 simulator message "cleaned"
+386 machine raw "\x00"
+387 machine disconnected
+""" + 50 * """388 machine connected
+388 simulator message "hello"
+388 machine disconnected
+""" + "end\n"
 
 # The lines behind the first one, and where the problem is.
 SCRIPTS = [
@@ -112,11 +118,13 @@ DIFFERENCES = [
      'row 12: expected machine message "brew", but raw "bre" came'),
     ('52 machine message "brew"', '52 machine disconnected\nend\n',
      'row 12: expected machine message "brew", but the machine disconnected'),
-    ('307 machine disconnected', '306 machine message "more"\n307 machine disconnected',
+    ('387 machine disconnected', '386 machine message "more"\n387 machine disconnected',
      'row 25: expected machine disconnected, but "more" came'),
     ('251 machine message "break"', r'251 machine raw "Q\x00\x05breakQ\x00\x01x"',
      'row 17: expected simulator disconnected, but "x" came'),
-    ('307 machine disconnected', '307 simulator message "x"',
+    ('351 simulator disconnected', '251 machine disconnected\nend\n',
+     'row 17: expected simulator disconnected, but the machine disconnected'),
+    ('387 machine disconnected', '387 simulator message "x"\nend\n',
      'row 25: expected machine disconnected, but nothing came'),
 ]
 
@@ -161,12 +169,20 @@ class Comparison(unittest.TestCase):
 
     def file(self, name, content):
         path = self.folder / name
+        path.parent.mkdir(exist_ok=True)
         path.write_bytes(content if isinstance(content, bytes) else content.encode())
         return path
 
+    def check_each(self, check, cases):
+        """Checks a few cases at a time."""
+        with ThreadPoolExecutor(6) as pool:
+            for case, checked in [(case, pool.submit(check, *case)) for case in cases]:
+                with self.subTest(case=str(case)[:200]):
+                    checked.result()
+
     def problem(self, name, action, content):
         """The place of the problem that a program tells of, or None for a good file."""
-        with Program(name, action, self.file("file", content), NOWHERE) as program:
+        with Program(name, action, self.file(f"{hash(content)}/file", content), NOWHERE) as program:
             status, errors = program.end()
         self.assertEqual((status, errors.count("\n")), (1, 1), errors)
         if errors.startswith("cannot listen on " + NOWHERE):
@@ -178,26 +194,26 @@ class Comparison(unittest.TestCase):
         for action, head, rows in (("serve", "zelsim script 1\n", SCRIPTS),
                                    ("replay", "zelsim recording 1 # head\n", RECORDINGS)):
             files += [(action, (head + row).encode("latin-1"), where) for row, where in rows]
-        for action, content, where in files:
-            parse = (zelsim.Script if action == "serve" else zelsim.Recording).parse
-            with self.subTest(content=content[-80:]):
-                told = None
-                try:
-                    parse(content)
-                except zelsim.FormatError as error:
-                    told = f"line {error.line}, column {error.column}"
-                self.assertEqual((told or "")[:len(where or "")], where or "")
-                self.assertEqual(told is None, where is None)
-                self.assertEqual(self.problem("zelctl", action, content), told)
-        self.assertEqual(self.problem("zelsim", "serve", "zelsim script 1\nx\n"), "line 2, column 1")
+
+        def check(action, content, where):
+            told = None
+            try:
+                (zelsim.Script if action == "serve" else zelsim.Recording).parse(content)
+            except zelsim.FormatError as error:
+                told = f"line {error.line}, column {error.column}"
+            self.assertEqual((told or "")[:len(where or "")], where or "")
+            self.assertEqual(told is None, where is None)
+            self.assertEqual(self.problem("zelctl", action, content), told)
+        self.check_each(check, files)
+        self.assertEqual(self.problem("zelsim", "serve", b"zelsim script 1\nx\n"), "line 2, column 1")
 
     def test_serve_record_and_replay_for_each_other(self):
         script = self.file("script", SCRIPT)
         golden = self.file("golden", RECORDING)
-        path = self.folder / "recording"
-        for server, recorder, player in itertools.product(PROGRAMS, repeat=3):
-            with self.subTest(server=server, recorder=recorder, player=player), \
-                    Program(server, "serve", script, f"unixserver/{path}.{server}") as simulator, \
+
+        def check(server, recorder, player):
+            path = self.folder / f"{server}.{recorder}.{player}"
+            with Program(server, "serve", script, f"unixserver/{path}.socket") as simulator, \
                     Program(recorder, "record", simulator.peer_address(), path) as link, \
                     Program(player, "replay", golden, link.peer_address(), "--as", "machine",
                             "--timeout", "20s") as machine:
@@ -206,17 +222,20 @@ class Comparison(unittest.TestCase):
                 self.assertEqual(simulator.end(is_stopped=True), (0, ""))
                 self.assertEqual(without_times(zelsim.Recording.load(path)),
                                  without_times(zelsim.Recording.parse(RECORDING)))
+        self.check_each(check, itertools.product(PROGRAMS, repeat=3))
 
     def test_tell_the_same_difference(self):
         golden = self.file("golden", RECORDING)
-        for (row, other, told), name in itertools.product(DIFFERENCES, PROGRAMS):
+
+        def check(change, name):
+            row, other, told = change
             rows = RECORDING.replace(row, other).split("\nend\n")[0]
             recording = zelsim.Recording.parse(rows + "\nend\n")
             timeout = "3s" if "nothing" in told else "20s"
-            with self.subTest(told=told, program=name), \
-                    Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
+            with Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
                     zelsim.Replayer(recording, program.peer_address(), side="machine"):
                 self.assertEqual(program.end(), (1, told + "\n"))
+        self.check_each(check, itertools.product(DIFFERENCES, PROGRAMS))
 
     def test_serve_turns_of_all_connections(self):
         script = self.file("script", 'zelsim script 1\nevery 400ms first 3 answer "tick"\n'
@@ -226,42 +245,62 @@ class Comparison(unittest.TestCase):
             "zelsim recording 1\n0 machine connected\n" + 2 * both + "0 machine disconnected\n"
             "0 machine connected\n" + both + '900 machine message "end"\n'
             '900 simulator message "ended"\n900 machine disconnected\nend\n')
-        for name in PROGRAMS:
-            with self.subTest(program=name), \
-                    Program(name, "serve", script) as program, \
+
+        def check(name):
+            with Program(name, "serve", script) as program, \
                     zelsim.Replayer(recording, program.peer_address(), side="machine",
                                     in_time=True) as machine:
                 self.assertIsNone(machine.wait())
+        self.check_each(check, zip(PROGRAMS))
 
     def test_replay_in_time(self):
         recording = self.file("recording", "zelsim recording 1\n0 machine connected\n"
                               '0 machine message "a"\n400 machine message "b"\nend\n')
-        for name in PROGRAMS:
+
+        def check(name, late, end):
             times = []
-            with self.subTest(program=name), \
-                    zelsim.Simulator(lambda *_: times.append(time.monotonic())) as simulator, \
+
+            def behaviour(link, message):
+                times.append(time.monotonic())
+                if message == b"b":
+                    link.later(0.01, lambda: link.raw(late))
+            with zelsim.Simulator(behaviour) as simulator, \
                     Program(name, "replay", recording, simulator.address.replace("server", "client"),
                             "--as", "machine", "--in-time") as program:
-                self.assertEqual(program.end(), (0, ""))
-                simulator.wait_for(b"b")
+                self.assertEqual(program.end(), end)
                 self.assertGreater(times[1] - times[0], 0.35)
+        self.check_each(check, itertools.product(PROGRAMS, [b""], [(0, "")]))
+        for late, told in ((b"Q\0\1y", '"y"'), (b"Q\0\1", r'raw "Q\x00\x01"')):
+            self.check_each(check, itertools.product(PROGRAMS, [late], [
+                (1, f"row 5: expected the end, but {told} came\n")]))
 
     def test_take_the_same_arguments(self):
         script, taken = self.file("script", SCRIPT), socket.create_server(("127.0.0.1", 0))
         busy = "tcpserver/127.0.0.1/%d" % taken.getsockname()[1]
-        for words, status in [
-                ([], 2), (["play"], 2), (["serve"], 2), (["serve", script, "tcp/127.0.0.1/1"], 2),
-                (["serve", script, "tcpserver/localhost/1"], 2), (["serve", script, "--machine"], 2),
-                (["serve", script, "unixserver/relative"], 2), (["replay", script], 2),
-                (["replay", script, busy, "--as", "both"], 2), (["record", "a", "b", "c"], 2),
-                (["replay", script, busy, "--timeout", "5"], 2), (["serve", script, busy], 1),
-                (["serve", self.folder / "none", busy], 1), (["record", busy, script, "--once"], 2),
-                (["record", busy, self.folder / "none" / "x"], 1)]:
-            for name in PROGRAMS:
-                with self.subTest(words=words, program=name), Program(name, *words) as program:
-                    ended, errors = program.end()
-                    self.assertEqual((ended, errors.count("\n")), (status, 1), errors)
-        taken.close()
+        living = [socket.socket(socket.AF_UNIX, kind) for kind in (socket.SOCK_STREAM, socket.SOCK_DGRAM)]
+        for number, other in enumerate(living):
+            other.bind(str(self.folder / str(number)))
+        living[0].listen()
+        living[0].setblocking(False)
+
+        def check(case, name):
+            with Program(name, *case[0]) as program:
+                ended, errors = program.end()
+                self.assertEqual((ended, errors.count("\n")), (case[1], 1), errors)
+        self.check_each(check, itertools.product([
+            ([], 2), (["play"], 2), (["serve"], 2), (["serve", script, "tcp/127.0.0.1/1"], 2),
+            (["serve", script, "tcpserver/localhost/1"], 2), (["serve", script, "--machine"], 2),
+            (["serve", script, "unixserver/relative"], 2), (["replay", script], 2),
+            (["replay", script, busy, "--as", "both"], 2), (["record", "a", "b", "c"], 2),
+            (["replay", script, busy, "--timeout", "5"], 2), (["serve", script, busy], 1),
+            (["serve", self.folder / "none", busy], 1), (["record", busy, script, "--once"], 2),
+            (["record", busy, self.folder / "none" / "x"], 1), (["serve", "/dev/zero"], 1),
+            (["serve", script, f"unixserver/{self.folder}/0"], 1),
+            (["serve", script, f"unixserver/{self.folder}/1"], 1)], PROGRAMS))
+        with self.assertRaises(BlockingIOError):
+            living[0].accept()
+        for other in (taken, *living):
+            other.close()
         self.assertEqual(script.read_text(), SCRIPT)
 
 
@@ -295,16 +334,52 @@ class Module(unittest.TestCase):
                     machine.sendall(zelsim.frame(b"x"))
                     self.assertEqual(machine.recv(1), b"")
 
-    def test_tells_of_a_full_disk_once(self):
-        with zelsim.Simulator(zelsim.Script.parse('zelsim script 1\nwhen any answer "x"\n')) as end:
-            address = end.address.replace("server", "client")
-            with self.assertLogs("zelsim", logging.ERROR) as log, \
-                    zelsim.LinkRecorder(address, "/dev/full") as recorder, \
-                    socket.create_connection(("127.0.0.1", recorder.port), 20) as machine:
-                machine.sendall(zelsim.frame(b"status?"))
-                self.assertEqual(machine.recv(100), zelsim.frame(b"x"))
-            self.assertTrue(recorder.has_failed)
-            self.assertEqual(len(log.output), 1)
+    def test_tells_once_of_a_file_that_is_full(self):
+        rows = [b'connected', b'message "status?"', b'message "x"', b'raw "Q"']
+        for device, limit, has in (("/dev/full", 9, None), (None, 2, rows[:2]), (None, 9, rows)):
+            with zelsim.Simulator(lambda link, _: link.answer(b"x")) as end, \
+                    tempfile.NamedTemporaryFile() as file, \
+                    mock.patch.object(zelsim, "MOST_ROWS", limit), \
+                    self.assertLogs("zelsim") as log:
+                logging.getLogger("zelsim").info("begin")
+                with zelsim.LinkRecorder(end.address.replace("server", "client"),
+                                         device or file.name) as recorder, \
+                        socket.create_connection(("127.0.0.1", recorder.port), 20) as machine:
+                    machine.sendall(zelsim.frame(b"status?") + b"Q")
+                    self.assertEqual(machine.recv(100), zelsim.frame(b"x"))
+                    recorder.stop()
+                    self.assertEqual(machine.recv(1), b"")
+                self.assertEqual(len(log.output), 1 + (has != rows))
+                self.assertEqual(recorder.has_failed, has != rows)
+                if has:
+                    lines = file.read().splitlines()[1:]
+                    self.assertEqual([line.split(b" ", 2)[-1] for line in lines], has + [b"end"])
+
+    def test_does_not_wait_for_a_partner_that_reads_nothing(self):
+        recording = zelsim.Recording([zelsim.Row(0, "machine", "connected")] + 300 * [
+            zelsim.Row(0, "simulator", "message", bytes(65000))])
+        with zelsim.Replayer(recording, timeout=0.3) as replayer, \
+                socket.create_connection(("127.0.0.1", replayer.port)):
+            self.assertRegex(replayer.wait(), "nothing came$")
+
+    @mock.patch.multiple(zelsim, CHECK_S=0.1, KEEP_ALIVE=dict.fromkeys(zelsim.KEEP_ALIVE, 1))
+    def test_notices_a_lost_machine(self):
+        instruction = ctypes.create_string_buffer(struct.pack("HBBI", 6, 0, 0, 0))  # drops all
+        drop = struct.pack("HxxxxxxP", 1, ctypes.addressof(instruction))
+        for message in (b"", b"unacknowledged"):
+            with self.subTest(message=message), zelsim.Simulator(
+                    lambda *_: None, connected=lambda link: link.answer(b"hello")) as simulator, \
+                    socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
+                machine.recv(100)
+                machine.setsockopt(socket.SOL_SOCKET, 26, drop)  # SO_ATTACH_FILTER
+                if message:
+                    simulator.send(message)
+                is_served = False
+                end = time.monotonic() + 9
+                while not is_served and time.monotonic() < end:
+                    with socket.create_connection(("127.0.0.1", simulator.port), 20) as other:
+                        is_served = other.recv(100) != b""
+                self.assertTrue(is_served)
 
 
 if __name__ == "__main__":
