@@ -1,5 +1,6 @@
 #include "simulatorkit/linkend_p.h"
 
+#include "simulationinterface/tcpsimulationinterfacecommon.h"
 #include "simulatorkit/linkaddress_p.h"
 
 #include <QTimer>
@@ -8,10 +9,26 @@
 #include <chrono>
 #include <utility>
 
+#include <poll.h>
+#include <sys/socket.h>
+
 namespace zeltools::simulatorkit
 {
 
 using namespace std::chrono_literals;
+using simulationinterface::TcpSimulationInterfaceCommon;
+
+namespace
+{
+
+// The socket itself notices it only when the last byte has been read.
+bool hasPeerHungUp(const QTcpSocket& socket)
+{
+    pollfd peer = {static_cast<int>(socket.socketDescriptor()), POLLRDHUP, 0};
+    return socket.state() != QAbstractSocket::ConnectedState || ::poll(&peer, 1, 0) > 0;
+}
+
+} // namespace
 
 LinkEnd::LinkEnd() = default;
 
@@ -61,17 +78,22 @@ void LinkEnd::close()
 {
     m_isConnected = false;
     QTcpSocket* const socket = m_socket;
-    if (socket == nullptr)
+    if (socket == nullptr || std::exchange(m_isClosing, true))
         return;
-    m_isClosing = true;
-    socket->state() == QAbstractSocket::ConnectedState ? socket->disconnectFromHost()
-                                                       : socket->abort();
+    socket->state() == QAbstractSocket::ConnectedState ? hangUp() : socket->abort();
     const auto abort = [this, socket] {
         socket->abort();
         end(socket);
     };
     const bool isClosed = socket->state() == QAbstractSocket::UnconnectedState;
     QTimer::singleShot(isClosed ? 0s : 3s, socket, abort);
+}
+
+void LinkEnd::closeForGood()
+{
+    if (m_server != nullptr)
+        m_server->close();
+    close();
 }
 
 QByteArray LinkEnd::read(qint64 limit_B)
@@ -91,8 +113,11 @@ void LinkEnd::write(const QByteArray& bytes)
 
 void LinkEnd::accept()
 {
-    while (QTcpSocket* const socket = m_server->nextPendingConnection()) {
-        if (m_socket != nullptr) {
+    while (m_server->hasPendingConnections()) {
+        if (m_socket != nullptr && (m_isClosing || hasPeerHungUp(*m_socket)))
+            return; // end() takes it.
+        QTcpSocket* const socket = m_server->nextPendingConnection();
+        if (m_socket != nullptr || socket->state() != QAbstractSocket::ConnectedState) {
             socket->abort();
             socket->deleteLater();
             continue;
@@ -111,8 +136,8 @@ void LinkEnd::attach(QTcpSocket* socket)
     m_socket = socket;
     m_isClosing = false;
     socket->setReadBufferSize(maximumUnread_B);
-    connect(socket, &QTcpSocket::readyRead, this, &LinkEnd::changed, Qt::QueuedConnection);
-    connect(socket, &QTcpSocket::bytesWritten, this, &LinkEnd::changed, Qt::QueuedConnection);
+    connect(socket, &QTcpSocket::readyRead, this, &LinkEnd::change, Qt::QueuedConnection);
+    connect(socket, &QTcpSocket::bytesWritten, this, &LinkEnd::change, Qt::QueuedConnection);
     connect(
         socket, &QTcpSocket::disconnected, this, [this, socket] { end(socket); },
         Qt::QueuedConnection);
@@ -123,6 +148,8 @@ void LinkEnd::begin(QTcpSocket* socket)
     if (socket != m_socket || m_isClosing || socket->state() != QAbstractSocket::ConnectedState)
         return;
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    if (!socket->peerAddress().isNull()) // not AF_UNIX
+        TcpSimulationInterfaceCommon::watchPeer(*socket);
     m_isConnected = true;
     Q_EMIT connected();
 }
@@ -137,7 +164,26 @@ void LinkEnd::end(QTcpSocket* socket)
         Q_EMIT failed(m_error.isEmpty() ? socket->errorString() : m_error);
     m_socket = nullptr;
     socket->deleteLater();
+    if (m_server != nullptr)
+        QTimer::singleShot(0, this, &LinkEnd::accept);
     Q_EMIT ended();
+}
+
+void LinkEnd::change()
+{
+    if (!m_isClosing)
+        Q_EMIT changed();
+    else if (m_socket != nullptr)
+        hangUp();
+}
+
+// The kernel would reset a connection that is closed with unread bytes, and the peer would lose
+// what it has not read.
+void LinkEnd::hangUp()
+{
+    m_socket->readAll();
+    if (m_socket->bytesToWrite() == 0)
+        ::shutdown(static_cast<int>(m_socket->socketDescriptor()), SHUT_WR);
 }
 
 } // namespace zeltools::simulatorkit

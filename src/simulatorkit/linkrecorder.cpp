@@ -78,9 +78,10 @@ void LinkRecorder::stop()
     endFrames();
     for (Side* const side : {m_machine.get(), m_simulator.get()}) {
         side->end.disconnect(this);
-        side->end.close();
+        side->end.closeForGood();
     }
     m_file->end();
+    report(m_file->error());
 }
 
 QString LinkRecorder::listeningAddress(LinkSide side) const

@@ -45,8 +45,9 @@ public:
     bool isListening() const;
 
 Q_SIGNALS:
-    /// Emitted once. The text is empty if everything was the same; otherwise it is the first
-    /// difference, such as `row 7: expected machine message "brew", but "grind" came`.
+    /// Emitted once; the object may be deleted in it. The text is empty if everything was the same;
+    /// otherwise it is the first difference, such as `row 7: expected machine message "brew", but
+    /// "grind" came`.
     void finished(const QString& difference);
 
 private:
@@ -57,10 +58,13 @@ private:
     Progress send(const SimulatorEvent& event);
     Progress expectBytes(const SimulatorEvent& event);
     Progress expectDisconnection();
+    Progress expectEnd();
+    bool hasMore() const;
     Progress closeOwnEnd();
 
     std::chrono::microseconds now() const;
-    bool isDue(const SimulatorEvent& event);
+    std::chrono::microseconds dueTime(const SimulatorEvent& event) const;
+    bool isDue(std::chrono::microseconds time);
     void startLimit();
 
     Progress fail(const QString& came);
@@ -72,6 +76,7 @@ private:
     std::unique_ptr<PartnerBytes> m_arrived;
     QElapsedTimer m_clock;
     std::chrono::microseconds m_beginning{}; // of the recording, on the clock
+    std::chrono::microseconds m_lastRow{};   // when it was played, on the clock
     QTimer m_pause;
     QTimer m_limit;
     int m_next = 0; // event

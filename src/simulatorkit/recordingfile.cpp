@@ -19,6 +19,8 @@ bool RecordingFile::open(const QString& path)
     m_clock.start();
     m_file = std::make_unique<FileDescriptor>(::open(
         QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (*m_file < 0)
+        fail();
     append(SimulatorRecording::headRow());
     return m_error.isEmpty();
 }
@@ -36,6 +38,9 @@ void RecordingFile::write(LinkSide side, SimulatorEvent::Kind kind, const QByteA
 void RecordingFile::end()
 {
     append(SimulatorRecording::endRow());
+    // A device or a pipe has no storage.
+    if (m_error.isEmpty() && ::fdatasync(*m_file) != 0 && errno != EINVAL)
+        fail();
 }
 
 void RecordingFile::append(const QByteArray& row)
@@ -48,9 +53,14 @@ void RecordingFile::append(const QByteArray& row)
         m_size_B += row.size();
         return;
     }
-    m_error = QStringLiteral("cannot write %1: %2").arg(m_path, qt_error_string(errno));
+    fail();
     if (written_B > 0 && ::ftruncate(*m_file, m_size_B) != 0)
         m_error += QStringLiteral("; its last row is cut");
+}
+
+void RecordingFile::fail()
+{
+    m_error = QStringLiteral("cannot write %1: %2").arg(m_path, qt_error_string(errno));
 }
 
 } // namespace zeltools::simulatorkit

@@ -19,13 +19,14 @@ public:
     bool open(const QString& path);
     /// Writes a row with the present time.
     void write(LinkSide side, SimulatorEvent::Kind kind, const QByteArray& bytes = {});
-    /// Writes the last line.
+    /// Writes the last line and forces the file to the storage.
     void end();
     /// The path and the reason of the first failure, or an empty text.
     const QString& error() const { return m_error; }
 
 private:
     void append(const QByteArray& row);
+    void fail();
 
     std::unique_ptr<FileDescriptor> m_file;
     QElapsedTimer m_clock;
