@@ -100,11 +100,6 @@ def _unescape(match: re.Match[bytes]) -> bytes:
     return bytes.fromhex(digits.decode()) if digits else _CONTROLS.get(letter, letter)
 
 
-def _bare(line: bytes, start: int) -> tuple[str, int]:
-    end = _BARE.match(line, start).end()
-    return line[start:end].decode("ascii"), end
-
-
 def quoted(data: bytes) -> str:
     """Returns the bytes as a word in quotes. Printable UTF-8 stays, other bytes are escaped."""
     def word(character: str) -> str:
@@ -141,17 +136,22 @@ class _Line:
             start = at = _BLANKS.match(line, at).end()
             if line[at:at + 1] in (b"", b"#"):
                 return
-            word, at = self._split_quoted(line, at) if line[at:at + 1] == b'"' else _bare(line, at)
+            if line[at:at + 1] == b'"':
+                at = self._end_of_quoted(line, at)
+                word = _ESCAPE.sub(_unescape, line[start + 1:at - 1])
+            else:
+                at = _BARE.match(line, at).end()
+                word = line[start:at].decode("ascii")
             if line[at:at + 1] not in (b"", b" ", b"\t", b"#"):
                 raise FormatError(number, at + 1, "unexpected character")
             self._words.append((word, start + 1))
 
-    def _split_quoted(self, line: bytes, start: int) -> tuple[bytes, int]:
+    def _end_of_quoted(self, line: bytes, start: int) -> int:
         end = _QUOTED.match(line, start + 1).end()
         if line[end:end + 1] != b'"':
             raise FormatError(self.number, end + 1, "unknown escape" if end < len(line)
                               else "the closing quote is missing")
-        return _ESCAPE.sub(_unescape, line[start + 1:end]), end + 1
+        return end + 1
 
     def __bool__(self) -> bool:
         return bool(self._words)
@@ -860,17 +860,14 @@ class _ScriptPlayer:
 
     def _trigger(self, link: Link, number: int) -> bool:
         left = self._left[number]
-        if left is not None:
-            self._left[number] = max(0, left - 1)
+        if left:
+            self._left[number] = left - 1
         if left != 0:
-            self._start(link, self._rows[number])
-            for row in itertools.takewhile(lambda row: row.trigger == "also",
-                                           itertools.islice(self._rows, number + 1, None)):
-                self._start(link, row)
+            others = itertools.islice(self._rows, number + 1, None)
+            also = itertools.takewhile(lambda row: row.trigger == "also", others)
+            for row in itertools.chain([self._rows[number]], also):
+                link.later(row.after_ms / 1000, partial(self._act, link, row, row.repeat))
         return left != 0
-
-    def _start(self, link: Link, row: ScriptRow) -> None:
-        link.later(row.after_ms / 1000, partial(self._act, link, row, row.repeat))
 
     def _act(self, link: Link, row: ScriptRow, times: int) -> None:
         if row.action == "disconnect":
@@ -1163,7 +1160,6 @@ class _Parser(argparse.ArgumentParser):
 
 
 def _parser() -> argparse.ArgumentParser:
-    local = Address.parse(LOCAL)
     parser = _Parser(prog="zelsim.py", description=__doc__, allow_abbrev=False,
                      formatter_class=argparse.RawDescriptionHelpFormatter)
     commands = parser.add_subparsers(dest="command", required=True)
@@ -1171,14 +1167,17 @@ def _parser() -> argparse.ArgumentParser:
 
     serve = commands.add_parser("serve", help="plays a simulator by a script")
     serve.add_argument("file", metavar="SCRIPT")
-    serve.add_argument("address", nargs="?", default=local, **address)
+    serve.add_argument("address", nargs="?", default=LOCAL, **address)
     serve.add_argument("--once", action="store_true", help="ends after the first connection")
+    serve.set_defaults(make=lambda its: Simulator(Script.load(its.file), its.address,
+                                                  once=its.once))
 
     record = commands.add_parser("record", help="stands between machine and simulator")
     record.add_argument("address", help="the end for the simulator", **address)
     record.add_argument("file", metavar="FILE")
-    record.add_argument("--machine", default=local, **address,
+    record.add_argument("--machine", default=LOCAL, **address,
                         help="the end for the machine, tcpserver/127.0.0.1/0 unless given")
+    record.set_defaults(make=lambda its: LinkRecorder(its.address, its.file, its.machine))
 
     replay = commands.add_parser("replay", help="plays one side of a recording")
     replay.add_argument("file", metavar="FILE")
@@ -1187,20 +1186,14 @@ def _parser() -> argparse.ArgumentParser:
     replay.add_argument("--in-time", action="store_true", help="waits as long as recorded")
     replay.add_argument("--timeout", metavar="TIME", type=parse_time_ms, default=10_000,
                         help="how late an expected row may come, 10s unless given")
+    replay.set_defaults(make=lambda its: Replayer(
+        Recording.load(its.file), its.address, side=its.side, in_time=its.in_time,
+        timeout=its.timeout / 1000))
     return parser
 
 
-def _make_player(arguments: argparse.Namespace) -> _Player:
-    if arguments.command == "serve":
-        return Simulator(Script.load(arguments.file), arguments.address, once=arguments.once)
-    if arguments.command == "record":
-        return LinkRecorder(arguments.address, arguments.file, arguments.machine)
-    return Replayer(Recording.load(arguments.file), arguments.address, side=arguments.side,
-                    in_time=arguments.in_time, timeout=arguments.timeout / 1000)
-
-
 def _play(arguments: argparse.Namespace) -> int:
-    player = _make_player(arguments)
+    player = arguments.make(arguments)
     for number in (signal.SIGINT, signal.SIGTERM):
         signal.signal(number, lambda *_: player.stop())
     for endpoint in player._endpoints:
@@ -1209,10 +1202,10 @@ def _play(arguments: argparse.Namespace) -> int:
         elif arguments.command != "record":
             print("connecting to", endpoint.address, flush=True)
     player.run()
-    if isinstance(player, Replayer) and player.difference:
-        _log.error("%s", player.difference)
-        return 1
-    return int(isinstance(player, LinkRecorder) and player.has_failed)
+    difference = getattr(player, "difference", None)
+    if difference:
+        _log.error("%s", difference)
+    return int(bool(difference) or getattr(player, "has_failed", False))
 
 
 def main(words: list[str] | None = None) -> int:
