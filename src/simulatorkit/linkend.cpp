@@ -50,7 +50,7 @@ QString LinkEnd::open(const QString& rawAddress)
     if (m_server == nullptr)
         return QString();
     if (!m_server->isListening())
-        return QStringLiteral("cannot listen on ") + rawAddress;
+        return QStringLiteral("cannot listen on %1: %2").arg(rawAddress, m_listener->listenError());
     connect(m_server, &QTcpServer::newConnection, this, &LinkEnd::accept);
     return QString();
 }
@@ -89,6 +89,13 @@ void LinkEnd::close()
     QTimer::singleShot(isClosed ? 0s : 3s, socket, abort);
 }
 
+void LinkEnd::hold(bool isHeld)
+{
+    m_isHeld = isHeld;
+    if (m_isConnected && m_socket->state() != QAbstractSocket::ConnectedState)
+        QTimer::singleShot(0, m_socket, [this] { end(m_socket); });
+}
+
 void LinkEnd::closeForGood()
 {
     if (m_server != nullptr)
@@ -98,14 +105,14 @@ void LinkEnd::closeForGood()
 
 QByteArray LinkEnd::read(qint64 limit_B)
 {
-    return m_socket != nullptr && limit_B > 0
+    return m_socket != nullptr && m_socket->isOpen() && limit_B > 0
                ? m_socket->read(std::min(limit_B, m_socket->bytesAvailable()))
                : QByteArray();
 }
 
 void LinkEnd::write(const QByteArray& bytes)
 {
-    if (!m_isConnected)
+    if (!m_isConnected || !m_socket->isOpen())
         return;
     m_socket->write(bytes);
     m_socket->flush();
@@ -156,7 +163,7 @@ void LinkEnd::begin(QTcpSocket* socket)
 
 void LinkEnd::end(QTcpSocket* socket)
 {
-    if (socket != m_socket || socket == nullptr)
+    if (socket != m_socket || socket == nullptr || (m_isHeld && m_isConnected))
         return;
     if (std::exchange(m_isConnected, false))
         Q_EMIT disconnected();

@@ -40,7 +40,9 @@ public:
     /// Sends what was written and hangs up. The connection is closed when the peer has hung up too,
     /// or after three seconds; until then, what arrives is dropped.
     void close();
-    /// Does the same, and no longer listens.
+    /// While an end is held, a connection that the peer has ended counts as connected.
+    void hold(bool isHeld);
+    /// Closes the connection as close() does, and no longer listens.
     void closeForGood();
 
     /// Returns what has arrived, at most so many bytes, also after the peer has disconnected.
@@ -55,7 +57,7 @@ Q_SIGNALS:
     void failed(const QString& error);
     /// Bytes have arrived, or there is room for more.
     void changed();
-    /// The peer has disconnected. What it had sent can be read while the receivers run.
+    /// The peer has disconnected. The bytes that it had sent can be read while the receivers run.
     void disconnected();
     /// The end is idle again: close() is done, or one of failed() and disconnected() was emitted.
     void ended();
@@ -76,6 +78,7 @@ private:
     QString m_error;
     bool m_isConnected = false;
     bool m_isClosing = false;
+    bool m_isHeld = false;
 };
 
 } // namespace zeltools::simulatorkit

@@ -219,8 +219,9 @@ LinkReplayer::Progress LinkReplayer::fail(const QString& came)
 {
     const auto& events = m_recording.events;
     const bool isEnd = m_next == events.size();
+    const int line = isEnd ? m_recording.endLine : events[m_next].line;
     finish(QStringLiteral("row %1: expected %2, but %3")
-               .arg(isEnd ? m_recording.endLine : events[m_next].line)
+               .arg(line > 0 ? line : m_next + 2) // as toText() would number it
                .arg(isEnd ? QStringLiteral("the end") : shortRow(events[m_next]), came));
     return Progress::Waiting;
 }

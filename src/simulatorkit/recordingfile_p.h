@@ -11,11 +11,13 @@ namespace zeltools::simulatorkit
 {
 
 /// Writes a recording while it happens. Each row leaves the process at once, so that a kill loses
-/// none. The first failure ends the writing; the file then has only whole rows.
+/// none. The first failure ends the writing; the file then has only whole rows. A file that reaches
+/// the limits of a recording is ended too.
 class RecordingFile
 {
 public:
-    /// Creates or empties the file. Returns false, with error(), if it cannot be written.
+    /// Creates or empties the file. Returns false, with error(), if it cannot be written. A pipe
+    /// that nobody reads is no such file.
     bool open(const QString& path);
     /// Writes a row with the present time.
     void write(LinkSide side, SimulatorEvent::Kind kind, const QByteArray& bytes = {});
@@ -26,13 +28,14 @@ public:
 
 private:
     void append(const QByteArray& row);
-    void fail();
+    void fail(const QString& reason);
 
     std::unique_ptr<FileDescriptor> m_file;
     QElapsedTimer m_clock;
     QString m_path;
     QString m_error;
     qint64 m_size_B = 0;
+    int m_events = 0;
 };
 
 } // namespace zeltools::simulatorkit

@@ -118,7 +118,7 @@ void Simulator::warnOnce()
         << "More than" << maximumWaiting << "actions of the simulator wait, dropping some";
 }
 
-// What follows is added before the action, which may end the connection.
+// The next repetition is added before the action, which may end the connection.
 void Simulator::runFirst()
 {
     Due due = m_waiting.begin()->first;
