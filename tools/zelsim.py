@@ -295,7 +295,7 @@ class ScriptRow:
 
 @dataclass
 class Script:
-    """What a simulator does: the rows of a script."""
+    """The rows of a script, which say how a simulator behaves."""
 
     rows: list[ScriptRow] = field(default_factory=list)
 
@@ -359,7 +359,7 @@ class Row:
 
 @dataclass
 class Recording:
-    """What passed between a machine and a simulator."""
+    """The rows of a recording, in the order in which they happened."""
 
     rows: list[Row] = field(default_factory=list)
     end_line: int = 0  #: the line of `end` in the file that was read
@@ -496,6 +496,7 @@ class _Connection:
 
     def __init__(self, reader: asyncio.StreamReader, writer: asyncio.StreamWriter) -> None:
         self._reader, self._writer = reader, writer
+        reader.set_exception = lambda _: reader.feed_eof()  # An error would hide bytes before it.
         self._socket, own, peer = map(writer.get_extra_info, ("socket", "sockname", "peername"))
         self.is_loop = own == peer
         self.abort, self.close = writer.transport.abort, writer.close
@@ -520,9 +521,7 @@ class _Connection:
 
     async def read(self) -> bytes:
         """Returns no bytes at the end of the connection, however it has ended."""
-        with suppress(OSError):
-            return await self._reader.read(READ_SIZE)
-        return b""
+        return await self._reader.read(READ_SIZE)
 
     def write(self, data: bytes) -> None:
         if not self._writer.is_closing():
@@ -1117,7 +1116,7 @@ class Replayer(_Player):
         return None if is_open else ("disconnected", b"")
 
     async def _came(self, row: Row, timeout: float) -> tuple[str, bytes]:
-        """Waits for the row. Returns its event and text, or what the other side did instead."""
+        """Waits for the row. Returns what the other side did: an event and a text."""
         try:
             if row.event == "connected":
                 self._connection = await self._endpoints[0].open(timeout)
@@ -1125,8 +1124,7 @@ class Replayer(_Player):
                 return "connected", b""
             return await asyncio.wait_for(self._next(row), timeout)
         except asyncio.TimeoutError:
-            is_rest = row.side == self._side and self._arrived
-            return ("raw", bytes(self._arrived)) if is_rest else ("nothing", b"")
+            return ("raw", bytes(self._arrived)) if self._arrived else ("nothing", b"")
 
     async def _next(self, row: Row) -> tuple[str, bytes]:
         while not (found := self._take(row)):

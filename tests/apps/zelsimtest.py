@@ -172,7 +172,7 @@ class Comparison(unittest.TestCase):
                     checked.result()
 
     def problem(self, name, action, content):
-        """The place of the problem that a program tells of, or None for a good file."""
+        """The place of the problem that a program reports, or None for a good file."""
         with Program(name, action, self.file(f"{hash(content)}/file", content), NOWHERE) as program:
             status, errors = program.end()
         self.assertEqual((status, errors.count("\n")), (1, 1), errors)
