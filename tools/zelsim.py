@@ -944,21 +944,24 @@ class Simulator(_Player):
             pause = await link._act()
             if not link.is_open:
                 return
-            with suppress(asyncio.TimeoutError):
+            try:
                 chunk = await asyncio.wait_for(connection.read(), pause)
-                if not chunk:
-                    return
-                link._now_ms = _clock_ms()
-                for event, text in frames.feed(chunk):
-                    if event == "message" and link.is_open:
-                        self._receive(link, text)
-                        await link._act()
+            except asyncio.TimeoutError:
+                continue
+            if not chunk:
+                return
+            link._now_ms = _clock_ms()
+            for event, text in frames.feed(chunk):
+                if event == "message" and link.is_open:
+                    self._receive(link, text)
+                    await link._act()
 
     def _receive(self, link: Link, message: bytes) -> None:
         with self._arrival:
             self._received_B = self._received_B + len(message) if self.received else len(message)
             self.received.append(message)
-            while len(self.received) > 10_000 or self._received_B > MOST_KEPT_B:
+            while len(self.received) > 10_000 or (self._received_B > MOST_KEPT_B
+                                                  and len(self.received) > 1):
                 self._received_B -= len(self.received.popleft())
             self._arrival.notify_all()
         self._behaviour.received(link, message)

@@ -19,7 +19,7 @@ ZELCTL, MODULE, PAGE = map(os.path.abspath, sys.argv[1:4])
 sys.path.insert(0, os.path.dirname(MODULE))
 import zelsim  # noqa: E402
 
-PROGRAMS = {"zelctl": [ZELCTL, "sim"], "zelsim": [sys.executable, MODULE]}
+PROGRAMS = {"zelctl": [ZELCTL, "sim"], "zelsim": [sys.executable, "-S", MODULE]}
 NOWHERE = "tcpserver/192.0.2.1/0"  # an address at which no computer listens
 
 SCRIPT = r"""zelsim script 1
@@ -116,6 +116,8 @@ DIFFERENCES = [
     (25, '387 machine d', '386 machine message "more"\n387 machine d', '"more" came'),
     (17, '251 machine message "break"', r'251 machine raw "Q\x00\x05breakQ\x00\x01x"', '"x" came'),
     (17, '351 simulator disconnected', '251 machine disconnected\nend\n', 'the machine disconnected'),
+    (12, '52 machine message "brew"', '52 machine raw "Q"\n52 simulator message "x"\nend\n',
+     'raw "Q" came'),
     (25, '387 machine disconnected', '387 simulator message "x"\nend\n', 'nothing came'),
 ]
 
@@ -166,7 +168,7 @@ class Comparison(unittest.TestCase):
 
     def check_each(self, check, cases):
         """Checks a few cases at a time."""
-        with ThreadPoolExecutor(6) as pool:
+        with ThreadPoolExecutor(8) as pool:
             for case, checked in [(case, pool.submit(check, *case)) for case in cases]:
                 with self.subTest(case=str(case)[:200]):
                     checked.result()
@@ -222,7 +224,7 @@ class Comparison(unittest.TestCase):
             number, row, other, came = change
             rows = RECORDING.replace(row, other).split("\nend\n")[0]
             recording = zelsim.Recording.parse(rows + "\nend\n")
-            timeout = "3s" if "nothing" in came else "20s"
+            timeout = "2s" if 'message "x"' in other else "20s"
             expected = RECORDING.split("\n")[number - 1].split(" ", 1)[1]
             with Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
                     zelsim.Replayer(recording, program.peer_address(), side="machine"):
@@ -301,6 +303,7 @@ class Module(unittest.TestCase):
             environment = {**os.environ, "PYTHONPATH": os.path.dirname(MODULE)}
             subprocess.run([sys.executable, "-c", code], cwd=folder, env=environment, check=True)
 
+    @mock.patch.object(zelsim, "MOST_KEPT_B", 5)
     def test_serves_one_machine_at_a_time(self):
         with zelsim.Simulator(lambda link, message: link.answer(message[::-1])) as simulator:
             simulator.send(b"first")
@@ -308,8 +311,9 @@ class Module(unittest.TestCase):
                 self.assertEqual(machine.recv(100), zelsim.frame(b"first"))
                 with socket.create_connection(("127.0.0.1", simulator.port), 20) as other:
                     self.assertEqual(other.recv(1), b"")
-                machine.sendall(zelsim.frame(b"abc"))
-                self.assertEqual(machine.recv(100), zelsim.frame(b"cba"))
+                for message in (b"old", b"abc"):
+                    machine.sendall(zelsim.frame(message))
+                    self.assertEqual(machine.recv(100), zelsim.frame(message[::-1]))
                 machine.sendall(b"junk" + zelsim.frame(b"lost"))
                 machine.shutdown(socket.SHUT_WR)
                 self.assertEqual(machine.recv(100), b"")
@@ -348,6 +352,15 @@ class Module(unittest.TestCase):
         with zelsim.Replayer(recording, timeout=0.3) as replayer, \
                 socket.create_connection(("127.0.0.1", replayer.port)):
             self.assertRegex(replayer.wait(), "nothing came$")
+
+    def test_replays_what_came_before_a_reset(self):
+        replayer = zelsim.Replayer(zelsim.Recording([zelsim.Row(0, "machine", "connected"),
+                                                     zelsim.Row(0, "machine", "message", b"a")]))
+        with socket.create_connection(("127.0.0.1", replayer.port)) as machine:
+            machine.sendall(zelsim.frame(b"a"))
+            machine.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+        replayer.run()
+        self.assertIsNone(replayer.difference)
 
     @mock.patch.multiple(zelsim, CHECK_S=0.1, KEEP_ALIVE=dict.fromkeys(zelsim.KEEP_ALIVE, 1))
     def test_notices_a_lost_machine(self):
