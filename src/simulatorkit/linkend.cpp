@@ -3,6 +3,7 @@
 #include "simulationinterface/tcpsimulationinterfacecommon.h"
 #include "simulatorkit/linkaddress_p.h"
 
+#include <QPointer>
 #include <QTimer>
 
 #include <algorithm>
@@ -20,6 +21,8 @@ using simulationinterface::TcpSimulationInterfaceCommon;
 
 namespace
 {
+
+constexpr int maximumUnread_B = 64 * 1024;
 
 // The socket itself notices it only when the last byte has been read.
 bool hasPeerHungUp(const QTcpSocket& socket)
@@ -68,7 +71,10 @@ void LinkEnd::connectToPeer()
     attach(socket);
     m_error = connectTo(m_address, *socket);
     const auto ends = [this, socket] { end(socket); };
-    connect(socket, &QTcpSocket::connected, this, [this, socket] { begin(socket); });
+    connect(socket, &QTcpSocket::connected, this, [this, socket] {
+        if (socket->state() == QAbstractSocket::ConnectedState)
+            begin(socket);
+    });
     connect(socket, &QTcpSocket::errorOccurred, this, ends, Qt::QueuedConnection);
     if (!m_error.isEmpty())
         QTimer::singleShot(0, socket, ends);
@@ -100,6 +106,7 @@ void LinkEnd::closeForGood()
 {
     if (m_server != nullptr)
         m_server->close();
+    delete std::exchange(m_waiting, nullptr);
     close();
 }
 
@@ -120,26 +127,31 @@ void LinkEnd::write(const QByteArray& bytes)
 
 void LinkEnd::accept()
 {
-    while (m_server->hasPendingConnections()) {
-        if (m_socket != nullptr && (m_isClosing || hasPeerHungUp(*m_socket)))
-            return; // end() takes it.
-        QTcpSocket* const socket = m_server->nextPendingConnection();
-        if (m_socket != nullptr || socket->state() != QAbstractSocket::ConnectedState) {
-            socket->abort();
-            socket->deleteLater();
-            continue;
-        }
+    while (QTcpSocket* const socket = m_server->nextPendingConnection()) {
+        const bool isEnding = m_isClosing || (m_socket != nullptr && hasPeerHungUp(*m_socket));
         socket->setParent(this);
-        attach(socket);
-        begin(socket);
+        socket->setReadBufferSize(maximumUnread_B);
+        if (m_socket == nullptr)
+            take(socket);
+        else if (isEnding && m_waiting == nullptr)
+            m_waiting = socket;
+        else
+            delete socket;
     }
+}
+
+void LinkEnd::take(QTcpSocket* socket)
+{
+    attach(socket);
+    if (socket->state() != QAbstractSocket::ConnectedState) // Its peer did not wait.
+        QTimer::singleShot(0, socket, [this, socket] { end(socket); });
+    begin(socket);
 }
 
 // The signals are queued, so that nothing changes while the owner reads or writes. One that was
 // queued for an earlier socket does nothing.
 void LinkEnd::attach(QTcpSocket* socket)
 {
-    constexpr int maximumUnread_B = 64 * 1024;
     m_socket = socket;
     m_isClosing = false;
     socket->setReadBufferSize(maximumUnread_B);
@@ -152,7 +164,7 @@ void LinkEnd::attach(QTcpSocket* socket)
 
 void LinkEnd::begin(QTcpSocket* socket)
 {
-    if (socket != m_socket || m_isClosing || socket->state() != QAbstractSocket::ConnectedState)
+    if (socket != m_socket || m_isClosing)
         return;
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     if (!socket->peerAddress().isNull()) // not AF_UNIX
@@ -171,9 +183,10 @@ void LinkEnd::end(QTcpSocket* socket)
         Q_EMIT failed(m_error.isEmpty() ? socket->errorString() : m_error);
     m_socket = nullptr;
     socket->deleteLater();
-    if (m_server != nullptr)
-        QTimer::singleShot(0, this, &LinkEnd::accept);
+    const QPointer<LinkEnd> self(this);
     Q_EMIT ended();
+    if (self && m_socket == nullptr && m_waiting != nullptr)
+        take(std::exchange(m_waiting, nullptr));
 }
 
 void LinkEnd::change()

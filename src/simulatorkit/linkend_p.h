@@ -64,6 +64,7 @@ Q_SIGNALS:
 
 private:
     void accept();
+    void take(QTcpSocket* socket);
     void attach(QTcpSocket* socket);
     void begin(QTcpSocket* socket);
     void end(QTcpSocket* socket);
@@ -75,6 +76,7 @@ private:
     std::unique_ptr<simulationinterface::ServerSimulationInterface> m_listener;
     QTcpServer* m_server = nullptr;
     QTcpSocket* m_socket = nullptr;
+    QTcpSocket* m_waiting = nullptr; // accepted while the peer of m_socket has already hung up
     QString m_error;
     bool m_isConnected = false;
     bool m_isClosing = false;
