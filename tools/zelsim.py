@@ -128,14 +128,13 @@ class _Line:
 
     def __init__(self, number: int, line: bytes) -> None:
         self.number = number
-        self._words: list[tuple[str | bytes, int]] = []
-        self._length = len(line)
+        self._words: list[tuple[str | bytes | None, int]] = []
         self._next = 0
         at = 0
         while True:
             start = at = _BLANKS.match(line, at).end()
             if line[at:at + 1] in (b"", b"#"):
-                return
+                break
             if line[at:at + 1] == b'"':
                 at = self._end_of_quoted(line, at)
                 word = _ESCAPE.sub(_unescape, line[start + 1:at - 1])
@@ -145,6 +144,7 @@ class _Line:
             if line[at:at + 1] not in (b"", b" ", b"\t", b"#"):
                 raise FormatError(number, at + 1, "unexpected character")
             self._words.append((word, start + 1))
+        self._words.append((None, len(line) + 1))
 
     def _end_of_quoted(self, line: bytes, start: int) -> int:
         end = _QUOTED.match(line, start + 1).end()
@@ -154,17 +154,15 @@ class _Line:
         return end + 1
 
     def __bool__(self) -> bool:
-        return bool(self._words)
+        return len(self._words) > 1
 
     @property
     def _word(self) -> str | bytes | None:
-        return self._words[self._next][0] if self._next < len(self._words) else None
+        return self._words[self._next][0]
 
     def fail(self, reason: str, back: int = 0) -> NoReturn:
         """Reports a problem with the next word, or with one that was taken."""
-        at = self._next - back
-        column = self._words[at][1] if at < len(self._words) else self._length + 1
-        raise FormatError(self.number, column, reason)
+        raise FormatError(self.number, self._words[self._next - back][1], reason)
 
     def take(self, *keywords: str) -> str | None:
         """Takes the next word if it is one of these."""
@@ -556,7 +554,7 @@ class _Endpoint:
         self._inode = 0
         self._arrived: list[_Connection] = []
         self._arrival: asyncio.Event | None = None
-        self._connections: weakref.WeakSet[_Connection] = weakref.WeakSet()
+        self.connections: weakref.WeakSet[_Connection] = weakref.WeakSet()
         self._closing: asyncio.Task | None = None
         self.limit = 64 << 10  #: how many bytes of a connection may wait to be read
         if self.address.listens:
@@ -602,7 +600,7 @@ class _Endpoint:
         connection = _Connection(
             *await (asyncio.open_unix_connection(address.path, limit=limit) if address.path
                     else asyncio.open_connection(address.host, address.port, limit=limit)))
-        self._connections.add(connection)
+        self.connections.add(connection)
         # The kernel connects a socket to itself if nobody listens on a port that it chose.
         if connection.is_loop:
             connection.close()
@@ -627,7 +625,7 @@ class _Endpoint:
 
     def _arrive(self, *streams: Any) -> None:
         connection = _Connection(*streams)
-        self._connections.add(connection)
+        self.connections.add(connection)
         self._arrived.append(connection)
         self._arrival.set()
         # It may be seen before the end of the connection that it follows.
@@ -648,10 +646,6 @@ class _Endpoint:
         """Waits until the last connection is closed."""
         if self._closing:
             await self._closing
-
-    def close_connections(self) -> None:
-        for connection in self._connections:
-            connection.abort()
 
     def close(self) -> None:
         if self._listener:
@@ -755,7 +749,8 @@ class _Player:
                     await endpoint.closed()
         finally:
             for endpoint in self._endpoints:
-                endpoint.close_connections()
+                for connection in endpoint.connections:
+                    connection.abort()
             await asyncio.sleep(0)
 
     async def _play(self) -> None:
@@ -980,22 +975,19 @@ class LinkRecorder(_Player):
     def __init__(self, simulator: str | Address, path: PathLike,
                  machine: str | Address = LOCAL) -> None:
         super().__init__(machine, simulator)
+        self.has_failed = False  #: Whether the file could not be written to its end.
         try:
             self._file = _RecordingFile(path)
         except OSError:
             self._close()
             raise
 
-    @property
-    def has_failed(self) -> bool:
-        """Whether the file could not be written to its end."""
-        return self._file.has_failed
-
     def run(self) -> None:
         try:
             super().run()
         finally:
             self._file.close()
+            self.has_failed = self._file.has_failed
 
     async def _play(self) -> None:
         # An end that listens comes first, so that the other one connects when it is needed.
@@ -1082,8 +1074,8 @@ class Replayer(_Player):
                 anchor, anchor_us = time.monotonic(), row.time_us
                 came = None if came == (row.event, row.text) else came
             if came:
-                line = row.line or number + 2
-                self.difference = self._told(line, row.words(shortly_quoted), came)
+                expected = row.words(shortly_quoted)
+                self.difference = self._told(row.line or number + 2, expected, came)
                 return
         came = None
         if self._connection:
@@ -1106,9 +1098,8 @@ class Replayer(_Player):
             came = await self._came(row, max(pause, 0.01))
             if came[0] != "nothing":
                 return came
-            self._endpoints[0].hang_up(self._connection)
+            await self._connection.hang_up()
             self._connection = None
-            await self._endpoints[0].closed()
             return None
         await asyncio.sleep(pause)
         self._connection.write(frame(row.text) if row.event == "message" else row.text)
