@@ -9,6 +9,7 @@ import struct
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import unittest
 from concurrent.futures import ThreadPoolExecutor
@@ -70,11 +71,10 @@ SCRIPTS = [
     ("", None), ("# only a comment\n \t\n", None), ('when "" answer ""\n', None),
     ('\twhen any after 1.5s repeat 1000000 each 1440min first 7 silence # all\n', None),
     ('when begins "\\"\\\\\\n\\r\\t\\xfF\r\0\xff" half "é" #\0\n', None),
-    ('every 0.5ms disconnect\n', None), ('also silence\n', "line 2, column 1"),
-    ('every 0.49999ms silence\n', "line 2, column 7"), ('every 0ms silence\n', "line 2, column 7"),
-    ('every 86400.0004s silence\n', None), ('every 86400.0005s silence\n', "line 2, column 7"),
-    ('every 1000000000ms silence\n', "line 2, column 7"), ('every 1.s silence\n', "line 2, column 7"),
-    ('every +5s silence\n', "line 2, column 7"), ('every "1s" silence\n', "line 2, column 7"),
+    ('every 0.5ms disconnect\n', None), ('every 86400.0004s silence\n', None),
+    *[(f'every {time} silence\n', "line 2, column 7") for time in [
+        "0.49999ms", "0ms", "86400.0005s", "1000000000ms", "1.s", "+5s", '"1s"']],
+    ('also silence\n', "line 2, column 1"),
     ('when any first 0 silence\n', "line 2, column 16"), ('when any first\n', "line 2, column 15"),
     ('when any first 1000001 silence\n', "line 2, column 16"),
     ('when any first 1 first 1 silence\n', "line 2, column 18"),
@@ -120,6 +120,10 @@ DIFFERENCES = [
     (17, '251 machine message "break"', r'251 machine raw "Q\x00\x05breakQ\x00\x01x"', '"x" came'),
     (17, '351 simulator disconnected', '251 machine disconnected\nend\n', 'the machine disconnected'),
 ]
+
+
+def connect(player):
+    return socket.create_connection(("127.0.0.1", player.port), 20)
 
 
 def without_times(recording):
@@ -307,9 +311,9 @@ class Module(unittest.TestCase):
     def test_serves_one_machine_at_a_time(self):
         with zelsim.Simulator(lambda link, message: link.answer(message[::-1])) as simulator:
             simulator.send(b"first")
-            with socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
+            with connect(simulator) as machine:
                 self.assertEqual(machine.recv(100), zelsim.frame(b"first"))
-                with socket.create_connection(("127.0.0.1", simulator.port), 20) as other:
+                with connect(simulator) as other:
                     self.assertEqual(other.recv(1), b"")
                 for message in (b"old", b"abc"):
                     machine.sendall(zelsim.frame(message))
@@ -322,11 +326,11 @@ class Module(unittest.TestCase):
                 simulator.wait_for(b"lost", timeout=0.01)
 
     def test_raises_the_error_of_a_function(self):
-        with self.assertRaises(ZeroDivisionError):
-            with zelsim.Simulator(lambda link, message: 1 / 0) as simulator:
-                with socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
-                    machine.sendall(zelsim.frame(b"x"))
-                    self.assertEqual(machine.recv(1), b"")
+        with self.assertRaises(ZeroDivisionError), \
+                zelsim.Simulator(lambda link, message: 1 / 0) as simulator, \
+                connect(simulator) as machine:
+            machine.sendall(zelsim.frame(b"x"))
+            self.assertEqual(machine.recv(1), b"")
 
     def test_tells_once_of_a_file_that_is_full(self):
         rows = [b'connected', b'message "status?"', b'message "x"', b'raw "Q"']
@@ -337,7 +341,7 @@ class Module(unittest.TestCase):
                     zelsim.Simulator(lambda link, _: link.answer(b"x")) as end:
                 with zelsim.LinkRecorder(end.address.replace("server", "client"),
                                          device or file.name) as recorder, \
-                        socket.create_connection(("127.0.0.1", recorder.port), 20) as machine:
+                        connect(recorder) as machine:
                     machine.sendall(zelsim.frame(b"status?") + b"Q")
                     self.assertEqual(machine.recv(100), zelsim.frame(b"x"))
                     recorder.stop()
@@ -346,17 +350,15 @@ class Module(unittest.TestCase):
                 lines = [line.split(b" ", 2)[-1] for line in file.read().splitlines()[1:]]
                 self.assertEqual(lines, written + [b"end"] if written else [])
 
-    def test_does_not_wait_for_a_partner_that_reads_nothing(self):
-        recording = zelsim.Recording([zelsim.Row(0, "machine", "connected")] + 300 * [
+    def test_replays_for_partners_that_read_nothing_or_reset(self):
+        connected = zelsim.Row(0, "machine", "connected")
+        recording = zelsim.Recording([connected] + 300 * [
             zelsim.Row(0, "simulator", "message", bytes(65000))])
-        with zelsim.Replayer(recording, timeout=0.3) as replayer, \
-                socket.create_connection(("127.0.0.1", replayer.port)):
+        with zelsim.Replayer(recording, timeout=0.3) as replayer, connect(replayer):
             self.assertRegex(replayer.wait(), "nothing came$")
-
-    def test_replays_what_came_before_a_reset(self):
-        replayer = zelsim.Replayer(zelsim.Recording([zelsim.Row(0, "machine", "connected"),
-                                                     zelsim.Row(0, "machine", "message", b"a")]))
-        with socket.create_connection(("127.0.0.1", replayer.port)) as machine:
+        recording = zelsim.Recording([connected, zelsim.Row(0, "machine", "message", b"a")])
+        replayer = zelsim.Replayer(recording)
+        with connect(replayer) as machine:
             machine.sendall(zelsim.frame(b"a"))
             machine.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
         replayer.run()
@@ -366,19 +368,16 @@ class Module(unittest.TestCase):
     def test_notices_a_lost_machine(self):
         instruction = ctypes.create_string_buffer(struct.pack("HBBI", 6, 0, 0, 0))  # drops all
         drop = struct.pack("HxxxxxxP", 1, ctypes.addressof(instruction))
-        for message in (b"", b"unacknowledged"):
-            with self.subTest(message=message), zelsim.Simulator(
-                    lambda *_: None, connected=lambda link: link.answer(b"hello")) as simulator, \
-                    socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
-                machine.recv(100)
+        for unacknowledged in (b"", b"x"):
+            simulator = zelsim.Simulator(lambda *_: None, once=True,
+                                         connected=lambda link: link.raw(unacknowledged))
+            limit = threading.Timer(9, simulator.stop)
+            limit.start()
+            with self.subTest(unacknowledged=unacknowledged), connect(simulator) as machine:
                 machine.setsockopt(socket.SOL_SOCKET, 26, drop)  # SO_ATTACH_FILTER
-                if message:
-                    simulator.send(message)
-                answer, end = b"", time.monotonic() + 9
-                while not answer and time.monotonic() < end:
-                    with socket.create_connection(("127.0.0.1", simulator.port), 20) as other:
-                        answer = other.recv(100)
-                self.assertTrue(answer)
+                simulator.run()
+                self.assertTrue(limit.is_alive())
+            limit.cancel()
 
 
 if __name__ == "__main__":
