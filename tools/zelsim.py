@@ -406,7 +406,9 @@ class _RecordingFile:
 
     def __init__(self, path: PathLike) -> None:
         self._path = path
-        self._file = open(path, "wb", buffering=0)
+        # A pipe that nobody reads must not stop the forwarding.
+        self._file = open(path, "wb", buffering=0, opener=lambda path, flags: os.open(
+            path, flags | os.O_NONBLOCK, 0o666))
         self._start_ns = time.monotonic_ns()
         self._size_B = self._count = 0
         self.has_failed = False
@@ -440,7 +442,7 @@ class _RecordingFile:
         rest = row
         try:
             while rest and not self.has_failed:
-                rest = rest[self._file.write(rest):]
+                rest = rest[os.write(self._file.fileno(), rest):]
             self._size_B += len(row)
         except OSError as error:
             self._fail(error.strerror)

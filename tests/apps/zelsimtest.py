@@ -276,6 +276,7 @@ class Comparison(unittest.TestCase):
         busy = "tcpserver/127.0.0.1/%d" % taken.getsockname()[1]
         living = [socket.socket(socket.AF_UNIX, kind) for kind in (socket.SOCK_STREAM, socket.SOCK_DGRAM)]
         paths = [f"{self.folder}/{number}" for number in range(2)]
+        os.mkfifo(self.folder / "pipe")
         for path, other in zip(paths, living):
             other.bind(path)
         living[0].listen()
@@ -292,7 +293,8 @@ class Comparison(unittest.TestCase):
             (["replay", script, busy, "--as", "both"], 2), (["record", "a", "b", "c"], 2),
             (["replay", script, busy, "--timeout", "5"], 2), (["serve", script, busy], 1),
             (["serve", self.folder / "none", busy], 1), (["record", busy, script, "--once"], 2),
-            (["record", busy, self.folder / "none" / "x"], 1), (["serve", "/dev/zero"], 1),
+            *((["record", "tcpclient/127.0.0.1/1", self.folder / name], 1) for name in (
+                "none/x", "pipe")), (["serve", "/dev/zero"], 1),
             *((["serve", script, f"unixserver/{path}"], 1) for path in paths)], PROGRAMS))
         self.assertRaises(BlockingIOError, living[0].accept)
         for other in (taken, *living):
