@@ -42,7 +42,6 @@ from contextlib import suppress
 from dataclasses import dataclass, field
 from fractions import Fraction
 from functools import partial
-from pathlib import Path
 from types import SimpleNamespace
 from typing import Any, Callable, Iterator, NoReturn, Union
 

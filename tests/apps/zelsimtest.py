@@ -13,6 +13,7 @@ import threading
 import time
 import unittest
 from concurrent.futures import ThreadPoolExecutor
+from functools import partial
 from pathlib import Path
 from unittest import mock
 
@@ -118,7 +119,6 @@ DIFFERENCES = [
     (12, '52 machine message "brew"', '52 machine disconnected\nend\n', 'the machine disconnected'),
     (25, '387 machine d', '386 machine message "more"\n387 machine d', '"more" came'),
     (17, '251 machine message "break"', r'251 machine raw "Q\x00\x05breakQ\x00\x01x"', '"x" came'),
-    (17, '351 simulator disconnected', '251 machine disconnected\nend\n', 'the machine disconnected'),
 ]
 
 
@@ -254,21 +254,24 @@ class Comparison(unittest.TestCase):
 
     def test_replay_in_time(self):
         recording = self.file("recording", "zelsim recording 1\n0 machine connected\n"
-                              '0 machine message "a"\n400 machine message "b"\nend\n')
+                              '0 machine message "a"\n400 machine message "b"\n'
+                              "1400 machine disconnected\nend\n")
 
         def check(late, end, name):
             times = []
 
             def behaviour(link, message):
                 times.append(time.monotonic())
-                link.later(0.01, lambda: link.raw(late if message == b"b" else b""))
+                if message == b"b":
+                    link.later(0.01, partial(link.raw, late) if late else link.disconnect)
             with zelsim.Simulator(behaviour) as simulator, \
                     Program(name, "replay", recording, simulator.address.replace("server", "client"),
                             "--as", "machine", "--in-time") as program:
-                told = f"row 5: expected the end, but {end} came\n"
-                self.assertEqual(program.end(), (1, told) if end else (0, ""))
+                told = f"row 5: expected machine disconnected, but {end}\n"
+                self.assertEqual(program.end(), (1, told))
                 self.assertGreater(times[1] - times[0], 0.35)
-        ends = {b"": "", b"Q\0\1y": '"y"', b"Q\0\1": r'raw "Q\x00\x01"'}
+        ends = {None: "the simulator disconnected", b"Q\0\1y": '"y" came',
+                b"Q\0\1": r'raw "Q\x00\x01" came'}
         self.check_each(check, [(*end, name) for end in ends.items() for name in PROGRAMS])
 
     def test_take_the_same_arguments(self):
