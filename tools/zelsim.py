@@ -21,6 +21,7 @@ from __future__ import annotations
 
 import argparse
 import asyncio
+import errno
 import heapq
 import itertools
 import logging
@@ -41,22 +42,26 @@ from contextlib import suppress
 from dataclasses import dataclass, field
 from fractions import Fraction
 from functools import partial
-from pathlib import Path
 from types import SimpleNamespace
-from typing import Any, Callable, Iterator, NoReturn, Tuple, Union
+from typing import Any, Callable, Iterator, NoReturn, Union
 
 LONGEST_TEXT = 65535
+LARGEST_SCRIPT_B = 16 << 20
+LARGEST_RECORDING_B = 256 << 20
+MOST_ROWS = 4_000_000
+MOST_KEPT_B = 16 << 20
 LONGEST_LINE = 300_000
 MOST_WAITING = 10_000
 READ_SIZE = 65536
 RETRY_S = 0.2
+CHECK_S = 1  # of data that is not acknowledged: five checks without an answer end a connection
+KEEP_ALIVE = {socket.TCP_KEEPIDLE: 3, socket.TCP_KEEPINTVL: 2, socket.TCP_KEEPCNT: 3}
 DAY_MS = 86_400_000
 START_OF_FRAME = b"Q"
 LOCAL = "tcpserver/127.0.0.1/0"
 
 _log = logging.getLogger("zelsim")
 PathLike = Union[str, "os.PathLike[str]"]
-Streams = Tuple[asyncio.StreamReader, asyncio.StreamWriter]
 
 
 def frame(message: bytes) -> bytes:
@@ -94,11 +99,6 @@ def _unescape(match: re.Match[bytes]) -> bytes:
     return bytes.fromhex(digits.decode()) if digits else _CONTROLS.get(letter, letter)
 
 
-def _bare(line: bytes, start: int) -> tuple[str, int]:
-    end = _BARE.match(line, start).end()
-    return line[start:end].decode("ascii"), end
-
-
 def quoted(data: bytes) -> str:
     """Returns the bytes as a word in quotes. Printable UTF-8 stays, other bytes are escaped."""
     def word(character: str) -> str:
@@ -127,38 +127,41 @@ class _Line:
 
     def __init__(self, number: int, line: bytes) -> None:
         self.number = number
-        self._words: list[tuple[str | bytes, int]] = []
-        self._length = len(line)
+        self._words: list[tuple[str | bytes | None, int]] = []
         self._next = 0
         at = 0
         while True:
             start = at = _BLANKS.match(line, at).end()
             if line[at:at + 1] in (b"", b"#"):
-                return
-            word, at = self._split_quoted(line, at) if line[at:at + 1] == b'"' else _bare(line, at)
+                break
+            if line[at:at + 1] == b'"':
+                at = self._end_of_quoted(line, at)
+                word = _ESCAPE.sub(_unescape, line[start + 1:at - 1])
+            else:
+                at = _BARE.match(line, at).end()
+                word = line[start:at].decode("ascii")
             if line[at:at + 1] not in (b"", b" ", b"\t", b"#"):
                 raise FormatError(number, at + 1, "unexpected character")
             self._words.append((word, start + 1))
+        self._words.append((None, len(line) + 1))
 
-    def _split_quoted(self, line: bytes, start: int) -> tuple[bytes, int]:
+    def _end_of_quoted(self, line: bytes, start: int) -> int:
         end = _QUOTED.match(line, start + 1).end()
         if line[end:end + 1] != b'"':
             raise FormatError(self.number, end + 1, "unknown escape" if end < len(line)
                               else "the closing quote is missing")
-        return _ESCAPE.sub(_unescape, line[start + 1:end]), end + 1
+        return end + 1
 
     def __bool__(self) -> bool:
-        return bool(self._words)
+        return len(self._words) > 1
 
     @property
     def _word(self) -> str | bytes | None:
-        return self._words[self._next][0] if self._next < len(self._words) else None
+        return self._words[self._next][0]
 
     def fail(self, reason: str, back: int = 0) -> NoReturn:
         """Reports a problem with the next word, or with one that was taken."""
-        at = self._next - back
-        column = self._words[at][1] if at < len(self._words) else self._length + 1
-        raise FormatError(self.number, column, reason)
+        raise FormatError(self.number, self._words[self._next - back][1], reason)
 
     def take(self, *keywords: str) -> str | None:
         """Takes the next word if it is one of these."""
@@ -200,11 +203,11 @@ class _Line:
             self.fail("unexpected word")
 
 
-def _lines(data: bytes, kind: str, largest_MiB: int) -> Iterator[_Line]:
+def _lines(data: bytes, kind: str, limit: int) -> Iterator[_Line]:
     """Yields the lines that have words, without the first line."""
     head = f'the first line must be "zelsim {kind} 1"'
-    if not data or len(data) > largest_MiB << 20:
-        raise FormatError(1, 1, f"the {kind} is larger than {largest_MiB} MiB" if data else head)
+    if not data or len(data) > limit:
+        raise FormatError(1, 1, f"the {kind} is larger than {limit >> 20} MiB" if data else head)
     begin, number = 0, 0
     while begin < len(data):
         end, number = data.find(b"\n", begin), number + 1
@@ -220,6 +223,16 @@ def _lines(data: bytes, kind: str, largest_MiB: int) -> Iterator[_Line]:
             line.end()
         elif line:
             yield line
+
+
+def _content(path: PathLike, limit: int) -> bytes:
+    """Reads a file, of which the rest does not matter if it is larger than the limit."""
+    descriptor = os.open(path, os.O_RDONLY | os.O_NONBLOCK | os.O_NOCTTY)  # A pipe would wait.
+    with open(descriptor, "rb") as file:
+        status = os.fstat(descriptor)
+        if not stat.S_ISREG(status.st_mode):
+            raise OSError(errno.EINVAL, "it is not a file", path)
+        return file.read(min(status.st_size, limit) + 1)
 
 
 def _encoded(data: bytes | str) -> bytes:
@@ -279,7 +292,7 @@ class ScriptRow:
 
 @dataclass
 class Script:
-    """What a simulator does: the rows of a script."""
+    """The rows of a script, which say how a simulator behaves."""
 
     rows: list[ScriptRow] = field(default_factory=list)
 
@@ -287,7 +300,7 @@ class Script:
     def parse(cls, data: bytes | str) -> Script:
         """Reads the content of a file. Raises FormatError."""
         script = cls()
-        for line in _lines(_encoded(data), "script", 16):
+        for line in _lines(_encoded(data), "script", LARGEST_SCRIPT_B):
             if len(script.rows) == 10_000:
                 line.fail("the script has more than 10000 rows")
             script.rows.append(ScriptRow._parse(line, not script.rows))
@@ -296,7 +309,7 @@ class Script:
     @classmethod
     def load(cls, path: PathLike) -> Script:
         """Reads a file. Raises FormatError or OSError."""
-        return cls.parse(Path(path).read_bytes())
+        return cls.parse(_content(path, LARGEST_SCRIPT_B))
 
 
 # --- Recordings --------------------------------------------------------------------------------
@@ -314,7 +327,8 @@ class Row:
     @classmethod
     def _parse(cls, line: _Line, before_us: int, is_connected: bool) -> Row:
         word = line.bare(r"[0-9]{1,12}(\.[0-9]{1,3})?", "a number of milliseconds")
-        time_us = int(Fraction(word) * 1000)
+        whole, _, decimals = word.partition(".")
+        time_us = int(whole) * 1000 + int(decimals.ljust(3, "0"))
         if time_us < before_us:
             line.fail("the time is earlier than in the row before", back=1)
         side = line.take("machine", "simulator")
@@ -342,7 +356,7 @@ class Row:
 
 @dataclass
 class Recording:
-    """What passed between a machine and a simulator."""
+    """The rows of a recording, in the order in which they happened."""
 
     rows: list[Row] = field(default_factory=list)
     end_line: int = 0  #: the line of `end` in the file that was read
@@ -355,15 +369,15 @@ class Recording:
         """Reads the content of a file. Raises FormatError."""
         data, recording = _encoded(data), cls()
         before_us, is_connected = 0, False
-        for line in _lines(data, "recording", 256):
+        for line in _lines(data, "recording", LARGEST_RECORDING_B):
             if recording.end_line:
                 line.fail("there are rows behind the end")
             if line.take("end"):
                 line.end()
                 recording.end_line = line.number
                 continue
-            if len(recording.rows) == 4_000_000:
-                line.fail("the recording has more than 4000000 rows")
+            if len(recording.rows) == MOST_ROWS:
+                line.fail(f"the recording has more than {MOST_ROWS} rows")
             row = Row._parse(line, before_us, is_connected)
             recording.rows.append(row)
             before_us, is_connected = row.time_us, row.event != "disconnected"
@@ -375,7 +389,7 @@ class Recording:
     @classmethod
     def load(cls, path: PathLike) -> Recording:
         """Reads a file. Raises FormatError or OSError."""
-        return cls.parse(Path(path).read_bytes())
+        return cls.parse(_content(path, LARGEST_RECORDING_B))
 
     def to_bytes(self) -> bytes:
         """Returns the content of a file from which parse() makes the same rows."""
@@ -391,29 +405,53 @@ class _RecordingFile:
 
     def __init__(self, path: PathLike) -> None:
         self._path = path
-        self._file = open(path, "wb", buffering=0)
+        # A pipe that nobody reads must not stop the forwarding.
+        self._file = open(path, "wb", buffering=0, opener=lambda path, flags: os.open(
+            path, flags | os.O_NONBLOCK, 0o666))
         self._start_ns = time.monotonic_ns()
+        self._size_B = self._count = 0
         self.has_failed = False
         self._write(Recording.HEAD)
 
     def add(self, side: str, event: str, text: bytes = b"") -> None:
         time_us = (time.monotonic_ns() - self._start_ns) // 1000
         for begin in range(0, max(len(text), 1), LONGEST_TEXT):
-            part = text[begin:begin + LONGEST_TEXT]
-            self._write(Row(time_us, side, event, part).to_bytes())
+            row = Row(time_us, side, event, text[begin:begin + LONGEST_TEXT]).to_bytes()
+            self._count += 1
+            is_full = self._size_B + len(row) + len(Recording.END) > LARGEST_RECORDING_B
+            if not self.has_failed and (is_full or self._count > MOST_ROWS):
+                self.close()
+                self._fail(f"a recording has at most {MOST_ROWS} rows and "
+                           f"{LARGEST_RECORDING_B >> 20} MiB")
+            self._write(row)
 
     def close(self) -> None:
-        if not self._file.closed:
-            self._write(Recording.END)
-            self._file.close()
+        """Ends the recording and forces it to the storage."""
+        if self._file.closed:
+            return
+        self._write(Recording.END)
+        for finish in (partial(os.fdatasync, self._file.fileno()), self._file.close):
+            try:
+                finish()
+            except OSError as error:
+                if error.errno not in (errno.EINVAL, errno.ENOTSUP):  # It is no regular file.
+                    self._fail(error.strerror)
 
-    def _write(self, data: bytes) -> None:
+    def _write(self, row: bytes) -> None:
+        rest = row
         try:
-            while data and not self.has_failed:
-                data = data[self._file.write(data):]
+            while rest and not self.has_failed:
+                rest = rest[os.write(self._file.fileno(), rest):]
+            self._size_B += len(row)
         except OSError as error:
-            self.has_failed = True
-            _log.error("cannot write %s: %s; the recording is cut", self._path, error.strerror)
+            self._fail(error.strerror)
+            with suppress(OSError):
+                self._file.truncate(self._size_B)  # All rows of the file are whole.
+
+    def _fail(self, reason: str) -> None:
+        if not self.has_failed:
+            _log.error("cannot write %s: %s", self._path, reason)
+        self.has_failed = True
 
 
 # --- Connections -------------------------------------------------------------------------------
@@ -452,6 +490,61 @@ class Address:
         return self.type.endswith("server")
 
 
+class _Connection:
+    """A connection of an endpoint. Its errors count as its end."""
+
+    def __init__(self, reader: asyncio.StreamReader, writer: asyncio.StreamWriter) -> None:
+        self._reader, self._writer = reader, writer
+        reader.set_exception = lambda _: reader.feed_eof()  # An error would hide bytes before it.
+        self._socket, own, peer = map(writer.get_extra_info, ("socket", "sockname", "peername"))
+        self.is_loop = own == peer
+        self.abort, self.close = writer.transport.abort, writer.close
+        if self._socket.family != socket.AF_UNIX:
+            self._socket.setsockopt(socket.SOL_SOCKET, socket.SO_KEEPALIVE, 1)
+            for option, value in KEEP_ALIVE.items():
+                self._socket.setsockopt(socket.IPPROTO_TCP, option, value)
+            self._watch(0)
+
+    def _watch(self, silent_checks: int) -> None:
+        """Ends the connection to a machine that is lost. The kernel sends no probes while data is
+        unacknowledged, and its own limit would also end the one to a machine that reads nothing."""
+        if self._writer.is_closing():
+            return
+        info = self._socket.getsockopt(socket.IPPROTO_TCP, socket.TCP_INFO, 60)
+        retransmits, probes, last_acknowledged_ms = struct.unpack("2x2B52xI", info)
+        is_silent = retransmits + probes and last_acknowledged_ms >= CHECK_S * 1000
+        if is_silent and silent_checks == 4:
+            self.abort()
+        asyncio.get_running_loop().call_later(CHECK_S, self._watch,
+                                              silent_checks + 1 if is_silent else 0)
+
+    async def read(self) -> bytes:
+        """Returns no bytes at the end of the connection, however it has ended."""
+        return await self._reader.read(READ_SIZE)
+
+    def write(self, data: bytes) -> None:
+        if not self._writer.is_closing():
+            self._writer.write(data)
+
+    async def drain(self) -> bool:
+        """Waits until more can be written. Returns False if the connection is lost."""
+        with suppress(OSError):
+            await self._writer.drain()
+            return True
+        return False
+
+    async def hang_up(self) -> None:
+        """Closes the connection so that what was sent still arrives. Drops what still comes."""
+        async def read_off() -> None:
+            while await self.read():
+                pass
+
+        with suppress(OSError, asyncio.TimeoutError):
+            self._writer.write_eof()
+            await asyncio.wait_for(read_off(), 3)
+        self.close()
+
+
 class _Endpoint:
     """Opens one connection after another: listens from the beginning on, or connects."""
 
@@ -460,9 +553,10 @@ class _Endpoint:
         self._listener: socket.socket | None = None
         self._server: asyncio.AbstractServer | None = None
         self._inode = 0
-        self._arrived: list[Streams] = []
+        self._arrived: list[_Connection] = []
         self._arrival: asyncio.Event | None = None
-        self._writers: weakref.WeakSet = weakref.WeakSet()
+        self.connections: weakref.WeakSet[_Connection] = weakref.WeakSet()
+        self._closing: asyncio.Task | None = None
         self.limit = 64 << 10  #: how many bytes of a connection may wait to be read
         if self.address.listens:
             try:
@@ -478,9 +572,9 @@ class _Endpoint:
                                                   0 if path else socket.IPPROTO_TCP)
         if path:
             self._remove_stale(path)
+            os.fchmod(listener.fileno(), 0o600)  # bind() gives this mode to the file.
             listener.bind(path)
             self._inode = os.stat(path).st_ino
-            os.chmod(path, 0o600)  # Nobody can connect before listen().
         else:
             listener.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
             listener.bind((host, self.address.port))
@@ -489,38 +583,38 @@ class _Endpoint:
 
     @staticmethod
     def _remove_stale(path: str) -> None:
-        """Removes the socket of a process that has ended."""
-        with suppress(FileNotFoundError), socket.socket(socket.AF_UNIX) as probe:
-            if stat.S_ISSOCK(os.lstat(path).st_mode) and probe.connect_ex(path) != 0:
+        """Removes the socket of a process that has ended. Another one does not see the probe, since
+        a datagram socket cannot connect to a stream socket."""
+        with suppress(FileNotFoundError), socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM) as probe:
+            if (stat.S_ISSOCK(os.lstat(path).st_mode)
+                    and probe.connect_ex(path) == errno.ECONNREFUSED):
                 os.unlink(path)
 
-    async def open(self, timeout: float | None = None) -> Streams:
+    async def open(self, timeout: float | None = None) -> _Connection:
         """Returns the next connection. Raises asyncio.TimeoutError."""
         return await asyncio.wait_for(self._accept() if self._listener else self._retry(), timeout)
 
-    async def dial(self) -> Streams:
-        """Tries to connect. Raises OSError."""
-        if self.address.path:
-            connecting = asyncio.open_unix_connection(self.address.path, limit=self.limit)
-        else:
-            connecting = asyncio.open_connection(self.address.host, self.address.port,
-                                                 limit=self.limit)
-        reader, writer = await connecting
-        self._writers.add(writer)
+    async def dial(self) -> _Connection:
+        """Tries to connect, when the connection before is closed. Raises OSError."""
+        await self.closed()
+        address, limit = self.address, self.limit
+        connection = _Connection(
+            *await (asyncio.open_unix_connection(address.path, limit=limit) if address.path
+                    else asyncio.open_connection(address.host, address.port, limit=limit)))
+        self.connections.add(connection)
         # The kernel connects a socket to itself if nobody listens on a port that it chose.
-        names = [writer.get_extra_info(name) for name in ("sockname", "peername")]
-        if not self.address.path and names[0] == names[1]:
-            writer.close()
-            raise ConnectionRefusedError("nobody listens")
-        return reader, writer
+        if connection.is_loop:
+            connection.close()
+            raise ConnectionRefusedError(errno.ECONNREFUSED, os.strerror(errno.ECONNREFUSED))
+        return connection
 
-    async def _retry(self) -> Streams:
+    async def _retry(self) -> _Connection:
         while True:
             with suppress(OSError):
                 return await self.dial()
             await asyncio.sleep(RETRY_S)
 
-    async def _accept(self) -> Streams:
+    async def _accept(self) -> _Connection:
         if not self._server:
             start = asyncio.start_unix_server if self.address.path else asyncio.start_server
             self._arrival = asyncio.Event()
@@ -530,23 +624,29 @@ class _Endpoint:
             await self._arrival.wait()
         return self._arrived.pop(0)
 
-    def _arrive(self, *streams: asyncio.StreamReader | asyncio.StreamWriter) -> None:
-        self._writers.add(streams[1])
-        self._arrived.append(streams)
+    def _arrive(self, *streams: Any) -> None:
+        connection = _Connection(*streams)
+        self.connections.add(connection)
+        self._arrived.append(connection)
         self._arrival.set()
         # It may be seen before the end of the connection that it follows.
         pause = 0.1 if len(self._arrived) < 10 else 0
-        asyncio.get_running_loop().call_later(pause, self._refuse, streams)
+        asyncio.get_running_loop().call_later(pause, self._refuse, connection)
 
-    def _refuse(self, streams: Streams) -> None:
+    def _refuse(self, connection: _Connection) -> None:
         """Closes a connection that nobody has taken, since there is one already."""
-        if streams in self._arrived:
-            self._arrived.remove(streams)
-            streams[1].close()
+        if connection in self._arrived:
+            self._arrived.remove(connection)
+            connection.close()
 
-    def close_connections(self) -> None:
-        for writer in self._writers:
-            writer.transport.abort()
+    def hang_up(self, connection: _Connection) -> None:
+        """Begins to close a connection."""
+        self._closing = asyncio.ensure_future(connection.hang_up())
+
+    async def closed(self) -> None:
+        """Waits until the last connection is closed."""
+        if self._closing:
+            await self._closing
 
     def close(self) -> None:
         if self._listener:
@@ -554,26 +654,6 @@ class _Endpoint:
         with suppress(OSError):
             if self._inode and os.stat(self.address.path).st_ino == self._inode:
                 os.unlink(self.address.path)
-
-
-async def _read(reader: asyncio.StreamReader) -> bytes:
-    """Returns no bytes at the end of the connection, however it has ended."""
-    try:
-        return await reader.read(READ_SIZE)
-    except OSError:
-        return b""
-
-
-async def _hang_up(reader: asyncio.StreamReader, writer: asyncio.StreamWriter) -> None:
-    """Closes a connection so that what was sent still arrives, even if the other side sends on."""
-    async def read_off() -> None:
-        while await _read(reader):
-            pass
-
-    with suppress(OSError, asyncio.TimeoutError):
-        writer.write_eof()
-        await asyncio.wait_for(read_off(), 1)
-    writer.close()
 
 
 class _Frames:
@@ -666,9 +746,12 @@ class _Player:
         try:
             if not self._is_stopping:
                 await self._play()
+                for endpoint in self._endpoints:
+                    await endpoint.closed()
         finally:
             for endpoint in self._endpoints:
-                endpoint.close_connections()
+                for connection in endpoint.connections:
+                    connection.abort()
             await asyncio.sleep(0)
 
     async def _play(self) -> None:
@@ -699,8 +782,8 @@ def _clock_ms() -> int:
 class Link:
     """A simulator's connection to a machine. It belongs to the thread of the simulator."""
 
-    def __init__(self, writer: asyncio.StreamWriter) -> None:
-        self._writer = writer
+    def __init__(self, connection: _Connection) -> None:
+        self._connection = connection
         self._waiting: list[tuple] = []  # a heap of time in ms, turn, number, action
         self._numbers = itertools.count(1)
         self._now_ms, self._turn = _clock_ms(), 0
@@ -718,7 +801,7 @@ class Link:
 
     def raw(self, data: bytes) -> None:
         """Sends bytes without a frame."""
-        self._writer.write(data)
+        self._connection.write(data)
 
     def disconnect(self) -> None:
         """Closes the connection. The machine may connect again."""
@@ -746,8 +829,8 @@ class Link:
                 break
             self._now_ms, self._turn, _, action = heapq.heappop(self._waiting)
             action()
-            await self._writer.drain()
-        await self._writer.drain()
+            await self._connection.drain()
+        await self._connection.drain()
         return max(1, self._waiting[0][0] - _clock_ms()) / 1000 if self._waiting else 3600
 
 
@@ -772,17 +855,14 @@ class _ScriptPlayer:
 
     def _trigger(self, link: Link, number: int) -> bool:
         left = self._left[number]
-        if left is not None:
-            self._left[number] = max(0, left - 1)
+        if left:
+            self._left[number] = left - 1
         if left != 0:
-            self._start(link, self._rows[number])
-            for row in itertools.takewhile(lambda row: row.trigger == "also",
-                                           itertools.islice(self._rows, number + 1, None)):
-                self._start(link, row)
+            others = itertools.islice(self._rows, number + 1, None)
+            also = itertools.takewhile(lambda row: row.trigger == "also", others)
+            for row in itertools.chain([self._rows[number]], also):
+                link.later(row.after_ms / 1000, partial(self._act, link, row, row.repeat))
         return left != 0
-
-    def _start(self, link: Link, row: ScriptRow) -> None:
-        link.later(row.after_ms / 1000, partial(self._act, link, row, row.repeat))
 
     def _act(self, link: Link, row: ScriptRow, times: int) -> None:
         if row.action == "disconnect":
@@ -821,8 +901,9 @@ class Simulator(_Player):
         self._link: Link | None = None
         self._outgoing: deque[bytes] = deque()
         self._arrival = threading.Condition()
-        #: The last 10,000 messages of the machine.
-        self.received: deque[bytes] = deque(maxlen=10_000)
+        #: The last 10,000 messages of the machine, or fewer if they are larger than 16 MiB.
+        self.received: deque[bytes] = deque()
+        self._received_B = 0
 
     def send(self, message: bytes) -> None:
         """Sends a message from any thread, when a machine is connected."""
@@ -841,18 +922,17 @@ class Simulator(_Player):
 
     async def _play(self) -> None:
         while True:
-            reader, writer = await self._endpoints[0].open()
-            self._link = Link(writer)
-            with suppress(ConnectionError):
-                await self._serve(self._link, reader)
+            connection = await self._endpoints[0].open()
+            self._link = Link(connection)
+            await self._serve(self._link, connection)
             self._link = None
-            await _hang_up(reader, writer)
+            self._endpoints[0].hang_up(connection)
             if self._once:
                 return
             if not self._endpoints[0].address.listens:
                 await asyncio.sleep(RETRY_S)
 
-    async def _serve(self, link: Link, reader: asyncio.StreamReader) -> None:
+    async def _serve(self, link: Link, connection: _Connection) -> None:
         frames = _Frames(header_size=4)
         self._send_waiting()
         self._behaviour.connected(link)
@@ -860,19 +940,25 @@ class Simulator(_Player):
             pause = await link._act()
             if not link.is_open:
                 return
-            with suppress(asyncio.TimeoutError):
-                chunk = await asyncio.wait_for(_read(reader), pause)
-                if not chunk:
-                    return
-                link._now_ms = _clock_ms()
-                for event, text in frames.feed(chunk):
-                    if event == "message" and link.is_open:
-                        self._receive(link, text)
-                        await link._act()
+            try:
+                chunk = await asyncio.wait_for(connection.read(), pause)
+            except asyncio.TimeoutError:
+                continue
+            if not chunk:
+                return
+            link._now_ms = _clock_ms()
+            for event, text in frames.feed(chunk):
+                if event == "message" and link.is_open:
+                    self._receive(link, text)
+                    await link._act()
 
     def _receive(self, link: Link, message: bytes) -> None:
         with self._arrival:
+            self._received_B = self._received_B + len(message) if self.received else len(message)
             self.received.append(message)
+            while len(self.received) > 10_000 or (self._received_B > MOST_KEPT_B
+                                                  and len(self.received) > 1):
+                self._received_B -= len(self.received.popleft())
             self._arrival.notify_all()
         self._behaviour.received(link, message)
 
@@ -890,70 +976,61 @@ class LinkRecorder(_Player):
     def __init__(self, simulator: str | Address, path: PathLike,
                  machine: str | Address = LOCAL) -> None:
         super().__init__(machine, simulator)
+        self.has_failed = False  #: Whether the file could not be written to its end.
         try:
             self._file = _RecordingFile(path)
         except OSError:
             self._close()
             raise
 
-    @property
-    def has_failed(self) -> bool:
-        """Whether the file could not be written to its end."""
-        return self._file.has_failed
-
     def run(self) -> None:
         try:
             super().run()
         finally:
             self._file.close()
+            self.has_failed = self._file.has_failed
 
     async def _play(self) -> None:
         # An end that listens comes first, so that the other one connects when it is needed.
         first, second = sorted(self._endpoints, key=lambda end: not end.address.listens)
         while True:
-            streams = await first.open()
-            other = await self._open_second(second)
-            if other:
-                is_machine_first = first is self._endpoints[0]
-                await self._forward(*((streams, other) if is_machine_first else (other, streams)))
+            pair = [await first.open()]
+            try:
+                pair.append(await (second.open() if second.address.listens else second.dial()))
+            except OSError as error:
+                _log.warning("cannot connect to %s: %s", second.address, error.strerror)
+                pair[0].close()
             else:
-                streams[1].close()
+                await self._forward(*(pair if first is self._endpoints[0] else reversed(pair)))
             if not first.address.listens:
                 await asyncio.sleep(RETRY_S)
 
-    @staticmethod
-    async def _open_second(endpoint: _Endpoint) -> Streams | None:
-        try:
-            return await (endpoint.open() if endpoint.address.listens else endpoint.dial())
-        except OSError as error:
-            _log.warning("cannot connect to %s: %s", endpoint.address, error.strerror)
-            return None
-
-    async def _forward(self, *pair: Streams) -> None:
+    async def _forward(self, *pair: _Connection) -> None:
         """Forwards until one side ends the connection, and then ends the other one's."""
         sides, frames = ("machine", "simulator"), (_Frames(), _Frames())
         self._file.add(sides[not self._endpoints[0].address.listens], "connected")
-        ways = [asyncio.ensure_future(self._carry(sides[i], frames[i], pair[i][0], pair[1 - i][1]))
+        ways = [asyncio.ensure_future(self._carry(sides[i], frames[i], pair[i], pair[1 - i]))
                 for i in range(2)]
-        await asyncio.wait(ways, return_when=asyncio.FIRST_COMPLETED)
-        ended = 0 if ways[0].done() else 1
-        ways[1 - ended].cancel()
+        try:
+            await asyncio.wait(ways, return_when=asyncio.FIRST_COMPLETED)
+        finally:
+            ended = 0 if ways[0].done() else 1
+            for way, side, rest in zip(ways, sides, frames):
+                way.cancel()
+                if rest.rest:
+                    self._file.add(side, "raw", rest.rest)
         await asyncio.gather(*ways, return_exceptions=True)
-        for side, rest in zip(sides, frames):
-            if rest.rest:
-                self._file.add(side, "raw", rest.rest)
         self._file.add(sides[ended], "disconnected")
-        pair[ended][1].close()
-        await _hang_up(*pair[1 - ended])
+        pair[ended].close()
+        self._endpoints[1 - ended].hang_up(pair[1 - ended])
 
-    async def _carry(self, side: str, frames: _Frames, reader: asyncio.StreamReader,
-                     writer: asyncio.StreamWriter) -> None:
-        while chunk := await _read(reader):
+    async def _carry(self, side: str, frames: _Frames, source: _Connection,
+                     target: _Connection) -> None:
+        while chunk := await source.read():
             for event, text in frames.feed(chunk):
                 self._file.add(side, event, text)
-            writer.write(chunk)
-            with suppress(ConnectionError):  # The other way notices that this side has gone.
-                await writer.drain()
+            target.write(chunk)
+            await target.drain()  # The other way notices that this side has gone.
 
 
 class Replayer(_Player):
@@ -973,7 +1050,7 @@ class Replayer(_Player):
         self._side = side
         self._in_time = in_time
         self._timeout = timeout
-        self._streams: Streams | None = None
+        self._connection: _Connection | None = None
         self._arrived = bytearray()
         #: The first difference, for example: row 7: expected machine message "a", but "b" came
         self.difference: str | None = "the replay was stopped"
@@ -990,18 +1067,20 @@ class Replayer(_Player):
             gap = (row.time_us - before_us) / 1e6
             before_us = row.time_us
             if row.side == self._side and row.event != "connected":
-                if self._in_time:
-                    due = anchor + (row.time_us - anchor_us) / 1e6
-                    await asyncio.sleep(due - time.monotonic())
-                came = await self._do(row)
+                pause = (max(0, anchor + (row.time_us - anchor_us) / 1e6 - time.monotonic())
+                         if self._in_time else 0 if row.event != "disconnected" else min(gap, 0.1))
+                came = await self._do(row, pause, gap + self._timeout)
             else:
                 came = await self._came(row, gap + self._timeout)
                 anchor, anchor_us = time.monotonic(), row.time_us
-            if came != (row.event, row.text):
-                line = row.line or number + 2
-                self.difference = self._told(line, row.words(shortly_quoted), came)
+                came = None if came == (row.event, row.text) else came
+            if came:
+                expected = row.words(shortly_quoted)
+                self.difference = self._told(row.line or number + 2, expected, came)
                 return
-        came = await self._do(Row(0, self._side, "disconnected")) if self._streams else None
+        came = None
+        if self._connection:
+            came = await self._do(Row(0, self._side, "disconnected"), 0.1, 0)
         self.difference = None
         if came and came[0] != "disconnected":
             self.difference = self._told(self._end_line, "the end", came)
@@ -1014,39 +1093,39 @@ class Replayer(_Player):
                 "raw": f"raw {shortly_quoted(text)} came"}[event]
         return f"row {line}: expected {expected}, but {what}"
 
-    async def _do(self, row: Row) -> tuple[str, bytes]:
-        """Plays an own row. Returns its event and text, or what the other side did instead."""
+    async def _do(self, row: Row, pause: float, timeout: float) -> tuple[str, bytes] | None:
+        """Plays an own row. Returns None, or what the other side did instead."""
         if row.event == "disconnected":
-            came = await self._came(row, 0.01)
-            if came[0] in ("nothing", "disconnected"):
-                await _hang_up(*self._streams)
-                self._streams = None
-                return "disconnected", b""
-            return came
-        writer = self._streams[1]
+            came = await self._came(row, max(pause, 0.01))
+            if came[0] != "nothing":
+                return came
+            await self._connection.hang_up()
+            self._connection = None
+            return None
+        await asyncio.sleep(pause)
+        self._connection.write(frame(row.text) if row.event == "message" else row.text)
         try:
-            writer.write(frame(row.text) if row.event == "message" else row.text)
-            await writer.drain()
-        except OSError:
-            return "disconnected", b""
-        return row.event, row.text
+            is_open = await asyncio.wait_for(self._connection.drain(), timeout)
+        except asyncio.TimeoutError:
+            return "nothing", b""
+        return None if is_open else ("disconnected", b"")
 
     async def _came(self, row: Row, timeout: float) -> tuple[str, bytes]:
-        """Waits for the row. Returns its event and text, or what the other side did instead."""
+        """Waits for the row. Returns what the other side did: an event and a text."""
         try:
             if row.event == "connected":
-                self._streams = await self._endpoints[0].open(timeout)
+                self._connection = await self._endpoints[0].open(timeout)
                 self._arrived.clear()
                 return "connected", b""
             return await asyncio.wait_for(self._next(row), timeout)
         except asyncio.TimeoutError:
-            return "nothing", b""
+            return ("raw", bytes(self._arrived)) if self._arrived else ("nothing", b"")
 
     async def _next(self, row: Row) -> tuple[str, bytes]:
         while not (found := self._take(row)):
-            chunk = await _read(self._streams[0])
+            chunk = await self._connection.read()
             if not chunk:
-                self._streams[1].close()
+                self._connection.close()
                 return ("raw", bytes(self._arrived)) if self._arrived else ("disconnected", b"")
             self._arrived += chunk
         return found
@@ -1074,7 +1153,6 @@ class _Parser(argparse.ArgumentParser):
 
 
 def _parser() -> argparse.ArgumentParser:
-    local = Address.parse(LOCAL)
     parser = _Parser(prog="zelsim.py", description=__doc__, allow_abbrev=False,
                      formatter_class=argparse.RawDescriptionHelpFormatter)
     commands = parser.add_subparsers(dest="command", required=True)
@@ -1082,14 +1160,17 @@ def _parser() -> argparse.ArgumentParser:
 
     serve = commands.add_parser("serve", help="plays a simulator by a script")
     serve.add_argument("file", metavar="SCRIPT")
-    serve.add_argument("address", nargs="?", default=local, **address)
+    serve.add_argument("address", nargs="?", default=LOCAL, **address)
     serve.add_argument("--once", action="store_true", help="ends after the first connection")
+    serve.set_defaults(make=lambda its: Simulator(Script.load(its.file), its.address,
+                                                  once=its.once))
 
     record = commands.add_parser("record", help="stands between machine and simulator")
     record.add_argument("address", help="the end for the simulator", **address)
     record.add_argument("file", metavar="FILE")
-    record.add_argument("--machine", default=local, **address,
+    record.add_argument("--machine", default=LOCAL, **address,
                         help="the end for the machine, tcpserver/127.0.0.1/0 unless given")
+    record.set_defaults(make=lambda its: LinkRecorder(its.address, its.file, its.machine))
 
     replay = commands.add_parser("replay", help="plays one side of a recording")
     replay.add_argument("file", metavar="FILE")
@@ -1098,20 +1179,14 @@ def _parser() -> argparse.ArgumentParser:
     replay.add_argument("--in-time", action="store_true", help="waits as long as recorded")
     replay.add_argument("--timeout", metavar="TIME", type=parse_time_ms, default=10_000,
                         help="how late an expected row may come, 10s unless given")
+    replay.set_defaults(make=lambda its: Replayer(
+        Recording.load(its.file), its.address, side=its.side, in_time=its.in_time,
+        timeout=its.timeout / 1000))
     return parser
 
 
-def _make_player(arguments: argparse.Namespace) -> _Player:
-    if arguments.command == "serve":
-        return Simulator(Script.load(arguments.file), arguments.address, once=arguments.once)
-    if arguments.command == "record":
-        return LinkRecorder(arguments.address, arguments.file, arguments.machine)
-    return Replayer(Recording.load(arguments.file), arguments.address, side=arguments.side,
-                    in_time=arguments.in_time, timeout=arguments.timeout / 1000)
-
-
 def _play(arguments: argparse.Namespace) -> int:
-    player = _make_player(arguments)
+    player = arguments.make(arguments)
     for number in (signal.SIGINT, signal.SIGTERM):
         signal.signal(number, lambda *_: player.stop())
     for endpoint in player._endpoints:
@@ -1120,10 +1195,10 @@ def _play(arguments: argparse.Namespace) -> int:
         elif arguments.command != "record":
             print("connecting to", endpoint.address, flush=True)
     player.run()
-    if isinstance(player, Replayer) and player.difference:
-        _log.error("%s", player.difference)
-        return 1
-    return int(isinstance(player, LinkRecorder) and player.has_failed)
+    difference = getattr(player, "difference", None)
+    if difference:
+        _log.error("%s", difference)
+    return int(bool(difference) or getattr(player, "has_failed", False))
 
 
 def main(words: list[str] | None = None) -> int:
@@ -1134,6 +1209,8 @@ def main(words: list[str] | None = None) -> int:
         return _play(arguments)
     except FormatError as error:
         _log.error("%s: %s", arguments.file, error)
+    except MemoryError:
+        _log.error("the memory is used up")
     except OSError as error:
         place = f"{error.filename}: " if error.filename else ""
         _log.error("%s%s", place, error.strerror or error)

@@ -21,7 +21,8 @@ void describe(CommandParser& parser)
         "                          tcpserver/127.0.0.1/0 unless given\n"
         "  record ADDRESS FILE     stands between a machine and the simulator at ADDRESS, and\n"
         "                          records both ways with times\n"
-        "  replay FILE ADDRESS     plays one side of a recording, and tells the first difference\n"
+        "  replay FILE ADDRESS     plays one side of a recording, and reports the first "
+        "difference\n"
         "                          of what the other side does; exit status 0 if there is none\n\n"
         "An address is tcpserver/IP/PORT or unixserver/PATH to listen, tcpclient/IP/PORT or\n"
         "unixclient/PATH to connect. A port 0 lets the system choose; the real one is printed.");

@@ -39,9 +39,10 @@ ExitStatus serveScript(const QString& path, const QString& address, bool isOnce)
         return fail(Failed, path + QStringLiteral(": ") + error);
 
     const std::unique_ptr<SimulationInterface> link(createInterface(address, nullptr));
-    const bool isServer = qobject_cast<ServerSimulationInterface*>(link.get()) != nullptr;
-    if (isServer && link->localAddress().isEmpty())
-        return fail(Failed, QStringLiteral("cannot listen on ") + address);
+    const auto* const server = qobject_cast<ServerSimulationInterface*>(link.get());
+    if (server != nullptr && !server->listenError().isEmpty())
+        return fail(Failed,
+                    QStringLiteral("cannot listen on %1: %2").arg(address, server->listenError()));
     if (isOnce)
         endAfterFirstConnection(*link);
     const StopSignals stopSignals;
@@ -52,8 +53,8 @@ ExitStatus serveScript(const QString& path, const QString& address, bool isOnce)
                              fail(Failed, line);
                      });
     const Simulator simulator(*script, *link);
-    if (printLine(isServer ? QStringLiteral("listening on ") + link->localAddress()
-                           : QStringLiteral("connecting to ") + address) != Done)
+    if (printLine(server != nullptr ? QStringLiteral("listening on ") + link->localAddress()
+                                    : QStringLiteral("connecting to ") + address) != Done)
         return Failed;
     return static_cast<ExitStatus>(QCoreApplication::exec());
 }

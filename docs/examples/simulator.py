@@ -5,8 +5,9 @@ TYPE is this end's: a machine that is configured with tcpserver/0.0.0.0/8133 is 
 
     simulator.py tcpclient/127.0.0.1/8133 "2024/03/01 08:30:00"
 
-and one with tcpclient/127.0.0.1/8133 by the same with tcpserver. Sends the messages, then prints
-what the machine sends until it hangs up. Port 0 listens on a free port; the first line says which.
+and one with tcpclient/127.0.0.1/8133 by the same with tcpserver. Waits for the machine, sends the
+messages, then prints each message of the machine until the machine hangs up. Port 0 listens on a
+free port; the first line says which.
 """
 
 import sys

@@ -54,8 +54,8 @@ void ClientSimulationInterface::closeConnection()
 void ClientSimulationInterface::start()
 {
     connectSignals();
-    tryToConnect();
     m_reconnectTimer.start();
+    tryToConnect(); // An AF_UNIX endpoint may be connected, or even deleted, in this call.
 }
 
 void ClientSimulationInterface::connectSignals()

@@ -37,7 +37,7 @@ protected:
 
     /// Begins to connect. A derived class calls it at the end of its constructor.
     void start();
-    /// Begins one attempt with an unconnected socket, whose connected() tells of the success.
+    /// Begins one attempt with an unconnected socket, whose connected() reports the success.
     virtual void openConnection(QTcpSocket& socket) = 0;
 
 private:

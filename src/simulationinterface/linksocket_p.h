@@ -12,7 +12,7 @@ class PeerWatch;
 class SimulationInterface;
 
 /// The socket of an endpoint, with limits on the bytes that it buffers in both directions. A
-/// PeerWatch ends the connection to a TCP peer that has gone without a word.
+/// PeerWatch ends the connection to a TCP peer that has lost its power or its network.
 ///
 /// QTcpSocket also works on the descriptor of an AF_UNIX socket, but does not know its addresses.
 ///

@@ -28,11 +28,14 @@ public:
     bool writeSerializedData(const QByteArray& frame) override;
     QString peerAddress() const override;
     void closeConnection() override;
+    /// Why the endpoint with a valid address does not listen; empty if it does.
+    QString listenError() const { return m_listenError; }
 
 protected:
     explicit ServerSimulationInterface(QObject* parent);
 
     QTcpServer& server() const { return *m_server; }
+    void setListenError(const QString& error) { m_listenError = error; }
     /// Whether the peer of a new connection, whose descriptor is given, may attach: by default any.
     virtual bool isPeerAllowed(int connection);
 
@@ -43,6 +46,7 @@ private:
     void processClient();
 
     const std::unique_ptr<QTcpServer> m_server;
+    QString m_listenError;
     // No simulator is attached if this is null, or disconnected with unprocessed messages.
     std::shared_ptr<LinkSocket> m_client;
 };

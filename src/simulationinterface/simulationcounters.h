@@ -5,7 +5,7 @@
 namespace zeltools::simulationinterface
 {
 
-/// What an endpoint has done since it was made, over all of its connections.
+/// The traffic of an endpoint since it was made, over all of its connections.
 struct SimulationCounters
 {
     quint64 framesSent = 0; ///< accepted for sending; the end of a connection may still lose some

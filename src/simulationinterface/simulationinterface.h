@@ -40,7 +40,8 @@ public:
     /// empty without a connection and for AF_UNIX.
     virtual QString peerAddress() const;
     /// Ends the connection without blocking. Written bytes that the kernel takes immediately still
-    /// reach the simulator. A server then waits for the next one, and a client connects again.
+    /// reach the simulator. Messages that have arrived may still be emitted. A server then waits
+    /// for the next one, and a client connects again.
     virtual void closeConnection();
 
     /// Sends one message without blocking. Returns false, and the message is lost, if it is too

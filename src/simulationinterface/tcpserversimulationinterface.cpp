@@ -35,6 +35,7 @@ TcpServerSimulationInterface::TcpServerSimulationInterface(
         return;
     const auto& [host, port] = *m_address;
     if (!server().listen(host, port)) {
+        setListenError(server().errorString());
         LogFormatter(LogLevel::Warning).log(Log::Simulation).noquote()
             << "zeltools::simulationinterface::TcpServerSimulationInterface::"
                "TcpServerSimulationInterface(const "

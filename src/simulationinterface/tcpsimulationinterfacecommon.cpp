@@ -2,6 +2,7 @@
 
 #include "logging/log.h"
 #include "logging/logformatter.h"
+#include "simulationinterface/peerwatch_p.h"
 #include "simulationinterface/simulationinterfaceaddress.h"
 
 #include <QStringList>
@@ -49,6 +50,11 @@ TcpSimulationInterfaceCommon::parseAddress(const QString& address)
 QString TcpSimulationInterfaceCommon::addressOf(const QHostAddress& host, quint16 port)
 {
     return host.toString() + SimulationInterfaceAddress::fieldSeparator() + QString::number(port);
+}
+
+void TcpSimulationInterfaceCommon::watchPeer(QTcpSocket& socket)
+{
+    (new PeerWatch(&socket))->start();
 }
 
 } // namespace zeltools::simulationinterface

@@ -4,6 +4,7 @@
 
 #include <QHostAddress>
 #include <QString>
+#include <QTcpSocket>
 
 #include <optional>
 #include <utility>
@@ -24,6 +25,11 @@ struct ZELTOOLS_EXPORT TcpSimulationInterfaceCommon
 
     /// The text that parseAddress() parses: "127.0.0.1/8133".
     static QString addressOf(const QHostAddress& host, quint16 port);
+
+    /// Ends the connection of the socket within 10 s after its peer has lost its power or its
+    /// network. A peer whose system answers keeps the connection, even if it does not read. The
+    /// watch ends with the connection.
+    static void watchPeer(QTcpSocket& socket);
 };
 
 } // namespace zeltools::simulationinterface

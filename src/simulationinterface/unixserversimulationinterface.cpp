@@ -19,9 +19,9 @@ UnixServerSimulationInterface::UnixServerSimulationInterface(
     m_file = std::make_unique<SocketFile>(*path);
     const int socket = m_file->listen();
     if (socket < 0 || !server().setSocketDescriptor(socket)) {
+        setListenError(qt_error_string(errno));
         LogFormatter(LogLevel::Warning).log(Log::Simulation).noquote()
-            << QStringLiteral("Failed listening on %1: %2")
-                   .arg(path->text(), qt_error_string(errno));
+            << QStringLiteral("Failed listening on %1: %2").arg(path->text(), listenError());
     }
 }
 

@@ -22,7 +22,7 @@ public:
     QString text() const;
     const char* encoded() const { return m_address.sun_path; }
 
-    /// These return whether the system call succeeded; if not, errno tells why.
+    /// These return whether the system call succeeded; if not, errno is set.
     bool bind(int socket) const;
     bool connect(int socket) const;
 

@@ -6,7 +6,7 @@ namespace zeltools::simulationinterface
 {
 
 /// Limits the Warnings that others can cause to ten a minute. At the end of such a minute, or of
-/// the object, one more Warning tells the number of the others.
+/// the object, one more Warning reports the number of the others.
 class WarningLimit : public QObject
 {
 public:

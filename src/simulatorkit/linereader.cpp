@@ -2,6 +2,8 @@
 
 #include "simulationinterface/simulationprotocol.h"
 
+#include <algorithm>
+
 namespace zeltools::simulatorkit
 {
 
@@ -105,7 +107,8 @@ void LineReader::failAt(int word, const QString& reason)
     if (!m_error.isEmpty())
         return;
     const int column = word < m_words.size() ? m_words[word].column : m_length + 1;
-    m_error = QStringLiteral("line %1, column %2: %3").arg(m_line).arg(column).arg(reason);
+    m_error =
+        QStringLiteral("line %1, column %2: %3").arg(std::max(m_line, 1)).arg(column).arg(reason);
 }
 
 } // namespace zeltools::simulatorkit

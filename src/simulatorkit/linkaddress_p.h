@@ -19,7 +19,7 @@ bool isLinkAddress(const QString& rawAddress);
 QTcpServer* listenAt(const QString& rawAddress,
                      std::unique_ptr<simulationinterface::ServerSimulationInterface>& owner);
 
-/// Begins to connect an unconnected socket, which tells the result by connected() or
+/// Begins to connect an unconnected socket, which reports the result by connected() or
 /// errorOccurred(). Returns the reason if it fails at once, or an empty text.
 QString connectTo(const QString& rawAddress, QTcpSocket& socket);
 

@@ -78,9 +78,10 @@ void LinkRecorder::stop()
     endFrames();
     for (Side* const side : {m_machine.get(), m_simulator.get()}) {
         side->end.disconnect(this);
-        side->end.close();
+        side->end.closeForGood();
     }
     m_file->end();
+    report(m_file->error());
 }
 
 QString LinkRecorder::listeningAddress(LinkSide side) const
@@ -119,6 +120,9 @@ void LinkRecorder::connectSignals(Side& side)
 // Makes the next step towards a pair of connections: ends that listen come first.
 void LinkRecorder::advance()
 {
+    // A peer may send and hang up before the recorder has reached the other one.
+    for (Side* const side : {m_machine.get(), m_simulator.get()})
+        side->end.hold(!m_isPaired && !opposite(*side).end.isListening());
     for (const bool isListening : {true, false}) {
         for (Side* const side : {m_machine.get(), m_simulator.get()}) {
             if (side->end.isListening() == isListening && !side->end.isConnected())
@@ -128,8 +132,10 @@ void LinkRecorder::advance()
     m_problem.clear();
     m_isPaired = true;
     write(m_machine->end.isListening() ? *m_machine : *m_simulator, Kind::Connected);
-    forward(*m_machine, maximumUnsent_B);
-    forward(*m_simulator, maximumUnsent_B);
+    for (Side* const side : {m_machine.get(), m_simulator.get()}) {
+        forward(*side, maximumUnsent_B);
+        side->end.hold(false);
+    }
 }
 
 void LinkRecorder::advanceAgain()

@@ -37,7 +37,7 @@ public:
     /// reason of a failure, or an empty text. An object can be started once.
     QString start(const QString& machineAddress, const QString& simulatorAddress,
                   const QString& path);
-    /// Writes the end of the recording and closes the connections.
+    /// Writes the end of the recording, closes the connections and no longer listens.
     void stop();
 
     /// The address of the end for that side, with its real port, if it listens; otherwise empty.

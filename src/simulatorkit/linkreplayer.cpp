@@ -19,6 +19,8 @@ namespace
 
 constexpr int maximumUnsent_B = 64 * 1024;
 constexpr int maximumArrived_B = 128 * 1024; // has room for a whole frame
+// How long the partner must be silent before the replayer hangs up.
+constexpr std::chrono::microseconds silence = 100ms;
 
 } // namespace
 
@@ -69,20 +71,21 @@ bool LinkReplayer::isListening() const
 
 void LinkReplayer::advance()
 {
+    if (m_isFinished)
+        return;
     if (!m_arrived->hasPartnerLeft && !m_isClosing)
         m_arrived->append(m_end->read(maximumArrived_B - m_arrived->size_B()));
     const auto& events = m_recording.events;
-    while (!m_isFinished && m_next < events.size()) {
+    while (m_next < events.size()) {
         if (play(events[m_next]) == Progress::Waiting)
             return startLimit();
         m_limit.stop();
+        m_lastRow = now();
         if (events[m_next].side != m_options.side || m_next == 0)
-            m_beginning = now() - events[m_next].time;
+            m_beginning = m_lastRow - events[m_next].time;
         ++m_next;
     }
-    if (m_isFinished)
-        return;
-    if (m_arrived->hasPartnerLeft || closeOwnEnd() == Progress::Done)
+    if (expectEnd() == Progress::Done)
         finish(QString());
     else
         startLimit();
@@ -91,7 +94,7 @@ void LinkReplayer::advance()
 LinkReplayer::Progress LinkReplayer::play(const SimulatorEvent& event)
 {
     const bool isOwn = event.side == m_options.side;
-    if (isOwn && !isDue(event))
+    if (isOwn && !isDue(dueTime(event)))
         return Progress::Waiting;
     if (event.kind == Kind::Connected) {
         if (!m_pause.isActive()) // It is active after an attempt to connect that failed.
@@ -136,10 +139,25 @@ LinkReplayer::Progress LinkReplayer::expectBytes(const SimulatorEvent& event)
 
 LinkReplayer::Progress LinkReplayer::expectDisconnection()
 {
-    const bool isMore = m_arrived->hasFrame() || m_arrived->isWrong();
-    if (isMore || (m_arrived->hasPartnerLeft && !m_arrived->isEmpty()))
+    if (hasMore())
         return fail(m_arrived->text());
     return std::exchange(m_arrived->hasPartnerLeft, false) ? Progress::Done : Progress::Waiting;
+}
+
+LinkReplayer::Progress LinkReplayer::expectEnd()
+{
+    if (hasMore())
+        return fail(m_arrived->text());
+    if (m_arrived->hasPartnerLeft || m_end->isIdle())
+        return Progress::Done;
+    return isDue(m_lastRow + silence) ? closeOwnEnd() : Progress::Waiting;
+}
+
+// Whether bytes wait that no row takes. A frame may still be on its way.
+bool LinkReplayer::hasMore() const
+{
+    return m_arrived->hasFrame() || m_arrived->isWrong() ||
+           (m_arrived->hasPartnerLeft && !m_arrived->isEmpty());
 }
 
 LinkReplayer::Progress LinkReplayer::closeOwnEnd()
@@ -150,8 +168,10 @@ LinkReplayer::Progress LinkReplayer::closeOwnEnd()
         m_isClosing = false;
         return Progress::Done;
     }
-    if (m_end->unsent_B() == 0 && !std::exchange(m_isClosing, true))
+    if (m_end->unsent_B() == 0 && !std::exchange(m_isClosing, true)) {
+        m_limit.stop();
         m_end->close();
+    }
     return Progress::Waiting;
 }
 
@@ -160,10 +180,22 @@ std::chrono::microseconds LinkReplayer::now() const
     return std::chrono::microseconds(m_clock.nsecsElapsed() / 1000);
 }
 
-bool LinkReplayer::isDue(const SimulatorEvent& event)
+// The time of an own row. Without the times of the recording, the partner has a moment before a
+// disconnection to send what it should not.
+std::chrono::microseconds LinkReplayer::dueTime(const SimulatorEvent& event) const
 {
-    const auto missing = m_beginning + event.time - now();
-    if (!m_options.isInTime || m_next == 0 || missing <= 0us)
+    if (m_next == 0)
+        return 0us;
+    if (m_options.isInTime)
+        return m_beginning + event.time;
+    const auto recorded = event.time - m_recording.events[m_next - 1].time;
+    return event.kind == Kind::Disconnected ? m_lastRow + std::min(recorded, silence) : 0us;
+}
+
+bool LinkReplayer::isDue(std::chrono::microseconds time)
+{
+    const auto missing = time - now();
+    if (missing <= 0us)
         return true;
     m_pause.start(std::chrono::ceil<std::chrono::milliseconds>(missing));
     return false;
@@ -172,10 +204,10 @@ bool LinkReplayer::isDue(const SimulatorEvent& event)
 // A row may come as much later than the row before it as it was recorded.
 void LinkReplayer::startLimit()
 {
-    if (m_limit.isActive())
+    if (m_isFinished || m_isClosing || m_limit.isActive())
         return;
     const auto& events = m_recording.events;
-    std::chrono::microseconds recorded{};
+    std::chrono::microseconds recorded = silence;
     if (m_next > 0 && m_next < events.size())
         recorded = events[m_next].time - events[m_next - 1].time;
     constexpr std::chrono::milliseconds longest = 24h * 20; // A timer cannot count much more.
@@ -187,8 +219,9 @@ LinkReplayer::Progress LinkReplayer::fail(const QString& came)
 {
     const auto& events = m_recording.events;
     const bool isEnd = m_next == events.size();
+    const int line = isEnd ? m_recording.endLine : events[m_next].line;
     finish(QStringLiteral("row %1: expected %2, but %3")
-               .arg(isEnd ? m_recording.endLine : events[m_next].line)
+               .arg(line > 0 ? line : m_next + 2) // as toText() would number it
                .arg(isEnd ? QStringLiteral("the end") : shortRow(events[m_next]), came));
     return Progress::Waiting;
 }
@@ -198,8 +231,9 @@ void LinkReplayer::finish(const QString& difference)
     m_limit.stop();
     m_pause.stop();
     m_end->disconnect(this);
-    if (!std::exchange(m_isFinished, true))
-        Q_EMIT finished(difference);
+    m_isFinished = true;
+    // The receiver may delete the object, which is still at work.
+    QTimer::singleShot(0, this, [this, difference] { Q_EMIT finished(difference); });
 }
 
 } // namespace zeltools::simulatorkit

@@ -16,7 +16,7 @@ class PartnerBytes;
 
 /// Plays one side of a recording for a real partner and compares what that sends with what was
 /// recorded, byte for byte. The rows of the played side are sent in their order, each as soon as
-/// everything that was recorded before it has come. What comes early waits for its row.
+/// everything that was recorded before it has come. Bytes that come early wait for their row.
 ///
 /// An object plays one recording once. It belongs to the thread that created it, and needs its
 /// event loop.
@@ -45,8 +45,9 @@ public:
     bool isListening() const;
 
 Q_SIGNALS:
-    /// Emitted once. The text is empty if everything was the same; otherwise it is the first
-    /// difference, such as `row 7: expected machine message "brew", but "grind" came`.
+    /// Emitted once; the object may be deleted in it. The text is empty if everything was the same;
+    /// otherwise it is the first difference, such as `row 7: expected machine message "brew", but
+    /// "grind" came`.
     void finished(const QString& difference);
 
 private:
@@ -57,10 +58,13 @@ private:
     Progress send(const SimulatorEvent& event);
     Progress expectBytes(const SimulatorEvent& event);
     Progress expectDisconnection();
+    Progress expectEnd();
+    bool hasMore() const;
     Progress closeOwnEnd();
 
     std::chrono::microseconds now() const;
-    bool isDue(const SimulatorEvent& event);
+    std::chrono::microseconds dueTime(const SimulatorEvent& event) const;
+    bool isDue(std::chrono::microseconds time);
     void startLimit();
 
     Progress fail(const QString& came);
@@ -72,6 +76,7 @@ private:
     std::unique_ptr<PartnerBytes> m_arrived;
     QElapsedTimer m_clock;
     std::chrono::microseconds m_beginning{}; // of the recording, on the clock
+    std::chrono::microseconds m_lastRow{};   // when it was played, on the clock
     QTimer m_pause;
     QTimer m_limit;
     int m_next = 0; // event

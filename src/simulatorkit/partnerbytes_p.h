@@ -8,7 +8,7 @@
 namespace zeltools::simulatorkit
 {
 
-/// What the partner of a replayer has sent and the replayer has not compared yet.
+/// The bytes that the partner of a replayer has sent and the replayer has not compared yet.
 class PartnerBytes
 {
 public:

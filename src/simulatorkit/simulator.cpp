@@ -5,7 +5,10 @@
 #include "simulationinterface/simulationinterface.h"
 #include "simulationinterface/simulationprotocol.h"
 
+#include <QPointer>
+
 #include <algorithm>
+#include <utility>
 
 namespace zeltools::simulatorkit
 {
@@ -37,7 +40,7 @@ void Simulator::onConnectedChanged()
         return;
     m_isConnected = !m_isConnected;
     m_waiting.clear();
-    m_hasWarned = false;
+    m_hasDropped = m_hasWarned = false;
     if (!m_isConnected)
         return;
     m_clock.start();
@@ -81,31 +84,41 @@ bool Simulator::trigger(int row, qint64 now_ms)
 
 void Simulator::addWaiting(qint64 due_ms, const Waiting& waiting)
 {
-    if (m_waiting.size() < maximumWaiting) {
+    if (m_waiting.size() < maximumWaiting)
         m_waiting.emplace(Due(due_ms, m_order++), waiting);
-    } else if (!m_hasWarned) {
-        m_hasWarned = true;
-        LogFormatter(LogLevel::Warning).log(Log::Simulation)
-            << "More than" << maximumWaiting << "actions of the simulator wait, dropping some";
-    }
+    else
+        m_hasDropped = true;
 }
 
-// A million repetitions must not keep the event loop from its other work.
+// A million repetitions must not keep the event loop from its other work. An action ends a
+// connection, or logs a line, and a receiver of these signals may delete the object.
 void Simulator::runDue()
 {
     constexpr int batch = 1000;
+    const QPointer<Simulator> self(this);
     const qint64 now_ms = m_clock.elapsed();
     for (int i = 0; i < batch && !m_waiting.empty(); ++i) {
         if (m_waiting.begin()->first.first > now_ms)
             break;
         runFirst();
+        if (!self)
+            return;
     }
     if (!m_waiting.empty())
         m_timer.start(static_cast<int>(
             std::max<qint64>(0, m_waiting.begin()->first.first - m_clock.elapsed())));
+    warnOnce();
 }
 
-// What follows is added before the action, which may end the connection.
+void Simulator::warnOnce()
+{
+    if (!m_hasDropped || std::exchange(m_hasWarned, true))
+        return;
+    LogFormatter(LogLevel::Warning).log(Log::Simulation)
+        << "More than" << maximumWaiting << "actions of the simulator wait, dropping some";
+}
+
+// The next repetition is added before the action, which may end the connection.
 void Simulator::runFirst()
 {
     Due due = m_waiting.begin()->first;
@@ -142,10 +155,13 @@ void Simulator::act(const SimulatorRow& row)
     }
     case Action::Silence:
         break;
-    case Action::Disconnect:
+    case Action::Disconnect: {
+        const QPointer<Simulator> self(this);
         m_link.closeConnection();
-        onConnectedChanged(); // A link that connects tells it only later.
+        if (self)
+            onConnectedChanged(); // A link that connects tells it only later.
         break;
+    }
     }
 }
 

@@ -29,7 +29,8 @@ class ZELTOOLS_EXPORT Simulator : public QObject
 public:
     static constexpr size_t maximumWaiting = 10000;
 
-    /// The link must outlive the object. A connection that it has already counts as a new one.
+    /// The link must outlive the object, but both may be deleted inside the signals of the link. A
+    /// connection that it has already counts as a new one.
     Simulator(SimulatorScript script, simulationinterface::SimulationInterface& link,
               QObject* parent = nullptr);
     ~Simulator() override;
@@ -49,6 +50,7 @@ private:
     bool trigger(int row, qint64 now_ms);
     void addWaiting(qint64 due_ms, const Waiting& waiting);
     void runDue();
+    void warnOnce();
     void runFirst();
     void act(const SimulatorRow& row);
 
@@ -60,6 +62,7 @@ private:
     QTimer m_timer;
     quint64 m_order = 0;
     bool m_isConnected = false;
+    bool m_hasDropped = false;
     bool m_hasWarned = false;
 };
 

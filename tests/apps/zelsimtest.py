@@ -1,22 +1,27 @@
 # zelsimtest.py ZELCTL MODULE PAGE: holds `zelctl sim` and the module zelsim.py against each other.
 
+import ctypes
 import itertools
-import logging
 import os
 import re
 import socket
+import struct
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import unittest
+from concurrent.futures import ThreadPoolExecutor
+from functools import partial
 from pathlib import Path
+from unittest import mock
 
 ZELCTL, MODULE, PAGE = map(os.path.abspath, sys.argv[1:4])
 sys.path.insert(0, os.path.dirname(MODULE))
 import zelsim  # noqa: E402
 
-PROGRAMS = {"zelctl": [ZELCTL, "sim"], "zelsim": [sys.executable, MODULE]}
+PROGRAMS = {"zelctl": [ZELCTL, "sim"], "zelsim": [sys.executable, "-S", MODULE]}
 NOWHERE = "tcpserver/192.0.2.1/0"  # an address at which no computer listens
 
 SCRIPT = r"""zelsim script 1
@@ -48,29 +53,29 @@ RECORDING = r"""zelsim recording 1
 250 simulator raw "\x00\x01"
 251 machine message "break"
 251 simulator raw "Q\x00\x06b"
-271 simulator disconnected
-273 machine connected
-274 simulator message "hello"
-275 machine message "grind 1"
-275 simulator message "gro\x00nd é"
-305 simulator message "cleaned"
-305 simulator message "cleaned"
-306 machine raw "\x00"
-307 machine disconnected
-end
-"""
+351 simulator disconnected
+353 machine connected
+354 simulator message "hello"
+355 machine message "grind 1"
+355 simulator message "gro\x00nd é"
+385 simulator message "cleaned"
+385 simulator message "cleaned"
+386 machine raw "\x00"
+387 machine disconnected
+""" + 50 * """388 machine connected
+388 simulator message "hello"
+388 machine disconnected
+""" + "end\n"
 
 # The lines behind the first one, and where the problem is.
 SCRIPTS = [
     ("", None), ("# only a comment\n \t\n", None), ('when "" answer ""\n', None),
     ('\twhen any after 1.5s repeat 1000000 each 1440min first 7 silence # all\n', None),
     ('when begins "\\"\\\\\\n\\r\\t\\xfF\r\0\xff" half "é" #\0\n', None),
-    ('every 0.5ms disconnect\n', None), ('also silence\n', "line 2, column 1"),
-    ('every 0.49999ms silence\n', "line 2, column 7"), ('every 0ms silence\n', "line 2, column 7"),
-    ('every 86400.0004s silence\n', None), ('every 86400.0005s silence\n', "line 2, column 7"),
-    ('every 1000000000ms silence\n', "line 2, column 7"), ('every 1.s silence\n', "line 2, column 7"),
-    ('every .5s silence\n', "line 2, column 7"), ('every +5s silence\n', "line 2, column 7"),
-    ('every 1h silence\n', "line 2, column 7"), ('every "1s" silence\n', "line 2, column 7"),
+    ('every 0.5ms disconnect\n', None), ('every 86400.0004s silence\n', None),
+    *[(f'every {time} silence\n', "line 2, column 7") for time in [
+        "0.49999ms", "0ms", "86400.0005s", "1000000000ms", "1.s", "+5s", '"1s"']],
+    ('also silence\n', "line 2, column 1"),
     ('when any first 0 silence\n', "line 2, column 16"), ('when any first\n', "line 2, column 15"),
     ('when any first 1000001 silence\n', "line 2, column 16"),
     ('when any first 1 first 1 silence\n', "line 2, column 18"),
@@ -102,23 +107,23 @@ RECORDINGS = [
 HEADS = [b"", b"zelsim script 2\n", b"\nzelsim script 1\n", b"zelsim recording 1\n",
          b"zelsim script 1 1\n", b"zelsim script 1", b"\"zelsim\" script 1\n"]
 
-# What a machine does in another way than recorded, and what the replay tells.
+# The row of a difference, what a machine does in another way than recorded, and what came instead.
 DIFFERENCES = [
-    ('1 machine message "status?"', '1 machine message "grind"',
-     'row 4: expected machine message "status?", but "grind" came'),
-    ('1 machine message "status?"', '1 machine message "%s"' % ("ü" * 40),
-     'row 4: expected machine message "status?", but "%s"... came' % ("ü" * 30)),
-    ('52 machine message "brew"', '52 machine raw "bre"\nend\n',
-     'row 12: expected machine message "brew", but raw "bre" came'),
-    ('52 machine message "brew"', '52 machine disconnected\nend\n',
-     'row 12: expected machine message "brew", but the machine disconnected'),
-    ('307 machine disconnected', '306 machine message "more"\n307 machine disconnected',
-     'row 25: expected machine disconnected, but "more" came'),
-    ('251 machine message "break"', r'251 machine raw "Q\x00\x05breakQ\x00\x01x"',
-     'row 17: expected simulator disconnected, but "x" came'),
-    ('307 machine disconnected', '307 simulator message "x"',
-     'row 25: expected machine disconnected, but nothing came'),
+    (12, '52 machine message "brew"', '52 machine raw "Q"\n52 simulator message "x"\nend\n',
+     'raw "Q" came'),
+    (25, '387 machine disconnected', '387 simulator message "x"\nend\n', 'nothing came'),
+    (4, '1 machine message "status?"', '1 machine message "grind"', '"grind" came'),
+    (4, '1 machine message "status?"', '1 machine message "%s"' % ("ü" * 40),
+     '"%s"... came' % ("ü" * 30)),
+    (12, '52 machine message "brew"', '52 machine raw "bre"\nend\n', 'raw "bre" came'),
+    (12, '52 machine message "brew"', '52 machine disconnected\nend\n', 'the machine disconnected'),
+    (25, '387 machine d', '386 machine message "more"\n387 machine d', '"more" came'),
+    (17, '251 machine message "break"', r'251 machine raw "Q\x00\x05breakQ\x00\x01x"', '"x" came'),
 ]
+
+
+def connect(player):
+    return socket.create_connection(("127.0.0.1", player.port), 20)
 
 
 def without_times(recording):
@@ -161,12 +166,20 @@ class Comparison(unittest.TestCase):
 
     def file(self, name, content):
         path = self.folder / name
+        path.parent.mkdir(exist_ok=True)
         path.write_bytes(content if isinstance(content, bytes) else content.encode())
         return path
 
+    def check_each(self, check, cases):
+        """Checks a few cases at a time."""
+        with ThreadPoolExecutor(8) as pool:
+            for case, checked in [(case, pool.submit(check, *case)) for case in cases]:
+                with self.subTest(case=str(case)[:200]):
+                    checked.result()
+
     def problem(self, name, action, content):
-        """The place of the problem that a program tells of, or None for a good file."""
-        with Program(name, action, self.file("file", content), NOWHERE) as program:
+        """The place of the problem that a program reports, or None for a good file."""
+        with Program(name, action, self.file(f"{hash(content)}/file", content), NOWHERE) as program:
             status, errors = program.end()
         self.assertEqual((status, errors.count("\n")), (1, 1), errors)
         if errors.startswith("cannot listen on " + NOWHERE):
@@ -178,26 +191,26 @@ class Comparison(unittest.TestCase):
         for action, head, rows in (("serve", "zelsim script 1\n", SCRIPTS),
                                    ("replay", "zelsim recording 1 # head\n", RECORDINGS)):
             files += [(action, (head + row).encode("latin-1"), where) for row, where in rows]
-        for action, content, where in files:
-            parse = (zelsim.Script if action == "serve" else zelsim.Recording).parse
-            with self.subTest(content=content[-80:]):
-                told = None
-                try:
-                    parse(content)
-                except zelsim.FormatError as error:
-                    told = f"line {error.line}, column {error.column}"
-                self.assertEqual((told or "")[:len(where or "")], where or "")
-                self.assertEqual(told is None, where is None)
-                self.assertEqual(self.problem("zelctl", action, content), told)
-        self.assertEqual(self.problem("zelsim", "serve", "zelsim script 1\nx\n"), "line 2, column 1")
+
+        def check(action, content, where):
+            told = None
+            try:
+                (zelsim.Script if action == "serve" else zelsim.Recording).parse(content)
+            except zelsim.FormatError as error:
+                told = f"line {error.line}, column {error.column}"
+            self.assertEqual((told or "")[:len(where or "")], where or "")
+            self.assertEqual(told is None, where is None)
+            self.assertEqual(self.problem("zelctl", action, content), told)
+        self.check_each(check, files)
+        self.assertEqual(self.problem("zelsim", "serve", b"zelsim script 1\nx\n"), "line 2, column 1")
 
     def test_serve_record_and_replay_for_each_other(self):
         script = self.file("script", SCRIPT)
         golden = self.file("golden", RECORDING)
-        path = self.folder / "recording"
-        for server, recorder, player in itertools.product(PROGRAMS, repeat=3):
-            with self.subTest(server=server, recorder=recorder, player=player), \
-                    Program(server, "serve", script, f"unixserver/{path}.{server}") as simulator, \
+
+        def check(server, recorder, player):
+            path = self.folder / f"{server}.{recorder}.{player}"
+            with Program(server, "serve", script, f"unixserver/{path}.socket") as simulator, \
                     Program(recorder, "record", simulator.peer_address(), path) as link, \
                     Program(player, "replay", golden, link.peer_address(), "--as", "machine",
                             "--timeout", "20s") as machine:
@@ -206,62 +219,89 @@ class Comparison(unittest.TestCase):
                 self.assertEqual(simulator.end(is_stopped=True), (0, ""))
                 self.assertEqual(without_times(zelsim.Recording.load(path)),
                                  without_times(zelsim.Recording.parse(RECORDING)))
+        self.check_each(check, itertools.product(PROGRAMS, repeat=3))
 
     def test_tell_the_same_difference(self):
         golden = self.file("golden", RECORDING)
-        for (row, other, told), name in itertools.product(DIFFERENCES, PROGRAMS):
+
+        def check(change, name):
+            number, row, other, came = change
             rows = RECORDING.replace(row, other).split("\nend\n")[0]
             recording = zelsim.Recording.parse(rows + "\nend\n")
-            timeout = "3s" if "nothing" in told else "20s"
-            with self.subTest(told=told, program=name), \
-                    Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
+            timeout = "2s" if 'message "x"' in other else "20s"
+            expected = RECORDING.split("\n")[number - 1].split(" ", 1)[1]
+            with Program(name, "replay", golden, zelsim.LOCAL, "--timeout", timeout) as program, \
                     zelsim.Replayer(recording, program.peer_address(), side="machine"):
-                self.assertEqual(program.end(), (1, told + "\n"))
+                told = f"row {number}: expected {expected}, but {came}\n"
+                self.assertEqual(program.end(), (1, told))
+        self.check_each(check, itertools.product(DIFFERENCES, PROGRAMS))
 
     def test_serve_turns_of_all_connections(self):
-        script = self.file("script", 'zelsim script 1\nevery 400ms first 3 answer "tick"\n'
+        script = self.file("script", 'zelsim script 1\nevery 200ms first 3 answer "tick"\n'
                            'also after 10ms answer "tock"\nwhen "end" answer "ended"\n')
         both = '0 simulator message "tick"\n0 simulator message "tock"\n'
         recording = zelsim.Recording.parse(
             "zelsim recording 1\n0 machine connected\n" + 2 * both + "0 machine disconnected\n"
-            "0 machine connected\n" + both + '900 machine message "end"\n'
-            '900 simulator message "ended"\n900 machine disconnected\nend\n')
-        for name in PROGRAMS:
-            with self.subTest(program=name), \
-                    Program(name, "serve", script) as program, \
+            "0 machine connected\n" + both + '300 machine message "end"\n'
+            '300 simulator message "ended"\n300 machine disconnected\nend\n')
+
+        def check(name):
+            with Program(name, "serve", script) as program, \
                     zelsim.Replayer(recording, program.peer_address(), side="machine",
                                     in_time=True) as machine:
                 self.assertIsNone(machine.wait())
+        self.check_each(check, zip(PROGRAMS))
 
     def test_replay_in_time(self):
         recording = self.file("recording", "zelsim recording 1\n0 machine connected\n"
-                              '0 machine message "a"\n400 machine message "b"\nend\n')
-        for name in PROGRAMS:
+                              '0 machine message "a"\n400 machine message "b"\n'
+                              "1400 machine disconnected\nend\n")
+
+        def check(late, end, name):
             times = []
-            with self.subTest(program=name), \
-                    zelsim.Simulator(lambda *_: times.append(time.monotonic())) as simulator, \
+
+            def behaviour(link, message):
+                times.append(time.monotonic())
+                if message == b"b":
+                    link.later(0.01, partial(link.raw, late) if late else link.disconnect)
+            with zelsim.Simulator(behaviour) as simulator, \
                     Program(name, "replay", recording, simulator.address.replace("server", "client"),
                             "--as", "machine", "--in-time") as program:
-                self.assertEqual(program.end(), (0, ""))
-                simulator.wait_for(b"b")
+                told = f"row 5: expected machine disconnected, but {end}\n"
+                self.assertEqual(program.end(), (1, told))
                 self.assertGreater(times[1] - times[0], 0.35)
+        ends = {None: "the simulator disconnected", b"Q\0\1y": '"y" came',
+                b"Q\0\1": r'raw "Q\x00\x01" came'}
+        self.check_each(check, [(*end, name) for end in ends.items() for name in PROGRAMS])
 
     def test_take_the_same_arguments(self):
         script, taken = self.file("script", SCRIPT), socket.create_server(("127.0.0.1", 0))
         busy = "tcpserver/127.0.0.1/%d" % taken.getsockname()[1]
-        for words, status in [
-                ([], 2), (["play"], 2), (["serve"], 2), (["serve", script, "tcp/127.0.0.1/1"], 2),
-                (["serve", script, "tcpserver/localhost/1"], 2), (["serve", script, "--machine"], 2),
-                (["serve", script, "unixserver/relative"], 2), (["replay", script], 2),
-                (["replay", script, busy, "--as", "both"], 2), (["record", "a", "b", "c"], 2),
-                (["replay", script, busy, "--timeout", "5"], 2), (["serve", script, busy], 1),
-                (["serve", self.folder / "none", busy], 1), (["record", busy, script, "--once"], 2),
-                (["record", busy, self.folder / "none" / "x"], 1)]:
-            for name in PROGRAMS:
-                with self.subTest(words=words, program=name), Program(name, *words) as program:
-                    ended, errors = program.end()
-                    self.assertEqual((ended, errors.count("\n")), (status, 1), errors)
-        taken.close()
+        living = [socket.socket(socket.AF_UNIX, kind) for kind in (socket.SOCK_STREAM, socket.SOCK_DGRAM)]
+        paths = [f"{self.folder}/{number}" for number in range(2)]
+        os.mkfifo(self.folder / "pipe")
+        for path, other in zip(paths, living):
+            other.bind(path)
+        living[0].listen()
+        living[0].setblocking(False)
+
+        def check(case, name):
+            with Program(name, *case[0]) as program:
+                ended, errors = program.end()
+                self.assertEqual((ended, errors.count("\n")), (case[1], 1), errors)
+        self.check_each(check, itertools.product([
+            ([], 2), (["play"], 2), (["serve"], 2), (["serve", script, "tcp/127.0.0.1/1"], 2),
+            (["serve", script, "tcpserver/localhost/1"], 2), (["serve", script, "--machine"], 2),
+            (["serve", script, "unixserver/relative"], 2), (["replay", script], 2),
+            (["replay", script, busy, "--as", "both"], 2), (["record", "a", "b", "c"], 2),
+            (["replay", script, busy, "--timeout", "5"], 2), (["serve", script, busy], 1),
+            (["serve", self.folder / "none", busy], 1), (["record", busy, script, "--once"], 2),
+            *((["record", "tcpclient/127.0.0.1/1", self.folder / name], 1) for name in (
+                "none/x", "pipe")), (["serve", "/dev/zero"], 1),
+            *((["serve", script, f"unixserver/{path}"], 1) for path in paths)], PROGRAMS))
+        self.assertRaises(BlockingIOError, living[0].accept)
+        for other in (taken, *living):
+            other.close()
         self.assertEqual(script.read_text(), SCRIPT)
 
 
@@ -272,15 +312,17 @@ class Module(unittest.TestCase):
             environment = {**os.environ, "PYTHONPATH": os.path.dirname(MODULE)}
             subprocess.run([sys.executable, "-c", code], cwd=folder, env=environment, check=True)
 
+    @mock.patch.object(zelsim, "MOST_KEPT_B", 5)
     def test_serves_one_machine_at_a_time(self):
         with zelsim.Simulator(lambda link, message: link.answer(message[::-1])) as simulator:
             simulator.send(b"first")
-            with socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
+            with connect(simulator) as machine:
                 self.assertEqual(machine.recv(100), zelsim.frame(b"first"))
-                with socket.create_connection(("127.0.0.1", simulator.port), 20) as other:
+                with connect(simulator) as other:
                     self.assertEqual(other.recv(1), b"")
-                machine.sendall(zelsim.frame(b"abc"))
-                self.assertEqual(machine.recv(100), zelsim.frame(b"cba"))
+                for message in (b"old", b"abc"):
+                    machine.sendall(zelsim.frame(message))
+                    self.assertEqual(machine.recv(100), zelsim.frame(message[::-1]))
                 machine.sendall(b"junk" + zelsim.frame(b"lost"))
                 machine.shutdown(socket.SHUT_WR)
                 self.assertEqual(machine.recv(100), b"")
@@ -289,22 +331,58 @@ class Module(unittest.TestCase):
                 simulator.wait_for(b"lost", timeout=0.01)
 
     def test_raises_the_error_of_a_function(self):
-        with self.assertRaises(ZeroDivisionError):
-            with zelsim.Simulator(lambda link, message: 1 / 0) as simulator:
-                with socket.create_connection(("127.0.0.1", simulator.port), 20) as machine:
-                    machine.sendall(zelsim.frame(b"x"))
-                    self.assertEqual(machine.recv(1), b"")
+        with self.assertRaises(ZeroDivisionError), \
+                zelsim.Simulator(lambda link, message: 1 / 0) as simulator, \
+                connect(simulator) as machine:
+            machine.sendall(zelsim.frame(b"x"))
+            self.assertEqual(machine.recv(1), b"")
 
-    def test_tells_of_a_full_disk_once(self):
-        with zelsim.Simulator(zelsim.Script.parse('zelsim script 1\nwhen any answer "x"\n')) as end:
-            address = end.address.replace("server", "client")
-            with self.assertLogs("zelsim", logging.ERROR) as log, \
-                    zelsim.LinkRecorder(address, "/dev/full") as recorder, \
-                    socket.create_connection(("127.0.0.1", recorder.port), 20) as machine:
-                machine.sendall(zelsim.frame(b"status?"))
-                self.assertEqual(machine.recv(100), zelsim.frame(b"x"))
-            self.assertTrue(recorder.has_failed)
-            self.assertEqual(len(log.output), 1)
+    def test_tells_once_of_a_file_that_is_full(self):
+        rows = [b'connected', b'message "status?"', b'message "x"', b'raw "Q"']
+        for device, limit, written in (("/dev/full", 9, None), (None, 2, rows[:2]), (None, 9, rows)):
+            with tempfile.NamedTemporaryFile() as file, \
+                    mock.patch.object(zelsim, "MOST_ROWS", limit), \
+                    mock.patch.object(zelsim._log, "error") as told, \
+                    zelsim.Simulator(lambda link, _: link.answer(b"x")) as end:
+                with zelsim.LinkRecorder(end.address.replace("server", "client"),
+                                         device or file.name) as recorder, \
+                        connect(recorder) as machine:
+                    machine.sendall(zelsim.frame(b"status?") + b"Q")
+                    self.assertEqual(machine.recv(100), zelsim.frame(b"x"))
+                    recorder.stop()
+                    self.assertEqual(machine.recv(1), b"")
+                self.assertEqual((recorder.has_failed, told.call_count), (written != rows,) * 2)
+                lines = [line.split(b" ", 2)[-1] for line in file.read().splitlines()[1:]]
+                self.assertEqual(lines, written + [b"end"] if written else [])
+
+    def test_replays_for_partners_that_read_nothing_or_reset(self):
+        connected = zelsim.Row(0, "machine", "connected")
+        recording = zelsim.Recording([connected] + 300 * [
+            zelsim.Row(0, "simulator", "message", bytes(65000))])
+        with zelsim.Replayer(recording, timeout=0.3) as replayer, connect(replayer):
+            self.assertRegex(replayer.wait(), "nothing came$")
+        recording = zelsim.Recording([connected, zelsim.Row(0, "machine", "message", b"a")])
+        replayer = zelsim.Replayer(recording)
+        with connect(replayer) as machine:
+            machine.sendall(zelsim.frame(b"a"))
+            machine.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+        replayer.run()
+        self.assertIsNone(replayer.difference)
+
+    @mock.patch.multiple(zelsim, CHECK_S=0.1, KEEP_ALIVE=dict.fromkeys(zelsim.KEEP_ALIVE, 1))
+    def test_notices_a_lost_machine(self):
+        instruction = ctypes.create_string_buffer(struct.pack("HBBI", 6, 0, 0, 0))  # drops all
+        drop = struct.pack("HxxxxxxP", 1, ctypes.addressof(instruction))
+        for unacknowledged in (b"", b"x"):
+            simulator = zelsim.Simulator(lambda *_: None, once=True,
+                                         connected=lambda link: link.raw(unacknowledged))
+            limit = threading.Timer(9, simulator.stop)
+            limit.start()
+            with self.subTest(unacknowledged=unacknowledged), connect(simulator) as machine:
+                machine.setsockopt(socket.SOL_SOCKET, 26, drop)  # SO_ATTACH_FILTER
+                simulator.run()
+                self.assertTrue(limit.is_alive())
+            limit.cancel()
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 #include "simulationinterface/tcpserversimulationinterface.h"
 
 #include "support.h"
+#include "support/lostpeer.h"
 #include "system/fakeclock.h"
 
 #include <QtTest>
@@ -11,7 +12,6 @@
 #include <tuple>
 #include <vector>
 
-#include <linux/filter.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -48,16 +48,6 @@ QString textOf(const Link& link)
         .arg(counters.framesReceived)
         .arg(counters.bytesReceived)
         .arg(counters.framesRefused);
-}
-
-// From now on, no packet reaches this end of a connection.
-void lose(const QTcpSocket& peer)
-{
-    sock_filter dropAll{BPF_RET | BPF_K, 0, 0, 0};
-    const sock_fprog program{1, &dropAll};
-    QCOMPARE(::setsockopt(int(peer.socketDescriptor()), SOL_SOCKET, SO_ATTACH_FILTER, &program,
-                          sizeof program),
-             0);
 }
 
 } // namespace
@@ -144,8 +134,7 @@ private Q_SLOTS:
             QTRY_VERIFY(servers.back()->connected());
         }
         const auto& [idle, busy, unread] = std::tie(servers[0], servers[1], servers[2]);
-        lose(*peers[0]);
-        lose(*peers[1]);
+        QVERIFY(support::lose(*peers[0]) && support::lose(*peers[1]));
         QVERIFY(busy->write("never answered"));
         for (int i = 0; i < 500; ++i)
             QVERIFY(unread->write(QByteArray(65535, 'x')));

@@ -1,9 +1,17 @@
+#include "simulationinterface/createinterface.h"
+#include "simulatorkit/linkrecorder.h"
+#include "simulatorkit/linkreplayer.h"
+#include "simulatorkit/simulator.h"
 #include "simulatorkit/simulatorrecording.h"
 #include "simulatorkit/simulatorscript.h"
 #include "support/rows.h"
 
+#include <QTcpSocket>
 #include <QtTest>
 
+#include <memory>
+
+using namespace zeltools::simulationinterface;
 using namespace zeltools::simulatorkit;
 
 class TestSimulatorKit : public QObject
@@ -117,6 +125,49 @@ private Q_SLOTS:
         QCOMPARE(error, expected);
         if (recording)
             QCOMPARE(recording->toText(), content);
+    }
+
+    void mayBeDeletedInASignal()
+    {
+        using Link = std::unique_ptr<SimulationInterface>;
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("link");
+        QString error;
+        Link server(createInterface("unixserver/" + path, nullptr));
+        Link client(createInterface("unixclient/" + path, nullptr));
+        const auto script =
+            SimulatorScript::parse("zelsim script 1\nconnected disconnect\n", error);
+        auto simulator = std::make_unique<Simulator>(*script, *server);
+        connect(server.get(), &SimulationInterface::connectedChanged, [&] {
+            if (!server->connected())
+                simulator.reset(), server.reset();
+        });
+        connect(client.get(), &SimulationInterface::connectedChanged, [&] { client.reset(); });
+        QTRY_VERIFY(!server && !client);
+
+        const auto recording = SimulatorRecording::parse(
+            "zelsim recording 1\n0 machine connected\n0 machine message \"a\"\nend\n", error);
+        auto replayer = std::make_unique<LinkReplayer>(*recording, LinkReplayer::Options());
+        connect(replayer.get(), &LinkReplayer::finished, [&] { replayer.reset(); });
+        QCOMPARE(replayer->start("unixserver/" + path), QString());
+        LinkReplayer::Options options;
+        options.side = LinkSide::Machine;
+        LinkReplayer machine(*recording, options);
+        QCOMPARE(machine.start("unixclient/" + path), QString());
+        QTRY_VERIFY(!replayer);
+    }
+
+    void stopsListening()
+    {
+        const QTemporaryDir folder;
+        LinkRecorder recorder;
+        recorder.start("tcpserver/127.0.0.1/0", "tcpclient/127.0.0.1/1", folder.filePath("file"));
+        const QString address = recorder.listeningAddress(LinkSide::Machine);
+        recorder.stop();
+        QCOMPARE(recorder.listeningAddress(LinkSide::Machine), QString());
+        QTcpSocket machine;
+        machine.connectToHost("127.0.0.1", address.section('/', 2).toUShort());
+        QVERIFY(!address.isEmpty() && !machine.waitForConnected());
     }
 };
 
