@@ -145,13 +145,14 @@ private Q_SLOTS:
         connect(client.get(), &SimulationInterface::connectedChanged, [&] { client.reset(); });
         QTRY_VERIFY(!server && !client);
 
-        const auto recording = SimulatorRecording::parse(
+        auto recording = SimulatorRecording::parse(
             "zelsim recording 1\n0 machine connected\n0 machine message \"a\"\nend\n", error);
         auto replayer = std::make_unique<LinkReplayer>(*recording, LinkReplayer::Options());
         connect(replayer.get(), &LinkReplayer::finished, [&] { replayer.reset(); });
         QCOMPARE(replayer->start("unixserver/" + path), QString());
         LinkReplayer::Options options;
         options.side = LinkSide::Machine;
+        recording->events[1].bytes = "b";
         LinkReplayer machine(*recording, options);
         QCOMPARE(machine.start("unixclient/" + path), QString());
         QTRY_VERIFY(!replayer);
