@@ -21,6 +21,7 @@ public:
         int firstTransition;
         int end;          ///< its descendants have the numbers between its own and this one
         int initialChild; ///< see initialChildOf()
+        bool hasGuardedTimeout = false;
     };
     struct Transition
     {

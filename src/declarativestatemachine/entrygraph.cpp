@@ -126,10 +126,18 @@ void EntryGraph::findLeavable()
         if (mayLead(static_cast<int>(i)))
             own[size_t(transition.source)].add({transition.target, transition.target});
     }
+    const auto isOutside = [this](const Targets& targets, int state) {
+        return targets.lowest < state || targets.highest >= m_index.state(state).end;
+    };
     std::vector<Targets> all = own; // of the state, those in it and those around it
     for (int state = m_states - 1; state >= 0; --state) {
-        if (m_index.state(state).parent >= 0)
-            all[size_t(m_index.state(state).parent)].add(all[size_t(state)]);
+        const int parent = m_index.state(state).parent;
+        if (parent < 0)
+            continue;
+        all[size_t(parent)].add(all[size_t(state)]);
+        // A transition out of one child of a parallel state leaves the others too.
+        if (isParallel(m_index, parent) && isOutside(all[size_t(state)], state))
+            own[size_t(parent)].add(all[size_t(state)]);
     }
     for (int state = 0; state < m_states; ++state) {
         const int parent = m_index.state(state).parent;
@@ -137,8 +145,7 @@ void EntryGraph::findLeavable()
             own[size_t(state)].add(own[size_t(parent)]);
             all[size_t(state)].add(own[size_t(parent)]);
         }
-        m_canBeLeft[size_t(state)] = all[size_t(state)].lowest < state ||
-                                     all[size_t(state)].highest >= m_index.state(state).end;
+        m_canBeLeft[size_t(state)] = isOutside(all[size_t(state)], state);
     }
 }
 

@@ -21,7 +21,8 @@ public:
     EntryGraph(const DescriptionIndex& index, const std::vector<bool>& isUsable);
 
     bool canBeReached(int state) const { return m_isReachable[std::size_t(state)]; }
-    /// Whether a transition of the state, of one around it or of one in it leads out of the state.
+    /// Whether a transition of the state, of one around it, of one in it or of one that is active
+    /// beside it in a parallel state leads out of the state.
     bool canBeLeft(int state) const { return m_canBeLeft[std::size_t(state)]; }
     /// The states of each circle of direct transitions without guards: the machine never leaves it.
     const std::vector<States>& endlessCircles() const { return m_endlessCircles; }

@@ -103,10 +103,11 @@ struct ZELTOOLS_EXPORT MachineRecording
     bool isStepUnfinished =
         false; ///< the value was made inside the last step, such as in an action
 
-    /// The recording as text, which docs/format-machine-recording.md describes.
+    /// The recording as text of at most 16 MiB, which docs/format-machine-recording.md describes.
+    /// The text leaves out the oldest steps if there are too many, and counts them in `dropped`.
     QByteArray toText() const;
-    /// Reads what toText() has written: at most 16 MiB. Returns no value for anything else, with
-    /// line, column and reason in `error`.
+    /// Reads what toText() has written. Returns no value for anything else, with line, column and
+    /// reason in `error`.
     static std::optional<MachineRecording> fromText(const QByteArray& text, QString& error);
 
     /// The states that are active after the last entry, in the order in which they were entered;

@@ -1,4 +1,5 @@
 #include "declarativestatemachine/machinerecording.h"
+#include "declarativestatemachine/recordingtext_p.h"
 #include "declarativestatemachine/recordingwords_p.h"
 
 #include <limits>
@@ -12,7 +13,6 @@ namespace
 
 using Entry = MachineRecording::Entry;
 
-constexpr int maximumTextSize_B = 16 * 1024 * 1024;
 constexpr int maximumLineSize_B = 300000;
 
 class RecordingReader

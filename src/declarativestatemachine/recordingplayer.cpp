@@ -180,8 +180,8 @@ void RecordingPlayer::compare(const Entry& did)
             ++m_next;
             return;
         }
-        const bool mayRemember =
-            did.kind == Entry::Entered && m_recording.wasRunning && hasHistory(m_machine.index());
+        const bool mayRemember = (did.kind == Entry::Entered || did.kind == Entry::Left) &&
+                                 m_recording.wasRunning && hasHistory(m_machine.index());
         differ(QStringLiteral("the machine does this: ") + text(did) +
                (mayRemember ? QStringLiteral(" (what histories remembered before is lost)")
                             : QString()));

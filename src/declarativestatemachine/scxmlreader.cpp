@@ -60,14 +60,29 @@ private:
         described.name = state(number).name;
         described.kind = state(number).kind;
         described.timeLimit = state(number).timeLimit;
+        int timeouts = 0;
+        bool hasGuardedTimeout = false;
         for (const Transition& transition : state(number).transitions) {
             TransitionDescription made;
             if (!make(number, transition, made))
                 return false;
+            if (made.type == TransitionDescription::Timeout) {
+                ++timeouts;
+                hasGuardedTimeout = hasGuardedTimeout || made.hasGuard();
+            }
             if (!transition.isImplied)
                 described.transitions.push_back(std::move(made));
         }
-        return true;
+        return timeouts < 2 || hasGuardedTimeout || refuseTimeouts(number);
+    }
+
+    // Of such timeouts in a description, the first to end triggers the first transition.
+    bool refuseTimeouts(int number)
+    {
+        m_error = QStringLiteral("line %1: the state has several <send>, but none of their "
+                                 "transitions has a condition")
+                      .arg(state(number).line);
+        return false;
     }
 
     bool make(int source, const Transition& transition, TransitionDescription& made)

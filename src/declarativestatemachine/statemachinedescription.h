@@ -39,7 +39,9 @@ struct TransitionDescription
     QObject* obj = nullptr;
     const char* signal = nullptr; ///< a normalized text such as `SIGNAL(stopped())`
     /// Called when the signal arrives, the timeout ends or the state has been entered; an empty one
-    /// accepts always. A timeout or an entry that it refuses is not tried again.
+    /// accepts always. A timeout or an entry that it refuses is not tried again. If a state has
+    /// several timeouts and none has a guard, the first to end triggers the first of the
+    /// transitions; with a guard, each triggers its own.
     std::function<bool()> guard = {};
     std::chrono::milliseconds timeout{0};
     QString description = {}; ///< a label for pictures

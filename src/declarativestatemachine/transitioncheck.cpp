@@ -2,6 +2,7 @@
 
 #include "declarativestatemachine/triggerkey_p.h"
 
+#include <algorithm>
 #include <set>
 
 namespace zeltools::declarativestatemachine::transitioncheck
@@ -91,16 +92,19 @@ QStringList problemsOfTimes(const StateDescription& state)
         if (transition.type == TransitionDescription::Timeout)
             timeouts.push_back(&transition);
     }
-    if (timeouts.size() > 1) {
+    const bool hasGuard = std::any_of(timeouts.begin(), timeouts.end(),
+                                      [](const auto* timeout) { return timeout->hasGuard(); });
+    if (timeouts.size() > 1 && !hasGuard) {
         return {QStringLiteral("has %1 timeouts, of which the first to end triggers the first "
                                "transition")
                     .arg(timeouts.size())};
     }
-    if (timeouts.size() == 1 && timeouts[0]->timeout < state.timeLimit &&
-        !timeouts[0]->hasGuard() && !timeouts[0]->isTargetless) {
-        return {QStringLiteral("has a time limit of %1 ms, but its timeout ends after %2 ms")
-                    .arg(state.timeLimit.count())
-                    .arg(timeouts[0]->timeout.count())};
+    for (const TransitionDescription* timeout : timeouts) {
+        if (timeout->timeout < state.timeLimit && !timeout->hasGuard() && !timeout->isTargetless) {
+            return {QStringLiteral("has a time limit of %1 ms, but its timeout ends after %2 ms")
+                        .arg(state.timeLimit.count())
+                        .arg(timeout->timeout.count())};
+        }
     }
     return {};
 }

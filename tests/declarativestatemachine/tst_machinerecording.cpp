@@ -56,6 +56,9 @@ struct Rinse
         };
         Transition skip = Transition::direct("Done");
         skip.guard = guard("skip", false);
+        Transition late = skip;
+        late.type = Transition::Timeout;
+        late.timeout = 30min;
         Transition knock = Transition::inside(&tank, SIGNAL(shaken()), {});
         knock.action = call("knock");
         const StateDescription regionA{
@@ -72,7 +75,7 @@ struct Rinse
                  {"Pause", {}, {skip, Transition::after(1min, ""), onShaken("Back")}},
                  {"",
                   {},
-                  {Transition::after(1h, "Done")},
+                  {Transition::after(1h, "Done"), late},
                   {},
                   {regionA, regionB},
                   StateDescription::Parallel},
@@ -180,7 +183,7 @@ private Q_SLOTS:
         m_rinse.happened = [](const QString&) {};
         QCOMPARE(calls.join(' '),
                  "ready level level level out of ready heat out of working skip heat out of "
-                 "working skip knock ready level out of ready out of working skip");
+                 "working skip knock ready level out of ready out of working skip skip skip");
     }
 
     // A recording that is made in an action or a guard ends inside a step.
@@ -221,6 +224,19 @@ private Q_SLOTS:
                     QCOMPARE(problem, each.entries.isEmpty() ? "The recording has no entries" : "");
             }
         }
+    }
+
+    void aLargeTextLacksTheOldestSteps()
+    {
+        MachineRecording large = m_whole;
+        large.entries[2].arguments[1] = {"QString", QString(290000, 'l')};
+        large.entries.insert(2, 60, large.entries[2]);
+        QString error;
+        const auto read = MachineRecording::fromText(large.toText(), error);
+        QVERIFY2(read && read->entries.size() > 120, qPrintable(error));
+        QCOMPARE(read->dropped + read->entries.size(), large.entries.size());
+        QVERIFY(read->timesSpent() == large.timesSpent());
+        QCOMPARE(playBack(*read, m_rinse.description()), "");
     }
 
     void faultsOfAText_data()
@@ -318,7 +334,7 @@ private Q_SLOTS:
             {"no region", [](auto& machine) { machine.states[3].states.pop_back(); },
              "entry 35, entered \"B\": the machine does nothing"},
             {"not final", [](auto& machine) { machine.states.push_back({"More"}); },
-             "entry 68, finished: the machine does nothing"},
+             "entry 70, finished: the machine does nothing"},
         });
     }
     void differences()
@@ -341,6 +357,9 @@ private Q_SLOTS:
                      isRight ? ""
                              : "The machine cannot be in the states where the recording begins");
         }
+        recording.activeBefore = {{{"Heat"}, 0ms}};
+        QCOMPARE(playBack(recording, {{{"Heat", {}, {{Transition::Type(9), "Heat"}}}}}),
+                 "entry 1, left \"Heat\": the machine does nothing");
     }
 };
 

@@ -82,14 +82,19 @@ private Q_SLOTS:
             "hour hour hour",
             {"in Both, Left, L1, Right, R1", "> hour", "in Both, Left, L2, Right, R1", "> hour",
              "in Both, Left, L2, Right, R2", "> hour", "in Done", "in ", "finished"});
-        row("of two timeouts in a state the first to end triggers the first transition",
+        row("the first of two timeouts triggers the first transition, or its own if one has a "
+            "guard",
             [](Story&) {
+                const Transition done = Transition::after(2h, "Done");
+                Transition refused = Transition::after(1h, "A");
+                refused.guard = [] { return false; };
                 return States{
                     {"A", {}, {Transition::after(2h, "B"), Transition::after(1h, "Done")}},
-                    {"B"},
+                    {"B", {}, {done, refused}},
                     {"Done"}};
             },
-            "hour", {"in A", "> hour", "in B"});
+            "hour hour hour",
+            {"in A", "> hour", "in B", "> hour", "> hour", "in Done", "in ", "finished"});
         row("a transition without a target leaves no state and keeps its timeout",
             [](Story& story) {
                 Transition begun = Transition::direct("?"), half = Transition::after(1h, "?");

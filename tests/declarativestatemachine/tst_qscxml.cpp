@@ -117,8 +117,11 @@ private Q_SLOTS:
               {"C", {}, {onA("End")}},
               end}},
             "shut a: A, open a wait: C, a: End");
-        row("a timeout that a guard refused is not tried again",
-            {{{"A", {}, {guarded(Transition::after(1ms, "End")), onB("A")}}, end}},
+        row("a timeout that a guard refused is not tried again, and leaves a later one alone",
+            {{{"A",
+               {},
+               {Transition::after(1h, "A"), guarded(Transition::after(1ms, "End")), onB("A")}},
+              end}},
             "shut wait open wait: A, b wait: End");
         row("an entry that a guard refused is not tried again",
             {{{"A", {}, {onA("B")}},

@@ -64,6 +64,7 @@ private Q_SLOTS:
         guarded.guard = yes;
         Transition beep = Transition::after(0ms, {});
         beep.isTargetless = true;
+        beep.guard = yes;
         beep.description = "<beep>\n\t&";
         Transition check = Transition::inside(&host.first, SIGNAL(objectNameChanged(QString)), {});
         check.argumentsGuard = [](const QVariantList&) { return true; };
@@ -99,7 +100,7 @@ private Q_SLOTS:
         const auto read = host.read(text.toUtf8());
         QVERIFY2(read, qPrintable(host.error + text));
         QCOMPARE(support::linesOf(*read).join('\n'), support::linesOf(machine).join('\n'));
-        QCOMPARE(host.conditions, QStringList({"guard1", "guard2", "guard3"}));
+        QCOMPARE(host.conditions, QStringList({"guard1", "guard2", "guard3", "guard4"}));
     }
 
     void thousandsOfStates()
@@ -211,6 +212,8 @@ private Q_SLOTS:
         inA(waits + "<state id='B'>" + takes + "</state>" + takes,
             "line 4: another state or transition has the event \"t\"");
         inA(waits + sends + takes, "line 4: the event \"t\" is sent twice");
+        inA(waits + takes + QByteArray(waits + takes).replace("'t'", "'u'"),
+            "line 2: the state has several <send>, but none of their transitions has a condition");
         inA("<onexit><cancel sendid='x'/></onexit>", "line 2: the state does not send \"x\"");
     }
     void refusals()
