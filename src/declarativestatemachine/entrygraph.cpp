@@ -12,13 +12,8 @@ namespace zeltools::declarativestatemachine
 namespace
 {
 
-// Of a deeper nesting, only the innermost of the entered states are looked at.
+// The number of states around a target that are followed; deeper circles are not found.
 constexpr int s_longestWalk = 100;
-
-bool isParallel(const DescriptionIndex& index, int state)
-{
-    return index.state(state).description->kind == StateDescription::Parallel;
-}
 
 } // namespace
 
@@ -61,9 +56,9 @@ EntryGraph::Edges EntryGraph::entryEdges() const
         const int first = record.description->isHistory() ? entryOfHistory(state)
                           : record.isFinal                ? -1
                                                           : m_index.initialChildOf(state);
-        if (first >= 0 && !isParallel(m_index, state))
+        if (first >= 0 && !m_index.isParallel(state))
             targets.push_back(entry(first));
-        if (record.parent >= 0 && isParallel(m_index, record.parent) &&
+        if (record.parent >= 0 && m_index.isParallel(record.parent) &&
             !record.description->isHistory())
             edges[size_t(record.parent)].push_back(entry(state));
     }
@@ -136,7 +131,7 @@ void EntryGraph::findLeavable()
             continue;
         all[size_t(parent)].add(all[size_t(state)]);
         // A transition out of one child of a parallel state leaves the others too.
-        if (isParallel(m_index, parent) && isOutside(all[size_t(state)], state))
+        if (m_index.isParallel(parent) && isOutside(all[size_t(state)], state))
             own[size_t(parent)].add(all[size_t(state)]);
     }
     for (int state = 0; state < m_states; ++state) {
@@ -175,7 +170,7 @@ void EntryGraph::addEntryFrom(Edges& edges, int source, int target) const
     targets.push_back(entry(target));
     int around = m_index.state(target).parent;
     for (int steps = 0; around >= 0 && steps < s_longestWalk; ++steps) {
-        if (around != source && m_index.contains(around, source) && !isParallel(m_index, around))
+        if (around != source && m_index.contains(around, source) && !m_index.isParallel(around))
             break;
         targets.push_back(around);
         around = m_index.state(around).parent;

@@ -26,7 +26,7 @@ public:
     bool canBeLeft(int state) const { return m_canBeLeft[std::size_t(state)]; }
     /// The states of each circle of direct transitions without guards: the machine never leaves it.
     const std::vector<States>& endlessCircles() const { return m_endlessCircles; }
-    /// Those of the other circles of direct transitions, where guards decide.
+    /// The states of each other circle of direct transitions, where guards decide.
     const std::vector<States>& guardedCircles() const { return m_guardedCircles; }
 
 private:

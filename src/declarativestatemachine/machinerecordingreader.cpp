@@ -193,10 +193,9 @@ private:
 std::optional<MachineRecording> MachineRecording::fromText(const QByteArray& text, QString& error)
 {
     RecordingReader reader(text);
-    if (reader.read())
-        return reader.recording();
-    error = reader.error();
-    return std::nullopt;
+    const bool isRead = reader.read();
+    error = isRead ? QString() : reader.error();
+    return isRead ? std::optional(reader.recording()) : std::nullopt;
 }
 
 } // namespace zeltools::declarativestatemachine

@@ -17,7 +17,7 @@ bool isTransition(const Entry& entry)
     return entry.kind == Entry::Guard || entry.kind == Entry::Fired;
 }
 
-// What of a trigger has to be the same: its kind, and the signature of a signal.
+// The part of a trigger that has to be the same: its kind, and the signature of a signal.
 QString essenceOf(const QString& trigger)
 {
     const QString signal = QStringLiteral("signal ");

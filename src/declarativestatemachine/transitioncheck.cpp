@@ -1,5 +1,6 @@
 #include "declarativestatemachine/transitioncheck_p.h"
 
+#include "declarativestatemachine/historyreturn_p.h"
 #include "declarativestatemachine/triggerkey_p.h"
 
 #include <algorithm>
@@ -49,6 +50,12 @@ QStringList problemsOfTransitions(const DescriptionIndex& index, int state)
         const DescriptionIndex::Transition& transition = transitionOf(index, state, i);
         appendFault(problems, transition);
         const TransitionDescription& description = *transition.description;
+        if (transition.target >= 0 && index.state(transition.target).description->isHistory() &&
+            leavesParentOfHistory(index, state, transition.target)) {
+            problems << QStringLiteral("has a transition to the history \"%1\" that leaves the "
+                                       "parent of this history itself")
+                            .arg(description.targetState);
+        }
         if (description.type == TransitionDescription::Timeout)
             continue;
         const TriggerKey key = triggerKey(description);
@@ -100,7 +107,8 @@ QStringList problemsOfTimes(const StateDescription& state)
                     .arg(timeouts.size())};
     }
     for (const TransitionDescription* timeout : timeouts) {
-        if (timeout->timeout < state.timeLimit && !timeout->hasGuard() && !timeout->isTargetless) {
+        if (state.timeLimit.count() > 0 && timeout->timeout < state.timeLimit &&
+            !timeout->hasGuard() && !timeout->isTargetless) {
             return {QStringLiteral("has a time limit of %1 ms, but its timeout ends after %2 ms")
                         .arg(state.timeLimit.count())
                         .arg(timeout->timeout.count())};

@@ -8,7 +8,7 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// What transitions of one state have in common if the same event triggers them: the object and the
+/// The key that transitions of one state share if the same event triggers them: the object and the
 /// name of a signal, or only the type.
 using TriggerKey = std::tuple<TransitionDescription::Type, QObject*, QString>;
 

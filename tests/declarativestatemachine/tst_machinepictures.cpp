@@ -6,6 +6,7 @@
 #include "declarativestatemachine/svgwriter.h"
 #include "signalemitter.h"
 #include "support.h"
+#include "support/descriptions.h"
 #include "support/rows.h"
 
 #include <QStandardPaths>
@@ -14,29 +15,15 @@
 
 using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
-using Transition = TransitionDescription;
-using State = StateDescription;
+using namespace support;
 using zeltools::SignalEmitter;
 
 namespace
 {
 
-State kindOf(State::Kind kind, const QString& name, const std::vector<Transition>& transitions = {},
-             const std::vector<State>& states = {})
+Transition accepting(const Transition& transition, bool accepts = true)
 {
-    return {name, {}, transitions, {}, states, kind};
-}
-
-State around(const QString& name, const std::vector<State>& states,
-             const std::vector<Transition>& transitions = {})
-{
-    return kindOf(State::Ordinary, name, transitions, states);
-}
-
-Transition guarded(Transition transition, bool accepts = true)
-{
-    transition.guard = [accepts] { return accepts; };
-    return transition;
+    return guarded(transition, [accepts] { return accepts; });
 }
 
 StateMachineDescription drink(SignalEmitter& board)
@@ -51,7 +38,7 @@ StateMachineDescription drink(SignalEmitter& board)
     const State preparing = around("Preparing",
                                    {kindOf(State::ShallowHistory, "Back"),
                                     heating,
-                                    {"Grinding", {}, {guarded(on("Grinding")), on("Serving")}}},
+                                    {"Grinding", {}, {accepting(on("Grinding")), on("Serving")}}},
                                    {Transition::on(&board, SIGNAL(destroyed()), "Paused"), inside});
     const State serving =
         kindOf(State::Parallel, "Serving", {Transition::direct("Nowhere")},
@@ -198,7 +185,7 @@ private Q_SLOTS:
         hurried.timeLimit = 2s;
         State patient = hurried;
         patient.name = "B";
-        patient.transitions = {guarded(Transition::after(1s, "Z")), Transition::after(3s, "A")};
+        patient.transitions = {accepting(Transition::after(1s, "Z")), Transition::after(3s, "A")};
         State busyHistory =
             kindOf(State::DeepHistory, "H", {on("A"), Transition::direct("Z")}, {{"X"}});
         busyHistory.timeLimit = 1s;
@@ -215,11 +202,13 @@ private Q_SLOTS:
                around("P",
                       {kindOf(State::ShallowHistory, "H", {Transition::direct("C")}),
                        {"B", {}, {inside}},
-                       {"C"},
+                       {"C", {}, {on("H")}},
                        kindOf(State::ShallowHistory, "Unused")},
-                      {on("A")}),
+                      {on("A"), Transition::after(1s, "H")}),
                {"Z"}}},
-             {"State \"B\" cannot be reached", "State \"Unused\" cannot be reached",
+             {"State \"P\" has a transition to the history \"H\" that leaves the parent of this "
+              "history itself",
+              "State \"B\" cannot be reached", "State \"Unused\" cannot be reached",
               "State \"Z\" cannot be reached"}},
             {"kinds that cannot have what they have",
              {{around("P",
@@ -246,8 +235,8 @@ private Q_SLOTS:
             {"a transition behind an unguarded one",
              {{{"A",
                 {},
-                {guarded(on("A")), on("B"), on("A"), inside, Transition::direct("B"),
-                 guarded(Transition::direct("A"))}},
+                {accepting(on("A")), on("B"), on("A"), inside, Transition::direct("B"),
+                 accepting(Transition::direct("A"))}},
                {"B"}}},
              {"State \"A\" has a transition to \"A\" that is never taken, because one before it "
               "has the same trigger and no guard",
@@ -267,9 +256,9 @@ private Q_SLOTS:
              {"No state takes zeltools::SignalEmitter::destroyed()",
               "The expected signal gone() does not exist"}},
             {"circles",
-             {{{"A", {}, {guarded(Transition::direct("Z")), Transition::direct("P"), on("C")}},
+             {{{"A", {}, {accepting(Transition::direct("Z")), Transition::direct("P"), on("C")}},
                around("P", {{"B", {}, {Transition::direct("A")}}}),
-               {"C", {}, {guarded(Transition::direct("A")), Transition::direct("D")}},
+               {"C", {}, {accepting(Transition::direct("A")), Transition::direct("D")}},
                {"D", {}, {Transition::direct("C")}},
                {"Unreached", {}, {Transition::direct("Unreached")}},
                {"Z"}}},
@@ -303,7 +292,7 @@ private Q_SLOTS:
     {
         SignalEmitter emitter;
         const auto on = [&](const char* target, bool accepts) {
-            return guarded(Transition::on(&emitter, SIGNAL(notify()), target), accepts);
+            return accepting(Transition::on(&emitter, SIGNAL(notify()), target), accepts);
         };
         Transition withArguments = on("C", true);
         withArguments.argumentsGuard = [](const QVariantList& list) { return list.at(0).toBool(); };
@@ -312,7 +301,7 @@ private Q_SLOTS:
                                      {},
                                      {on("B", false), on("C", true), withArguments,
                                       Transition::on(&emitter, SIGNAL(notify()), "D"),
-                                      on("B", true), guarded(Transition::direct("B"))}}}),
+                                      on("B", true), accepting(Transition::direct("B"))}}}),
                        {"D", {}, {on("A", true), on("A", true)}}}}),
                  QStringList("State \"A\" has transitions to \"C\" and to \"B\" whose guards both "
                              "accept zeltools::SignalEmitter::notify()"));

@@ -3,6 +3,7 @@
 #include "declarativestatemachine/machinerecording.h"
 #include "logging/log.h"
 #include "support.h"
+#include "support/descriptions.h"
 #include "support/rows.h"
 #include "system/fakeclock.h"
 
@@ -12,7 +13,7 @@
 
 using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
-using Transition = TransitionDescription;
+using namespace support;
 using Entry = MachineRecording::Entry;
 using Fault = std::tuple<const char*, QByteArray, QByteArray, QString>;
 using Change = std::tuple<const char*, std::function<void(StateMachineDescription&)>, QString>;
@@ -54,33 +55,25 @@ struct Rinse
         filled.argumentsGuard = [](const QVariantList& arguments) {
             return arguments[0].toInt() > 5 && arguments[6].value<Tank::Size>() == Tank::Large;
         };
-        Transition skip = Transition::direct("Done");
-        skip.guard = guard("skip", false);
-        Transition late = skip;
-        late.type = Transition::Timeout;
-        late.timeout = 30min;
+        const auto skip = guarded(Transition::direct("Done"), guard("skip", false));
+        const auto late = guarded(Transition::after(30min, "Done"), guard("skip", false));
         Transition knock = Transition::inside(&tank, SIGNAL(shaken()), {});
         knock.action = call("knock");
-        const StateDescription regionA{
-            "A", {}, {}, {}, {{"Twin", {}, {onShaken("Half")}}, {"Half"}}};
-        const StateDescription regionB{"B", {}, {}, {}, {{"Twin", {}, {knock}}}};
-        return {{{"Ready \"now\"\n", call("ready"), {filled}, call("out of ready")},
-                 {"Working",
-                  {},
-                  {onDrained},
-                  call("out of working"),
-                  {{"Pump", {}, {onShaken("Heat")}},
-                   {"Heat", call("heat"), {Transition::after(1h, "Pump")}},
-                   {"Back", {}, {}, {}, {}, StateDescription::ShallowHistory}}},
-                 {"Pause", {}, {skip, Transition::after(1min, ""), onShaken("Back")}},
-                 {"",
-                  {},
-                  {Transition::after(1h, "Done"), late},
-                  {},
-                  {regionA, regionB},
-                  StateDescription::Parallel},
-                 {"Done"}},
-                "Rinse"};
+        const State regionA = around("A", {{"Twin", {}, {onShaken("Half")}}, {"Half"}});
+        const State regionB = around("B", {{"Twin", {}, {knock}}});
+        State working = around("Working",
+                               {{"Pump", {}, {onShaken("Heat")}},
+                                {"Heat", call("heat"), {Transition::after(1h, "Pump")}},
+                                kindOf(State::ShallowHistory, "Back")},
+                               {onDrained});
+        working.exitAction = call("out of working");
+        return {
+            {{"Ready \"now\"\n", call("ready"), {filled}, call("out of ready")},
+             working,
+             {"Pause", {}, {skip, Transition::after(1min, ""), onShaken("Back")}},
+             kindOf(State::Parallel, "", {Transition::after(1h, "Done"), late}, {regionA, regionB}),
+             {"Done"}},
+            "Rinse"};
     }
 
     // Drives a machine through everything.
@@ -179,7 +172,9 @@ private Q_SLOTS:
         QCOMPARE(playBack(m_whole, description, {}, &log), "");
         QCOMPARE(log.size(), m_whole.entries.size());
         QCOMPARE(calls, QStringList());
-        QCOMPARE(playBack(m_whole, description, {true, true}), "");
+        Playback options;
+        options.usesOwnGuards = options.callsActions = true;
+        QCOMPARE(playBack(m_whole, description, options), "");
         m_rinse.happened = [](const QString&) {};
         QCOMPARE(calls.join(' '),
                  "ready level level level out of ready heat out of working skip heat out of "
@@ -342,7 +337,9 @@ private Q_SLOTS:
         const auto& [name, change, expected] = support::currentRow<Change>();
         StateMachineDescription description = m_rinse.description();
         change(description);
-        QCOMPARE(playBack(m_whole, description, {true, false}), expected);
+        Playback options;
+        options.usesOwnGuards = true;
+        QCOMPARE(playBack(m_whole, description, options), expected);
     }
 
     void beginsInStatesThatTheMachineHas()
