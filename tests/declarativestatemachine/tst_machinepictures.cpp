@@ -49,40 +49,8 @@ StateMachineDescription drink(SignalEmitter& board)
 // Half a second in Heating, a second dose, and entries that belong to another description.
 MachineRecording recordingOfADrink()
 {
-    using Entry = MachineRecording::Entry;
-    MachineRecording recording;
-    recording.machine = "Drink";
-    recording.start = QDateTime(QDate(2026, 11, 22), QTime(8, 30));
-    recording.duration = 125s;
-    recording.dropped = 7;
-    const auto add = [&](Entry::Kind kind, std::chrono::microseconds time, const char* state,
-                         int transition = 0, const char* trigger = "") {
-        Entry entry;
-        entry.kind = kind;
-        entry.time = time;
-        entry.transition = {{state, 1}, transition};
-        entry.trigger = trigger;
-        recording.entries.append(entry);
-    };
-    const char* const notify = "signal zeltools::SignalEmitter::notify()";
-    add(Entry::Started, 0s, "");
-    add(Entry::Entered, 0s, "Preparing");
-    add(Entry::Entered, 0s, "Heating");
-    add(Entry::Left, 500ms, "Heating");
-    add(Entry::Fired, 500ms, "Heating", 1, "timeout 20ms");
-    add(Entry::Entered, 500ms, "Grinding");
-    add(Entry::Fired, 1s, "Preparing", 2, notify);
-    add(Entry::Left, 2s, "Grinding");
-    add(Entry::Fired, 2s, "Grinding", 1, notify);
-    add(Entry::Entered, 2s, "Grinding");
-    add(Entry::Left, 2s, "Grinding");
-    add(Entry::Left, 2s, "Preparing");
-    add(Entry::Fired, 2s, "Grinding", 2, notify);
-    add(Entry::Fired, 2s, "Grinding", 2, "direct");
-    add(Entry::Fired, 2s, "Grinding", 3, notify);
-    for (const char* state : {"Serving", "Pump", "Idle", "Light", "Lamp"})
-        add(Entry::Entered, 2s, state);
-    return recording;
+    QString error;
+    return *MachineRecording::fromText(support::readFile(QFINDTESTDATA("drink.recording")), error);
 }
 
 } // namespace

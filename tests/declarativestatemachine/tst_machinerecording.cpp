@@ -337,9 +337,9 @@ private Q_SLOTS:
         const auto& [name, change, expected] = support::currentRow<Change>();
         StateMachineDescription description = m_rinse.description();
         change(description);
-        Playback options;
-        options.usesOwnGuards = true;
-        QCOMPARE(playBack(m_whole, description, options), expected);
+        Playback withGuards;
+        withGuards.usesOwnGuards = true;
+        QCOMPARE(playBack(m_whole, description, withGuards), expected);
     }
 
     void beginsInStatesThatTheMachineHas()
