@@ -1,5 +1,5 @@
-// What an entry of a recording costs, beside the clock that it reads and the memory that it writes,
-// and what recording adds to a transition.
+// The benchmarks compare an entry of a recording with the clock that it reads and the memory that
+// it writes, and a recorded transition with one that is not recorded.
 
 #include "declarativestatemachine/descriptionindex_p.h"
 #include "declarativestatemachine/machinerecorder_p.h"

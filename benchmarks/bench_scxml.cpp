@@ -1,4 +1,4 @@
-// What a transition and a document cost, beside the machine of Qt that runs such documents.
+// The benchmarks compare transitions and documents with the machine of Qt that runs such documents.
 
 #include "ratiotable.h"
 #include <zeltools/declarativestatemachine/declarativestatemachine.h>

@@ -23,7 +23,7 @@ using namespace zeltools::declarativestatemachine;
 namespace
 {
 
-/// Who emits the signal that drives the machines, and where they count.
+/// Emits the signal that drives the machines, and counts for them.
 class Pump : public QObject
 {
     Q_OBJECT

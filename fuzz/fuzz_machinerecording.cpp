@@ -1,10 +1,15 @@
 // Reads arbitrary bytes as a recording of a state machine, or as a part of one, which the last byte
-// chooses. What is accepted must be the same after it was written and read again.
+// chooses. What is accepted must be the same after it was written and read again. It is played back
+// and drawn, whatever machine it was made of.
 
 #include "fuzz.h"
-#include <zeltools/declarativestatemachine/machinerecording.h>
+#include <zeltools/declarativestatemachine/dotwriter.h>
+#include <zeltools/declarativestatemachine/machineplayer.h>
+#include <zeltools/signalemitter.h>
 
-using zeltools::declarativestatemachine::MachineRecording;
+#include <QCoreApplication>
+
+using namespace zeltools::declarativestatemachine;
 
 namespace
 {
@@ -40,6 +45,43 @@ void checkSums(const MachineRecording& recording)
     require(fired <= recording.entries.size());
 }
 
+// The names are short, so that the fuzzer finds them.
+StateMachineDescription machine()
+{
+    static zeltools::SignalEmitter s_emitter;
+    const auto on = [](const char* target) {
+        return TransitionDescription::on(&s_emitter, SIGNAL(notify()), QLatin1String(target));
+    };
+    const auto later = TransitionDescription::after(std::chrono::hours(1), QStringLiteral("a"));
+    const auto directly = TransitionDescription::direct(QStringLiteral("b"));
+    const auto state = [](const char* name, const std::vector<TransitionDescription>& transitions,
+                          const std::vector<StateDescription>& states = {},
+                          StateDescription::Kind kind = StateDescription::Ordinary) {
+        return StateDescription{QLatin1String(name), {}, transitions, {}, states, kind};
+    };
+    const StateDescription history = state("h", {}, {}, StateDescription::ShallowHistory);
+    return {{state("", {on("h"), later}), state("a", {on("")}, {state("b", {on("c")}), history}),
+             state("c", {later}, {state("d", {on("d")}), state("d", {directly})},
+                   StateDescription::Parallel),
+             state("e", {directly})}};
+}
+
+void play(const MachineRecording& recording, int choice)
+{
+    static char s_name[] = "fuzz";
+    static char* s_arguments[] = {s_name, nullptr};
+    static int s_count = 1;
+    static QCoreApplication s_application(s_count, s_arguments);
+    static const StateMachineDescription s_all = machine();
+    // Only its final state has a transition.
+    static const StateMachineDescription s_idle{{{QString()}, s_all.states.back()}};
+    const StateMachineDescription& description = choice % 2 == 0 ? s_all : s_idle;
+    Playback options;
+    options.usesOwnGuards = options.callsActions = choice % 4 < 2;
+    playBack(recording, description, options);
+    require(toDot(description, recording).endsWith(QLatin1String("}\n")));
+}
+
 void parse(const QByteArray& text)
 {
     QString error;
@@ -58,6 +100,7 @@ void parse(const QByteArray& text)
     for (int i = 0; i < again->entries.size(); ++i)
         require(isSame(again->entries[i], recording->entries[i]));
     checkSums(*recording);
+    play(*recording, static_cast<int>(text.size()));
 }
 
 } // namespace

@@ -69,8 +69,9 @@ public:
     QStringList currentStates() const;
 
     /// Keeps the last entries of what the machine does from now on, at most
-    /// MachineRecording::maximumEntries, for which it allocates memory at once. It may be called at
-    /// any time and drops what was recorded before; 0, the default, records nothing.
+    /// MachineRecording::maximumEntries, for which it allocates memory at once: 24 bytes for each
+    /// (40 with Qt 6), besides the arguments that it keeps. It may be called at any time and drops
+    /// what was recorded before; 0, the default, records nothing.
     void setRecording(int maximumEntries);
     /// What was recorded up to now. It may be called while the machine runs, also in its actions
     /// and guards.

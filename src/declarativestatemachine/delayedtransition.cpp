@@ -66,6 +66,12 @@ bool DelayedTransition::isOfSameState(const QEvent* e) const
            timeout->owner()->sourceState() == sourceState();
 }
 
+bool DelayedTransition::isOwn(const QEvent* e) const
+{
+    const auto* const timeout = dynamic_cast<const TimeoutEvent*>(e);
+    return timeout != nullptr && timeout->owner() == this;
+}
+
 void DelayedTransition::postTimeout()
 {
     // A machine that is stopped does not exit its states, so the timer may belong to an earlier

@@ -34,6 +34,8 @@ protected:
 
     /// Returns whether the event is the timeout of a delayed transition of the same state.
     bool isOfSameState(const QEvent* e) const;
+    /// Returns whether the event is the timeout of this transition.
+    bool isOwn(const QEvent* e) const;
 
 private:
     class TimeoutEvent;

@@ -56,6 +56,8 @@ void DescriptionIndex::addTransitions()
         for (const TransitionDescription& transition : m_states[i].description->transitions) {
             const int target = transition.isTargetless ? -1 : indexOf(transition.targetState);
             m_transitions.push_back({&transition, static_cast<int>(i), target});
+            if (transition.type == TransitionDescription::Timeout && transition.hasGuard())
+                m_states[i].hasGuardedTimeout = true;
         }
     }
 }

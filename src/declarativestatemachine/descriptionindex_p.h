@@ -21,6 +21,7 @@ public:
         int firstTransition;
         int end;          ///< its descendants have the numbers between its own and this one
         int initialChild; ///< see initialChildOf()
+        bool hasGuardedTimeout = false;
     };
     struct Transition
     {
@@ -36,6 +37,11 @@ public:
 
     const State& state(int number) const { return m_states[size_t(number)]; }
     const Transition& transition(int number) const { return m_transitions[size_t(number)]; }
+    int parentOf(int number) const { return state(number).parent; }
+    bool isParallel(int number) const
+    {
+        return state(number).description->kind == StateDescription::Parallel;
+    }
     bool hasChildren(int number) const { return state(number).end > number + 1; }
     /// Whether the inner state is the outer one or a descendant of it.
     bool contains(int outer, int inner) const { return outer <= inner && inner < state(outer).end; }

@@ -12,13 +12,8 @@ namespace zeltools::declarativestatemachine
 namespace
 {
 
-// Of a deeper nesting, only the innermost of the entered states are looked at.
+// The number of states around a target that are followed; deeper circles are not found.
 constexpr int s_longestWalk = 100;
-
-bool isParallel(const DescriptionIndex& index, int state)
-{
-    return index.state(state).description->kind == StateDescription::Parallel;
-}
 
 } // namespace
 
@@ -61,9 +56,9 @@ EntryGraph::Edges EntryGraph::entryEdges() const
         const int first = record.description->isHistory() ? entryOfHistory(state)
                           : record.isFinal                ? -1
                                                           : m_index.initialChildOf(state);
-        if (first >= 0 && !isParallel(m_index, state))
+        if (first >= 0 && !m_index.isParallel(state))
             targets.push_back(entry(first));
-        if (record.parent >= 0 && isParallel(m_index, record.parent) &&
+        if (record.parent >= 0 && m_index.isParallel(record.parent) &&
             !record.description->isHistory())
             edges[size_t(record.parent)].push_back(entry(state));
     }
@@ -126,10 +121,18 @@ void EntryGraph::findLeavable()
         if (mayLead(static_cast<int>(i)))
             own[size_t(transition.source)].add({transition.target, transition.target});
     }
+    const auto isOutside = [this](const Targets& targets, int state) {
+        return targets.lowest < state || targets.highest >= m_index.state(state).end;
+    };
     std::vector<Targets> all = own; // of the state, those in it and those around it
     for (int state = m_states - 1; state >= 0; --state) {
-        if (m_index.state(state).parent >= 0)
-            all[size_t(m_index.state(state).parent)].add(all[size_t(state)]);
+        const int parent = m_index.state(state).parent;
+        if (parent < 0)
+            continue;
+        all[size_t(parent)].add(all[size_t(state)]);
+        // A transition out of one child of a parallel state leaves the others too.
+        if (m_index.isParallel(parent) && isOutside(all[size_t(state)], state))
+            own[size_t(parent)].add(all[size_t(state)]);
     }
     for (int state = 0; state < m_states; ++state) {
         const int parent = m_index.state(state).parent;
@@ -137,8 +140,7 @@ void EntryGraph::findLeavable()
             own[size_t(state)].add(own[size_t(parent)]);
             all[size_t(state)].add(own[size_t(parent)]);
         }
-        m_canBeLeft[size_t(state)] = all[size_t(state)].lowest < state ||
-                                     all[size_t(state)].highest >= m_index.state(state).end;
+        m_canBeLeft[size_t(state)] = isOutside(all[size_t(state)], state);
     }
 }
 
@@ -168,7 +170,7 @@ void EntryGraph::addEntryFrom(Edges& edges, int source, int target) const
     targets.push_back(entry(target));
     int around = m_index.state(target).parent;
     for (int steps = 0; around >= 0 && steps < s_longestWalk; ++steps) {
-        if (around != source && m_index.contains(around, source) && !isParallel(m_index, around))
+        if (around != source && m_index.contains(around, source) && !m_index.isParallel(around))
             break;
         targets.push_back(around);
         around = m_index.state(around).parent;

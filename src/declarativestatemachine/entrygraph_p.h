@@ -21,11 +21,12 @@ public:
     EntryGraph(const DescriptionIndex& index, const std::vector<bool>& isUsable);
 
     bool canBeReached(int state) const { return m_isReachable[std::size_t(state)]; }
-    /// Whether a transition of the state, of one around it or of one in it leads out of the state.
+    /// Whether a transition of the state, of one around it, of one in it or of one that is active
+    /// beside it in a parallel state leads out of the state.
     bool canBeLeft(int state) const { return m_canBeLeft[std::size_t(state)]; }
     /// The states of each circle of direct transitions without guards: the machine never leaves it.
     const std::vector<States>& endlessCircles() const { return m_endlessCircles; }
-    /// Those of the other circles of direct transitions, where guards decide.
+    /// The states of each other circle of direct transitions, where guards decide.
     const std::vector<States>& guardedCircles() const { return m_guardedCircles; }
 
 private:

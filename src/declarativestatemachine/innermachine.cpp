@@ -23,7 +23,7 @@ namespace
 
 // All delayed transitions have the same type of event. A timeout of the state around this one, or
 // of another region, belongs to the transitions of that state.
-class OwnTimeout : public DelayedTransition
+class TimeoutOfState : public DelayedTransition
 {
 public:
     using DelayedTransition::DelayedTransition;
@@ -33,6 +33,16 @@ protected:
     {
         return DelayedTransition::eventTest(e) && isOfSameState(e);
     }
+};
+
+// A timeout that a guard refuses must not trigger another transition of the state before its time.
+class OwnTimeout : public DelayedTransition
+{
+public:
+    using DelayedTransition::DelayedTransition;
+
+protected:
+    bool eventTest(QEvent* e) override { return DelayedTransition::eventTest(e) && isOwn(e); }
 };
 
 QString firedText(const TransitionDescription& transition, const QString& source)
@@ -128,7 +138,9 @@ QAbstractTransition* InnerMachine::makeTransition(const TransitionDescription& d
         return new DescribedTransition<QSignalTransition>(*this, number, source, SIGNAL(entered()),
                                                           source);
     case TransitionDescription::Timeout:
-        return new DescribedTransition<OwnTimeout>(*this, number, source, description.timeout);
+        if (m_index->state(m_index->transition(number).source).hasGuardedTimeout)
+            return new DescribedTransition<OwnTimeout>(*this, number, source, description.timeout);
+        return new DescribedTransition<TimeoutOfState>(*this, number, source, description.timeout);
     case TransitionDescription::Signal:
         return new DescribedTransition<GuardedSignalTransition>(*this, number, description.obj,
                                                                 description.signal, source);

@@ -71,7 +71,7 @@ public:
     /// The states by their numbers, null for those that are left out.
     virtual void statesBuilt(const std::vector<QAbstractState*>& /*states*/) {}
 
-    /// What states and transitions tell and ask while the machine runs.
+    /// The states and transitions call these functions while the machine runs.
     void enter(int state);
     void leave(int state);
     bool accepts(int transition, QEvent* event);

@@ -57,7 +57,7 @@ public:
     std::vector<Happened> take();
 
 private:
-    /// What was so at an entry: whether the machine ran, and when its active states were entered.
+    /// Whether the machine ran at an entry, and when the states that were active had been entered.
     struct Situation
     {
         void follow(const Happened& happened);

@@ -1,5 +1,7 @@
 #include "declarativestatemachine/machinerecording.h"
 
+#include "declarativestatemachine/recordingtext_p.h"
+
 #include <algorithm>
 
 namespace zeltools::declarativestatemachine
@@ -53,13 +55,13 @@ public:
         m_since.clear();
     }
 
-    QVector<State> inOrder() const
+    QVector<MachineRecording::ActiveState> inOrder() const
     {
-        QVector<State> states;
-        for (const State& state : m_since.keys())
-            states.append(state);
-        std::sort(states.begin(), states.end(), [this](const State& a, const State& b) {
-            return m_since[a].order < m_since[b].order;
+        QVector<MachineRecording::ActiveState> states;
+        for (auto active = m_since.cbegin(); active != m_since.cend(); ++active)
+            states.append({active.key(), active->time});
+        std::sort(states.begin(), states.end(), [this](const auto& a, const auto& b) {
+            return m_since[a.state].order < m_since[b.state].order;
         });
         return states;
     }
@@ -83,12 +85,31 @@ private:
 
 } // namespace
 
+MachineRecording withoutOldest(const MachineRecording& recording, int count)
+{
+    MachineRecording rest = recording;
+    ActiveStates active(recording);
+    for (int i = 0; i < count; ++i) {
+        const Entry& entry = recording.entries[i];
+        active.follow(entry, [](const auto&...) {});
+        if (entry.kind == Entry::Started || entry.kind == Entry::Stopped)
+            rest.wasRunning = entry.kind == Entry::Started;
+    }
+    rest.activeBefore = active.inOrder();
+    rest.dropped += count;
+    rest.entries.remove(0, count);
+    return rest;
+}
+
 QVector<State> MachineRecording::currentStates() const
 {
     ActiveStates active(*this);
     for (const Entry& entry : entries)
         active.follow(entry, [](const auto&...) {});
-    return active.inOrder();
+    QVector<State> states;
+    for (const ActiveState& each : active.inOrder())
+        states.append(each.state);
+    return states;
 }
 
 QMap<State, Microseconds> MachineRecording::timesSpent() const

@@ -78,8 +78,8 @@ struct ZELTOOLS_EXPORT MachineRecording
         Kind kind = Started;
         std::chrono::microseconds time{0};
         bool beginsStep = true; ///< false if the entry belongs to the step of the one before
-        Transition transition;  ///< Guard, Fired: the transition. Left, Entered: its source is the
-                                ///< state
+        /// Guard, Fired: the transition. Left, Entered: its source is the state.
+        Transition transition;
         QString trigger; ///< Guard, Fired: "direct", "timeout 500ms", "signal Tank::full(int)"
         bool isAccepted = false;     ///< Guard: the answer
         bool isFinished = false;     ///< Stopped: the machine had reached a final state
@@ -100,13 +100,14 @@ struct ZELTOOLS_EXPORT MachineRecording
     bool wasRunning = false;               ///< at the first entry
     QVector<ActiveState> activeBefore;
     QVector<Entry> entries; ///< oldest first
-    bool isStepUnfinished =
-        false; ///< the value was made inside the last step, such as in an action
+    /// Whether the value was made inside the last step, such as in an action.
+    bool isStepUnfinished = false;
 
-    /// The recording as text, which docs/format-machine-recording.md describes.
+    /// The recording as text of at most 16 MiB, which docs/format-machine-recording.md describes.
+    /// The text leaves out the oldest steps if there are too many, and counts them in `dropped`.
     QByteArray toText() const;
-    /// Reads what toText() has written: at most 16 MiB. Returns no value for anything else, with
-    /// line, column and reason in `error`.
+    /// Reads what toText() has written. Returns no value for anything else, with line, column and
+    /// reason in `error`.
     static std::optional<MachineRecording> fromText(const QByteArray& text, QString& error);
 
     /// The states that are active after the last entry, in the order in which they were entered;

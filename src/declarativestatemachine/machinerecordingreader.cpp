@@ -1,4 +1,5 @@
 #include "declarativestatemachine/machinerecording.h"
+#include "declarativestatemachine/recordingtext_p.h"
 #include "declarativestatemachine/recordingwords_p.h"
 
 #include <limits>
@@ -12,7 +13,6 @@ namespace
 
 using Entry = MachineRecording::Entry;
 
-constexpr int maximumTextSize_B = 16 * 1024 * 1024;
 constexpr int maximumLineSize_B = 300000;
 
 class RecordingReader
@@ -193,10 +193,9 @@ private:
 std::optional<MachineRecording> MachineRecording::fromText(const QByteArray& text, QString& error)
 {
     RecordingReader reader(text);
-    if (reader.read())
-        return reader.recording();
-    error = reader.error();
-    return std::nullopt;
+    const bool isRead = reader.read();
+    error = isRead ? QString() : reader.error();
+    return isRead ? std::optional(reader.recording()) : std::nullopt;
 }
 
 } // namespace zeltools::declarativestatemachine

@@ -3,6 +3,8 @@
 #include "declarativestatemachine/recordingtext_p.h"
 #include "quotedwords.h"
 
+#include <vector>
+
 namespace zeltools::declarativestatemachine
 {
 
@@ -61,6 +63,36 @@ QByteArray headText(const MachineRecording& recording)
     return text;
 }
 
+QByteArray lineText(const Entry& entry)
+{
+    return timeText(entry.time) + (entry.beginsStep ? " " : " + ") + happenedText(entry) + '\n';
+}
+
+struct LastSteps
+{
+    int first = 0; // the number of their first entry
+    QByteArray text;
+};
+
+// As many whole steps as fit into the room.
+LastSteps lastSteps(const QVector<Entry>& entries, qint64 room_B)
+{
+    std::vector<QByteArray> lines; // the last one first
+    LastSteps steps{static_cast<int>(entries.size()), {}};
+    for (int i = steps.first - 1; i >= 0; --i) {
+        lines.push_back(lineText(entries[i]));
+        room_B -= lines.back().size();
+        if (room_B < 0)
+            break;
+        if (entries[i].beginsStep)
+            steps.first = i;
+    }
+    lines.resize(size_t(entries.size() - steps.first));
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line)
+        steps.text += *line;
+    return steps;
+}
+
 } // namespace
 
 QByteArray happenedText(const Entry& entry)
@@ -85,14 +117,11 @@ QByteArray happenedText(const Entry& entry)
 
 QByteArray MachineRecording::toText() const
 {
-    QByteArray text = headText(*this);
-    for (const Entry& entry : entries) {
-        text += timeText(entry.time) + (entry.beginsStep ? " " : " + ") + happenedText(entry);
-        text += '\n';
-    }
-    if (isStepUnfinished)
-        text += "unfinished\n";
-    return text + "end\n";
+    const QByteArray head = headText(*this);
+    const QByteArray end = isStepUnfinished ? "unfinished\nend\n" : "end\n";
+    const LastSteps steps = lastSteps(entries, maximumTextSize_B - head.size() - end.size());
+    // The head tells then which states are active where the entries begin.
+    return steps.first > 0 ? withoutOldest(*this, steps.first).toText() : head + steps.text + end;
 }
 
 } // namespace zeltools::declarativestatemachine

@@ -13,23 +13,18 @@ namespace
 
 QString triggerText(const TransitionDescription& transition)
 {
-    switch (transition.type) {
-    case TransitionDescription::Direct:
-        return QStringLiteral("the entry");
-    case TransitionDescription::Timeout:
-        return QStringLiteral("the timeout");
-    case TransitionDescription::Signal:
-        break;
-    }
-    return signalutils::classAndSignalName(transition.obj, transition.signal, true);
+    return transition.type == TransitionDescription::Direct
+               ? QStringLiteral("the entry")
+               : signalutils::classAndSignalName(transition.obj, transition.signal, true);
 }
 
 void findOverlaps(const StateDescription& state, QStringList& lines)
 {
     std::map<TriggerKey, const TransitionDescription*> accepting;
     for (const TransitionDescription& transition : state.transitions) {
-        const bool isAsked =
-            transition.isOfKnownType() && transition.guard && !transition.argumentsGuard;
+        const bool isAsked = transition.isOfKnownType() &&
+                             transition.type != TransitionDescription::Timeout &&
+                             transition.guard && !transition.argumentsGuard;
         if (!isAsked || !transition.guard())
             continue;
         const auto [first, isNew] = accepting.try_emplace(triggerKey(transition), &transition);

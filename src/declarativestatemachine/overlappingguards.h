@@ -14,8 +14,8 @@ namespace zeltools::declarativestatemachine
 /// Button::pressed()`.
 ///
 /// A transition without a guard is the last resort of those before it and overlaps with none.
-/// Guards that need the arguments of a signal are not called. Call the function from the thread of
-/// the guards, in each situation that matters.
+/// Guards of timeouts, which do not compete, and guards that need the arguments of a signal are not
+/// called. Call the function from the thread of the guards, in each situation that matters.
 ZELTOOLS_EXPORT QStringList findOverlappingGuards(const StateMachineDescription& description);
 
 } // namespace zeltools::declarativestatemachine

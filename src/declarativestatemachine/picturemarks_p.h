@@ -12,8 +12,8 @@ class DescriptionIndex;
 class RecordedNames;
 struct MachineRecording;
 
-/// What a picture shows of a recording: texts and attributes for Graphviz, by the numbers of
-/// DescriptionIndex. Line widths and fills tell the same as the colours, for readers who cannot
+/// The marks that a recording makes in a picture: texts and attributes for Graphviz, by the numbers
+/// of DescriptionIndex. Line widths and fills tell the same as the colours, for readers who cannot
 /// tell these apart. Entries that do not fit to the description are left out and counted.
 class PictureMarks
 {
@@ -40,7 +40,7 @@ private:
     {
         std::chrono::microseconds spent{0};
         int visits = 0;
-        int entriesByDefault = 0; ///< those in which its initial child was entered with it
+        int entriesByDefault = 0; ///< the visits in which its initial child was entered with it
         bool isPresent = false;
     };
 

@@ -73,7 +73,7 @@ PlayedMachine::~PlayedMachine() = default;
 
 void PlayedMachine::happen(int transition, const QVariantList& arguments)
 {
-    postEvent(new Event(m_causes[size_t(transition)], arguments));
+    postEvent(new Event(causeOf(transition), arguments));
     handleEvents();
 }
 
@@ -119,9 +119,7 @@ QAbstractTransition* PlayedMachine::makeTransition(const TransitionDescription& 
 {
     if (!description.isOfKnownType())
         return nullptr;
-    if (m_causes.empty())
-        findCauses();
-    return new DescribedTransition<Played>(*this, number, m_causes[size_t(number)], source);
+    return new DescribedTransition<Played>(*this, number, causeOf(number), source);
 }
 
 bool PlayedMachine::askGuards(int transition, QEvent* event)
@@ -129,18 +127,29 @@ bool PlayedMachine::askGuards(int transition, QEvent* event)
     return m_guard ? m_guard(transition) : InnerMachine::askGuards(transition, event);
 }
 
+int PlayedMachine::causeOf(int transition)
+{
+    if (m_causes.empty())
+        findCauses();
+    return m_causes[size_t(transition)];
+}
+
 void PlayedMachine::findCauses()
 {
     std::map<std::tuple<int, const void*, QByteArray>, int> firstOnes;
     for (const DescriptionIndex::Transition& transition : index().transitions()) {
         const TransitionDescription& description = *transition.description;
-        const bool isSignal = description.type == TransitionDescription::Signal;
-        const void* const source = index().state(transition.source).description;
-        const QByteArray signature =
-            isSignal ? QMetaObject::normalizedSignature(description.signal) : QByteArray();
-        const auto [first, isNew] =
-            firstOnes.insert({{description.type, isSignal ? description.obj : source, signature},
-                              static_cast<int>(m_causes.size())});
+        const DescriptionIndex::State& source = index().state(transition.source);
+        const void* origin = source.description;
+        QByteArray signature;
+        if (description.type == TransitionDescription::Signal) {
+            origin = description.obj;
+            signature = QMetaObject::normalizedSignature(description.signal);
+        } else if (description.type == TransitionDescription::Timeout && source.hasGuardedTimeout) {
+            origin = &description;
+        }
+        const auto [first, isNew] = firstOnes.insert(
+            {{description.type, origin, signature}, static_cast<int>(m_causes.size())});
         m_causes.push_back(first->second);
     }
 }

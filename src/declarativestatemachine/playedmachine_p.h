@@ -17,7 +17,8 @@ public:
     ~PlayedMachine() override;
 
     /// Handles one event in which this transition fires or asks its guard. So do all others that
-    /// wait for the same: the same signal, or a timeout or the entry of the same state.
+    /// wait for the same: the same signal, the entry of the same state, or a timeout of a state in
+    /// which no timeout has a guard.
     void happen(int transition, const QVariantList& arguments);
     /// These return when the machine has handled all its events.
     void startNow();
@@ -38,6 +39,7 @@ private:
     class Played;
     class Jump;
 
+    int causeOf(int transition);
     void findCauses();
     void handleEvents();
 

@@ -20,7 +20,7 @@ class RecordedNames
 public:
     explicit RecordedNames(const DescriptionIndex& index);
 
-    /// What a transition waits for, as in MachineRecording::Entry::trigger.
+    /// The event for which a transition waits, as in MachineRecording::Entry::trigger.
     const QString& triggerOf(int transition) const { return m_triggers[size_t(transition)]; }
     const MachineRecording::State& state(int number) const { return m_states[size_t(number)]; }
     const MachineRecording::Transition& transition(int number) const

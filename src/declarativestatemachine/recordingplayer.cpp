@@ -17,7 +17,7 @@ bool isTransition(const Entry& entry)
     return entry.kind == Entry::Guard || entry.kind == Entry::Fired;
 }
 
-// What of a trigger has to be the same: its kind, and the signature of a signal.
+// The part of a trigger that has to be the same: its kind, and the signature of a signal.
 QString essenceOf(const QString& trigger)
 {
     const QString signal = QStringLiteral("signal ");
@@ -180,8 +180,8 @@ void RecordingPlayer::compare(const Entry& did)
             ++m_next;
             return;
         }
-        const bool mayRemember =
-            did.kind == Entry::Entered && m_recording.wasRunning && hasHistory(m_machine.index());
+        const bool mayRemember = (did.kind == Entry::Entered || did.kind == Entry::Left) &&
+                                 m_recording.wasRunning && hasHistory(m_machine.index());
         differ(QStringLiteral("the machine does this: ") + text(did) +
                (mayRemember ? QStringLiteral(" (what histories remembered before is lost)")
                             : QString()));

@@ -60,6 +60,10 @@ ScxmlElements::ScxmlElements(const QString& text)
 {
     if (hasCrowdedElement(text))
         refuse(QStringLiteral("an element has more than 100 attributes"));
+    // The reader looks for the prefix of each attribute in all declarations.
+    constexpr int maximumNamespaces = 100;
+    if (text.count(QLatin1String("xmlns")) > maximumNamespaces)
+        refuse(QStringLiteral("there are more than 100 declarations of namespaces"));
 }
 
 // The editor of Qt Creator keeps the places of its pictures in elements of its own.

@@ -1,5 +1,6 @@
 #include "declarativestatemachine/scxmlreader.h"
 
+#include "declarativestatemachine/historyreturn_p.h"
 #include "declarativestatemachine/scxmlevents_p.h"
 #include "declarativestatemachine/scxmlstructure_p.h"
 #include "declarativestatemachine/signalutils.h"
@@ -22,6 +23,15 @@ public:
         , m_structure(structure)
         , m_events(document, error)
     {
+    }
+
+    int parentOf(int number) const { return state(number).parent; }
+    bool isParallel(int number) const { return state(number).kind == StateDescription::Parallel; }
+    bool contains(int outer, int inner) const
+    {
+        while (inner > outer) // A state has a higher number than those around it.
+            inner = parentOf(inner);
+        return inner == outer;
     }
 
     std::optional<StateMachineDescription> resolve()
@@ -60,20 +70,35 @@ private:
         described.name = state(number).name;
         described.kind = state(number).kind;
         described.timeLimit = state(number).timeLimit;
+        int timeouts = 0;
+        bool hasGuardedTimeout = false;
         for (const Transition& transition : state(number).transitions) {
             TransitionDescription made;
             if (!make(number, transition, made))
                 return false;
+            if (made.type == TransitionDescription::Timeout) {
+                ++timeouts;
+                hasGuardedTimeout = hasGuardedTimeout || made.hasGuard();
+            }
             if (!transition.isImplied)
                 described.transitions.push_back(std::move(made));
         }
-        return true;
+        return timeouts < 2 || hasGuardedTimeout || refuseTimeouts(number);
+    }
+
+    // Of such timeouts in a description, the first to end triggers the first transition.
+    bool refuseTimeouts(int number)
+    {
+        m_error = QStringLiteral("line %1: the state has several <send>, but none of their "
+                                 "transitions has a condition")
+                      .arg(state(number).line);
+        return false;
     }
 
     bool make(int source, const Transition& transition, TransitionDescription& made)
     {
         made.description = transition.label;
-        return setTarget(transition, made) &&
+        return setTarget(transition, made) && isLookedUpInTime(source, transition) &&
                (state(source).isHistory() ? isDefault(source, transition)
                                           : setTrigger(source, transition, made)) &&
                setGuard(transition, made);
@@ -92,6 +117,16 @@ private:
         return m_structure.lastOfName.value(made.targetState) == target ||
                fail(transition, QStringLiteral("\"%1\" is also the name of a later state")
                                     .arg(made.targetState));
+    }
+
+    bool isLookedUpInTime(int source, const Transition& transition)
+    {
+        const int target = m_structure.numbers.value(transition.target, -1);
+        return target < 0 || state(source).isHistory() || !state(target).isHistory() ||
+               !leavesParentOfHistory(*this, source, target) ||
+               fail(transition, QStringLiteral("the transition leaves the parent of the history "
+                                               "\"%1\" itself")
+                                    .arg(transition.target));
     }
 
     bool isDefault(int history, const Transition& transition)
@@ -165,6 +200,7 @@ private:
 std::optional<StateMachineDescription> fromScxml(const QByteArray& document,
                                                  const ScxmlBindings& bindings, QString& error)
 {
+    error.clear();
     const std::optional<ScxmlDocument> read = ScxmlDocument::read(document, error);
     if (!read)
         return std::nullopt;

@@ -7,8 +7,8 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// What stands for the texts of a document. A result without a signal or without a function, and a
-/// member that is not set, refuse the document.
+/// The signals and guards for which the texts of a document stand. A result without a signal or
+/// without a function, and a member that is not set, refuse the document.
 struct ScxmlBindings
 {
     /// The signal for the name of an event. The object must have it, and its text must outlive the

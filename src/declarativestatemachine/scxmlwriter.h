@@ -18,7 +18,8 @@ enum class ScxmlExtensions : qint32 { Omitted, Written };
 /// Guards become the conditions `guard1`, `guard2` and so on, which are true until the reader of
 /// the document changes them. A timeout becomes an event with a delay, an entry that direct
 /// transitions wait for becomes an internal event, and the description of a transition becomes its
-/// log text.
+/// log text. In the document, each timeout of a state triggers its own transition, also if none of
+/// them has a guard; fromScxml() refuses that.
 ///
 /// Left out are the actions, transitions that lead nowhere or start at a final state, children of
 /// final states, and histories that have no state beside them or belong to the machine itself. A

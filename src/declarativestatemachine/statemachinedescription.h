@@ -39,7 +39,9 @@ struct TransitionDescription
     QObject* obj = nullptr;
     const char* signal = nullptr; ///< a normalized text such as `SIGNAL(stopped())`
     /// Called when the signal arrives, the timeout ends or the state has been entered; an empty one
-    /// accepts always. A timeout or an entry that it refuses is not tried again.
+    /// accepts always. A timeout or an entry that it refuses is not tried again. If a state has
+    /// several timeouts and none has a guard, the first to end triggers the first of the
+    /// transitions; with a guard, each triggers its own.
     std::function<bool()> guard = {};
     std::chrono::milliseconds timeout{0};
     QString description = {}; ///< a label for pictures
@@ -85,7 +87,8 @@ struct TransitionDescription
 /// A state may have child states, of which the first one that is no history is entered with it. A
 /// transition leads to any state of the machine, whatever state is around it, and a state reacts to
 /// its own transitions while its children are active. Only its kind makes a child final; its parent
-/// does not emit anything then.
+/// does not emit anything then. Nest no more than 64 levels, as fromScxml() reads them: copies of a
+/// description are recursive.
 struct StateDescription
 {
     enum Kind : qint32 {
@@ -102,7 +105,10 @@ struct StateDescription
     std::function<void()> exitAction = {}; ///< called when the state is left; may be empty
     std::vector<StateDescription> states = {};
     /// A history has no children and no actions. Before its parent has been active, it leads to the
-    /// target of its first direct transition, or to the initial child without one.
+    /// target of its first direct transition, or to the initial child without one. The machine
+    /// looks it up before it leaves states: a transition that leaves the parent itself, such as one
+    /// from the parent to its own history, leads to what was active when the parent was left
+    /// before.
     Kind kind = Ordinary;
     /// If the state is active for longer, DeclarativeStateMachine::timeLimitExceeded() is emitted
     /// and a Warning is logged, and the state stays. 0 is no limit.

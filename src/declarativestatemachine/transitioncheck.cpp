@@ -1,7 +1,9 @@
 #include "declarativestatemachine/transitioncheck_p.h"
 
+#include "declarativestatemachine/historyreturn_p.h"
 #include "declarativestatemachine/triggerkey_p.h"
 
+#include <algorithm>
 #include <set>
 
 namespace zeltools::declarativestatemachine::transitioncheck
@@ -48,6 +50,12 @@ QStringList problemsOfTransitions(const DescriptionIndex& index, int state)
         const DescriptionIndex::Transition& transition = transitionOf(index, state, i);
         appendFault(problems, transition);
         const TransitionDescription& description = *transition.description;
+        if (transition.target >= 0 && index.state(transition.target).description->isHistory() &&
+            leavesParentOfHistory(index, state, transition.target)) {
+            problems << QStringLiteral("has a transition to the history \"%1\" that leaves the "
+                                       "parent of this history itself")
+                            .arg(description.targetState);
+        }
         if (description.type == TransitionDescription::Timeout)
             continue;
         const TriggerKey key = triggerKey(description);
@@ -91,16 +99,20 @@ QStringList problemsOfTimes(const StateDescription& state)
         if (transition.type == TransitionDescription::Timeout)
             timeouts.push_back(&transition);
     }
-    if (timeouts.size() > 1) {
+    const bool hasGuard = std::any_of(timeouts.begin(), timeouts.end(),
+                                      [](const auto* timeout) { return timeout->hasGuard(); });
+    if (timeouts.size() > 1 && !hasGuard) {
         return {QStringLiteral("has %1 timeouts, of which the first to end triggers the first "
                                "transition")
                     .arg(timeouts.size())};
     }
-    if (timeouts.size() == 1 && timeouts[0]->timeout < state.timeLimit &&
-        !timeouts[0]->hasGuard() && !timeouts[0]->isTargetless) {
-        return {QStringLiteral("has a time limit of %1 ms, but its timeout ends after %2 ms")
-                    .arg(state.timeLimit.count())
-                    .arg(timeouts[0]->timeout.count())};
+    for (const TransitionDescription* timeout : timeouts) {
+        if (state.timeLimit.count() > 0 && timeout->timeout < state.timeLimit &&
+            !timeout->hasGuard() && !timeout->isTargetless) {
+            return {QStringLiteral("has a time limit of %1 ms, but its timeout ends after %2 ms")
+                        .arg(state.timeLimit.count())
+                        .arg(timeout->timeout.count())};
+        }
     }
     return {};
 }

@@ -8,8 +8,8 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// What transitions of one state have in common if the same event triggers them: the object and the
-/// name of a signal, or only the type. All timeouts of a state share one event type.
+/// The key that transitions of one state share if the same event triggers them: the object and the
+/// name of a signal, or only the type.
 using TriggerKey = std::tuple<TransitionDescription::Type, QObject*, QString>;
 
 inline TriggerKey signalKey(QObject* obj, const char* signal)

@@ -24,7 +24,8 @@ std::chrono::milliseconds interval(const EventGroupHandler::Event& event)
 {
     using std::chrono::seconds;
     const seconds longest(std::numeric_limits<int>::max() / 1000);
-    return timerInterval(std::min(event.timeout, longest) + timerInterval(event.timeoutRest));
+    return timerInterval(std::clamp(event.timeout, -longest, longest) +
+                         timerInterval(event.timeoutRest));
 }
 
 } // namespace

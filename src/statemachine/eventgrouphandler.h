@@ -76,8 +76,8 @@ public:
         Event(const EventSteps& steps, unsigned int eventAttempts,
               const std::chrono::duration<Count, std::milli>& eventTimeout,
               const BackOff& eventBackOff = {})
-            : Event(steps, eventAttempts, std::chrono::floor<std::chrono::seconds>(eventTimeout),
-                    eventBackOff)
+            : Event(steps, eventAttempts,
+                    std::chrono::duration_cast<std::chrono::seconds>(eventTimeout), eventBackOff)
         {
             timeoutRest =
                 std::chrono::duration_cast<std::chrono::milliseconds>(eventTimeout - timeout);

@@ -61,7 +61,8 @@ public:
 
     /// Constructs an empty group, which succeeds.
     EventRecipe() = default;
-    /// Constructs a step. One with 0 attempts is repeated until the time limit of a group ends it.
+    /// Constructs a step. One with 0 attempts is repeated until the time limit of a group ends it,
+    /// after pauses of at least 1 ms that do not shrink.
     EventRecipe(const QString& stepName, const Event& stepEvent);
     /// Constructs a group. With a time limit, a group that has not ended then fails with the reason
     /// Timeout.

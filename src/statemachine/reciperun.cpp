@@ -109,8 +109,8 @@ void RecipeRun::beginStep(int number)
     const QPointer<RecipeRun> self(this);
     const auto handler =
         makeStepHandler(m_nodes[number].recipe->event, [self, number](const QString& exception) {
-            if (self)
-                self->fail(number, FailureReason::Exception, exception);
+            if (RecipeRun* const run = self)
+                run->fail(number, FailureReason::Exception, exception);
         });
     m_nodes[number].handler = handler;
     connect(handler.get(), &EventGroupHandler::progressChanged, this, [=] { noteAttempt(number); });

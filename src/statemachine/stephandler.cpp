@@ -1,5 +1,6 @@
 #include "statemachine/stephandler_p.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -46,6 +47,12 @@ makeStepHandler(const EventGroupHandler::Event& step,
     auto handler = std::make_shared<EventGroupHandler>(step);
     handler->setConnectionScope(EventGroupHandler::ConnectionScope::Handler);
     EventGroupHandler::Event event = step;
+    // The time limit of a group can only end a step that returns to the event loop.
+    using std::chrono::milliseconds;
+    BackOff& pauses = event.backOff;
+    if (event.attempts == 0)
+        pauses = {std::max(pauses.firstPause, milliseconds(1)), std::max(pauses.factor, 1.0),
+                  std::max(pauses.maximum, milliseconds(1))};
     event.trigger = guarded(step.trigger, handler, failed);
     event.connect = guarded(step.connect, handler, failed);
     event.check = guarded(step.check, handler, failed);

@@ -3,6 +3,7 @@
 #include "declarativestatemachine/machinerecording.h"
 #include "logging/log.h"
 #include "support.h"
+#include "support/descriptions.h"
 #include "support/rows.h"
 #include "system/fakeclock.h"
 
@@ -12,7 +13,7 @@
 
 using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
-using Transition = TransitionDescription;
+using namespace support;
 using Entry = MachineRecording::Entry;
 using Fault = std::tuple<const char*, QByteArray, QByteArray, QString>;
 using Change = std::tuple<const char*, std::function<void(StateMachineDescription&)>, QString>;
@@ -54,30 +55,25 @@ struct Rinse
         filled.argumentsGuard = [](const QVariantList& arguments) {
             return arguments[0].toInt() > 5 && arguments[6].value<Tank::Size>() == Tank::Large;
         };
-        Transition skip = Transition::direct("Done");
-        skip.guard = guard("skip", false);
+        const auto skip = guarded(Transition::direct("Done"), guard("skip", false));
+        const auto late = guarded(Transition::after(30min, "Done"), guard("skip", false));
         Transition knock = Transition::inside(&tank, SIGNAL(shaken()), {});
         knock.action = call("knock");
-        const StateDescription regionA{
-            "A", {}, {}, {}, {{"Twin", {}, {onShaken("Half")}}, {"Half"}}};
-        const StateDescription regionB{"B", {}, {}, {}, {{"Twin", {}, {knock}}}};
-        return {{{"Ready \"now\"\n", call("ready"), {filled}, call("out of ready")},
-                 {"Working",
-                  {},
-                  {onDrained},
-                  call("out of working"),
-                  {{"Pump", {}, {onShaken("Heat")}},
-                   {"Heat", call("heat"), {Transition::after(1h, "Pump")}},
-                   {"Back", {}, {}, {}, {}, StateDescription::ShallowHistory}}},
-                 {"Pause", {}, {skip, Transition::after(1min, ""), onShaken("Back")}},
-                 {"",
-                  {},
-                  {Transition::after(1h, "Done")},
-                  {},
-                  {regionA, regionB},
-                  StateDescription::Parallel},
-                 {"Done"}},
-                "Rinse"};
+        const State regionA = around("A", {{"Twin", {}, {onShaken("Half")}}, {"Half"}});
+        const State regionB = around("B", {{"Twin", {}, {knock}}});
+        State working = around("Working",
+                               {{"Pump", {}, {onShaken("Heat")}},
+                                {"Heat", call("heat"), {Transition::after(1h, "Pump")}},
+                                kindOf(State::ShallowHistory, "Back")},
+                               {onDrained});
+        working.exitAction = call("out of working");
+        return {
+            {{"Ready \"now\"\n", call("ready"), {filled}, call("out of ready")},
+             working,
+             {"Pause", {}, {skip, Transition::after(1min, ""), onShaken("Back")}},
+             kindOf(State::Parallel, "", {Transition::after(1h, "Done"), late}, {regionA, regionB}),
+             {"Done"}},
+            "Rinse"};
     }
 
     // Drives a machine through everything.
@@ -176,11 +172,13 @@ private Q_SLOTS:
         QCOMPARE(playBack(m_whole, description, {}, &log), "");
         QCOMPARE(log.size(), m_whole.entries.size());
         QCOMPARE(calls, QStringList());
-        QCOMPARE(playBack(m_whole, description, {true, true}), "");
+        Playback options;
+        options.usesOwnGuards = options.callsActions = true;
+        QCOMPARE(playBack(m_whole, description, options), "");
         m_rinse.happened = [](const QString&) {};
         QCOMPARE(calls.join(' '),
                  "ready level level level out of ready heat out of working skip heat out of "
-                 "working skip knock ready level out of ready out of working skip");
+                 "working skip knock ready level out of ready out of working skip skip skip");
     }
 
     // A recording that is made in an action or a guard ends inside a step.
@@ -221,6 +219,19 @@ private Q_SLOTS:
                     QCOMPARE(problem, each.entries.isEmpty() ? "The recording has no entries" : "");
             }
         }
+    }
+
+    void aLargeTextLacksTheOldestSteps()
+    {
+        MachineRecording large = m_whole;
+        large.entries[2].arguments[1] = {"QString", QString(290000, 'l')};
+        large.entries.insert(2, 60, large.entries[2]);
+        QString error;
+        const auto read = MachineRecording::fromText(large.toText(), error);
+        QVERIFY2(read && read->entries.size() > 120, qPrintable(error));
+        QCOMPARE(read->dropped + read->entries.size(), large.entries.size());
+        QVERIFY(read->timesSpent() == large.timesSpent());
+        QCOMPARE(playBack(*read, m_rinse.description()), "");
     }
 
     void faultsOfAText_data()
@@ -318,7 +329,7 @@ private Q_SLOTS:
             {"no region", [](auto& machine) { machine.states[3].states.pop_back(); },
              "entry 35, entered \"B\": the machine does nothing"},
             {"not final", [](auto& machine) { machine.states.push_back({"More"}); },
-             "entry 68, finished: the machine does nothing"},
+             "entry 70, finished: the machine does nothing"},
         });
     }
     void differences()
@@ -326,7 +337,9 @@ private Q_SLOTS:
         const auto& [name, change, expected] = support::currentRow<Change>();
         StateMachineDescription description = m_rinse.description();
         change(description);
-        QCOMPARE(playBack(m_whole, description, {true, false}), expected);
+        Playback withGuards;
+        withGuards.usesOwnGuards = true;
+        QCOMPARE(playBack(m_whole, description, withGuards), expected);
     }
 
     void beginsInStatesThatTheMachineHas()
@@ -341,6 +354,9 @@ private Q_SLOTS:
                      isRight ? ""
                              : "The machine cannot be in the states where the recording begins");
         }
+        recording.activeBefore = {{{"Heat"}, 0ms}};
+        QCOMPARE(playBack(recording, {{{"Heat", {}, {{Transition::Type(9), "Heat"}}}}}),
+                 "entry 1, left \"Heat\": the machine does nothing");
     }
 };
 

@@ -1,11 +1,12 @@
 #include "story.h"
+#include "support/descriptions.h"
 #include "system/fakeclock.h"
 
 #include <QtTest>
 
 using namespace std::chrono_literals;
-using Transition = TransitionDescription;
-using States = std::vector<StateDescription>;
+using namespace support;
+using States = std::vector<State>;
 
 Q_DECLARE_METATYPE(std::function<States(Story&)>)
 
@@ -42,71 +43,56 @@ private Q_SLOTS:
         QTest::addColumn<std::function<States(Story&)>>("states");
         QTest::addColumn<QStringList>("happenings");
         QTest::addColumn<QStringList>("expected");
+        const auto after = [](std::chrono::hours time, const char* target) {
+            return Transition::after(time, target);
+        };
         row("a history leads to where its parent was left, or to its default",
             [](Story& story) {
-                const StateDescription brewing{
-                    "Brewing", {}, {}, {}, {{"Grind", {}, {story.onNotify("Pour")}}, {"Pour"}}};
+                const State brewing =
+                    around("Brewing", {{"Grind", {}, {story.onNotify("Pour")}}, {"Pour"}});
                 return States{
                     {"Pause", {}, {story.onName("go", "Shallow"), story.onName("on", "Deep")}},
-                    {"Work",
-                     {},
-                     {story.onName("pause", "Pause")},
-                     {},
-                     {{"Deep", {}, {}, {}, {}, StateDescription::DeepHistory},
-                      {"Heat"},
-                      brewing,
-                      {"Shallow",
-                       {},
-                       {Transition::direct("Brewing")},
-                       {},
-                       {},
-                       StateDescription::ShallowHistory}}},
-                    {"Done"}};
+                    around(
+                        "Work",
+                        {kindOf(State::DeepHistory, "Deep"),
+                         {"Heat"},
+                         brewing,
+                         kindOf(State::ShallowHistory, "Shallow", {Transition::direct("Brewing")})},
+                        {story.onName("pause", "Pause")})};
             },
             "go notify pause on pause go",
             {"in Pause", "> go", "in Work, Brewing, Grind", "> notify", "in Work, Brewing, Pour",
              "> pause", "in Pause", "> on", "in Work, Brewing, Pour", "> pause", "in Pause", "> go",
              "in Work, Brewing, Grind"});
         row("parallel regions and the state around them time out on their own",
-            [](Story&) {
-                return States{
-                    {"Both",
-                     {},
-                     {Transition::after(3h, "Done")},
-                     {},
-                     {{"Left", {}, {}, {}, {{"L1", {}, {Transition::after(1h, "L2")}}, {"L2"}}},
-                      {"Right", {}, {}, {}, {{"R1", {}, {Transition::after(2h, "R2")}}, {"R2"}}}},
-                     StateDescription::Parallel},
-                    {"Done"}};
+            [=](Story&) {
+                return States{kindOf(State::Parallel, "Both", {after(3h, "Done")},
+                                     {around("Left", {{"L1", {}, {after(1h, "L2")}}, {"L2"}}),
+                                      around("Right", {{"R1", {}, {after(2h, "R2")}}, {"R2"}})})};
             },
             "hour hour hour",
             {"in Both, Left, L1, Right, R1", "> hour", "in Both, Left, L2, Right, R1", "> hour",
              "in Both, Left, L2, Right, R2", "> hour", "in Done", "in ", "finished"});
-        row("of two timeouts in a state the first to end triggers the first transition",
-            [](Story&) {
-                return States{
-                    {"A", {}, {Transition::after(2h, "B"), Transition::after(1h, "Done")}},
-                    {"B"},
-                    {"Done"}};
+        row("the first of two timeouts triggers the first transition, or its own if one has a "
+            "guard",
+            [=](Story&) {
+                const Transition refused = guarded(after(1h, "A"), [] { return false; });
+                return States{{"A", {}, {after(2h, "B"), after(1h, "Done")}},
+                              {"B", {}, {after(2h, "Done"), refused}}};
             },
-            "hour", {"in A", "> hour", "in B"});
+            "hour hour hour",
+            {"in A", "> hour", "in B", "> hour", "> hour", "in Done", "in ", "finished"});
         row("a transition without a target leaves no state and keeps its timeout",
-            [](Story& story) {
-                Transition begun = Transition::direct("?"), half = Transition::after(1h, "?");
-                begun.isTargetless = half.isTargetless = true;
+            [=](Story& story) {
+                Transition begun = targetless(Transition::direct("?")),
+                           half = targetless(after(1h, "?"));
                 begun.action = [&story] { story.add("begun"); };
                 half.action = [&story] { story.add("half"); };
-                const auto note = [&story](const QVariantList& all) {
-                    story.add("note " + all.value(0).toString());
-                };
-                const auto named = SIGNAL(objectNameChanged(QString));
-                return States{{"Outer",
-                               {},
-                               {begun, Transition::after(2h, "Done")},
-                               {},
-                               {story.state("Inner", {half, Transition::inside(&story.emitter,
-                                                                               named, note)})}},
-                              {"Done"}};
+                const auto note = Transition::inside(
+                    &story.emitter, SIGNAL(objectNameChanged(QString)),
+                    [&](const auto& all) { story.add("note " + all.value(0).toString()); });
+                return States{around("Outer", {story.state("Inner", {half, note})},
+                                     {begun, after(2h, "Done")})};
             },
             "hour x hour",
             {"Inner", "in Outer, Inner", " ^ Transition inside Outer triggered (direct)", "begun",
@@ -117,65 +103,55 @@ private Q_SLOTS:
         row("actions are called between those of the states",
             [](Story& story) {
                 Transition go = story.onName("x", "B"), again = story.onName("y", "B");
-                go.action = [&story] { story.add("action"); };
+                go.action = again.action = [&story] { story.add("action"); };
                 go.argumentsAction = [&story](const QVariantList& all) {
                     story.add("action " + all.value(0).toString());
                 };
-                again.action = go.action;
-                return States{story.state("A", {go}), story.state("B", {again}), {"Done"}};
+                return States{story.state("A", {go}), story.state("B", {again})};
             },
             "y x y",
             {"A", "in A", "> y", "> x", "out of A", "action", "action x", "B", "in B", "> y",
              "out of B", "action", "B"});
         row("a refused entry or timeout is not tried again before the next entry",
-            [](Story& story) {
-                Transition direct = Transition::direct("Done"),
-                           late = Transition::after(1h, "Done");
-                direct.guard = [&story] { return story.add("entry?"), false; };
-                late.guard = [&story] {
+            [=](Story& story) {
+                const auto isSecond = [&story] {
                     return story.add("late?"), story.events.count("late?") > 1;
                 };
-                return States{{"A", {}, {direct, late, story.onNotify("A")}}, {"Done"}};
+                const auto never = [&story] { return story.add("entry?"), false; };
+                return States{{"A",
+                               {},
+                               {guarded(Transition::direct("Done"), never),
+                                guarded(after(1h, "Done"), isSecond), story.onNotify("A")}}};
             },
             "hour hour notify hour",
             {"in A", "entry?", "> hour", "late?", "> hour", "> notify", "entry?", "> hour", "late?",
              "in Done", "in ", "finished"});
         row("both guards must accept, and an inner state comes first",
             [](Story& story) {
-                Transition shut = story.onName("x", "Wrong"), outer = story.onName("x", "Done");
-                shut.guard = [] { return false; };
-                return States{{"Outer",
-                               {},
-                               {outer},
-                               {},
-                               {{"Inner", {}, {shut, story.onName("y", "Wrong")}}, {"Wrong"}}},
-                              {"Done"}};
+                const auto shut = guarded(story.onName("x", "Wrong"), [] { return false; });
+                return States{around("Outer",
+                                     {{"Inner", {}, {shut, story.onName("y", "Wrong")}}, {"Wrong"}},
+                                     {story.onName("x", "Done")})};
             },
             "x", {"in Outer, Inner", "> x", "in Done", "in ", "finished"});
         row("a final state inside another waits, and one at the top ends the machine",
-            [](Story& story) {
-                const StateDescription end{"End", {}, {}, {}, {}, StateDescription::Final};
-                return States{{"Work",
-                               {},
-                               {Transition::after(1h, "Stop")},
-                               {},
-                               {{"Step", {}, {story.onNotify("End")}}, end}},
-                              {"Stop", {}, {}, {}, {}, StateDescription::Final},
-                              {"Done"}};
+            [=](Story& story) {
+                return States{
+                    around("Work",
+                           {{"Step", {}, {story.onNotify("End")}}, kindOf(State::Final, "End")},
+                           {after(1h, "Stop")}),
+                    kindOf(State::Final, "Stop")};
             },
             "notify hour",
             {"in Work, Step", "> notify", "in Work, End", "> hour", "in Stop", "in ", "finished"});
         row("a time limit ends with its state",
             [](Story& story) {
-                return States{{"Outer",
-                               {},
-                               {},
-                               {},
-                               {{"A", {}, {story.onNotify("B")}, {}, {}, {}, 2h},
-                                {"B", {}, {}, {}, {}, {}, 1h}},
-                               {},
-                               4h},
-                              {"Done"}};
+                State a{"A", {}, {story.onNotify("B")}}, b{"B"};
+                a.timeLimit = 2h;
+                b.timeLimit = 1h;
+                State outer = around("Outer", {a, b});
+                outer.timeLimit = 4h;
+                return States{outer};
             },
             "hour notify hour hour hour hour stop",
             {"in Outer, A", "> hour", "> notify", "in Outer, B", "> hour",
@@ -185,20 +161,14 @@ private Q_SLOTS:
              "limit of Outer", "> hour", "> stop", "in "});
         row("faults are left out",
             [](Story& story) {
-                const StateDescription::Kind deep = StateDescription::DeepHistory;
-                return States{{"A",
-                               {},
-                               {Transition::direct("Alone"), Transition::direct("Child"),
-                                story.onNotify("Back")}},
-                              {"P",
-                               {},
-                               {},
-                               {},
-                               {{"Back", {}, {Transition::direct("Back")}, {}, {{"Child"}}, deep},
-                                {"Q", {}, {story.onName("out", "Out")}},
-                                {"Out", {}, {Transition::direct("A")}, {}, {}, deep}}},
-                              {"Lonely", {}, {}, {}, {{"Alone", {}, {}, {}, {}, deep}}},
-                              {"Done", {}, {}, {}, {{"X"}}}};
+                const auto direct = &Transition::direct;
+                const State::Kind deep = State::DeepHistory;
+                return States{{"A", {}, {direct("Alone"), direct("Child"), story.onNotify("Back")}},
+                              around("P", {kindOf(deep, "Back", {direct("Back")}, {{"Child"}}),
+                                           {"Q", {}, {story.onName("out", "Out")}},
+                                           kindOf(deep, "Out", {direct("A")})}),
+                              around("Lonely", {kindOf(deep, "Alone")}),
+                              around("Done", {{"X"}})};
             },
             "notify out",
             {"RELEASE ASSERT failure: Attempting to add states to Back, which is final or a "
@@ -226,7 +196,10 @@ private Q_SLOTS:
                 [&] { story.add("finished"); });
         connect(story.machine, &DeclarativeStateMachine::timeLimitExceeded, this,
                 [&](const QString& state) { story.add("limit of " + state); });
-        story.run(states(story));
+        States all = states(story);
+        if (all.back().name != "Done")
+            all.push_back({"Done"});
+        story.run(all);
         QCoreApplication::processEvents();
         for (const QString& happening : happenings)
             happen(story, happening);
@@ -241,7 +214,7 @@ private Q_SLOTS:
         Story story;
         StateDescription deep{"Deepest", {}, {Transition::direct("0")}};
         for (int i = 0; i < 63; ++i)
-            deep = {QString("Depth %1").arg(i), {}, {}, {}, {deep}};
+            deep = around(QString("Depth %1").arg(i), {deep});
         States all{deep};
         for (int i = 0; i < 10000; ++i)
             all.push_back({QString::number(i), {}, {Transition::direct(QString::number(i + 1))}});

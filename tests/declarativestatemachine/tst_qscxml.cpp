@@ -2,13 +2,14 @@
 #include "declarativestatemachine/scxmlreader.h"
 #include "declarativestatemachine/scxmlwriter.h"
 #include "logging/log.h"
+#include "support/descriptions.h"
 
 #include <QScxmlStateMachine>
 #include <QtTest>
 
 using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
-using Transition = TransitionDescription;
+using namespace support;
 
 namespace
 {
@@ -39,34 +40,18 @@ Transition onB(const QString& target)
     return Transition::on(&board, SIGNAL(b()), target);
 }
 
-Transition guarded(Transition transition)
+Transition whenOpen(const Transition& transition)
 {
-    transition.guard = [] { return board.isOpen; };
-    return transition;
-}
-
-Transition targetless(Transition transition)
-{
-    transition.isTargetless = true;
-    return transition;
-}
-
-StateDescription composed(const QString& name, const std::vector<StateDescription>& states,
-                          const std::vector<Transition>& transitions = {},
-                          StateDescription::Kind kind = StateDescription::Ordinary)
-{
-    return {name, {}, transitions, {}, states, kind};
+    return guarded(transition, [] { return board.isOpen; });
 }
 
 // Two parts with two states each, the first of which has a history.
 StateDescription twoParts(StateDescription::Kind kind, StateDescription::Kind historyKind)
 {
-    const StateDescription inner = composed("P2", {{"P21", {}, {onA("P22")}}, {"P22"}});
-    return composed("P",
-                    {composed("H", {}, {Transition::direct("P1")}, historyKind),
-                     {"P1", {}, {onA("P2")}},
-                     inner},
-                    {onB("Out")}, kind);
+    const StateDescription inner = around("P2", {{"P21", {}, {onA("P22")}}, {"P22"}});
+    return kindOf(
+        kind, "P", {onB("Out")},
+        {kindOf(historyKind, "H", {Transition::direct("P1")}), {"P1", {}, {onA("P2")}}, inner});
 }
 
 ExpectedSignal signalOf(const QString& event)
@@ -112,17 +97,20 @@ private Q_SLOTS:
               end}},
             "a wait: C");
         row("guards of signals and timeouts",
-            {{{"A", {}, {guarded(onA("B"))}},
-              {"B", {}, {guarded(Transition::after(1ms, "C")), onB("A")}},
+            {{{"A", {}, {whenOpen(onA("B"))}},
+              {"B", {}, {whenOpen(Transition::after(1ms, "C")), onB("A")}},
               {"C", {}, {onA("End")}},
               end}},
             "shut a: A, open a wait: C, a: End");
-        row("a timeout that a guard refused is not tried again",
-            {{{"A", {}, {guarded(Transition::after(1ms, "End")), onB("A")}}, end}},
+        row("a timeout that a guard refused is not tried again, and leaves a later one alone",
+            {{{"A",
+               {},
+               {Transition::after(1h, "A"), whenOpen(Transition::after(1ms, "End")), onB("A")}},
+              end}},
             "shut wait open wait: A, b wait: End");
         row("an entry that a guard refused is not tried again",
             {{{"A", {}, {onA("B")}},
-              {"B", {}, {guarded(Transition::direct("End")), onB("B"), onA("B")}},
+              {"B", {}, {whenOpen(Transition::direct("End")), onB("B"), onA("B")}},
               end}},
             "shut a open: B, b: End");
         row("transitions without a target leave the timeout alone",
@@ -133,13 +121,13 @@ private Q_SLOTS:
               end}},
             "a wait wait a wait wait a wait wait: End");
         row("a direct transition outside comes before one inside",
-            {{composed("P", {{"P1", {}, {Transition::direct("P2")}}, {"P2"}},
-                       {guarded(Transition::direct("Out"))}),
+            {{around("P", {{"P1", {}, {Transition::direct("P2")}}, {"P2"}},
+                     {whenOpen(Transition::direct("Out"))}),
               {"Out", {}, {onA("P")}},
               end}},
             ": Out, shut a: P P2");
         row("a state reacts while a child is active, and the child first",
-            {{composed("P", {{"P1", {}, {onA("P2")}}, {"P2"}}, {onA("End"), onB("P")}), end}},
+            {{around("P", {{"P1", {}, {onA("P2")}}, {"P2"}}, {onA("End"), onB("P")}), end}},
             "a: P P2, b: P P1, a a: End");
         row("a shallow history",
             {{twoParts(StateDescription::Ordinary, StateDescription::ShallowHistory), out, end}},
@@ -148,14 +136,12 @@ private Q_SLOTS:
             {{twoParts(StateDescription::Ordinary, StateDescription::DeepHistory), out, end}},
             "b back: P P1, a a: P P2 P22, b: Out, back: P P2 P22");
         row("parallel states, each with its own transitions",
-            {{composed("P",
-                       {composed("L", {{"L1", {}, {onA("L2")}},
-                                       {"L2", {}, {}, {}, {}, StateDescription::Final}}),
-                        composed("R", {{"R1", {}, {onA("R2"), Transition::after(20ms, "R3")}},
-                                       {"R2", {}, {Transition::direct("R3")}},
-                                       {"R3"}}),
-                        {"Q", {}, {}, {}, {}, StateDescription::Final}},
-                       {onB("End")}, StateDescription::Parallel),
+            {{kindOf(State::Parallel, "P", {onB("End")},
+                     {around("L", {{"L1", {}, {onA("L2")}}, kindOf(State::Final, "L2")}),
+                      around("R", {{"R1", {}, {onA("R2"), Transition::after(20ms, "R3")}},
+                                   {"R2", {}, {Transition::direct("R3")}},
+                                   {"R3"}}),
+                      kindOf(State::Final, "Q")}),
               end}},
             "wait: L L1 P Q R R3, a: L L2 P Q R R3, b: End");
     }

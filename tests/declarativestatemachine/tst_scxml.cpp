@@ -2,12 +2,13 @@
 #include "declarativestatemachine/scxmlwriter.h"
 #include "signalemitter.h"
 #include "support/descriptionlines.h"
+#include "support/descriptions.h"
 
 #include <QtTest>
 
 using namespace zeltools::declarativestatemachine;
 using namespace std::chrono_literals;
-using Transition = TransitionDescription;
+using namespace support;
 using zeltools::SignalEmitter;
 
 namespace
@@ -60,46 +61,35 @@ private Q_SLOTS:
     {
         Host host;
         const auto yes = [] { return true; };
-        Transition guarded = Transition::direct("Grind \"fine\"");
-        guarded.guard = yes;
-        Transition beep = Transition::after(0ms, {});
-        beep.isTargetless = true;
+        Transition beep = targetless(guarded(Transition::after(0ms, {}), yes));
         beep.description = "<beep>\n\t&";
         Transition check = Transition::inside(&host.first, SIGNAL(objectNameChanged(QString)), {});
         check.argumentsGuard = [](const QVariantList&) { return true; };
+        State grind{"Grind \"fine\"", {}, {Transition::after(2ms, "Pump\n2")}};
+        grind.timeLimit = 5s;
+        const State left = around(
+            "Left",
+            {{"1.a", {}, {Transition::direct("1_a")}}, {"1_a"}, kindOf(State::ShallowHistory, "")});
+        const State right = around("Right", {{"R"}, kindOf(State::Final, "End")});
         const StateMachineDescription machine{
             {{"Idle",
               {},
               {Transition::on(&host.first, SIGNAL(notify()), "Brew", yes),
                Transition::on(&host.second, SIGNAL(notify()), "Back"), check}},
-             {"Brew",
-              {},
-              {guarded, beep, Transition::direct("Idle"), Transition::after(1500ms, "Idle")},
-              {},
-              {{"Back", {}, {Transition::direct("Pump\n2")}, {}, {}, StateDescription::DeepHistory},
-               {"Grind \"fine\"", {}, {Transition::after(2ms, "Pump\n2")}, {}, {}, {}, 5s},
-               {"Pump\n2",
-                {},
-                {},
-                {},
-                {{"Left",
-                  {},
-                  {},
-                  {},
-                  {{"1.a", {}, {Transition::direct("1_a")}},
-                   {"1_a"},
-                   {"", {}, {}, {}, {}, StateDescription::ShallowHistory}}},
-                 {"Right", {}, {}, {}, {{"R"}, {"End", {}, {}, {}, {}, StateDescription::Final}}}},
-                StateDescription::Parallel}}},
+             around("Brew",
+                    {kindOf(State::DeepHistory, "Back", {Transition::direct("Pump\n2")}), grind,
+                     kindOf(State::Parallel, "Pump\n2", {}, {left, right})},
+                    {guarded(Transition::direct("Grind \"fine\""), yes), beep,
+                     Transition::direct("Idle"), Transition::after(1500ms, "Idle")}),
              {"Twin", {}, {Transition::direct("Twin")}},
-             {"Twin", {}, {}, {}, {}, StateDescription::Final},
+             kindOf(State::Final, "Twin"),
              {"Done"}},
             "Rinse & go"};
         const QString text = toScxml(machine, ScxmlExtensions::Written);
         const auto read = host.read(text.toUtf8());
         QVERIFY2(read, qPrintable(host.error + text));
         QCOMPARE(support::linesOf(*read).join('\n'), support::linesOf(machine).join('\n'));
-        QCOMPARE(host.conditions, QStringList({"guard1", "guard2", "guard3"}));
+        QCOMPARE(host.conditions, QStringList({"guard1", "guard2", "guard3", "guard4"}));
     }
 
     void thousandsOfStates()
@@ -111,11 +101,11 @@ private Q_SLOTS:
         auto read = host.read(toScxml(machine).toUtf8());
         QVERIFY2(read, qPrintable(host.error));
         QCOMPARE(read->states.back().name, QString("A_9999"));
-        StateDescription nested{"A"};
+        State nested{"A"};
         for (int i = 1; i < 64; ++i)
-            nested = {"A", {}, {}, {}, {nested}};
+            nested = around("A", {nested});
         QVERIFY(host.read(toScxml({{nested}}).toUtf8()));
-        read = host.read(toScxml({{{"A", {}, {}, {}, {nested}}}}).toUtf8());
+        read = host.read(toScxml({{around("A", {nested})}}).toUtf8());
         QVERIFY(!read);
         QCOMPARE(host.error, QString("line 67: there are more than 64 levels of states"));
     }
@@ -172,6 +162,8 @@ private Q_SLOTS:
         whole(documentOf("<state id='A'/>").chopped(5), "line 3: Premature end of document.");
         whole(documentOf("", "a" + QByteArray("='").repeated(101)),
               "line 1: an element has more than 100 attributes");
+        whole(documentOf(QByteArray("<a xmlns=''/>").repeated(99)),
+              "line 1: there are more than 100 declarations of namespaces");
         whole(documentOf("<state id='A'/>", "version='1.0' initial='B'"),
               "line 1: the initial state \"B\" is no child");
         row("", "line 1: there is no state that can be entered");
@@ -188,6 +180,8 @@ private Q_SLOTS:
         inA("<history id='B'/>", "line 2: there is no state that can be entered");
         inA("<state id='B'/><history id='H'><transition event='a' target='B'/></history>",
             "line 3: a history has one transition, with only a target");
+        inA("<state id='B'/><history id='H'/><transition event='a' target='H'/>",
+            "line 3: the transition leaves the parent of the history \"H\" itself");
         inA("<transition event='a' target='A B'/>", "line 3: \"A B\" is not the id of one state");
         inA("<transition event='a.*'/>", "line 3: \"a.*\" is not the name of one event");
         inA("<transition event='a b'/>", "line 3: \"a b\" is not the name of one event");
@@ -211,6 +205,8 @@ private Q_SLOTS:
         inA(waits + "<state id='B'>" + takes + "</state>" + takes,
             "line 4: another state or transition has the event \"t\"");
         inA(waits + sends + takes, "line 4: the event \"t\" is sent twice");
+        inA(waits + takes + QByteArray(waits + takes).replace("'t'", "'u'"),
+            "line 2: the state has several <send>, but none of their transitions has a condition");
         inA("<onexit><cancel sendid='x'/></onexit>", "line 2: the state does not send \"x\"");
     }
     void refusals()

@@ -100,21 +100,21 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("answers, action, when, story");
         for (const char* row : {"bgbg|none||a bad a good b bad b good success",
-                                "-gb-|none||a a good b bad b failure",
+                                "-gb-|none||a a good b bad b failure|Timeout@2",
                                 "GBG|none||a good b bad b good success",
                                 "B+g|none||a bad good b good success",
                                 "gg|throw|listen a|good b good success",
                                 "g|throw|a|a good b good success",
                                 "Gg|throw|good|a good good b good success",
-                                "BB|answer|failure|a bad a bad failure",
+                                "BB|answer|failure|a bad a bad failure|WrongAnswer@1",
                                 "gg|destroy|listen a|",
                                 "gg|destroy|a|a",
                                 "Gg|destroy|good|a good",
                                 "gG|destroy|success|a good b good success",
                                 "b-|destroy|failure|a bad a failure",
-                                "g|fail|listen a|failure",
-                                "g|fail|a|a failure",
-                                "g|fail|good|a good failure",
+                                "g|fail|listen a|failure|FailedByCaller@1",
+                                "g|fail|a|a failure|FailedByCaller@1",
+                                "g|fail|good|a good failure|FailedByCaller@1",
                                 "gg|clear|listen a|a success",
                                 "-g|clear|a|a success",
                                 "gg|clear|good|a good success",
@@ -122,10 +122,10 @@ private Q_SLOTS:
                                 "ggg|refill|a|a good b good c good success",
                                 "ggg|await|success|a good b good success c good success",
                                 "GBBg|refill|failure|a good b bad b bad failure c good success",
-                                "gg|cancel|listen a|canceled",
-                                "Gg|cancel|a|a canceled",
-                                "bg|cancel|bad|a bad canceled",
-                                "b-|cancel|failure|a bad a failure",
+                                "gg|cancel|listen a|canceled|Canceled@1",
+                                "Gg|cancel|a|a canceled|Canceled@1",
+                                "bg|cancel|bad|a bad canceled|Canceled@1",
+                                "b-|cancel|failure|a bad a failure|Timeout@1",
                                 "gg|restart|listen a|canceled c good success",
                                 "gbg|restart|good|a good canceled c bad c good success",
                                 "gg|cancel, destroy|a|a canceled"})
@@ -173,11 +173,11 @@ private Q_SLOTS:
         QTRY_VERIFY(!group.isAtWork());
         QCoreApplication::processEvents(); // the answers that nobody waits for
         QCOMPARE(group.story, row[3]);
-        if (row.size() < 5)
+        if (!group.handler)
             return;
         const EventGroupHandler::Failure failure = group.handler->lastFailure();
         const QString reason = QVariant::fromValue(failure.reason).toString();
-        QCOMPARE(QString("%1@%2").arg(reason).arg(failure.step), row[4]);
+        QCOMPARE(QString("%1@%2").arg(reason).arg(failure.step), row.value(4, "None@0"));
     }
 
     void aHandlerCutsTheConnectionOfAnother()
