@@ -111,7 +111,8 @@ void PictureMarks::readStates(const RecordedNames& names, const MachineRecording
         if (state >= 0)
             m_states[size_t(state)].spent = *time;
     }
-    for (const MachineRecording::State& name : recording.currentStates()) {
+    const QVector<MachineRecording::State> present = recording.currentStates();
+    for (const MachineRecording::State& name : present) {
         const int state = names.numberOf(name);
         if (state >= 0)
             m_states[size_t(state)].isPresent = true;
