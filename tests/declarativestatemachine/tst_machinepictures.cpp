@@ -59,6 +59,132 @@ class TestMachinePictures : public QObject
 {
     Q_OBJECT
 
+private:
+    using Row = std::tuple<const char*, StateMachineDescription, QStringList>;
+
+    static SignalEmitter* emitter()
+    {
+        static SignalEmitter s_emitter;
+        return &s_emitter;
+    }
+    static Transition on(const char* target)
+    {
+        return Transition::on(emitter(), SIGNAL(notify()), target);
+    }
+    static Transition inside() { return Transition::inside(emitter(), SIGNAL(notify()), {}); }
+    static std::vector<Row> problemsOfStates()
+    {
+        State busyHistory =
+            kindOf(State::DeepHistory, "H", {on("A"), Transition::direct("Z")}, {{"X"}});
+        busyHistory.timeLimit = 1s;
+        return {
+            {"the transitions around a state lead out of it, and those in it",
+             {{around("P", {{"A"}, around("Q", {{"B", {}, {on("Z")}}, {"C", {}, {on("B")}}})},
+                      {on("C")}),
+               kindOf(State::Parallel, "R", {}, {around("S", {{"D"}}), {"E", {}, {on("P")}}}),
+               {"Z"}}},
+             {"State \"R\" cannot be reached", "State \"S\" cannot be reached",
+              "State \"D\" cannot be reached", "State \"E\" cannot be reached"}},
+            {"a history leads to where its parent was",
+             {{{"A", {}, {on("H")}},
+               around("P",
+                      {kindOf(State::ShallowHistory, "H", {Transition::direct("C")}),
+                       {"B", {}, {inside()}},
+                       {"C", {}, {on("H")}},
+                       kindOf(State::ShallowHistory, "Unused")},
+                      {on("A"), Transition::after(1s, "H")}),
+               {"Z"}}},
+             {"State \"P\" has a transition to the history \"H\" that leaves the parent of this "
+              "history itself",
+              "State \"B\" cannot be reached", "State \"Unused\" cannot be reached",
+              "State \"Z\" cannot be reached"}},
+            {"kinds that cannot have what they have",
+             {{around("P",
+                      {busyHistory, {"A", {}, {on("H")}}, kindOf(State::Final, "F", {on("A")})},
+                      {on("Z")}),
+               around("Q", {kindOf(State::DeepHistory, "G")}),
+               kindOf(State::Kind(9), "K", {on("Q")}), around("Z", {{"Y"}})}},
+             {"State \"H\" is a history, but has child states",
+              "State \"H\" is a history, but has an action or a time limit",
+              "State \"H\" leads to \"Z\", which is not in the same state",
+              "State \"H\" is a history, for which only the first direct transition counts",
+              "State \"X\" cannot be reached", "State \"F\" is final, but has transitions",
+              "State \"F\" cannot be reached", "State \"Q\" has no child state that can be entered",
+              "State \"Q\" cannot be left", "State \"Q\" cannot be reached",
+              "State \"G\" cannot be reached", "State \"K\" is of unknown kind 9",
+              "State \"K\" cannot be reached", "State \"Z\" is final, but has child states",
+              "State \"Y\" cannot be reached"}},
+            {"a region that another one leaves with itself",
+             {{kindOf(State::Parallel, "P", {},
+                      {around("Q", {{"A", {}, {on("B")}}, {"B"}}),
+                       around("R", {{"C", {}, {on("D")}}, {"D", {}, {on("Z")}}})}),
+               {"Z"}}},
+             {}},
+        };
+    }
+    static std::vector<Row> problemsOfTransitions()
+    {
+        State hurried{"A", {}, {Transition::after(1s, "B")}};
+        hurried.timeLimit = 2s;
+        State patient = hurried;
+        patient.name = "B";
+        patient.transitions = {accepting(Transition::after(1s, "Z")), Transition::after(3s, "A")};
+        return {
+            {"a transition behind an unguarded one",
+             {{{"A",
+                {},
+                {accepting(on("A")), on("B"), on("A"), inside(), Transition::direct("B"),
+                 accepting(Transition::direct("A"))}},
+               {"B"}}},
+             {"State \"A\" has a transition to \"A\" that is never taken, because one before it "
+              "has the same trigger and no guard",
+              "State \"A\" has a transition without a target that is never taken, because one "
+              "before it has the same trigger and no guard",
+              "State \"A\" has a transition to \"A\" that is never taken, because one before it "
+              "has the same trigger and no guard"}},
+            {"a timeout before the time limit",
+             {{hurried, patient, {"Z"}}},
+             {"State \"A\" has a time limit of 2000 ms, but its timeout ends after 1000 ms"}},
+            {"expected signals",
+             {{{"A", {}, {on("B")}}, {"B"}},
+              {},
+              {{emitter(), SIGNAL(notify())},
+               {emitter(), SIGNAL(destroyed())},
+               {nullptr, SIGNAL(gone())}}},
+             {"No state takes zeltools::SignalEmitter::destroyed()",
+              "The expected signal gone() does not exist"}},
+        };
+    }
+    static std::vector<Row> circles()
+    {
+        return {
+            {"circles",
+             {{{"A", {}, {accepting(Transition::direct("Z")), Transition::direct("P"), on("C")}},
+               around("P", {{"B", {}, {Transition::direct("A")}}}),
+               {"C", {}, {accepting(Transition::direct("A")), Transition::direct("D")}},
+               {"D", {}, {Transition::direct("C")}},
+               {"Unreached", {}, {Transition::direct("Unreached")}},
+               {"Z"}}},
+             {"State \"A\" is in a circle of direct transitions that may never end: \"A\", \"B\"",
+              "State \"C\" is in a circle of direct transitions that may never end: \"C\", \"D\"",
+              "State \"Unreached\" cannot be left", "State \"Unreached\" cannot be reached"}},
+            {"a circle through a state that is left to enter its child",
+             {{around("P", {{"A"}, {"B", {}, {on("Z")}}}, {Transition::direct("B")}), {"Z"}}},
+             {"State \"P\" is in a circle of direct transitions that never ends: \"P\""}},
+            {"a circle through another child of a parallel state",
+             {{{"A", {}, {Transition::direct("B")}},
+               kindOf(State::Parallel, "P", {on("Z")},
+                      {around("Q", {{"B"}}), around("R", {{"C", {}, {Transition::direct("A")}}})}),
+               {"Z"}}},
+             {"State \"A\" is in a circle of direct transitions that never ends: \"A\", \"C\""}},
+            {"no circle inside of one child of a parallel state",
+             {{kindOf(State::Parallel, "P", {on("Z")},
+                      {around("Q", {{"B", {}, {Transition::direct("C")}}, {"C"}}), {"R"}}),
+               {"Z"}}},
+             {}},
+        };
+    }
+
 private Q_SLOTS:
     void pictures()
     {
@@ -143,116 +269,14 @@ private Q_SLOTS:
 
     void problemsOfNestedStates_data()
     {
-        using Row = std::tuple<const char*, StateMachineDescription, QStringList>;
-        static SignalEmitter s_emitter;
-        const auto on = [](const char* target) {
-            return Transition::on(&s_emitter, SIGNAL(notify()), target);
-        };
-        const Transition inside = Transition::inside(&s_emitter, SIGNAL(notify()), {});
-        State hurried{"A", {}, {Transition::after(1s, "B")}};
-        hurried.timeLimit = 2s;
-        State patient = hurried;
-        patient.name = "B";
-        patient.transitions = {accepting(Transition::after(1s, "Z")), Transition::after(3s, "A")};
-        State busyHistory =
-            kindOf(State::DeepHistory, "H", {on("A"), Transition::direct("Z")}, {{"X"}});
-        busyHistory.timeLimit = 1s;
-        support::addRows<Row>({
-            {"the transitions around a state lead out of it, and those in it",
-             {{around("P", {{"A"}, around("Q", {{"B", {}, {on("Z")}}, {"C", {}, {on("B")}}})},
-                      {on("C")}),
-               kindOf(State::Parallel, "R", {}, {around("S", {{"D"}}), {"E", {}, {on("P")}}}),
-               {"Z"}}},
-             {"State \"R\" cannot be reached", "State \"S\" cannot be reached",
-              "State \"D\" cannot be reached", "State \"E\" cannot be reached"}},
-            {"a history leads to where its parent was",
-             {{{"A", {}, {on("H")}},
-               around("P",
-                      {kindOf(State::ShallowHistory, "H", {Transition::direct("C")}),
-                       {"B", {}, {inside}},
-                       {"C", {}, {on("H")}},
-                       kindOf(State::ShallowHistory, "Unused")},
-                      {on("A"), Transition::after(1s, "H")}),
-               {"Z"}}},
-             {"State \"P\" has a transition to the history \"H\" that leaves the parent of this "
-              "history itself",
-              "State \"B\" cannot be reached", "State \"Unused\" cannot be reached",
-              "State \"Z\" cannot be reached"}},
-            {"kinds that cannot have what they have",
-             {{around("P",
-                      {busyHistory, {"A", {}, {on("H")}}, kindOf(State::Final, "F", {on("A")})},
-                      {on("Z")}),
-               around("Q", {kindOf(State::DeepHistory, "G")}),
-               kindOf(State::Kind(9), "K", {on("Q")}), around("Z", {{"Y"}})}},
-             {"State \"H\" is a history, but has child states",
-              "State \"H\" is a history, but has an action or a time limit",
-              "State \"H\" leads to \"Z\", which is not in the same state",
-              "State \"H\" is a history, for which only the first direct transition counts",
-              "State \"X\" cannot be reached", "State \"F\" is final, but has transitions",
-              "State \"F\" cannot be reached", "State \"Q\" has no child state that can be entered",
-              "State \"Q\" cannot be left", "State \"Q\" cannot be reached",
-              "State \"G\" cannot be reached", "State \"K\" is of unknown kind 9",
-              "State \"K\" cannot be reached", "State \"Z\" is final, but has child states",
-              "State \"Y\" cannot be reached"}},
-            {"a region that another one leaves with itself",
-             {{kindOf(State::Parallel, "P", {},
-                      {around("Q", {{"A", {}, {on("B")}}, {"B"}}),
-                       around("R", {{"C", {}, {on("D")}}, {"D", {}, {on("Z")}}})}),
-               {"Z"}}},
-             {}},
-            {"a transition behind an unguarded one",
-             {{{"A",
-                {},
-                {accepting(on("A")), on("B"), on("A"), inside, Transition::direct("B"),
-                 accepting(Transition::direct("A"))}},
-               {"B"}}},
-             {"State \"A\" has a transition to \"A\" that is never taken, because one before it "
-              "has the same trigger and no guard",
-              "State \"A\" has a transition without a target that is never taken, because one "
-              "before it has the same trigger and no guard",
-              "State \"A\" has a transition to \"A\" that is never taken, because one before it "
-              "has the same trigger and no guard"}},
-            {"a timeout before the time limit",
-             {{hurried, patient, {"Z"}}},
-             {"State \"A\" has a time limit of 2000 ms, but its timeout ends after 1000 ms"}},
-            {"expected signals",
-             {{{"A", {}, {on("B")}}, {"B"}},
-              {},
-              {{&s_emitter, SIGNAL(notify())},
-               {&s_emitter, SIGNAL(destroyed())},
-               {nullptr, SIGNAL(gone())}}},
-             {"No state takes zeltools::SignalEmitter::destroyed()",
-              "The expected signal gone() does not exist"}},
-            {"circles",
-             {{{"A", {}, {accepting(Transition::direct("Z")), Transition::direct("P"), on("C")}},
-               around("P", {{"B", {}, {Transition::direct("A")}}}),
-               {"C", {}, {accepting(Transition::direct("A")), Transition::direct("D")}},
-               {"D", {}, {Transition::direct("C")}},
-               {"Unreached", {}, {Transition::direct("Unreached")}},
-               {"Z"}}},
-             {"State \"A\" is in a circle of direct transitions that may never end: \"A\", \"B\"",
-              "State \"C\" is in a circle of direct transitions that may never end: \"C\", \"D\"",
-              "State \"Unreached\" cannot be left", "State \"Unreached\" cannot be reached"}},
-            {"a circle through a state that is left to enter its child",
-             {{around("P", {{"A"}, {"B", {}, {on("Z")}}}, {Transition::direct("B")}), {"Z"}}},
-             {"State \"P\" is in a circle of direct transitions that never ends: \"P\""}},
-            {"a circle through another child of a parallel state",
-             {{{"A", {}, {Transition::direct("B")}},
-               kindOf(State::Parallel, "P", {on("Z")},
-                      {around("Q", {{"B"}}), around("R", {{"C", {}, {Transition::direct("A")}}})}),
-               {"Z"}}},
-             {"State \"A\" is in a circle of direct transitions that never ends: \"A\", \"C\""}},
-            {"no circle inside of one child of a parallel state",
-             {{kindOf(State::Parallel, "P", {on("Z")},
-                      {around("Q", {{"B", {}, {Transition::direct("C")}}, {"C"}}), {"R"}}),
-               {"Z"}}},
-             {}},
-        });
+        std::vector<Row> rows = problemsOfStates();
+        for (const std::vector<Row>& more : {problemsOfTransitions(), circles()})
+            rows.insert(rows.end(), more.begin(), more.end());
+        support::addRows(rows);
     }
     void problemsOfNestedStates()
     {
-        const auto& [name, machine, problems] =
-            support::currentRow<std::tuple<const char*, StateMachineDescription, QStringList>>();
+        const auto& [name, machine, problems] = support::currentRow<Row>();
         QCOMPARE(findProblems(machine).join("; "), problems.join("; "));
     }
 

@@ -23,6 +23,11 @@ private:
         QTest::newRow(name) << states << QString(happenings).split(' ') << expected;
     }
 
+    static Transition after(std::chrono::hours time, const char* target)
+    {
+        return Transition::after(time, target);
+    }
+
     static void happen(Story& story, const QString& what)
     {
         story.add("> " + what);
@@ -37,15 +42,8 @@ private:
         QCoreApplication::processEvents();
     }
 
-private Q_SLOTS:
-    void events_data()
+    static void addRowsOfPlaces()
     {
-        QTest::addColumn<std::function<States(Story&)>>("states");
-        QTest::addColumn<QStringList>("happenings");
-        QTest::addColumn<QStringList>("expected");
-        const auto after = [](std::chrono::hours time, const char* target) {
-            return Transition::after(time, target);
-        };
         row("a history leads to where its parent was left, or to its default",
             [](Story& story) {
                 const State brewing =
@@ -65,7 +63,7 @@ private Q_SLOTS:
              "> pause", "in Pause", "> on", "in Work, Brewing, Pour", "> pause", "in Pause", "> go",
              "in Work, Brewing, Grind"});
         row("parallel regions and the state around them time out on their own",
-            [=](Story&) {
+            [](Story&) {
                 return States{kindOf(State::Parallel, "Both", {after(3h, "Done")},
                                      {around("Left", {{"L1", {}, {after(1h, "L2")}}, {"L2"}}),
                                       around("Right", {{"R1", {}, {after(2h, "R2")}}, {"R2"}})})};
@@ -75,7 +73,7 @@ private Q_SLOTS:
              "in Both, Left, L2, Right, R2", "> hour", "in Done", "in ", "finished"});
         row("the first of two timeouts triggers the first transition, or its own if one has a "
             "guard",
-            [=](Story&) {
+            [](Story&) {
                 const Transition refused = guarded(after(1h, "A"), [] { return false; });
                 return States{{"A", {}, {after(2h, "B"), after(1h, "Done")}},
                               {"B", {}, {after(2h, "Done"), refused}}};
@@ -83,7 +81,7 @@ private Q_SLOTS:
             "hour hour hour",
             {"in A", "> hour", "in B", "> hour", "> hour", "in Done", "in ", "finished"});
         row("a transition without a target leaves no state and keeps its timeout",
-            [=](Story& story) {
+            [](Story& story) {
                 Transition begun = targetless(Transition::direct("?")),
                            half = targetless(after(1h, "?"));
                 begun.action = [&story] { story.add("begun"); };
@@ -97,9 +95,12 @@ private Q_SLOTS:
             "hour x hour",
             {"Inner", "in Outer, Inner", " ^ Transition inside Outer triggered (direct)", "begun",
              "> hour", " ^ Transition inside Inner trigerred (timeout 3600000ms)", "half", "> x",
-             " ^ Transition inside Inner triggered, signal "
-             "zeltools::SignalEmitter::objectNameChanged",
+             (" ^ Transition inside Inner triggered, signal "
+              "zeltools::SignalEmitter::objectNameChanged"),
              "note x", "> hour", "out of Inner", "in Done", "in ", "finished"});
+    }
+    static void addRowsOfActions()
+    {
         row("actions are called between those of the states",
             [](Story& story) {
                 Transition go = story.onName("x", "B"), again = story.onName("y", "B");
@@ -113,7 +114,7 @@ private Q_SLOTS:
             {"A", "in A", "> y", "> x", "out of A", "action", "action x", "B", "in B", "> y",
              "out of B", "action", "B"});
         row("a refused entry or timeout is not tried again before the next entry",
-            [=](Story& story) {
+            [](Story& story) {
                 const auto isSecond = [&story] {
                     return story.add("late?"), story.events.count("late?") > 1;
                 };
@@ -135,7 +136,7 @@ private Q_SLOTS:
             },
             "x", {"in Outer, Inner", "> x", "in Done", "in ", "finished"});
         row("a final state inside another waits, and one at the top ends the machine",
-            [=](Story& story) {
+            [](Story& story) {
                 return States{
                     around("Work",
                            {{"Step", {}, {story.onNotify("End")}}, kindOf(State::Final, "End")},
@@ -144,6 +145,9 @@ private Q_SLOTS:
             },
             "notify hour",
             {"in Work, Step", "> notify", "in Work, End", "> hour", "in Stop", "in ", "finished"});
+    }
+    static void addRowsOfEnds()
+    {
         row("a time limit ends with its state",
             [](Story& story) {
                 State a{"A", {}, {story.onNotify("B")}}, b{"B"};
@@ -171,19 +175,30 @@ private Q_SLOTS:
                               around("Done", {{"X"}})};
             },
             "notify out",
-            {"RELEASE ASSERT failure: Attempting to add states to Back, which is final or a "
-             "history ( stateDescription.states.size() == 0 )",
-             "RELEASE ASSERT failure: Attempting to add states to Done, which is final or a "
-             "history ( stateDescription.states.size() == 0 )",
-             "RELEASE ASSERT failure: History Back must lead to a state beside it, not to Back ( "
-             "historyDescription.parent.contains(targetState) )",
-             "RELEASE ASSERT failure: History Out must lead to a state beside it, not to A ( "
-             "historyDescription.parent.contains(targetState) )",
-             "RELEASE ASSERT failure: Attempting to set a transition to undefined state Alone ( "
-             "targetState != nullptr )",
-             "RELEASE ASSERT failure: Attempting to set a transition to undefined state Child ( "
-             "targetState != nullptr )",
+            {("RELEASE ASSERT failure: Attempting to add states to Back, which is final or a "
+              "history ( stateDescription.states.size() == 0 )"),
+             ("RELEASE ASSERT failure: Attempting to add states to Done, which is final or a "
+              "history ( stateDescription.states.size() == 0 )"),
+             ("RELEASE ASSERT failure: History Back must lead to a state beside it, not to Back ( "
+              "historyDescription.parent.contains(targetState) )"),
+             ("RELEASE ASSERT failure: History Out must lead to a state beside it, not to A ( "
+              "historyDescription.parent.contains(targetState) )"),
+             ("RELEASE ASSERT failure: Attempting to set a transition to undefined state Alone ( "
+              "targetState != nullptr )"),
+             ("RELEASE ASSERT failure: Attempting to set a transition to undefined state Child ( "
+              "targetState != nullptr )"),
              "in A", "> notify", "in P, Q", "> out"});
+    }
+
+private Q_SLOTS:
+    void events_data()
+    {
+        QTest::addColumn<std::function<States(Story&)>>("states");
+        QTest::addColumn<QStringList>("happenings");
+        QTest::addColumn<QStringList>("expected");
+        addRowsOfPlaces();
+        addRowsOfActions();
+        addRowsOfEnds();
     }
     void events()
     {

@@ -78,15 +78,14 @@ class TestQScxml : public QObject
 {
     Q_OBJECT
 
-private Q_SLOTS:
-    void goesTheSameWay_data()
+private:
+    static void row(const char* name, const StateMachineDescription& machine, const char* way)
     {
-        QTest::addColumn<StateMachineDescription>("machine");
-        QTest::addColumn<QString>("way"); // steps, and the active states behind each one
-        const auto row = [](const char* name, const StateMachineDescription& machine,
-                            const char* way) { QTest::newRow(name) << machine << QString(way); };
+        QTest::newRow(name) << machine << QString(way);
+    }
+    static void addFlatMachines()
+    {
         const StateDescription end{"End"};
-        const StateDescription out{"Out", {}, {Transition::on(&board, SIGNAL(back()), "H")}};
         row("signals, of which the first transition wins",
             {{{"A.1", {}, {onA("B"), onA("End"), onB("A.1")}}, {"B", {}, {onB("End")}}, end}},
             "b: A.1, b a: B, a: B, b: End");
@@ -120,6 +119,11 @@ private Q_SLOTS:
                 Transition::after(300ms, "End")}},
               end}},
             "a wait wait a wait wait a wait wait: End");
+    }
+    static void addNestedMachines()
+    {
+        const StateDescription end{"End"};
+        const StateDescription out{"Out", {}, {Transition::on(&board, SIGNAL(back()), "H")}};
         row("a direct transition outside comes before one inside",
             {{around("P", {{"P1", {}, {Transition::direct("P2")}}, {"P2"}},
                      {whenOpen(Transition::direct("Out"))}),
@@ -144,6 +148,15 @@ private Q_SLOTS:
                       kindOf(State::Final, "Q")}),
               end}},
             "wait: L L1 P Q R R3, a: L L2 P Q R R3, b: End");
+    }
+
+private Q_SLOTS:
+    void goesTheSameWay_data()
+    {
+        QTest::addColumn<StateMachineDescription>("machine");
+        QTest::addColumn<QString>("way"); // steps, and the active states behind each one
+        addFlatMachines();
+        addNestedMachines();
     }
     void goesTheSameWay()
     {

@@ -56,6 +56,80 @@ class TestScxml : public QObject
 {
     Q_OBJECT
 
+private:
+    static void refuse(const QByteArray& document, const char* error)
+    {
+        QTest::newRow(error) << document << QString(error);
+    }
+    static void refuseDocuments()
+    {
+        const auto row = [](const QByteArray& content, const char* error) {
+            refuse(documentOf(content), error);
+        };
+        refuse({}, "line 1: Premature end of document.");
+        refuse("\xff", "line 1: the document is not UTF-8 without a byte order mark");
+        refuse(QByteArray(17 << 20, ' '), "line 1: the document is larger than 16 MiB");
+        refuse("<!DOCTYPE scxml [<!ENTITY a 'b'>]>" + documentOf("<state id='&a;'/>"),
+               "line 1: document types and entities are not supported");
+        refuse(documentOf("<state id='A'/>").chopped(5), "line 3: Premature end of document.");
+        refuse(documentOf("", "a" + QByteArray("='").repeated(101)),
+               "line 1: an element has more than 100 attributes");
+        refuse(documentOf(QByteArray("<a xmlns=''/>").repeated(99)),
+               "line 1: there are more than 100 declarations of namespaces");
+        refuse(documentOf("<state id='A'/>", "version='1.0' initial='B'"),
+               "line 1: the initial state \"B\" is no child");
+        row("", "line 1: there is no state that can be entered");
+        row("<script/>", "line 2: <script> is not supported here");
+        row("<final id='A'/><state id='B'><state id='C'/></state>\n<history id='H'/>",
+            "line 3: <history> is not supported here");
+        row("<state id='A'/><state id='B'/>", "line 1: the machine has no <final> to end with");
+        row("<state id='A'/>\n<final id='A'/>", "line 3: two states have the id \"A\"");
+    }
+    static void refuseStates()
+    {
+        const auto inA = [](const QByteArray& content, const char* error) {
+            refuse(documentOf("<state id='A'>\n" + content + "</state>"), error);
+        };
+        const QByteArray takes = "<transition event='t' target='A'/>";
+        const QByteArray sends = "<onentry><send event='t' id='t' delay='1ms'/></onentry>";
+        inA("<invoke/>", "line 3: <invoke> is not supported here");
+        inA("<q:x xmlns:q='q'/>", "line 3: <q:x> is not supported here");
+        inA("go", "line 3: text is not supported");
+        inA("<state/>", "line 3: the attribute id is missing");
+        inA("<state id='B' src=''/>", "line 3: the attribute src is not supported here");
+        inA("<history id='B'/>", "line 2: there is no state that can be entered");
+        inA("<state id='B'/><history id='H'><transition event='a' target='B'/></history>",
+            "line 3: a history has one transition, with only a target");
+        inA("<state id='B'/><history id='H'/><transition event='a' target='H'/>",
+            "line 3: the transition leaves the parent of the history \"H\" itself");
+        inA("<transition event='a' target='A B'/>", "line 3: \"A B\" is not the id of one state");
+        inA("<transition event='a.*'/>", "line 3: \"a.*\" is not the name of one event");
+        inA("<transition event='a b'/>", "line 3: \"a b\" is not the name of one event");
+        inA("<transition event='a' type='internal'/>",
+            "line 3: type=\"internal\" is not supported");
+        inA("<transition event='lost'/>", "line 3: no signal is bound to the event \"lost\"");
+        inA("<transition event='a' cond='no'/>",
+            "line 3: no guard is bound to the condition \"no\"");
+        inA("<transition event='a'/>\n<transition event='a.b'/>",
+            "line 4: transitions on a part of \"a.b\" take it, too");
+        inA("<transition/>", "line 3: a transition without an event would be tried more than once; "
+                             "<raise> one in <onentry>");
+        inA("<state id='B' zel:name='A'/><transition event='a' target='A'/>",
+            "line 3: \"A\" is also the name of a later state");
+        inA("<onentry><send event='t' id='t' delay='1m'/></onentry>",
+            "line 3: \"1m\" is not a time such as 1500ms or 1.5s");
+        inA(sends + takes, "line 3: <onexit> does not cancel \"t\" alone");
+        const QByteArray waits = sends + "<onexit><cancel sendid='t'/></onexit>\n";
+        inA(waits, "line 3: no transition of the state takes \"t\"");
+        inA(waits + takes + takes, "line 4: another state or transition has the event \"t\"");
+        inA(waits + "<state id='B'>" + takes + "</state>" + takes,
+            "line 4: another state or transition has the event \"t\"");
+        inA(waits + sends + takes, "line 4: the event \"t\" is sent twice");
+        inA(waits + takes + QByteArray(waits + takes).replace("'t'", "'u'"),
+            "line 2: the state has several <send>, but none of their transitions has a condition");
+        inA("<onexit><cancel sendid='x'/></onexit>", "line 2: the state does not send \"x\"");
+    }
+
 private Q_SLOTS:
     void everythingComesBack()
     {
@@ -143,71 +217,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("document");
         QTest::addColumn<QString>("error");
-        const auto whole = [](const QByteArray& document, const char* error) {
-            QTest::newRow(error) << document << QString(error);
-        };
-        const auto row = [whole](const QByteArray& content, const char* error) {
-            whole(documentOf(content), error);
-        };
-        const auto inA = [row](const QByteArray& content, const char* error) {
-            row("<state id='A'>\n" + content + "</state>", error);
-        };
-        const QByteArray takes = "<transition event='t' target='A'/>";
-        const QByteArray sends = "<onentry><send event='t' id='t' delay='1ms'/></onentry>";
-        whole({}, "line 1: Premature end of document.");
-        whole("\xff", "line 1: the document is not UTF-8 without a byte order mark");
-        whole(QByteArray(17 << 20, ' '), "line 1: the document is larger than 16 MiB");
-        whole("<!DOCTYPE scxml [<!ENTITY a 'b'>]>" + documentOf("<state id='&a;'/>"),
-              "line 1: document types and entities are not supported");
-        whole(documentOf("<state id='A'/>").chopped(5), "line 3: Premature end of document.");
-        whole(documentOf("", "a" + QByteArray("='").repeated(101)),
-              "line 1: an element has more than 100 attributes");
-        whole(documentOf(QByteArray("<a xmlns=''/>").repeated(99)),
-              "line 1: there are more than 100 declarations of namespaces");
-        whole(documentOf("<state id='A'/>", "version='1.0' initial='B'"),
-              "line 1: the initial state \"B\" is no child");
-        row("", "line 1: there is no state that can be entered");
-        row("<script/>", "line 2: <script> is not supported here");
-        row("<final id='A'/><state id='B'><state id='C'/></state>\n<history id='H'/>",
-            "line 3: <history> is not supported here");
-        row("<state id='A'/><state id='B'/>", "line 1: the machine has no <final> to end with");
-        row("<state id='A'/>\n<final id='A'/>", "line 3: two states have the id \"A\"");
-        inA("<invoke/>", "line 3: <invoke> is not supported here");
-        inA("<q:x xmlns:q='q'/>", "line 3: <q:x> is not supported here");
-        inA("go", "line 3: text is not supported");
-        inA("<state/>", "line 3: the attribute id is missing");
-        inA("<state id='B' src=''/>", "line 3: the attribute src is not supported here");
-        inA("<history id='B'/>", "line 2: there is no state that can be entered");
-        inA("<state id='B'/><history id='H'><transition event='a' target='B'/></history>",
-            "line 3: a history has one transition, with only a target");
-        inA("<state id='B'/><history id='H'/><transition event='a' target='H'/>",
-            "line 3: the transition leaves the parent of the history \"H\" itself");
-        inA("<transition event='a' target='A B'/>", "line 3: \"A B\" is not the id of one state");
-        inA("<transition event='a.*'/>", "line 3: \"a.*\" is not the name of one event");
-        inA("<transition event='a b'/>", "line 3: \"a b\" is not the name of one event");
-        inA("<transition event='a' type='internal'/>",
-            "line 3: type=\"internal\" is not supported");
-        inA("<transition event='lost'/>", "line 3: no signal is bound to the event \"lost\"");
-        inA("<transition event='a' cond='no'/>",
-            "line 3: no guard is bound to the condition \"no\"");
-        inA("<transition event='a'/>\n<transition event='a.b'/>",
-            "line 4: transitions on a part of \"a.b\" take it, too");
-        inA("<transition/>", "line 3: a transition without an event would be tried more than once; "
-                             "<raise> one in <onentry>");
-        inA("<state id='B' zel:name='A'/><transition event='a' target='A'/>",
-            "line 3: \"A\" is also the name of a later state");
-        inA("<onentry><send event='t' id='t' delay='1m'/></onentry>",
-            "line 3: \"1m\" is not a time such as 1500ms or 1.5s");
-        inA(sends + takes, "line 3: <onexit> does not cancel \"t\" alone");
-        const QByteArray waits = sends + "<onexit><cancel sendid='t'/></onexit>\n";
-        inA(waits, "line 3: no transition of the state takes \"t\"");
-        inA(waits + takes + takes, "line 4: another state or transition has the event \"t\"");
-        inA(waits + "<state id='B'>" + takes + "</state>" + takes,
-            "line 4: another state or transition has the event \"t\"");
-        inA(waits + sends + takes, "line 4: the event \"t\" is sent twice");
-        inA(waits + takes + QByteArray(waits + takes).replace("'t'", "'u'"),
-            "line 2: the state has several <send>, but none of their transitions has a condition");
-        inA("<onexit><cancel sendid='x'/></onexit>", "line 2: the state does not send \"x\"");
+        refuseDocuments();
+        refuseStates();
     }
     void refusals()
     {
