@@ -107,7 +107,8 @@ QVector<State> MachineRecording::currentStates() const
     for (const Entry& entry : entries)
         active.follow(entry, [](const auto&...) {});
     QVector<State> states;
-    for (const ActiveState& each : active.inOrder())
+    const QVector<ActiveState> present = active.inOrder();
+    for (const ActiveState& each : present)
         states.append(each.state);
     return states;
 }

@@ -95,6 +95,35 @@ class TestEventGroupHandler : public QObject
 {
     Q_OBJECT
 
+private:
+    static void act(Group& group, const QString& action)
+    {
+        if (action == "destroy")
+            return delete group.handler;
+        if (action == "throw")
+            throw std::runtime_error("no device");
+        if (action == "fail")
+            return group.handler->failEvents();
+        if (action == "cancel, destroy") {
+            group.when = "canceled";
+            group.then = [&] { delete group.handler; };
+        }
+        if (action.startsWith("cancel") || action == "restart")
+            group.handler->cancel();
+        if (action.startsWith("cancel"))
+            return;
+        if (action == "clear" || action == "replace")
+            group.handler->clear();
+        if (action != "clear")
+            group.handler->addEvent(group.steps("c"));
+        if (action == "answer") // to nobody
+            return Q_EMIT group.answered(true);
+        group.handler->start(); // does nothing while the group runs
+        tools::EventGroupHandler& handler = *group.handler;
+        if (action == "await")
+            QTRY_VERIFY(!handler.isRunning());
+    }
+
 private Q_SLOTS:
     void groups_data()
     {
@@ -137,32 +166,7 @@ private Q_SLOTS:
         const QString& action = row[1];
         Group group(row[0]);
         group.when = row[2];
-        group.then = [&] {
-            if (action == "destroy")
-                return delete group.handler;
-            if (action == "throw")
-                throw std::runtime_error("no device");
-            if (action == "fail")
-                return group.handler->failEvents();
-            if (action == "cancel, destroy") {
-                group.when = "canceled";
-                group.then = [&] { delete group.handler; };
-            }
-            if (action.startsWith("cancel") || action == "restart")
-                group.handler->cancel();
-            if (action.startsWith("cancel"))
-                return;
-            if (action == "clear" || action == "replace")
-                group.handler->clear();
-            if (action != "clear")
-                group.handler->addEvent(group.steps("c"));
-            if (action == "answer") // to nobody
-                return Q_EMIT group.answered(true);
-            group.handler->start(); // does nothing while the group runs
-            tools::EventGroupHandler& handler = *group.handler;
-            if (action == "await")
-                QTRY_VERIFY(!handler.isRunning());
-        };
+        group.then = [&] { act(group, action); };
         group.handler->addEvent(group.steps("a"));
         group.handler->addEvent(group.steps("b"));
         try {

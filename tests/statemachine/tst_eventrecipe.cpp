@@ -117,7 +117,76 @@ class TestEventRecipe : public QObject
         return journal + (ends.count() == 1 ? "" : ", not finished once");
     }
 
+    void addRowsOfFailures()
+    {
+        QTest::newRow("empty groups")
+            << EventRecipe("all", Sequence,
+                           {{"a", Sequence, {}},
+                            {"b", Parallel, {}},
+                            EventRecipe("c", Parallel, {}).withPolicy(Policy::StopOnSuccess)})
+            << "all, a, a+, b, b+, c, c-, all-";
+        QTest::newRow("a failure in a branch")
+            << EventRecipe(
+                   "all", Parallel,
+                   {{"a", Sequence, {m_heat, step("next", ".")}}, m_silent, m_grind, m_open})
+                   .withMaximumRunning(3)
+            << "all, a, heat, silent, grind, heat+, next, grind- (WrongAnswer), silent x, "
+               "next x, a x, all-";
+        QTest::newRow("a failure before the next branch begins")
+            << EventRecipe("all", Parallel,
+                           {m_heat, {"a", Sequence, {step("b", "BB"), m_open}}, m_open})
+            << "all, heat, a, b, b #2, b- (WrongAnswer), a-, heat x, all-";
+        QTest::newRow("failures that do not stop")
+            << EventRecipe("all", Sequence, {step("none", "--"), m_heat, m_grind})
+                   .withPolicy(Policy::ContinueOnError)
+            << "all, none, none #2, none- (Timeout), heat, heat+, grind, grind- (WrongAnswer), "
+               "all-";
+        QTest::newRow("the first that succeeds")
+            << EventRecipe("all", Parallel, {m_grind, m_heat, m_silent, m_open})
+                   .withMaximumRunning(2)
+                   .withPolicy(Policy::StopOnSuccess)
+            << "all, grind, heat, grind- (WrongAnswer), silent, heat+, silent x, all+";
+    }
+    void addRowsOfLimits()
+    {
+        const auto answering = [](Setup answer) { return [=] { return answer; }; };
+        QTest::newRow("time limits and a late answer")
+            << EventRecipe("all", Sequence,
+                           {{"a", Parallel, {m_silent}, 1ms},
+                            {"b", Sequence, {step("late", "G"), m_heat}},
+                            m_silent},
+                           50ms)
+                   .withPolicy(Policy::ContinueOnError)
+            << "all, a, silent, silent x, a- (Timeout), b, late, late+, heat, heat+, b+, silent, "
+               "silent x, all- (Timeout)";
+        QTest::newRow("a step without end and an answer inside it")
+            << EventRecipe("all", Sequence,
+                           {{"again", {m_device.steps("again", QString(20000, 'B')), 0, 1h}}}, 9ms)
+            << "all, again, again x, all- (Timeout)";
+        QTest::newRow("groups that do not run")
+            << EventRecipe("all", Sequence,
+                           {EventRecipe("a", Sequence, {m_heat}).withSetup(answering(Setup::Skip)),
+                            EventRecipe("b", Sequence, {m_heat}).withSetup(answering(Setup::Fail)),
+                            m_open})
+                   .withPolicy(Policy::ContinueOnError)
+            << "all, a, a /, b, b- (FailedByCaller), open, open+, all-";
+    }
+
+    EventRecipe step(const QString& name, const QString& answers)
+    {
+        return m_device.step(name, answers);
+    }
+
+    using Policy = EventRecipe::Policy;
+    using Setup = EventRecipe::Setup;
+    static constexpr auto Sequence = EventRecipe::Sequence;
+    static constexpr auto Parallel = EventRecipe::Parallel;
+
     Device m_device;
+    EventRecipe m_open = step("open", "G");
+    EventRecipe m_heat = step("heat", "g");
+    EventRecipe m_grind = step("grind", "b");
+    EventRecipe m_silent = step("silent", ".");
 
 private Q_SLOTS:
     void coffee()
@@ -153,64 +222,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<EventRecipe>("recipe");
         QTest::addColumn<QString>("journal");
-        using Policy = EventRecipe::Policy;
-        using Setup = EventRecipe::Setup;
-        constexpr auto Sequence = EventRecipe::Sequence;
-        constexpr auto Parallel = EventRecipe::Parallel;
-        const auto step = [this](const QString& name, const QString& answers) {
-            return m_device.step(name, answers);
-        };
-        const auto answering = [](Setup answer) { return [=] { return answer; }; };
-        const EventRecipe open = step("open", "G");
-        const EventRecipe heat = step("heat", "g");
-        const EventRecipe grind = step("grind", "b");
-        const EventRecipe silent = step("silent", ".");
-
-        QTest::newRow("empty groups")
-            << EventRecipe("all", Sequence,
-                           {{"a", Sequence, {}},
-                            {"b", Parallel, {}},
-                            EventRecipe("c", Parallel, {}).withPolicy(Policy::StopOnSuccess)})
-            << "all, a, a+, b, b+, c, c-, all-";
-        QTest::newRow("a failure in a branch")
-            << EventRecipe("all", Parallel,
-                           {{"a", Sequence, {heat, step("next", ".")}}, silent, grind, open})
-                   .withMaximumRunning(3)
-            << "all, a, heat, silent, grind, heat+, next, grind- (WrongAnswer), silent x, "
-               "next x, a x, all-";
-        QTest::newRow("a failure before the next branch begins")
-            << EventRecipe("all", Parallel, {heat, {"a", Sequence, {step("b", "BB"), open}}, open})
-            << "all, heat, a, b, b #2, b- (WrongAnswer), a-, heat x, all-";
-        QTest::newRow("failures that do not stop")
-            << EventRecipe("all", Sequence, {step("none", "--"), heat, grind})
-                   .withPolicy(Policy::ContinueOnError)
-            << "all, none, none #2, none- (Timeout), heat, heat+, grind, grind- (WrongAnswer), "
-               "all-";
-        QTest::newRow("the first that succeeds")
-            << EventRecipe("all", Parallel, {grind, heat, silent, open})
-                   .withMaximumRunning(2)
-                   .withPolicy(Policy::StopOnSuccess)
-            << "all, grind, heat, grind- (WrongAnswer), silent, heat+, silent x, all+";
-        QTest::newRow("time limits and a late answer")
-            << EventRecipe("all", Sequence,
-                           {{"a", Parallel, {silent}, 1ms},
-                            {"b", Sequence, {step("late", "G"), heat}},
-                            silent},
-                           50ms)
-                   .withPolicy(Policy::ContinueOnError)
-            << "all, a, silent, silent x, a- (Timeout), b, late, late+, heat, heat+, b+, silent, "
-               "silent x, all- (Timeout)";
-        QTest::newRow("a step without end and an answer inside it")
-            << EventRecipe("all", Sequence,
-                           {{"again", {m_device.steps("again", QString(20000, 'B')), 0, 1h}}}, 9ms)
-            << "all, again, again x, all- (Timeout)";
-        QTest::newRow("groups that do not run")
-            << EventRecipe("all", Sequence,
-                           {EventRecipe("a", Sequence, {heat}).withSetup(answering(Setup::Skip)),
-                            EventRecipe("b", Sequence, {heat}).withSetup(answering(Setup::Fail)),
-                            open})
-                   .withPolicy(Policy::ContinueOnError)
-            << "all, a, a /, b, b- (FailedByCaller), open, open+, all-";
+        addRowsOfFailures();
+        addRowsOfLimits();
     }
     void recipes()
     {
