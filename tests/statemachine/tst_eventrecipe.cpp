@@ -271,8 +271,9 @@ private Q_SLOTS:
         Device device;
         const EventRecipe both("both", EventRecipe::Parallel,
                                {device.step("heat", "g"), device.step("grind", "g")});
-        QPointer<EventRecipeRunner> runner = new EventRecipeRunner(device.logged(EventRecipe(
+        auto* const runner = new EventRecipeRunner(device.logged(EventRecipe(
             "all", EventRecipe::Sequence, {device.step("open", "G"), device.logged(both)})));
+        const QPointer<EventRecipeRunner> alive(runner);
         connect(runner, &EventRecipeRunner::finished, this,
                 [&](EventRecipe::Result result) { device.add(Device::letter(result)); });
         connect(runner, &EventRecipeRunner::progressChanged, this, [&] { device.add("progress"); });
@@ -290,12 +291,12 @@ private Q_SLOTS:
                 QTRY_VERIFY(!runner->isRunning() || device.story.last() == "grind?");
         };
         runner->start();
-        QTRY_VERIFY(!runner || !runner->isRunning());
+        QTRY_VERIFY(!alive || !runner->isRunning());
         QCoreApplication::processEvents(); // the answers that nobody waits for
         QCOMPARE(device.story.join(' '), row[2]);
         if (row[1] == "throw")
             QCOMPARE(runner->failures().at(0).exception, "no device");
-        delete runner;
+        delete alive;
     }
 
     void answersInsideTheTriggerTakeNoStack()
