@@ -203,10 +203,12 @@ private Q_SLOTS:
         Group first("G-");
         Group second("gg");
         for (Group* const group : {&first, &second}) {
-            group->handler->setConnectionScope(EventGroupHandler::ConnectionScope::Handler);
-            group->handler->addEvent(group->steps("a"));
-            group->handler->addEvent(group->steps("b"));
-            group->handler->start();
+            EventGroupHandler* const handler = group->handler;
+            QVERIFY(handler != nullptr);
+            handler->setConnectionScope(EventGroupHandler::ConnectionScope::Handler);
+            handler->addEvent(group->steps("a"));
+            handler->addEvent(group->steps("b"));
+            handler->start();
         }
         QVERIFY(*first.listener && *second.listener);
         first.handler->cancel();
