@@ -5,8 +5,12 @@
 
 #include "interpose.h"
 
+#include <cstdarg>
 #include <functional>
 #include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <sanitizer/tsan_interface.h>
 
@@ -45,4 +49,19 @@ INTERPOSED void _ZN11QThreadPool5startESt8functionIFvvEEi(void* pool, Work* work
         inner();
     };
     start(pool, &told, priority);
+}
+
+// The sanitizer does not see descriptors that fcntl() makes and fails itself when it reports about
+// one. It sees dup3(), which here replaces the new descriptor by the same.
+INTERPOSED int fcntl(int descriptor, int command, ...)
+{
+    static const auto control = original<int(int, int, void*)>("fcntl");
+    va_list arguments;
+    va_start(arguments, command);
+    void* const argument = va_arg(arguments, void*);
+    va_end(arguments);
+    const int result = control(descriptor, command, argument);
+    if (command == F_DUPFD_CLOEXEC && result >= 0)
+        dup3(descriptor, result, O_CLOEXEC);
+    return result;
 }
