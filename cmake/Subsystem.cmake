@@ -1,23 +1,49 @@
 # The parts of the library and the rules for them.
 
-# zel_library(NAME OUTPUT file): a shared library that zel_subsystem() fills, exported as
-# ZelTools::NAME and found by hosts as libFILE.
+# Hosts of the desktop build and of the board build, or of Qt 5 and of Qt 6, cannot share a library
+# file, so each kind of file has a name of its own. The machine models can: they differ in the default
+# values of switches only.
+set(ZELTOOLS_VARIANT "")
+if(ZELTOOLS_BUILD STREQUAL board)
+    string(APPEND ZELTOOLS_VARIANT -board)
+endif()
+if(ZELTOOLS_QT EQUAL 6)
+    string(APPEND ZELTOOLS_VARIANT -qt6)
+endif()
+# The version of the binary interface. While the major version is 0, each minor version may change the
+# interface; SameMinorVersion in Install.cmake tells CMake the same.
+set(ZELTOOLS_SOVERSION ${PROJECT_VERSION_MAJOR})
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    string(APPEND ZELTOOLS_SOVERSION .${PROJECT_VERSION_MINOR})
+endif()
+
+# zel_library(NAME OUTPUT file [COMPONENT component]): a library that zel_subsystem() fills, exported as
+# ZelTools::NAME and found by hosts as libFILE. The component (runtime, unless another is given) says
+# which package has the library.
 function(zel_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT" "")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT;COMPONENT" "")
+    if(NOT arg_COMPONENT)
+        set(arg_COMPONENT runtime)
+    endif()
     set(target ZelTools${name})
-    add_library(${target} SHARED)
+    add_library(${target})
     add_library(ZelTools::${name} ALIAS ${target})
     target_compile_features(${target} PUBLIC cxx_std_17)
     # The library calls its own classes even when a host has a class of the same name.
     target_link_options(${target} PRIVATE -Wl,-Bsymbolic)
+    # What the compiler makes of the standard library's templates is no part of the interface.
+    set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})
     set_target_properties(${target} PROPERTIES
         AUTOMOC OFF # the objects have it
         EXPORT_NAME ${name}
+        INSTALL_RPATH $ORIGIN # the parts find each other under any prefix
         OUTPUT_NAME ${arg_OUTPUT}
-        VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR}
+        VERSION ${PROJECT_VERSION}${ZELTOOLS_VARIANT}
+        SOVERSION ${ZELTOOLS_SOVERSION}${ZELTOOLS_VARIANT}
         LINKER_LANGUAGE CXX)
-    set_property(GLOBAL APPEND PROPERTY zel_libraries ${target})
+    set_property(GLOBAL APPEND PROPERTY zel_${arg_COMPONENT}_libraries ${target})
 endfunction()
 
 # zel_subsystem(NAME [LIBRARY Name] [USES ...] [QT ...] HEADERS ... [PRIVATE_HEADERS ...] SOURCES ...)
@@ -54,6 +80,7 @@ function(zel_subsystem name)
     foreach(header IN LISTS arg_HEADERS arg_PRIVATE_HEADERS)
         set_property(GLOBAL PROPERTY zel_owner_${header} ${name})
     endforeach()
+    set_property(GLOBAL PROPERTY zel_library_${name} ${library})
     set_property(GLOBAL PROPERTY zel_uses_${name} ${arg_USES})
     set_property(GLOBAL PROPERTY zel_files_${name} ${files})
     set_property(GLOBAL APPEND PROPERTY zel_subsystems ${name})

@@ -15,6 +15,7 @@ public:
     /// Draws a number from [0, 2147483647]. Any thread may call it.
     AccessToken();
 
+    /// Whether the other token has the same number.
     bool match(const AccessToken& other) const;
 
 private:

@@ -12,10 +12,12 @@
 class ZELTOOLS_EXPORT BinaryDataFormatter
 {
 public:
+    /// Takes the bytes as they are.
     explicit BinaryDataFormatter(const QByteArray& bytes);
     /// Converts the text like convertHexString().
     explicit BinaryDataFormatter(const QString& hexText);
 
+    /// The bytes of the object.
     QByteArray data() const;
 
     /// Converts a text to bytes. It may have digits of either case, and "-", ":" and the prefix 0x

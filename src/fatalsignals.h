@@ -11,8 +11,8 @@ namespace zeltools
 /// A signal that tells of a fatal error in the program.
 struct FatalSignal
 {
-    int number;
-    const char* name;
+    int number;       ///< The number of the system.
+    const char* name; ///< The name of the number.
 };
 
 /// All of these signals end the process unless it handles them.

@@ -12,6 +12,7 @@ namespace zeltools
 class FileDescriptor
 {
 public:
+    /// Takes the ownership of the descriptor.
     explicit FileDescriptor(int descriptor)
         : m_descriptor(descriptor)
     {
@@ -23,6 +24,7 @@ public:
     }
     Q_DISABLE_COPY(FileDescriptor)
 
+    /// The descriptor, which stays owned by the object.
     operator int() const { return m_descriptor; }
 
 private:

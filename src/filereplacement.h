@@ -30,15 +30,17 @@ namespace zeltools
 class ZELTOOLS_EXPORT FileReplacement
 {
 public:
+    /// Whether the new content depends on the old one.
     enum Purpose {
-        Overwrite, ///< the new content does not depend on the old one
-        Edit       ///< the constructor waits for the lock on the folder, ten seconds at most
+        Overwrite, ///< The new content does not depend on the old one.
+        Edit       ///< The constructor waits for the lock on the folder, ten seconds at most.
     };
     /// Writes the content to the descriptor of the hidden file. Returns an empty text, or the
     /// reason of a failure, which becomes errorString(). When it throws, the old file stays and the
     /// exception leaves replace().
     using Writer = std::function<QString(int fileDescriptor)>;
 
+    /// Resolves links. An error is kept for replace() and errorString().
     explicit FileReplacement(const QString& path, Purpose purpose = Overwrite);
     ~FileReplacement();
     Q_DISABLE_COPY(FileReplacement)

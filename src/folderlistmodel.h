@@ -48,11 +48,11 @@ class ZELTOOLS_EXPORT FolderListModel : public QAbstractListModel
 public:
     /// The roles `name`, `path`, `baseName`, `suffix`, `size`, `modified` and `isFolder` of QML.
     enum Role {
-        NameRole = Qt::UserRole, ///< the same as the display role
+        NameRole = Qt::UserRole, ///< The same as the display role.
         PathRole,
-        BaseNameRole, ///< the name up to its last "."; the whole name for a folder
-        SuffixRole,   ///< the name after its last "."
-        SizeRole,     ///< in bytes; 0 for a folder
+        BaseNameRole, ///< The name up to its last "."; the whole name for a folder.
+        SuffixRole,   ///< The name after its last ".".
+        SizeRole,     ///< The size in bytes; 0 for a folder.
         ModifiedRole, ///< QDateTime
         IsFolderRole
     };
@@ -60,12 +60,13 @@ public:
     /// by name.
     enum SortField { SortByName, SortByTime, SortBySize, SortBySuffix };
     Q_ENUM(SortField)
+    /// The state of the list.
     enum Status {
-        NoFolder,  ///< no folder is set
-        Listing,   ///< the folder is being read for the first time
-        Ready,     ///< the rows are there, and the model follows changes
-        Unreadable ///< the folder does not exist, is not a folder or may not be read; the model
-                   ///< fills when that changes
+        NoFolder,  ///< No folder is set.
+        Listing,   ///< The folder is being read for the first time.
+        Ready,     ///< The rows are there, and the model follows changes.
+        Unreadable ///< The folder does not exist, is not a folder or may not be read; the model
+                   ///< fills when that changes.
     };
     Q_ENUM(Status)
 
@@ -84,16 +85,22 @@ public:
     /// Folders are not filtered.
     QStringList nameFilters() const;
     void setNameFilters(const QStringList& filters);
+    /// Whether folders are rows.
     bool showFolders() const;
     void setShowFolders(bool on);
+    /// Whether files are rows.
     bool showFiles() const;
     void setShowFiles(bool on);
+    /// What the rows are sorted by.
     SortField sortField() const;
     void setSortField(SortField field);
+    /// Whether the order is reversed.
     bool sortReversed() const;
     void setSortReversed(bool on);
 
+    /// The number of rows.
     int count() const { return m_rows.size(); }
+    /// Whether the rows are those of the folder.
     Status status() const { return m_status; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;

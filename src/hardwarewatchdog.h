@@ -25,6 +25,7 @@ public:
     /// The shortest time limit that drivers have.
     static constexpr std::chrono::seconds expiryDelay{1};
 
+    /// Receives the reason of a failure.
     using Fail = std::function<void(const QString& text)>;
 
     /// The function takes the place of the log for failures of feed() and stop(). A thread that

@@ -12,7 +12,9 @@ namespace zeltools
 /// protected constructors, for tests.
 struct Machine
 {
-    bool isBoard = platform::isBoard;
+    bool isBoard = platform::isBoard; ///< Whether operations that only a machine needs are real.
+    /// @{
+    /// The place of the system that the name says.
 
     QString gpioDir = QStringLiteral("/sys/class/gpio/");
     QString bootReasonFile = QStringLiteral("/var/run/zelbootreason.txt");
@@ -32,6 +34,7 @@ struct Machine
     QString ntpInitScript = QStringLiteral("/etc/init.d/ntpd");
     QString ntpStartLink = QStringLiteral("/etc/rc2.d/S20ntpd");
     QString timeSyncConfigurationFile = QStringLiteral("/etc/systemd/timesyncd.conf");
+    /// @}
     QString ntpStateFile = QStringLiteral("/usr/share/zel/ntp"); ///< See service::Ntp.
 };
 

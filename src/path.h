@@ -56,58 +56,59 @@ public:
     /// "." or ".." are refused.
     bool deleteFileOrFolder(const QString& fileOrFolder);
 
-    QString applicationDir;
-    QString rootDir;
-    QString shareDir;
-    QString databasesDir;
-    QString configurationsDir;
-    QString configBackupDir;
-    QString autoConfigBackupDir;
-    QString configFactoryDir;
-    QString autoMachineBackupDir;
-    QString machineDir;
-    QString timeSettingsFile;
-    QString factorySettingsFile;
-    QString translationsDir;
-    QString customizationsDir;
-    QString guiCustomFactoryDir;
-    QString fontsDir;
-    QString resDir;
-    QString videosDir;
-    QString defaultVideosDir;
-    QString imagesDir;
-    QString defaultImagesDir;
-    QString applicationLoadedFile;
-    QString updaterLoadedFile;
-    QString touchSimulatorDir;
-    QString eventLogsDir;
-    QString debugLogsDir;
-    QString tempDir;
-    QString guiPackagesDir;
-    QString touchTestDir;
-    QString versionsFile;
-    QString environmentFile;
-    QString ffmpegDir;
-    QString gpioDir;
-    QString bootReasonFile;
-    QString downloadDir;
-    QString salesDir;
-    QString softwareDir;
-    QString applicativeDir;
-    QString creditsDir;
-    QString plumeDir;
-    QString arborDir;
-    QString corvidDir;
-    QString corvidAppDir;
-    QString playlistUpdateDir;
-    QString webUiDir;
-    QString webUiConfigDir;
-    QString webUiAppImageDir;
-    QString factoryWebUiDir;
-    QString kestrelAppDir;
-    QString kestrelPermanentFilesDir;
-    QString resourcesDir;
-    QString canTestDir; ///< The board's own folder if it exists during init().
+    QString applicationDir;           ///< the argument of init()
+    QString rootDir;                  ///< applicationDir + "/../../"
+    QString shareDir;                 ///< rootDir + "share/"
+    QString databasesDir;             ///< shareDir + "databases/"
+    QString configurationsDir;        ///< databasesDir + "configurations/"
+    QString configBackupDir;          ///< databasesDir + "configbackup/"
+    QString autoConfigBackupDir;      ///< databasesDir + "autoconfigbackup/"
+    QString configFactoryDir;         ///< applicationDir + "/databases/configfactory/"
+    QString autoMachineBackupDir;     ///< databasesDir + "automachinebackup/"
+    QString machineDir;               ///< databasesDir + "machine/"
+    QString timeSettingsFile;         ///< machineDir + "timeSettings.ini"
+    QString factorySettingsFile;      ///< machineDir + "factorySettings.ini"
+    QString translationsDir;          ///< applicationDir + "/translations/"
+    QString customizationsDir;        ///< shareDir + "customizations/"
+    QString guiCustomFactoryDir;      ///< applicationDir + "/guicustomfactory/"
+    QString fontsDir;                 ///< shareDir + "fonts/"
+    QString resDir;                   ///< shareDir + "res/"
+    QString videosDir;                ///< the root for videos + "res/videos/"
+    QString defaultVideosDir;         ///< videosDir + "defaultVideos/"
+    QString imagesDir;                ///< the root for images + "res/images/"
+    QString defaultImagesDir;         ///< imagesDir + "defaultImages/"
+    QString applicationLoadedFile;    ///< applicationDir + "/../../launcher/application_loaded"
+    QString updaterLoadedFile;        ///< applicationDir + "/../../launcher/updater_loaded"
+    QString touchSimulatorDir;        ///< shareDir + "touchsimulator/"
+    QString eventLogsDir;             ///< shareDir + "zel/logs/events/"
+    QString debugLogsDir;             ///< shareDir + "zel/logs/debug/"
+    QString tempDir;                  ///< shareDir + "temp/"
+    QString guiPackagesDir;           ///< applicationDir + "/guipackages/"
+    QString touchTestDir;             ///< shareDir + "zel/touchtest/"
+    QString versionsFile;             ///< shareDir + "zel/basalt/versions.txt"
+    QString environmentFile;          ///< applicationDir + "/../../launcher/environment"
+    QString ffmpegDir;                ///< applicationDir + "/FFmpeg/"
+    QString gpioDir;                  ///< "/sys/class/gpio/"
+    QString bootReasonFile;           ///< "/var/run/zelbootreason.txt"
+    QString downloadDir;              ///< shareDir + "res/download/"
+    QString salesDir;                 ///< shareDir + "res/sales/"
+    QString softwareDir;              ///< shareDir + "res/software/"
+    QString applicativeDir;           ///< softwareDir + "applicative/"
+    QString creditsDir;               ///< databasesDir + "credits/"
+    QString plumeDir;                 ///< databasesDir + "plume/"
+    QString arborDir;                 ///< databasesDir + "arbor/"
+    QString corvidDir;                ///< databasesDir + "corvid/"
+    QString corvidAppDir;             ///< applicationDir + "/corvid/"
+    QString playlistUpdateDir;        ///< resDir + "playlistUpdate/"
+    QString webUiDir;                 ///< customizationsDir + "webui/"
+    QString webUiConfigDir;           ///< webUiDir + "config/"
+    QString webUiAppImageDir;         ///< webUiDir + "appImage/"
+    QString factoryWebUiDir;          ///< guiCustomFactoryDir + "webui/"
+    QString kestrelAppDir;            ///< applicationDir + "/kestrel_app/"
+    QString kestrelPermanentFilesDir; ///< kestrelAppDir + "permanent_files"
+    QString resourcesDir;             ///< applicationDir + "/databases/resources"
+    QString canTestDir; ///< "/home/root/cantest/" if it exists during init(), else shareDir +
+                        ///< "cantest/"
 
 protected:
     /// Constructs an object for another machine.

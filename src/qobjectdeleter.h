@@ -10,6 +10,7 @@
 class ZELTOOLS_EXPORT QObjectDeleter
 {
 public:
+    /// The object may be null.
     QObjectDeleter(QObject* object, bool later);
     ~QObjectDeleter();
     Q_DISABLE_COPY(QObjectDeleter)

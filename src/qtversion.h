@@ -24,6 +24,7 @@ namespace zeltools
 class RecursiveMutex : public QMutex
 {
 public:
+    /// An unlocked mutex.
     RecursiveMutex()
         : QMutex(Recursive)
     {
@@ -38,6 +39,7 @@ using MutexLocker = QMutexLocker;
 class ChildProcess : public QProcess
 {
 public:
+    /// The function runs in the child just before the program.
     explicit ChildProcess(void (*prepare)(), QObject* parent = nullptr)
         : QProcess(parent)
         , m_prepare(prepare)
@@ -45,6 +47,7 @@ public:
     }
 
 protected:
+    /// Calls the function of the constructor.
     void setupChildProcess() override { m_prepare(); }
 
 private:
@@ -55,6 +58,7 @@ private:
 class Utf8Decoder
 {
 public:
+    /// The characters that are complete with these bytes.
     QString decode(const char* bytes, int size_B) { return m_decoder.toUnicode(bytes, size_B); }
 
 private:

@@ -19,9 +19,9 @@ namespace zeltools
 ///     when "a\"b" answer 5      # four words
 struct QuotedWord
 {
-    QByteArray text; ///< without quotes and escapes
-    bool isQuoted = false;
-    int column = 0; ///< of the first character, from 1
+    QByteArray text;       ///< The word without quotes and escapes.
+    bool isQuoted = false; ///< A quoted word is never a keyword.
+    int column = 0;        ///< The column of the first character, from 1.
 };
 
 /// Splits a line without its line feed. Returns no value if the line cannot be read, with the

@@ -27,6 +27,7 @@ namespace zeltools
 class ZELTOOLS_EXPORT ServiceNotifier
 {
 public:
+    /// Receives the text of a Warning, in the thread that sends the message.
     using Warn = std::function<void(const QString& text)>;
 
     /// The function takes the place of the log for messages that cannot be sent. A thread that must

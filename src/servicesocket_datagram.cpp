@@ -31,8 +31,8 @@ int fillAddress(const QByteArray& name, sockaddr_un& address)
 
 } // namespace
 
-int servicesocket::send(const QByteArray& socketName, const QByteArray& message,
-                        std::chrono::milliseconds patience)
+int servicesocket::sendDatagram(const QByteArray& socketName, const QByteArray& message,
+                                std::chrono::milliseconds patience)
 {
     sockaddr_un address = {};
     if (const int error = fillAddress(socketName, address); error != 0)
@@ -40,7 +40,8 @@ int servicesocket::send(const QByteArray& socketName, const QByteArray& message,
     const zeltools::FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     if (socket < 0)
         return errno;
-    const timeval limit = {patience.count() / 1000, patience.count() % 1000 * 1000};
+    const timeval limit = {time_t(patience.count() / 1000),
+                           suseconds_t(patience.count() % 1000 * 1000)};
     const size_t length = offsetof(sockaddr_un, sun_path) + static_cast<size_t>(socketName.size());
     const bool isSent =
         ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit) == 0 &&

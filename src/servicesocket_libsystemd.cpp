@@ -1,6 +1,7 @@
 #include "servicesocket_p.h"
 
 #include "environmentlock_p.h"
+#include "loadedfunction.h"
 #include "signalsblocked.h"
 
 #include <QMutex>
@@ -16,8 +17,9 @@
 namespace
 {
 
-// sd_notify() waits without a limit while the socket is full, so it runs in a thread of its own.
-// At most one such thread exists: the next message waits for the end of the last one.
+// sd_notify() waits without a limit while the socket is full, and so does the loader for slow
+// storage or for another thread that loads a library. Both therefore run in a thread of its own. At
+// most one such thread exists: the next message waits for the end of the last one.
 struct LastMessage
 {
     QMutex mutex;
@@ -31,9 +33,20 @@ LastMessage& lastMessage()
     return *last;
 }
 
+int sendNow(const QByteArray& socketName, const QByteArray& message,
+            std::chrono::milliseconds patience)
+{
+    static auto* const notify =
+        zeltools::loadedFunction<decltype(sd_notify)>("libsystemd.so.0", "sd_notify");
+    if (notify == nullptr)
+        return servicesocket::sendDatagram(socketName, message, patience);
+    const QMutexLocker environment(&zeltools::environmentLock());
+    return std::max(0, -notify(0, message.constData()));
+}
+
 } // namespace
 
-int servicesocket::send(const QByteArray&, const QByteArray& message,
+int servicesocket::send(const QByteArray& socketName, const QByteArray& message,
                         std::chrono::milliseconds patience)
 {
     const auto end = std::chrono::steady_clock::now() + patience;
@@ -43,10 +56,8 @@ int servicesocket::send(const QByteArray&, const QByteArray& message,
     std::shared_future<int>& result = lastMessage().result;
     if (result.valid() && result.wait_until(end) != std::future_status::ready)
         return EAGAIN;
-    std::packaged_task<int()> task([message] {
-        const QMutexLocker environment(&zeltools::environmentLock());
-        return sd_notify(0, message.constData());
-    });
+    std::packaged_task<int()> task(
+        [socketName, message, patience] { return sendNow(socketName, message, patience); });
     result = task.get_future().share();
     const zeltools::SignalsBlocked blocked;
     try {
@@ -57,5 +68,5 @@ int servicesocket::send(const QByteArray&, const QByteArray& message,
     }
     if (result.wait_until(end) != std::future_status::ready)
         return EAGAIN;
-    return std::max(0, -result.get());
+    return result.get();
 }

@@ -17,6 +17,7 @@ public:
     ~SignalEmitter() override;
 
 Q_SIGNALS:
+    /// Emitted by the application for its own purpose.
     void notify();
 };
 

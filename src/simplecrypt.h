@@ -25,28 +25,31 @@ constexpr int SHA1_SIZE = 20;
 class ZELTOOLS_EXPORT SimpleCrypt
 {
 public:
+    /// The compression of the payload by zlib, before it is enciphered.
     enum CompressionMode {
-        CompressionWhenSmaller = 0, ///< compress, and keep the result if it is shorter
+        CompressionWhenSmaller = 0, ///< Compress, and keep the result if it is shorter.
         CompressionForced = 1,
         CompressionOff = 2
     };
 
+    /// The integrity field in front of the payload.
     enum ProtectionMode {
         ProtectionOff = 0,
         ProtectionChecksum = 1, ///< 16 bits
         ProtectionSha1 = 2
     };
 
+    /// The reasons of failures, see lastError() and lastFailure().
     enum Error {
         CryptNoError = 0,
         CryptKeyMissing = 1,
         CryptBadVersion = 2,
-        CryptIntegrityMismatch = 3,      ///< the integrity field is missing, short or wrong, or the
-                                         ///< payload cannot be uncompressed
-        CryptCompressionUnsupported = 4, ///< CompressionForced in encryptFileSmart()
-        CryptChecksumUnsupported = 5,    ///< ProtectionChecksum in encryptFileSmart()
-        CryptFileAccess = 6 ///< a file could not be opened, read or written, or is too large, or
-                            ///< memory has run out
+        CryptIntegrityMismatch = 3,      ///< The integrity field is missing, short or wrong, or the
+                                         ///< payload cannot be uncompressed.
+        CryptCompressionUnsupported = 4, ///< CompressionForced in encryptFileSmart().
+        CryptChecksumUnsupported = 5,    ///< ProtectionChecksum in encryptFileSmart().
+        CryptFileAccess = 6 ///< A file could not be opened, read or written, or is too large, or
+                            ///< memory has run out.
     };
 
     /// The bits of the flags byte.
@@ -55,7 +58,7 @@ public:
         FlagChecksum = 0x02,
         FlagSha1 = 0x04,
         FlagMetadata = 0x08,
-        FlagPlain = 0x10 ///< not enciphered
+        FlagPlain = 0x10 ///< Not enciphered.
     };
 
     /// The header without metadata: version and flags.
@@ -69,9 +72,9 @@ public:
     /// The reason of a failure.
     struct Failure
     {
-        Error code = CryptNoError;
-        QString path;        ///< the file, or empty if the failure concerns none
-        QString systemError; ///< "No space left on device"; empty if no system call failed
+        Error code = CryptNoError; ///< The kind of failure.
+        QString path;              ///< The file, or empty if the failure concerns none.
+        QString systemError;       ///< "No space left on device"; empty if no system call failed
     };
 
     /// A callback after each chunk with the number of bytes that have been read of `total_B`.
@@ -86,6 +89,7 @@ public:
     SimpleCrypt& operator=(const SimpleCrypt&) = default;
     ~SimpleCrypt();
 
+    /// Sets the key of later operations. Each of its 64 bits counts, and 0 is a key.
     void setKey(quint64 key);
     /// Splits the key into its eight bytes, the lowest first; setKey() calls it.
     void splitKey();
@@ -120,16 +124,22 @@ public:
     /// out.
     QByteArray encryptToByteArray(const QByteArray& plaintext);
     QByteArray encryptToByteArray(const QString& plaintext);
+    /// @{
+    /// Does the same and gives base64.
     QString encryptToString(const QByteArray& plaintext);
     QString encryptToString(const QString& plaintext);
+    /// @}
 
     /// Decrypts a cyphertext; a QString is decoded from base64. The result is empty after a failure
     /// and for the cyphertext of an empty array. lastError() distinguishes these cases, except that
     /// an input that is too short for a cyphertext or its header does not change it.
     QByteArray decryptToByteArray(const QByteArray& cyphertext);
     QByteArray decryptToByteArray(const QString& cyphertext);
+    /// @{
+    /// Does the same and reads the result as UTF-8.
     QString decryptToString(const QByteArray& cyphertext);
     QString decryptToString(const QString& cyphertext);
+    /// @}
 
     /// Whether the data begins like a cyphertext. An assertion fails on empty data.
     bool checkVersion(const QByteArray& data) const;
@@ -146,6 +156,7 @@ public:
 
     /// Convert between a number and four bytes, the lowest first. Missing bytes count as 0.
     static QByteArray convertInt32ToQByteArray(int value);
+    /// The number that the first four bytes hold.
     static int convertQByteArrayToInt32(const QByteArray& bytes);
 
     /// Encrypt or decrypt a whole file in memory, of which they need up to four times its size.
@@ -158,6 +169,7 @@ public:
     /// They return true if the output has the whole result. The result is empty without a key, and
     /// if the input is not a cyphertext, is damaged or has another key: check lastError().
     bool encryptFile(const QString& inputPath, const QString& outputPath);
+    /// The reverse of encryptFile().
     bool decryptFile(const QString& inputPath, const QString& outputPath);
 
     /// Writes the same bytes as encryptFile() without compression, in constant memory: a chunk of

@@ -27,8 +27,8 @@ public:
     /// A program and its arguments, as QProcess takes them.
     struct Command
     {
-        QString program;
-        QStringList arguments;
+        QString program;       ///< A name, which is looked up in PATH, or a path.
+        QStringList arguments; ///< One element for each argument; no shell splits them.
 
         bool operator==(const Command& other) const
         {
@@ -42,6 +42,7 @@ public:
     static void syncFile(QFile& file);
     static void syncFile(const QString& path);
     static void syncFile(int fileDescriptor);
+    /// Forces the data of all file systems to storage.
     static void syncFileSystem();
     /// Syncs all file systems, then drops the page cache of the kernel. Without root privileges the
     /// second step is silently skipped.
@@ -49,6 +50,8 @@ public:
 
     /// Whether the path exists and is a file or a folder, respectively; links are followed.
     static bool fileExists(const QString& path);
+    /// Whether the path is an existing folder; links are followed.
     static bool folderExists(const QString& path);
+    /// Whether the folder has a file of this name, as fileExists() sees it.
     static bool filenameAlreadyExists(const QString& fileName, const QString& folder);
 };

@@ -13,6 +13,7 @@ namespace zeltools
 class TimeLimit
 {
 public:
+    /// Begins the time. Another use of alarm() in this process ends meanwhile.
     explicit TimeLimit(unsigned limit_s)
     {
         struct sigaction action = {};

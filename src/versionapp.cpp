@@ -5,6 +5,8 @@ VersionApp::VersionApp(int major, int minor, int fix)
 {
 }
 
+VersionApp::~VersionApp() = default;
+
 bool VersionApp::isValidVersionApp() const
 {
     if (size() == 3)

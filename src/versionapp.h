@@ -7,15 +7,21 @@
 class ZELTOOLS_EXPORT VersionApp : public VersionNumber
 {
 public:
+    /// A version of three identifiers, in the order of their names.
     VersionApp(int major, int minor, int fix);
+    ~VersionApp() override;
 
+    /// An assignment replaces all identifiers, see VersionNumber.
     using VersionNumber::operator=;
 
     /// Whether there are three identifiers; otherwise it gives a Qt warning. The functions below
     /// call it, too.
     bool isValidVersionApp() const;
 
+    /// @{
+    /// The number in the name; 0 if isValidVersionApp() is false.
     int majorVersionApp() const;
     int minorVersionApp() const;
     int fixVersionApp() const;
+    /// @}
 };

@@ -21,6 +21,7 @@ class ZELTOOLS_EXPORT VersionNumber
 public:
     /// Constructs a version without identifiers.
     VersionNumber() = default;
+    /// The version {1, 2, 3} is written "1.2.3".
     VersionNumber(std::initializer_list<int> identifiers);
     /// Converts the text like toListId().
     VersionNumber(const QString& text);
@@ -30,8 +31,11 @@ public:
 
     VersionNumber& operator=(const VersionNumber&) = default;
     VersionNumber& operator=(VersionNumber&&) = default;
+    /// @{
+    /// Replaces all identifiers; a text is converted by toListId().
     VersionNumber& operator=(std::initializer_list<int> identifiers);
     VersionNumber& operator=(const QString& text);
+    /// @}
 
     /// The parts between the dots, converted by QString::toInt(), which allows white space around
     /// them. A part that is not a number becomes 0 without a warning: "1..2" gives 1, 0, 2, "1.2a"

@@ -11,5 +11,6 @@
 class ZELTOOLS_EXPORT WrongByteDataException : public std::invalid_argument
 {
 public:
+    /// what() has the details in quotes; empty details are left out.
     explicit WrongByteDataException(const QString& details);
 };

@@ -20,7 +20,7 @@ bool isForTheMachine(const char* path)
 {
     char header[20] = {};
     return std::ifstream(path, std::ios::binary).read(header, sizeof header) && header[0] == 0x7f &&
-           header[1] == 'E' && static_cast<unsigned char>(header[18]) == 183;
+           header[1] == 'E' && static_cast<unsigned char>(header[18]) == ELF_MACHINE;
 }
 
 } // namespace

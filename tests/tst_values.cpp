@@ -1,5 +1,6 @@
 #include "binarydataformatter.h"
 #include "keyvaluefile.h"
+#include "keyvaluelines.h"
 #include "support.h"
 #include "versionapp.h"
 #include "wrongbytedataexception.h"
@@ -139,6 +140,20 @@ private Q_SLOTS:
         support::LineRecorder recorder;
         keyvaluefile::print({{"B", "\"quoted\""}, {"A%2", "1"}});
         QCOMPARE(recorder.takeMessages(), QStringList({"A1=1", "B=\"quoted\""}));
+    }
+
+    void editsALargeFileWithManyKeys()
+    {
+        zeltools::KeyValueLines lines(QByteArray("OTHER=1\n").repeated(20000) + "LAST=1");
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 100; ++i)
+            lines.unset(QString::number(i));
+        lines.unset("LAST");
+        lines.set("NEW", "1");
+        lines.unset("OTHER");
+        QCOMPARE(lines.text(), QByteArray("NEW=1\n"));
+        QVERIFY(timer.elapsed() < 2000);
     }
 
     void reportsKeyValueFilesThatFail()

@@ -2,8 +2,9 @@
 
 #include <QTimer>
 
-Board::Board(const QByteArray& answers)
+Board::Board(const QByteArray& answers, std::chrono::milliseconds delay)
     : m_answers(answers)
+    , m_delay(delay)
 {
 }
 
@@ -41,5 +42,5 @@ void Board::answer(const std::function<void(bool isWell)>& emitAnswer)
     const char how = m_answers.isEmpty() ? 'g' : m_answers[0];
     m_answers.remove(0, 1);
     if (how != '-')
-        QTimer::singleShot(how == 'l' ? 1500ms : 5ms, this, [=] { emitAnswer(how != 'w'); });
+        QTimer::singleShot(how == 'l' ? 1500ms : m_delay, this, [=] { emitAnswer(how != 'w'); });
 }

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QVariant>
 
+#include <chrono>
 #include <functional>
 
 /// Simulates the boards of the machine. Signals answer the requests, most of them from the event
@@ -14,8 +15,10 @@ class Board : public QObject
 
 public:
     /// Each letter determines the answer to one request: "g" a good one, "w" a wrong one, "l" one
-    /// after the timeout of the caller, "-" none. Further requests get a good answer.
-    explicit Board(const QByteArray& answers);
+    /// after the timeout of the caller, "-" none. Further requests get a good answer. An answer
+    /// comes after the delay.
+    explicit Board(const QByteArray& answers,
+                   std::chrono::milliseconds delay = std::chrono::milliseconds(5));
 
     void grind();   ///< emits ground(); a wrong dose is too small
     void brew();    ///< emits brewed()
@@ -36,5 +39,6 @@ private:
     void answer(const std::function<void(bool isWell)>& emitAnswer);
 
     QByteArray m_answers;
+    std::chrono::milliseconds m_delay;
     double m_dose_g = 0;
 };

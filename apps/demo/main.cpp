@@ -49,7 +49,6 @@ void startLogging(const QString& folder)
     manager->enableModuleDebugging(Log::GrinderRegulation);
     LogFormatter(LogLevel::Event).logEvent(LogEventModule::ApplicationStartEvent).noquote()
         << LogManager::APP_STARTED_MSG;
-    manager->emitStartApplicationEvent();
 }
 
 bool makeDrinksUntilRotation(LineTally& tally)

@@ -1,5 +1,7 @@
 #include "addressnames.h"
 
+#include "words.h"
+
 #include <zeltools/timedprocess.h>
 
 namespace
@@ -34,11 +36,11 @@ QByteArray run(const QString& file, const QVector<quint64>& addresses,
     process.closeWriteChannel();
     process.waitForEnd(patience);
     if (process.error() == QProcess::FailedToStart)
-        error = QStringLiteral("addr2line of binutils is missing, so calls have no names");
+        error = Zelctl::tr("addr2line of binutils is missing, so calls have no names");
     else if (process.isOverdue())
-        error = QStringLiteral("addr2line takes too long for ") + file;
+        error = Zelctl::tr("addr2line takes too long for %1").arg(file);
     else if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        error = QStringLiteral("addr2line cannot read ") + file;
+        error = Zelctl::tr("addr2line cannot read %1").arg(file);
     return output;
 }
 
@@ -81,6 +83,6 @@ QVector<QStringList> addressNames(const QString& file, const QVector<quint64>& a
     const QByteArray output = run(file, addresses, patience, error);
     const QVector<QStringList> names = error.isEmpty() ? parse(output) : QVector<QStringList>();
     if (error.isEmpty() && names.size() != addresses.size())
-        error = QStringLiteral("addr2line does not give the names in %1 one by one").arg(file);
+        error = Zelctl::tr("addr2line does not give the names in %1 one by one").arg(file);
     return error.isEmpty() ? names : QVector<QStringList>();
 }

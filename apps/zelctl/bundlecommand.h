@@ -4,4 +4,5 @@
 
 /// `zelctl bundle`: packs what the factory needs to know about a machine into one file, and lists
 /// and checks such a file. Built without libarchive, it only says so.
-ExitStatus runBundle(const QStringList& arguments);
+ExitStatus runBundle(const CommandParser& parser);
+void describeBundle(CommandParser& parser);

@@ -1,7 +1,16 @@
 #include "bundlecommand.h"
 
-ExitStatus runBundle(const QStringList&)
+#include "commandparser.h"
+#include "words.h"
+
+void describeBundle(CommandParser& parser)
 {
-    return fail(Failed, QStringLiteral("this zelctl was built without libarchive, which bundles "
-                                       "need"));
+    parser.setDescription(QT_TRANSLATE_NOOP(
+        "zelctl", "This zelctl was built without libarchive, which bundles need."));
+    parser.setExitStatuses("", QT_TRANSLATE_NOOP("zelctl", "Always."));
+}
+
+ExitStatus runBundle(const CommandParser& /*parser*/)
+{
+    return fail(Failed, Zelctl::tr("this zelctl was built without libarchive, which bundles need"));
 }

@@ -2,11 +2,12 @@
 
 #include "bundlelosses.h"
 #include "cleanreplacement.h"
+#include "folder.h"
 #include "progressbar.h"
+#include "readfile.h"
+#include "words.h"
 #include <zeltools/supportbundle/supportbundle.h>
 #include <zeltools/supportbundle/supportbundlereader.h>
-
-#include <QDir>
 
 #include <optional>
 #include <utility>
@@ -19,21 +20,15 @@ using zeltools::SupportBundleReader;
 namespace
 {
 
-QString countText(int count, const char* noun)
-{
-    return QStringLiteral("%1 %2%3").arg(count).arg(QString::fromLatin1(noun),
-                                                    count == 1 ? QString() : QStringLiteral("s"));
-}
-
 /// Names what could not be read, on stderr, since the bundle is complete without it.
 void reportMissing(const SupportBundleManifest& manifest)
 {
     for (const auto& omission : manifest.missing)
-        fail(Done, QStringLiteral("not in the bundle: %1: %2")
+        fail(Done, Zelctl::tr("not in the bundle: %1: %2")
                        .arg(SupportBundleManifest::escaped(omission.name), omission.reason));
     for (const auto& member : manifest.members) {
         if (member.padded_B > 0)
-            fail(Done, QStringLiteral("%1 ends with %2 bytes of zeros: %3")
+            fail(Done, Zelctl::tr("%1 ends with %2 bytes of zeros: %3")
                            .arg(SupportBundleManifest::escaped(member.name))
                            .arg(member.padded_B)
                            .arg(member.fault));
@@ -80,20 +75,21 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
     const QString misuse = bundle.problemWith(request.output);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
+    const QString problem = problemWithFolder(request.folder);
+    if (!problem.isEmpty())
+        return fail(Failed, problem);
     if (!bundle.addMachineFolder(request.folder))
-        return fail(Failed, QDir(request.folder).exists()
-                                ? request.folder + QStringLiteral(" holds no log files")
-                                : QStringLiteral("no folder ") + request.folder);
+        return fail(Failed, Zelctl::tr("%1 holds no log files").arg(request.folder));
     bundle.setEnvironmentFile(request.environmentFile);
     FileReplacement file(request.output);
     if (file.wouldLose(request.keyFile) || file.wouldLose(request.environmentFile))
-        return fail(Failed, QStringLiteral("writing %1 would lose the key or the environment file")
+        return fail(Failed, Zelctl::tr("writing %1 would lose the key or the environment file")
                                 .arg(request.output));
-    Bar readingBar("reading");
+    Bar readingBar(QT_TRANSLATE_NOOP("zelctl", "reading"));
     bundle.addContent(QStringLiteral("losses.json"),
                       lossesInFiles(request.folder, readingBar.progress()));
     readingBar.clear();
-    Bar bar("packing");
+    Bar bar(QT_TRANSLATE_NOOP("zelctl", "packing"));
     QObject::connect(&bundle, &SupportBundle::progress, bar.progress());
     const bool isDone = replaceCleanly(
         file, [&](int descriptor) { return bundle.write(descriptor, request.output); });
@@ -101,13 +97,18 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
     if (!isDone)
         return fail(Failed, file.errorString());
     reportMissing(bundle.manifest());
-    return printLine(countText(bundle.manifest().members.size(), "file") + QStringLiteral(" in ") +
-                     request.output);
+    return printLine(Zelctl::counted(bundle.manifest().members.size(),
+                                     QT_TRANSLATE_NOOP("zelctl", "1 file in %1"),
+                                     QT_TRANSLATE_N_NOOP("zelctl", "%n files in %1"))
+                         .arg(request.output));
 }
 
-ExitStatus verifyBundle(const QString& path, const SimpleCrypt* crypt)
+ExitStatus verifyBundle(const QString& path, const SimpleCrypt* crypt, bool isJson)
 {
-    Bar bar("checking");
+    const QString obstacle = whyUnreadable(path);
+    if (!obstacle.isEmpty())
+        return fail(Failed, obstacle);
+    Bar bar(QT_TRANSLATE_NOOP("zelctl", "checking"));
     SupportBundleReader reader(path, bar.progress());
     if (crypt != nullptr)
         reader.setCrypt(*crypt);
@@ -115,14 +116,18 @@ ExitStatus verifyBundle(const QString& path, const SimpleCrypt* crypt)
     bar.clear();
     if (!isComplete)
         return fail(Failed, reader.errorString());
-    return printLine(QStringLiteral("complete: %1 of %2")
-                         .arg(countText(reader.manifest().members.size(), "file"),
-                              reader.manifest().created.toString(Qt::ISODate)));
+    const auto count = static_cast<int>(reader.manifest().members.size());
+    const QString created = reader.manifest().created.toString(Qt::ISODate);
+    if (isJson)
+        return printJson(jsonObject({{"files", count}, {"created", created}}));
+    return printLine(Zelctl::counted(count, QT_TRANSLATE_NOOP("zelctl", "complete: 1 file of %1"),
+                                     QT_TRANSLATE_N_NOOP("zelctl", "complete: %n files of %1"))
+                         .arg(created));
 }
 
 ExitStatus listBundle(const QString& path, const SimpleCrypt* crypt, bool isJson)
 {
-    Bar bar("reading");
+    Bar bar(QT_TRANSLATE_NOOP("zelctl", "reading"));
     SupportBundleReader reader(path, bar.progress());
     if (crypt != nullptr)
         reader.setCrypt(*crypt);

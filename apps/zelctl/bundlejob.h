@@ -20,6 +20,6 @@ struct BundleRequest
 /// behind.
 ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt);
 /// Checks each member of a bundle and prints how many there are.
-ExitStatus verifyBundle(const QString& path, const SimpleCrypt* crypt);
+ExitStatus verifyBundle(const QString& path, const SimpleCrypt* crypt, bool isJson);
 /// Prints the table of contents.
 ExitStatus listBundle(const QString& path, const SimpleCrypt* crypt, bool isJson);

@@ -1,5 +1,7 @@
 #include "clocklink.h"
 
+#include "words.h"
+
 #include <zeltools/system/simulateddatetimemanager.h>
 
 #include <QCoreApplication>
@@ -20,6 +22,15 @@ constexpr auto s_refusalTime = 1s;
 void end(ExitStatus status)
 {
     QCoreApplication::exit(status);
+}
+
+/// The date and time that a machine has asked for, which is in UTC.
+QJsonObject requestObject(const QString& text)
+{
+    QDateTime time = QDateTime::fromString(text, SimulatedDateTimeManager::dateTimeFormat());
+    time.setTimeSpec(Qt::UTC);
+    return time.isValid() ? jsonObject({{"time", time.toString(Qt::ISODate)}})
+                          : jsonObject({{"text", text}});
 }
 
 } // namespace
@@ -45,7 +56,9 @@ void ClockLink::onReceived(const QByteArray& data)
 {
     if (m_request.dateTime.isValid() && !m_request.isFollowing)
         return;
-    const ExitStatus status = printLine(withoutControls(QString::fromUtf8(data)));
+    const ExitStatus status = m_request.isJson
+                                  ? printJson(requestObject(QString::fromUtf8(data)))
+                                  : printLine(withoutControls(QString::fromUtf8(data)));
     if (status != Done || !m_request.isFollowing)
         end(status);
 }
@@ -56,24 +69,31 @@ void ClockLink::onTimeout()
         return;
     QString problem = m_closing;
     if (m_link.connected() || m_closing.isEmpty())
-        problem = QStringLiteral("no machine has %1 in %2 s")
-                      .arg(m_link.connected() ? QStringLiteral("asked for a time")
-                                              : QStringLiteral("connected"))
+        problem = (m_link.connected() ? Zelctl::tr("no machine has asked for a time in %1 s")
+                                      : Zelctl::tr("no machine has connected in %1 s"))
                       .arg(m_request.timeLimit.count());
     end(fail(Failed, problem));
+}
+
+ExitStatus ClockLink::printSet(const QDateTime& time) const
+{
+    // In the zone of the machine; a QDateTime would be invalid if this computer's zone skips it.
+    const QString clock =
+        time.date().toString(Qt::ISODate) + QLatin1Char('T') + time.time().toString(Qt::ISODate);
+    return m_request.isJson ? printJson(jsonObject({{"set", clock}})) : Done;
 }
 
 void ClockLink::onClosed()
 {
     const bool isRefusal = std::chrono::milliseconds(m_sinceConnected.elapsed()) < s_refusalTime;
-    QString closing = QStringLiteral("the machine has closed the link");
-    if (isRefusal)
-        closing += QStringLiteral(", it may have another simulator");
+    const QString closing =
+        isRefusal ? Zelctl::tr("the machine has closed the link, it may have another simulator")
+                  : Zelctl::tr("the machine has closed the link");
     // While the other simulator stays, each attempt to connect is refused.
     const bool isNew = !isRefusal || closing != m_closing;
     m_closing = closing;
     if (m_request.isFollowing && isNew)
-        fail(Failed, closing + QStringLiteral("; waiting for it"));
+        fail(Failed, Zelctl::tr("%1; waiting for it").arg(closing));
     else if (m_isSent && !m_request.isFollowing)
         end(fail(Failed, closing));
 }
@@ -87,5 +107,7 @@ void ClockLink::send()
     m_link.write(QLocale::c().toString(now, form).toLatin1());
     m_isSent = true;
     if (!m_request.isFollowing)
-        QTimer::singleShot(s_refusalTime, &m_link, [] { end(Done); });
+        QTimer::singleShot(s_refusalTime, &m_link, [this, now] { end(printSet(now)); });
+    else if (printSet(now) != Done)
+        end(Failed);
 }

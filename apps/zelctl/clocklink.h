@@ -14,6 +14,7 @@ struct ClockRequest
     QString address;
     QDateTime dateTime; ///< to set, in the machine's zone; invalid if the command only listens
     bool isFollowing = false;
+    bool isJson = false;
     std::chrono::seconds timeLimit{};
 };
 
@@ -34,6 +35,7 @@ public:
 private:
     void onClosed();
     void send();
+    ExitStatus printSet(const QDateTime& time) const;
 
     const ClockRequest& m_request;
     zeltools::simulationinterface::SimulationInterface& m_link;

@@ -1,11 +1,14 @@
 #include "command.h"
 
+#include "words.h"
+
 #include <QJsonDocument>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 QString withoutControls(QString text, const QString& kept)
@@ -22,6 +25,14 @@ QString systemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
+void keepStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY); // takes the lowest
+    }
+}
+
 ExitStatus fail(ExitStatus status, const QString& message)
 {
     std::fprintf(stderr, "zelctl: %s\n", withoutControls(message).toUtf8().constData());
@@ -33,7 +44,7 @@ ExitStatus writeOutput(const QByteArray& bytes)
     const auto size = static_cast<size_t>(bytes.size());
     if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
         return Done;
-    return fail(Failed, QStringLiteral("cannot write the output: ") + systemError());
+    return fail(Failed, Zelctl::tr("cannot write the output: %1").arg(systemError()));
 }
 
 ExitStatus print(const QString& text)
@@ -56,7 +67,13 @@ QJsonObject jsonObject(std::initializer_list<std::pair<const char*, QJsonValue>>
     return object;
 }
 
+QString jsonLine(const QJsonObject& object)
+{
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) +
+           QLatin1Char('\n');
+}
+
 ExitStatus printJson(const QJsonObject& object)
 {
-    return printLine(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    return print(jsonLine(object));
 }

@@ -11,13 +11,17 @@
 /// one line on stderr.
 enum ExitStatus { Done = 0, Failed = 1, WrongUsage = 2 };
 
-/// A row of the table in main.cpp.
+class CommandParser;
+
+/// A row of the table in commands.cpp.
 struct Command
 {
-    const char* name;
+    const char* name; ///< one word, or two, such as "log recover"
     const char* summary;
-    /// Takes "zelctl <name>" and all that follows it on the command line.
-    ExitStatus (*run)(const QStringList& arguments);
+    /// Adds all that the help says about the command, and changes nothing else.
+    void (*describe)(CommandParser& parser);
+    /// Takes the parsed command line.
+    ExitStatus (*run)(const CommandParser& parser);
 };
 
 /// Masks control characters, so that a text from outside cannot command a terminal by an escape
@@ -26,6 +30,10 @@ QString withoutControls(QString text, const QString& kept = QString());
 
 /// The text for `errno`.
 QString systemError();
+
+/// Keeps the numbers of standard streams that the caller has closed from going to other files, into
+/// which messages would be written. Reading from such a stream, and writing to it, fails.
+void keepStandardStreams();
 
 /// Prints the message on stderr and returns the status. All streams are UTF-8 in every locale, as
 /// the log files are.
@@ -40,5 +48,7 @@ ExitStatus print(const QString& text);
 ExitStatus printLine(const QString& text);
 /// An object of members with ASCII names.
 QJsonObject jsonObject(std::initializer_list<std::pair<const char*, QJsonValue>> members);
+/// The object in one line, with its line feed.
+QString jsonLine(const QJsonObject& object);
 /// Prints an object in one line.
 ExitStatus printJson(const QJsonObject& object);

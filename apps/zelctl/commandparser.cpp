@@ -1,35 +1,86 @@
 #include "commandparser.h"
 
-void CommandParser::setDescription(const char* description)
-{
-    m_parser.setApplicationDescription(QString::fromLatin1(description));
-}
+#include "commandhelp.h"
+#include "commandwords.h"
+#include "words.h"
 
-void CommandParser::addArgument(const char* name, const char* description, const char* syntax)
+namespace
 {
-    m_parser.addPositionalArgument(QString::fromLatin1(name), QString::fromLatin1(description),
-                                   QString::fromLatin1(syntax));
+
+/// The messages of QCommandLineParser, whose own translations are not installed with zelctl.
+[[maybe_unused]] constexpr const char* s_problems[]{
+    QT_TRANSLATE_NOOP("QCommandLineParser", "Unknown option '%1'."),
+    QT_TRANSLATE_NOOP("QCommandLineParser", "Unknown options: %1."),
+    QT_TRANSLATE_NOOP("QCommandLineParser", "Missing value after '%1'."),
+    QT_TRANSLATE_NOOP("QCommandLineParser", "Unexpected value after '%1'."),
+};
+
+} // namespace
+
+CommandParser::CommandParser(const Command& command)
+    : m_command(command)
+{
+    command.describe(*this);
+    addOptions({{"help", QT_TRANSLATE_NOOP("zelctl", "Shows this help.")}});
 }
 
 void CommandParser::addOptions(std::initializer_list<Option> options)
 {
-    for (const Option& option : options)
-        m_parser.addOption(
-            {QString::fromLatin1(option.name), QString::fromLatin1(option.description),
-             QString::fromLatin1(option.valueName), QString::fromLatin1(option.defaultValue)});
+    for (const Option& option : options) {
+        QStringList names(QString::fromLatin1(option.name));
+        if (names.first() == QLatin1String("help"))
+            names.prepend(QStringLiteral("h"));
+        m_parser.addOption({names, QString(), QString::fromLatin1(option.valueName),
+                            QString::fromLatin1(option.defaultValue)});
+        m_description.options.push_back(option);
+    }
+}
+
+void CommandParser::setExitStatuses(const char* done, const char* failed)
+{
+    m_description.done = done;
+    m_description.failed = failed;
+}
+
+CommandParser::Value CommandParser::valueOf(const QString& name) const
+{
+    for (const Value& value : m_description.values) {
+        if (name == QLatin1String(value.name))
+            return value;
+    }
+    if (name.contains(QLatin1Char('|')))
+        return {"", "", OneOf, name.split(QLatin1Char('|'))};
+    return {"", ""};
+}
+
+QStringList CommandParser::names(const char* option) const
+{
+    const QChar comma(QLatin1Char(','));
+    return isSet(option) ? values(option).join(comma).split(comma) : QStringList();
 }
 
 std::optional<ExitStatus> CommandParser::parse(const QStringList& words)
 {
-    const QString help = QStringLiteral("help");
-    m_parser.addOption({{QStringLiteral("h"), help}, QStringLiteral("Shows this help.")});
     const bool isParsed = m_parser.parse(words);
-    if (m_parser.isSet(help))
-        return print(m_parser.helpText());
+    if (isSet("help"))
+        return print(commandHelp(*this));
     if (!isParsed)
         return fail(WrongUsage, m_parser.errorText());
     // A malformed text is decoded to this character. No file would be found by it.
     if (words.join(QString()).contains(QChar::ReplacementCharacter))
-        return fail(WrongUsage, QStringLiteral("the arguments are not UTF-8"));
-    return std::nullopt;
+        return fail(WrongUsage, Zelctl::tr("the arguments are not UTF-8"));
+    const QString misuse = problem();
+    if (misuse.isEmpty())
+        return std::nullopt;
+    return fail(WrongUsage, Zelctl::tr("%1; see \"%2 --help\"").arg(misuse, words.first()));
+}
+
+QString CommandParser::problem() const
+{
+    for (const Option& option : m_description.options) {
+        const QString name = QString::fromLatin1(option.name);
+        if (*option.valueName != '\0' && !option.isRepeatable && m_parser.values(name).size() > 1)
+            return Zelctl::tr("--%1 is given more than once").arg(name);
+    }
+    return problemWithWords(*this);
 }

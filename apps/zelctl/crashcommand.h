@@ -4,4 +4,5 @@
 
 /// `zelctl crash`: lists the crash reports of a machine, and shows one with the names of the
 /// functions in its stacks. It changes no file.
-ExitStatus runCrash(const QStringList& arguments);
+ExitStatus runCrash(const CommandParser& parser);
+void describeCrash(CommandParser& parser);

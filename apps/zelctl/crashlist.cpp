@@ -4,6 +4,7 @@
 #include "crashprinter.h"
 #include "readfile.h"
 #include "table.h"
+#include "words.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -73,7 +74,7 @@ QStringList row(const Entry& entry)
             entry.reason.isEmpty() ? none : entry.reason};
 }
 
-QString listText(const QVector<Entry>& entries)
+QString listText(const QVector<Entry>& entries, int width)
 {
     QVector<QStringList> rows;
     for (const Entry& entry : entries) {
@@ -81,7 +82,7 @@ QString listText(const QVector<Entry>& entries)
         for (QString& cell : rows.last())
             cell = withoutControls(cell);
     }
-    return table(rows);
+    return table(rows, width);
 }
 
 QJsonObject listJson(const QVector<Entry>& entries)
@@ -112,14 +113,17 @@ std::optional<CrashReport> readCrashReport(const QString& path, QString& error)
     }
     QString reason;
     std::optional<CrashReport> report = CrashReport::parse(content.bytes, reason);
-    error = report ? QString() : QStringLiteral("cannot read %1: %2").arg(path, reason);
+    error = report ? QString() : Zelctl::tr("cannot read %1: %2").arg(path, reason);
     return report;
 }
 
-ExitStatus printCrashList(const QString& folder, bool isJson)
+ExitStatus printCrashList(const QString& folder, bool isJson, int width)
 {
+    if (isJson)
+        Zelctl::speakEnglish(); // The object has the messages about unreadable reports.
     const QVector<Entry> entries = readEntries(folder);
-    const ExitStatus status = isJson ? printJson(listJson(entries)) : print(listText(entries));
+    const ExitStatus status =
+        isJson ? printJson(listJson(entries)) : print(listText(entries, width));
     const auto unreadable = std::find_if(entries.begin(), entries.end(),
                                          [](const Entry& entry) { return !entry.error.isEmpty(); });
     return status == Done && unreadable != entries.end() ? fail(Failed, unreadable->error) : status;

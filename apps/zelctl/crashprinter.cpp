@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "table.h"
+#include "words.h"
 
 #include <QDateTime>
 
@@ -19,7 +20,7 @@ public:
     {
         constexpr int width = 13;
         if (!value.isEmpty())
-            addLine(QString::fromLatin1(name).leftJustified(width) + value);
+            addLine(Zelctl::tr(name).leftJustified(width - 1) + QLatin1Char(' ') + value);
     }
     void addHeading(const QString& heading)
     {
@@ -70,18 +71,20 @@ QString signalText(const CrashReport& report)
 void addSummary(Page& page, const CrashReport& report)
 {
     if (!report.isComplete)
-        page.addField("incomplete", QStringLiteral("the report is cut or damaged"));
-    page.addField("signal", signalText(report));
-    page.addField("reason", report.reason);
-    page.addField("address", report.address ? hex(*report.address) : QString());
-    page.addField("time", crashTime(report.time_ms));
-    page.addField("running for", duration(report.uptime_ms));
-    page.addField("started", crashTime(report.started_ms));
-    page.addField("program",
-                  QStringLiteral("%1 (process %2)").arg(report.program).arg(report.process));
-    page.addField("application", report.application);
-    page.addField("library", report.library);
-    page.addField("boot", report.boot);
+        page.addField(QT_TRANSLATE_NOOP("zelctl", "incomplete"),
+                      Zelctl::tr("the report is cut or damaged"));
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "signal"), signalText(report));
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "reason"), report.reason);
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "address"),
+                  report.address ? hex(*report.address) : QString());
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "time"), crashTime(report.time_ms));
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "running for"), duration(report.uptime_ms));
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "started"), crashTime(report.started_ms));
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "program"),
+                  Zelctl::tr("%1 (process %2)").arg(report.program).arg(report.process));
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "application"), report.application);
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "library"), report.library);
+    page.addField(QT_TRANSLATE_NOOP("zelctl", "boot"), report.boot);
 }
 
 /// The place of a call in its file, such as "demo+0x4f21".
@@ -96,11 +99,11 @@ QString place(const CrashSymbols::Call& call)
 
 void addStack(Page& page, const CrashReport::Stack& stack, const CrashSymbols& symbols)
 {
-    page.addHeading(QStringLiteral("thread %1 %2%3")
-                        .arg(QString::number(stack.thread), stack.name,
-                             stack.hasCrashed ? QStringLiteral(", crashed") : QString()));
+    page.addHeading(
+        (stack.hasCrashed ? Zelctl::tr("thread %1 %2, crashed") : Zelctl::tr("thread %1 %2"))
+            .arg(QString::number(stack.thread), stack.name));
     if (stack.calls.isEmpty())
-        page.addLine(QStringLiteral("  no answer"));
+        page.addLine(QStringLiteral("  ") + Zelctl::tr("no answer"));
     const QVector<CrashSymbols::Call> calls = symbols.calls(stack);
     for (int i = 0; i < calls.size(); ++i) {
         const QStringList& functions = calls[i].functions;
@@ -108,7 +111,8 @@ void addStack(Page& page, const CrashReport::Stack& stack, const CrashSymbols& s
         page.addLine(QStringLiteral("  #%1 %2 (%3)")
                          .arg(QString::number(i).leftJustified(2), function, place(calls[i])));
         for (int j = 1; j < functions.size(); ++j)
-            page.addLine(QStringLiteral("      inlined into ") + functions[j]);
+            page.addLine(QStringLiteral("      ") +
+                         Zelctl::tr("inlined into %1").arg(functions[j]));
     }
 }
 
@@ -122,7 +126,7 @@ QStringList threadLines(const CrashReport& report)
     QVector<QStringList> rows;
     for (const CrashReport::MonitoredThread& thread : report.monitoredThreads)
         rows.append({thread.name, QString::number(thread.thread), thread.state,
-                     QStringLiteral("last tick %1 ms before").arg(thread.sinceTick_ms)});
+                     Zelctl::tr("last tick %1 ms before").arg(thread.sinceTick_ms)});
     return lines(rows);
 }
 
@@ -171,11 +175,11 @@ QString crashText(const CrashReport& report, const CrashSymbols& symbols)
     addSummary(page, report);
     for (const CrashReport::Stack& stack : report.stacks)
         addStack(page, stack, symbols);
-    page.addLines(QStringLiteral("monitored threads"), threadLines(report));
-    page.addLines(QStringLiteral("last lines of the log"), report.log);
+    page.addLines(Zelctl::tr("monitored threads"), threadLines(report));
+    page.addLines(Zelctl::tr("last lines of the log"), report.log);
     for (const CrashReport::Section& section : report.sections)
         page.addLines(section.name, section.lines);
-    page.addLines(QStringLiteral("registers"), registerLines(report));
-    page.addLines(QStringLiteral("modules"), moduleLines(report, symbols));
+    page.addLines(Zelctl::tr("registers"), registerLines(report));
+    page.addLines(Zelctl::tr("modules"), moduleLines(report, symbols));
     return page.text();
 }

@@ -4,6 +4,7 @@
 #include "cryptinfo.h"
 #include "cryptjob.h"
 #include "cryptkey.h"
+#include "words.h"
 
 #include <QByteArrayList>
 
@@ -11,7 +12,6 @@ namespace
 {
 
 const QLatin1String s_encrypt("encrypt");
-const QLatin1String s_decrypt("decrypt");
 const QLatin1String s_info("info");
 
 // In the order of the enumerations.
@@ -31,7 +31,7 @@ QString readRequirement(const CommandParser& parser, Job& job)
         return QString();
     const int protection = choice(parser, "require", s_protections);
     if (protection <= SimpleCrypt::ProtectionOff)
-        return QStringLiteral("--require is checksum or sha1");
+        return Zelctl::tr("--require is checksum or sha1");
     job.required = static_cast<SimpleCrypt::ProtectionMode>(protection);
     return QString();
 }
@@ -42,13 +42,13 @@ QString readSettings(const CommandParser& parser, Job& job)
     const int protection = choice(parser, "protection", s_protections);
     const int compression = choice(parser, "compression", s_compressions);
     if (protection < 0)
-        return QStringLiteral("--protection is off, checksum or sha1");
+        return Zelctl::tr("--protection is off, checksum or sha1");
     if (compression < 0)
-        return QStringLiteral("--compression is smaller, forced or off");
+        return Zelctl::tr("--compression is smaller, forced or off");
     const QString metadata = parser.value("metadata");
     for (const QChar character : metadata) {
         if (character.unicode() >= 0x80)
-            return QStringLiteral(
+            return Zelctl::tr(
                 "--metadata takes ASCII only: anything else would be read back changed");
     }
     job.crypt.setProtection(static_cast<SimpleCrypt::ProtectionMode>(protection));
@@ -59,36 +59,6 @@ QString readSettings(const CommandParser& parser, Job& job)
     job.isWhole = parser.isSet("whole-file") || compression != SimpleCrypt::CompressionOff ||
                   protection == SimpleCrypt::ProtectionChecksum;
     return QString();
-}
-
-void addOptions(CommandParser& parser)
-{
-    parser.setDescription(
-        "Encrypts and decrypts files, and shows what their header says.\n\n"
-        "  encrypt IN OUT  checks what it wrote by decrypting it\n"
-        "  decrypt IN OUT\n"
-        "  info FILE       version, flags, metadata, the number of bytes in front of the payload\n"
-        "                  and where the digest is; needs no key\n\n"
-        "OUT appears when it is complete. \"-\" is the standard input or output. Compression, a\n"
-        "checksum and pipes need memory for several times the size of the file; all else is\n"
-        "streamed. The key, 16 hexadecimal digits, comes from --key-file or from the\n"
-        "environment variable ZEL_KEY.\n\n"
-        "The flags of a file are not protected: one that has lost them is decrypted without a\n"
-        "check, into garbage, and the program says only that nothing was checked. --require\n"
-        "refuses such a file.");
-    parser.addArgument("WORDS", "As above.",
-                       "encrypt|decrypt IN OUT\n       zelctl crypt [options] info FILE");
-    parser.addOptions({
-        {"key-file", "Reads the key from FILE.", "FILE"},
-        {"metadata", "Puts a readable ASCII text into the header.", "TEXT"},
-        {"protection", "off, checksum or sha1, the default.", "MODE", "sha1"},
-        {"compression", "smaller (where it pays), forced or off, the default.", "MODE", "off"},
-        {"plain", "Does not encipher."},
-        {"fixed-lead", "The same input gives the same output each time."},
-        {"whole-file", "Does not stream."},
-        {"require", "Decrypts only what is checked by this: checksum or sha1.", "MODE"},
-        {"json", "Prints the info as one JSON object."},
-    });
 }
 
 /// The options that do not belong to an action.
@@ -111,12 +81,9 @@ QString misuseOf(const CommandParser& parser)
     const QByteArrayList misplaced = misplacedOptions(action);
     for (const QByteArray& option : misplaced) {
         if (parser.isSet(option.constData()))
-            return QStringLiteral("--%1 does not belong to \"%2\"")
+            return Zelctl::tr("--%1 does not belong to \"%2\"")
                 .arg(QString::fromLatin1(option), action);
     }
-    const bool isAction = action == s_encrypt || action == s_decrypt || action == s_info;
-    if (!isAction || words.size() != (action == s_info ? 2 : 3) || words.contains(QString()))
-        return QStringLiteral("see \"zelctl crypt --help\" for what crypt needs");
     return QString();
 }
 
@@ -138,12 +105,69 @@ ExitStatus runJob(const CommandParser& parser, const QStringList& words)
 
 } // namespace
 
-ExitStatus runCrypt(const QStringList& arguments)
+void describeCrypt(CommandParser& parser)
 {
-    CommandParser parser;
-    addOptions(parser);
-    if (const std::optional<ExitStatus> status = parseSecretly(parser, arguments, misuseOf))
-        return *status;
+    parser.setDescription(QT_TRANSLATE_NOOP(
+        "zelctl",
+        "Encrypts and decrypts files, and shows what their header says.\n\n"
+        "OUT appears when it is complete. Compression, a checksum and pipes need memory for "
+        "several times the size of the file; all else is streamed. The key, 16 hexadecimal digits, "
+        "comes from --key-file or from the environment variable ZEL_KEY.\n\n"
+        "The flags of a file are not protected: one that has lost them is decrypted without a "
+        "check, into garbage, and the program says only that nothing was checked. --require "
+        "refuses such a file."));
+    parser.addUsages({
+        {"encrypt IN OUT",
+         QT_TRANSLATE_NOOP("zelctl", "Encrypts, and checks what it wrote by decrypting it.")},
+        {"decrypt IN OUT", QT_TRANSLATE_NOOP("zelctl", "Decrypts.")},
+        {"info FILE",
+         QT_TRANSLATE_NOOP("zelctl", "Shows version, flags, metadata, the number of bytes in front "
+                                     "of the payload and where the digest is; needs no key.")},
+    });
+    parser.addValues({
+        {"IN", QT_TRANSLATE_NOOP("zelctl", "A file, or \"-\" for the standard input"),
+         CommandParser::File},
+        {"OUT", QT_TRANSLATE_NOOP("zelctl", "A file, or \"-\" for the standard output"),
+         CommandParser::File},
+        {"FILE", "", CommandParser::File},
+    });
+    parser.addOptions({
+        {"key-file", QT_TRANSLATE_NOOP("zelctl", "Reads the key from FILE."), "FILE"},
+        {"metadata", QT_TRANSLATE_NOOP("zelctl", "Puts a readable ASCII text into the header."),
+         "TEXT"},
+        {"protection", QT_TRANSLATE_NOOP("zelctl", "What a decryption checks; sha1 unless given."),
+         "off|checksum|sha1", "sha1"},
+        {"compression",
+         QT_TRANSLATE_NOOP("zelctl", "smaller compresses where it pays; off unless given."),
+         "smaller|forced|off", "off"},
+        {"plain", QT_TRANSLATE_NOOP("zelctl", "Does not encipher.")},
+        {"fixed-lead",
+         QT_TRANSLATE_NOOP("zelctl", "The same input gives the same output each time.")},
+        {"whole-file", QT_TRANSLATE_NOOP("zelctl", "Does not stream.")},
+        {"require", QT_TRANSLATE_NOOP("zelctl", "Decrypts only what is checked by this."),
+         "checksum|sha1"},
+        {"json", QT_TRANSLATE_NOOP("zelctl", "Prints the info as one JSON object.")},
+    });
+    parser.setExitStatuses(
+        QT_TRANSLATE_NOOP("zelctl", "OUT is complete, or the header was shown."),
+        QT_TRANSLATE_NOOP("zelctl", "There is no OUT: a file cannot be read or written, is "
+                                    "damaged, or the key is missing or wrong."));
+    parser.addEnvironment(
+        {{"ZEL_KEY",
+          QT_TRANSLATE_NOOP("zelctl", "The key, 16 hexadecimal digits, without --key-file.")}});
+    parser.addExamples({
+        {"zelctl crypt encrypt machine.db backup.db --key-file key --metadata \"machine 4711\"",
+         QT_TRANSLATE_NOOP("zelctl", "Encrypts a file.")},
+        {"zelctl crypt info backup.db", QT_TRANSLATE_NOOP("zelctl", "Shows what it is.")},
+    });
+}
+
+ExitStatus runCrypt(const CommandParser& parser)
+{
+    startSecretly();
+    const QString misuse = misuseOf(parser);
+    if (!misuse.isEmpty())
+        return fail(WrongUsage, misuse);
     const QStringList words = parser.arguments();
     return words[0] == s_info ? showInfo(words[1], parser.isSet("json")) : runJob(parser, words);
 }

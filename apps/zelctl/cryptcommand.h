@@ -4,4 +4,5 @@
 
 /// `zelctl crypt`: encrypts and decrypts files, and shows what their header says. It decrypts
 /// its output again before the file gets its name.
-ExitStatus runCrypt(const QStringList& arguments);
+ExitStatus runCrypt(const CommandParser& parser);
+void describeCrypt(CommandParser& parser);

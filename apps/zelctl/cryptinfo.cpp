@@ -1,6 +1,7 @@
 #include "cryptinfo.h"
 
 #include "readfile.h"
+#include "words.h"
 #include <zeltools/simplecrypt.h>
 
 #include <QFile>
@@ -49,7 +50,7 @@ QString readInfo(const QString& path, Info& info)
     const QByteArray start = file.read(SimpleCrypt::shortestStreamed_B);
     SimpleCrypt crypt;
     if (start.size() < SimpleCrypt::shortestHeader_B || !crypt.checkVersion(start))
-        return path + QStringLiteral(" is not a cyphertext");
+        return Zelctl::tr("%1 is not a cyphertext").arg(path);
     info.version = static_cast<quint8>(start.at(0));
     info.flags = static_cast<quint8>(start.at(1));
     const bool hasHash = (info.flags & SimpleCrypt::FlagSha1) != 0;
@@ -68,7 +69,7 @@ QString readInfo(const QString& path, Info& info)
     if (!failure.systemError.isEmpty())
         return QStringLiteral("%1: %2").arg(path, failure.systemError);
     return failure.code != SimpleCrypt::CryptNoError || info.leadEnd + info.digestSize > file.size()
-               ? QStringLiteral("the header of %1 is damaged").arg(path)
+               ? Zelctl::tr("the header of %1 is damaged").arg(path)
                : QString();
 }
 
@@ -101,7 +102,7 @@ ExitStatus showInfo(const QString& path, bool isJson)
     if (!info.metadata.isEmpty())
         metadata = withoutControls(info.metadata);
     else if (info.metadataSize > 0)
-        metadata = QStringLiteral("%1 bytes, too many to be shown").arg(info.metadataSize);
+        metadata = Zelctl::tr("%1 bytes, too many to be shown").arg(info.metadataSize);
     return print(QStringLiteral("version        %1\nflags          %2\nmetadata       %3\n"
                                 "header length  %4\ndigest offset  %5\n")
                      .arg(QString::number(info.version),

@@ -2,8 +2,10 @@
 
 #include "cleanreplacement.h"
 #include "comparison.h"
+#include "folder.h"
 #include "progressbar.h"
 #include "readfile.h"
+#include "words.h"
 
 #include <QFileInfo>
 
@@ -16,12 +18,13 @@ namespace
 {
 
 const QLatin1String s_standardStream("-");
-const QLatin1String s_isDifferent("what was written does not decrypt to it");
+constexpr auto s_isDifferent =
+    QT_TRANSLATE_NOOP("zelctl", "what was written does not decrypt to it");
 
 QString cannot(const Job& job, const QString& reason)
 {
-    const QString format = job.isEncryption ? QStringLiteral("cannot encrypt %1: %2")
-                                            : QStringLiteral("cannot decrypt %1: %2");
+    const QString format = job.isEncryption ? Zelctl::tr("cannot encrypt %1: %2")
+                                            : Zelctl::tr("cannot decrypt %1: %2");
     return format.arg(job.input, reason);
 }
 
@@ -32,17 +35,17 @@ QString explain(const Job& job, const SimpleCrypt::Failure& failure)
     case SimpleCrypt::CryptNoError:
         return QString();
     case SimpleCrypt::CryptBadVersion:
-        return cannot(job, QStringLiteral("it is not a cyphertext"));
+        return cannot(job, Zelctl::tr("it is not a cyphertext"));
     case SimpleCrypt::CryptIntegrityMismatch:
-        return cannot(job, QStringLiteral("it is damaged, or the key is another one"));
+        return cannot(job, Zelctl::tr("it is damaged, or the key is another one"));
     default: // the settings have been checked
         break;
     }
     if (failure.systemError.isEmpty())
-        return cannot(job, QStringLiteral("it has become shorter meanwhile"));
+        return cannot(job, Zelctl::tr("it has become shorter meanwhile"));
     if (failure.path.isEmpty() || failure.path == job.input)
         return cannot(job, failure.systemError);
-    return QStringLiteral("cannot write %1: %2").arg(job.output, failure.systemError);
+    return Zelctl::tr("cannot write %1: %2").arg(job.output, failure.systemError);
 }
 
 /// The message about a decryption that has succeeded without the required check, or an empty text.
@@ -51,8 +54,8 @@ QString explainProtection(const Job& job)
     if (!job.required || job.crypt.checkedProtection() == *job.required)
         return QString();
     const bool isHash = *job.required == SimpleCrypt::ProtectionSha1;
-    return cannot(job, isHash ? QStringLiteral("it has no SHA-1 to check")
-                              : QStringLiteral("it has no checksum to check"));
+    return cannot(job, isHash ? Zelctl::tr("it has no SHA-1 to check")
+                              : Zelctl::tr("it has no checksum to check"));
 }
 
 bool isStreamed(const Job& job)
@@ -64,7 +67,7 @@ bool isStreamed(const Job& job)
 /// Decrypts the output of an encryption. Returns the problem, or an empty text.
 QString checkOutput(const Job& job, const QString& output)
 {
-    ProgressBar bar("checking");
+    ProgressBar bar(QT_TRANSLATE_NOOP("zelctl", "checking"));
     Comparison comparison(job.input);
     SimpleCrypt check = job.crypt;
     check.setPlainPayload(false); // the header has it
@@ -75,15 +78,17 @@ QString checkOutput(const Job& job, const QString& output)
     if (comparison.isSame() && isRead)
         return QString();
     const QString& error = check.lastFailure().systemError;
-    return error.isEmpty() ? cannot(job, s_isDifferent)
-                           : QStringLiteral("cannot check %1: %2").arg(job.output, error);
+    if (!error.isEmpty())
+        return Zelctl::tr("cannot check %1: %2").arg(job.output, error);
+    return cannot(job, Zelctl::tr(s_isDifferent));
 }
 
 /// Returns the problem, or an empty text.
 QString stream(Job& job, const QString& output)
 {
     {
-        ProgressBar bar(job.isEncryption ? "encrypting" : "decrypting");
+        ProgressBar bar(job.isEncryption ? QT_TRANSLATE_NOOP("zelctl", "encrypting")
+                                         : QT_TRANSLATE_NOOP("zelctl", "decrypting"));
         const auto progress = [&bar](qint64 done_B, qint64 total_B) { bar.show(done_B, total_B); };
         if (job.isEncryption)
             job.crypt.encryptFileInChunks(job.input, output, progress);
@@ -112,7 +117,7 @@ QString transform(Job& job, const QByteArray& bytes, QByteArray& result)
     const QString& error = check.lastFailure().systemError;
     if (!error.isEmpty())
         return cannot(job, error);
-    return isSame ? QString() : cannot(job, s_isDifferent);
+    return isSame ? QString() : cannot(job, Zelctl::tr(s_isDifferent));
 }
 
 /// `file` is null for the standard output.
@@ -139,12 +144,15 @@ ExitStatus processFile(Job& job)
         return fail(Failed, obstacle);
     if (job.output == s_standardStream)
         return processWhole(job, nullptr);
+    const QString problem = problemWithOutput(job.output);
+    if (!problem.isEmpty())
+        return fail(Failed, problem);
     FileReplacement file(job.output);
     if (!file.errorString().isEmpty())
         return fail(Failed, file.errorString());
     if (file.wouldLose(job.input) || file.wouldLose(job.keyFile))
         return fail(Failed,
-                    QStringLiteral("writing %1 would lose the input or the key").arg(job.output));
+                    Zelctl::tr("writing %1 would lose the input or the key").arg(job.output));
     if (!isStreamed(job))
         return processWhole(job, &file);
     const auto write = [&job](int descriptor) {
@@ -161,13 +169,13 @@ ExitStatus run(Job& job)
     try {
         status = processFile(job);
     } catch (const std::bad_alloc&) {
-        return fail(Failed, cannot(job, QStringLiteral("Cannot allocate memory")));
+        return fail(Failed, cannot(job, Zelctl::tr("Cannot allocate memory")));
     } catch (const std::system_error& error) { // of a thread
         return fail(Failed, cannot(job, QString::fromLocal8Bit(error.what())));
     }
     if (status == Done && !job.isEncryption &&
         job.crypt.checkedProtection() == SimpleCrypt::ProtectionOff)
         fail(Done,
-             QStringLiteral("%1 has no checksum and no SHA-1: nothing was checked").arg(job.input));
+             Zelctl::tr("%1 has no checksum and no SHA-1: nothing was checked").arg(job.input));
     return status;
 }

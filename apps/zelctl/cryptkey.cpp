@@ -1,6 +1,7 @@
 #include "cryptkey.h"
 
 #include "readfile.h"
+#include "words.h"
 #include <zeltools/simplecrypt.h>
 
 #include <QFile>
@@ -49,39 +50,33 @@ QString readKeyFile(const QString& path, SimpleCrypt& crypt)
     QFile file(path);
     char text[4096]; // read without a buffer that would keep the key
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return QStringLiteral("cannot read %1: %2").arg(path, file.errorString());
+        return Zelctl::tr("cannot read %1: %2").arg(path, file.errorString());
     const qint64 size = file.read(text, sizeof text);
     if (size < 0)
-        return QStringLiteral("cannot read %1: %2").arg(path, file.errorString());
+        return Zelctl::tr("cannot read %1: %2").arg(path, file.errorString());
     const bool isWhole = size < qint64(sizeof text);
     return takeKey(text, static_cast<size_t>(size), crypt) && isWhole
                ? QString()
-               : path + QStringLiteral(" holds no key of 16 hexadecimal digits");
+               : Zelctl::tr("%1 holds no key of 16 hexadecimal digits").arg(path);
 }
 
 QString readKeyVariable(SimpleCrypt& crypt)
 {
     char* const text = std::getenv("ZEL_KEY");
     if (text == nullptr || *text == '\0')
-        return QStringLiteral("a key is missing: --key-file or the environment variable ZEL_KEY");
+        return Zelctl::tr("a key is missing: --key-file or the environment variable ZEL_KEY");
     return takeKey(text, std::strlen(text), crypt)
                ? QString()
-               : QStringLiteral(
+               : Zelctl::tr(
                      "the environment variable ZEL_KEY holds no key of 16 hexadecimal digits");
 }
 
 } // namespace
 
-std::optional<ExitStatus> parseSecretly(CommandParser& parser, const QStringList& arguments,
-                                        QString (*misuseOf)(const CommandParser& parser))
+void startSecretly()
 {
     prctl(PR_SET_DUMPABLE, 0);
-    // The results report the same problems in one line.
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
-        return status;
-    const QString misuse = misuseOf(parser);
-    return misuse.isEmpty() ? std::nullopt : std::optional(fail(WrongUsage, misuse));
 }
 
 QString readKey(const CommandParser& parser, SimpleCrypt& crypt)

@@ -2,75 +2,77 @@
 
 #include "cleanreplacement.h"
 #include "commandparser.h"
-#include "envfile.h"
+#include "commandwords.h"
 #include "envlist.h"
+#include "folder.h"
 #include "readfile.h"
 #include "settings.h"
+#include "table.h"
+#include "words.h"
 #include <zeltools/keyvaluefile.h>
+#include <zeltools/keyvaluelines.h>
 
 #include <functional>
 
 using zeltools::FileReplacement;
+using zeltools::KeyValueLines;
 
 namespace
 {
 
 const QLatin1String s_list("list");
-const QLatin1String s_get("get");
 const QLatin1String s_set("set");
 const QLatin1String s_unset("unset");
 
-/// The number of words, from the file on, that an action needs; 0 for an unknown one.
-int wordsOf(const QString& action)
-{
-    if (action == s_list)
-        return 2;
-    if (action == s_get || action == s_unset)
-        return 3;
-    return action == s_set ? 4 : 0;
-}
-
 QString unknown(const QString& path, const QString& name)
 {
-    return QStringLiteral("%1 is no switch, and not in %2").arg(name, path);
+    return Zelctl::tr("%1 is not a switch, and not in %2").arg(name, path);
 }
 
-ExitStatus printValue(const QString& path, const Settings& settings, const QString& name)
+ExitStatus printValue(const QString& path, const Settings& settings, const QString& name,
+                      bool isJson)
 {
     const std::optional<Setting> setting = settings.find(name);
     if (!setting)
-        return fail(Failed, Settings::isSwitch(name) ? name + QStringLiteral(" has no value")
+        return fail(Failed, Settings::isSwitch(name) ? Zelctl::tr("%1 has no value").arg(name)
                                                      : unknown(path, name));
-    return setting->reason.isEmpty() ? printLine(setting->value)
-                                     : fail(Failed, faultMessage(path, *setting));
+    if (!setting->reason.isEmpty())
+        return fail(Failed, faultMessage(path, *setting));
+    return isJson ? printJson(jsonObject(
+                        {{"name", name}, {"value", setting->value}, {"source", setting->source}}))
+                  : printLine(setting->value);
 }
 
 /// Edits the file by a function that returns whether it has changed the text.
-ExitStatus edit(const QString& path, bool mayCreate, const std::function<bool(EnvFile&)>& change)
+ExitStatus edit(const QString& path, bool mayCreate,
+                const std::function<bool(KeyValueLines&)>& change)
 {
+    const QString problem = problemWithOutput(path);
+    if (!problem.isEmpty())
+        return fail(Failed, problem);
     FileReplacement file(path, FileReplacement::Edit);
     const FileContent content = readFile(file.path());
     if (file.errorString().isEmpty() && !content.error.isEmpty() && (content.exists || !mayCreate))
         return fail(Failed, content.error);
-    EnvFile text(content.bytes);
+    KeyValueLines text(content.bytes);
     const bool isDone = change(text) ? replaceCleanly(file, text.text()) : file.sync();
     return isDone ? Done : fail(Failed, file.errorString());
 }
 
 ExitStatus set(const QString& path, const QString& name, const QString& value, bool isForced)
 {
-    if (!EnvFile::canHold(name, QStringLiteral("1")))
-        return fail(Failed,
-                    QStringLiteral("a line of the file cannot hold the name \"%1\"").arg(name));
+    if (!KeyValueLines::canHold(name, QStringLiteral("1")))
+        return fail(Failed, Zelctl::tr("a line of the file cannot hold the name \"%1\"").arg(name));
     if (!isForced && !Settings::isSwitch(name))
-        return fail(Failed, name + QStringLiteral(" is no switch; --force sets it all the same"));
-    if (!EnvFile::canHold(name, value))
-        return fail(Failed, QStringLiteral("a line of the file cannot hold the value \"%1\" of %2")
-                                .arg(value, name));
+        return fail(Failed, Zelctl::tr("%1 is not a switch; --force sets it anyway").arg(name));
+    if (!KeyValueLines::canHold(name, value))
+        return fail(
+            Failed,
+            Zelctl::tr("a line of the file cannot hold the value \"%1\" of %2").arg(value, name));
     const QString reason = Settings::refusal(name, value);
     if (!reason.isEmpty())
         return fail(Failed, reason);
-    return edit(path, true, [&](EnvFile& file) {
+    return edit(path, true, [&](KeyValueLines& file) {
         const bool isChange = file.value(name) != value;
         if (isChange)
             file.set(name, value);
@@ -81,7 +83,7 @@ ExitStatus set(const QString& path, const QString& name, const QString& value, b
 ExitStatus unset(const QString& path, const QString& name)
 {
     bool isThere = false;
-    const ExitStatus status = edit(path, false, [&](EnvFile& file) {
+    const ExitStatus status = edit(path, false, [&](KeyValueLines& file) {
         isThere = file.value(name).has_value();
         file.unset(name);
         return isThere;
@@ -91,47 +93,65 @@ ExitStatus unset(const QString& path, const QString& name)
                : fail(Failed, unknown(path, name));
 }
 
-void addOptions(CommandParser& parser)
+} // namespace
+
+void describeEnv(CommandParser& parser)
 {
     parser.setDescription(
-        "Shows and edits the environment file of a machine.\n\n"
-        "  list            what the machine gets, and whether from the file, from the environment\n"
-        "                  (here that of zelctl) or from the build (define); a value that the\n"
-        "                  machine would refuse is marked as invalid, and an exit status of 1\n"
-        "  get NAME        the value that the machine gets\n"
-        "  set NAME VALUE  changes one line of the file, or appends it; creates a missing file\n"
-        "                  (after \"--\" a VALUE may begin with \"-\")\n"
-        "  unset NAME      removes the lines of that name\n"
-        "  catalogue       all switches: name, type, category, flags (1 is visible, 2 and 4 are "
-        "the\n"
-        "                  application's), build default, description");
-    parser.addArgument("FILE", "The environment file.",
-                       "FILE list|get NAME|set NAME VALUE|unset NAME\n"
-                       "       zelctl env [options] catalogue");
+        QT_TRANSLATE_NOOP("zelctl", "Shows and edits the environment file of a machine."));
+    parser.addUsages({
+        {"FILE list", QT_TRANSLATE_NOOP(
+                          "zelctl", "What the machine gets, and whether from the file, from the "
+                                    "environment (here that of zelctl) or from the build (define). "
+                                    "A value that the machine would refuse is marked as invalid.")},
+        {"FILE get NAME", QT_TRANSLATE_NOOP("zelctl", "The value that the machine gets.")},
+        {"FILE set NAME VALUE",
+         QT_TRANSLATE_NOOP("zelctl", "Changes one line of the file, or appends it; creates a "
+                                     "missing file. After \"--\" a VALUE may begin with \"-\".")},
+        {"FILE unset NAME", QT_TRANSLATE_NOOP("zelctl", "Removes the lines of that name.")},
+        {"catalogue",
+         QT_TRANSLATE_NOOP("zelctl", "All switches: name, type, category, flags (1 is visible, 2 "
+                                     "and 4 are the application's), build default, description.")},
+    });
+    parser.addValues({
+        {"FILE", QT_TRANSLATE_NOOP("zelctl", "The environment file"), CommandParser::File},
+        {"NAME", QT_TRANSLATE_NOOP("zelctl", "The name of a switch"), CommandParser::Name,
+         Settings::switches()},
+    });
     parser.addOptions({
-        {"force", "Sets also a name that is no switch known here."},
-        {"json", "Prints the list or the catalogue as one JSON object."},
+        {"force", QT_TRANSLATE_NOOP("zelctl", "Also sets a name that is not a known switch.")},
+        {"wide",
+         QT_TRANSLATE_NOOP("zelctl", "Does not fit the list or the catalogue into the terminal.")},
+        {"json", QT_TRANSLATE_NOOP(
+                     "zelctl", "Prints the list, the value or the catalogue as one JSON object.")},
+    });
+    parser.setExitStatuses(
+        QT_TRANSLATE_NOOP("zelctl", "The value was printed, or the file holds it."),
+        QT_TRANSLATE_NOOP("zelctl", "The file cannot be read or written, the name is unknown, or "
+                                    "the machine would refuse a value."));
+    parser.addExamples({
+        {"zelctl env launcher/environment list",
+         QT_TRANSLATE_NOOP("zelctl", "Shows what a machine would get.")},
+        {"zelctl env launcher/environment set CANBUS_SIMULATION 1",
+         QT_TRANSLATE_NOOP("zelctl", "Sets a switch.")},
     });
 }
 
-} // namespace
-
-ExitStatus runEnv(const QStringList& arguments)
+ExitStatus runEnv(const CommandParser& parser)
 {
-    CommandParser parser;
-    addOptions(parser);
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
-        return *status;
     const QStringList words = parser.arguments();
     const bool isJson = parser.isSet("json");
-    if (words == QStringList(QStringLiteral("catalogue")))
-        return printCatalogue(isJson);
-    const QString path = words.value(0), action = words.value(1), name = words.value(2);
-    if (path.isEmpty() || words.size() != wordsOf(action) || (isJson && action != s_list) ||
-        (parser.isSet("force") && action != s_set))
-        return fail(WrongUsage, QStringLiteral("see \"zelctl env --help\" for what env needs"));
+    const int width = parser.isSet("wide") ? 0 : terminalWidth();
+    const QString path = words.value(0), action = words.value(1, path), name = words.value(2);
+    const QString misuse = problemWithOptions(
+        parser, action,
+        {{"json", "list, get, catalogue"}, {"wide", "list, catalogue"}, {"force", "set"}});
+    if (!misuse.isEmpty())
+        return fail(WrongUsage, misuse);
+    if (words.size() == 1) // "catalogue"
+        return printCatalogue(isJson, width);
     if (words.size() > 2 && name.isEmpty()) // a reader of the file takes it for a blank line
-        return fail(WrongUsage, QStringLiteral("the name is empty"));
+        return fail(WrongUsage, Zelctl::tr("the name is empty"));
     if (action == s_set)
         return set(path, name, words[3], parser.isSet("force"));
     if (action == s_unset)
@@ -140,5 +160,6 @@ ExitStatus runEnv(const QStringList& arguments)
     if (!content.error.isEmpty())
         return fail(Failed, content.error);
     const Settings settings(zeltools::keyvaluefile::parse(content.bytes));
-    return action == s_list ? printList(path, settings, isJson) : printValue(path, settings, name);
+    return action == s_list ? printList(path, settings, isJson, width)
+                            : printValue(path, settings, name, isJson);
 }

@@ -1,6 +1,7 @@
 #include "envlist.h"
 
 #include "table.h"
+#include "words.h"
 #include <zeltools/envvar/envvarstore.h>
 
 #include <QJsonArray>
@@ -16,12 +17,12 @@ namespace
 
 QString environmentMessage(const QString& reason)
 {
-    return QStringLiteral("the environment: ") + reason;
+    return Zelctl::tr("the environment: %1").arg(reason);
 }
 
 } // namespace
 
-ExitStatus printCatalogue(bool isJson)
+ExitStatus printCatalogue(bool isJson, int width)
 {
     QJsonArray array;
     QVector<QStringList> rows;
@@ -42,14 +43,15 @@ ExitStatus printCatalogue(bool isJson)
                      define.value_or(QStringLiteral("-")),
                      QString(var->description()).replace(QLatin1Char('\n'), QLatin1Char(' '))});
     }
-    return isJson ? printJson(jsonObject({{"switches", array}})) : print(table(rows));
+    return isJson ? printJson(jsonObject({{"switches", array}})) : print(table(rows, width));
 }
 
-ExitStatus printList(const QString& path, const Settings& settings, bool isJson)
+ExitStatus printList(const QString& path, const Settings& settings, bool isJson, int width)
 {
     QJsonArray array;
     QVector<QStringList> rows;
     QString invalid;
+    bool hasCause = false;
     const QVector<Setting> all = settings.all();
     for (const Setting& setting : all) {
         array.append(jsonObject({
@@ -61,13 +63,16 @@ ExitStatus printList(const QString& path, const Settings& settings, bool isJson)
         }));
         const QString separator = setting.fault.isEmpty() ? QString() : QStringLiteral(", ");
         rows.append({setting.name, setting.source + separator + setting.fault, setting.value});
-        if (!setting.reason.isEmpty() && invalid.isEmpty())
+        // Rows that are not reached name themselves in their reasons, and not the cause.
+        const bool isCause = setting.fault == QLatin1String("invalid");
+        if (!setting.reason.isEmpty() && (invalid.isEmpty() || (isCause && !hasCause)))
             invalid = faultMessage(path, setting);
+        hasCause = hasCause || isCause;
     }
     if (invalid.isEmpty() && !Settings::refusedAtStart().isEmpty())
         invalid = environmentMessage(Settings::refusedAtStart());
     const ExitStatus status =
-        isJson ? printJson(jsonObject({{"settings", array}})) : print(table(rows));
+        isJson ? printJson(jsonObject({{"settings", array}})) : print(table(rows, width));
     return status == Done && !invalid.isEmpty() ? fail(Failed, invalid) : status;
 }
 

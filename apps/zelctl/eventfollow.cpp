@@ -1,17 +1,19 @@
 #include "eventfollow.h"
 
+#include "words.h"
+
 #include <QDir>
 
 namespace
 {
 
-LogSelection logSelection(const EventSelection& events)
+LogSelection logSelection(const EventRequest& request)
 {
     LogSelection selection;
-    if (!events.kind.isEmpty())
-        selection.eventField = ' ' + events.kind.toStdString();
-    selection.from = readLogTime(events.startDate, false).value_or(selection.from);
-    selection.to = readLogTime(events.stopDate, true).value_or(selection.to);
+    for (const QString& kind : request.kinds)
+        selection.eventFields.push_back(' ' + kind.toStdString());
+    selection.from = readLogTime(request.days.startDate, false).value_or(selection.from);
+    selection.to = readLogTime(request.days.stopDate, true).value_or(selection.to);
     return selection;
 }
 
@@ -20,7 +22,7 @@ LogSelection logSelection(const EventSelection& events)
 EventFollow::EventFollow(const QString& folder, const EventRequest& request)
     : m_folder(folder)
     , m_request(request)
-    , m_selection(logSelection(request.selection))
+    , m_selection(logSelection(request))
 {
 }
 
@@ -43,7 +45,7 @@ QString EventFollow::readPage(EventHistory::Page& page)
             return QString();
         }
     }
-    return QStringLiteral("the files in %1 grow faster than they can be read").arg(m_folder);
+    return Zelctl::tr("the files in %1 grow faster than they can be read").arg(m_folder);
 }
 
 QStringList EventFollow::takeNewLines()

@@ -4,7 +4,6 @@
 
 #include <QMap>
 #include <QMetaEnum>
-#include <QStringList>
 
 namespace
 {
@@ -24,9 +23,9 @@ QMap<QString, QString> kinds()
 
 } // namespace
 
-QString eventKindKeys()
+QStringList eventKindKeys()
 {
-    return QStringList(kinds().keys()).join(QStringLiteral(", "));
+    return kinds().keys();
 }
 
 QString eventKindInFile(const QString& name)

@@ -1,51 +1,61 @@
 #include "eventpage.h"
 
-#include "readfile.h"
-#include <zeltools/samefile.h>
-
-#include <QDir>
-#include <QFile>
+#include "eventfiles.h"
+#include "words.h"
 
 #include <algorithm>
-#include <cerrno>
-
-#include <sys/stat.h>
 
 namespace
 {
 
-struct EventFiles
+void keepFirst(QString& error, const QString& another)
 {
-    QStringList paths; ///< oldest first
-    QVector<struct stat> states;
+    if (error.isEmpty())
+        error = another;
+}
 
-    bool areSameAs(const EventFiles& other) const
-    {
-        return paths == other.paths &&
-               std::equal(states.begin(), states.end(), other.states.begin(), zeltools::isSameFile);
-    }
-};
-
-/// Returns the reason if the files cannot be read, or an empty text. A file that cannot be opened
-/// is found before anything is printed.
-QString findFiles(const QString& folder, EventFiles& files)
+/// The numbers of the lines of any of the kinds, sorted.
+QVector<int> matches(const QString& path, const EventRequest& request, QString& error)
 {
-    const QDir dir(folder);
-    for (const QString& path : {dir.filePath(QStringLiteral("zel_events.log.1")),
-                                dir.filePath(QStringLiteral("zel_events.log"))}) {
-        struct stat status = {};
-        if (stat(QFile::encodeName(path).constData(), &status) != 0 && errno == ENOENT)
-            continue;
-        QString obstacle = whyUnreadable(path);
-        if (!obstacle.isEmpty())
-            return obstacle;
-        files.paths.append(path);
-        files.states.append(status);
+    QVector<int> numbers;
+    EventSelection selection = request.days;
+    const QStringList kinds = request.kinds.isEmpty() ? QStringList(QString()) : request.kinds;
+    for (const QString& kind : kinds) {
+        selection.kind = kind;
+        QString problem;
+        numbers += EventHistory::matches(path, selection, problem);
+        keepFirst(error, problem);
     }
-    if (!files.paths.isEmpty())
-        return QString();
-    return dir.exists() ? folder + QStringLiteral(" holds no zel_events.log")
-                        : QStringLiteral("no folder ") + folder;
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return numbers;
+}
+
+EventHistory::Page readPage(const QStringList& paths, const EventRequest& request)
+{
+    EventHistory::Page page = {};
+    QVector<QVector<int>> found;
+    qint64 total = 0;
+    for (const QString& path : paths) {
+        found.append(matches(path, request, page.error));
+        total += found.last().size();
+    }
+    page.pagesCount = static_cast<int>((total + request.perPage - 1) / request.perPage);
+    qint64 end = total - qint64(request.page) * request.perPage; // counted in the file at hand
+    qint64 begin = end - request.perPage;
+    QString text;
+    for (int i = 0; i < paths.size(); ++i) {
+        const auto size = static_cast<qint64>(found[i].size());
+        const auto from = static_cast<int>(std::clamp<qint64>(begin, 0, size));
+        const auto to = static_cast<int>(std::clamp<qint64>(end, from, size));
+        QString problem;
+        EventHistory::appendLines(text, paths[i], found[i], from, to - from, problem);
+        keepFirst(page.error, problem);
+        begin -= size;
+        end -= size;
+    }
+    page.lines = text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return page;
 }
 
 } // namespace
@@ -55,13 +65,13 @@ QString readEventPage(const QString& folder, const EventRequest& request, EventH
     constexpr int attempts = 20;
     for (int i = 0; i < attempts; ++i) {
         EventFiles files;
-        QString obstacle = findFiles(folder, files);
+        QString obstacle = files.find(folder);
         if (!obstacle.isEmpty())
             return obstacle;
-        page = EventHistory::page(files.paths, request.selection, request.page, request.perPage);
+        page = readPage(files.paths, request);
         EventFiles now;
-        if (findFiles(folder, now).isEmpty() && now.areSameAs(files))
+        if (now.find(folder).isEmpty() && now.areSameAs(files))
             return QString();
     }
-    return QStringLiteral("the files in %1 rotate faster than they can be read").arg(folder);
+    return Zelctl::tr("the files in %1 rotate faster than they can be read").arg(folder);
 }

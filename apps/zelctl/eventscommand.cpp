@@ -1,9 +1,11 @@
 #include "eventscommand.h"
 
 #include "commandparser.h"
+#include "eventfiles.h"
 #include "eventfollow.h"
 #include "eventkinds.h"
 #include "follow.h"
+#include "words.h"
 
 #include <QDate>
 #include <QJsonArray>
@@ -19,62 +21,45 @@ namespace
 {
 
 const QLatin1String s_dateFormat("dd/MM/yyyy");
-
-void addOptions(CommandParser& parser)
-{
-    const QByteArray kindHelp = "Only events of this kind: " + eventKindKeys().toLatin1() + '.';
-    parser.setDescription("Prints the events in DIR/zel_events.log.1 and "
-                          "DIR/zel_events.log, oldest first, a page at a time.");
-    parser.addArgument("DIR", "The folder of the event files.", "DIR");
-    parser.addOptions({
-        {"kind", kindHelp.constData(), "NAME"},
-        {"from", "Only events of this day and later; together with --to.", "dd/MM/yyyy"},
-        {"to", "Only events of this day and earlier; together with --from.", "dd/MM/yyyy"},
-        {"page", "Which page; 0, the default, has the newest events.", "N", "0"},
-        {"per-page", "How many events make a page; 20 by default.", "N", "20"},
-        {"json", "Prints one JSON object; a line that is not an event is its member \"line\"."},
-        {"follow", "Goes on behind the page with new events, until interrupted; with --json one "
-                   "object for each."},
-    });
-}
+// No event is older or newer.
+const QLatin1String s_firstDay("01/01/0001");
+const QLatin1String s_lastDay("31/12/9999");
 
 /// Reads the first and the last day. Returns the problem with them, or an empty text.
 QString readDates(const CommandParser& parser, EventSelection& selection)
 {
-    if (parser.isSet("from") != parser.isSet("to"))
-        return QStringLiteral("--from and --to belong together");
-    if (!parser.isSet("from"))
+    if (!parser.isSet("from") && !parser.isSet("to"))
         return QString();
-    selection.startDate = parser.value("from");
-    selection.stopDate = parser.value("to");
+    selection.startDate = parser.isSet("from") ? parser.value("from") : QString(s_firstDay);
+    selection.stopDate = parser.isSet("to") ? parser.value("to") : QString(s_lastDay);
     const QDate from = QDate::fromString(selection.startDate, s_dateFormat);
     const QDate to = QDate::fromString(selection.stopDate, s_dateFormat);
     if (!from.isValid() || !to.isValid())
-        return QStringLiteral("\"%1\" is not a date of the form %2")
+        return Zelctl::tr("\"%1\" is not a date of the form %2")
             .arg(from.isValid() ? selection.stopDate : selection.startDate, s_dateFormat);
-    return from > to ? QStringLiteral("--from is after --to") : QString();
+    return from > to ? Zelctl::tr("--from is after --to") : QString();
 }
 
 /// Reads the options. Returns the first problem with them, or an empty text.
 QString readRequest(const CommandParser& parser, EventRequest& request)
 {
-    EventSelection& selection = request.selection;
-    if (parser.isSet("kind")) {
-        selection.kind = eventKindInFile(parser.value("kind"));
-        if (selection.kind.isEmpty())
-            return QStringLiteral("unknown kind \"%1\"; the kinds are %2")
-                .arg(parser.value("kind"), eventKindKeys());
+    const QStringList names = parser.names("kind");
+    for (const QString& name : names) {
+        request.kinds.append(eventKindInFile(name));
+        if (request.kinds.last().isEmpty())
+            return Zelctl::tr("unknown kind \"%1\"; the kinds are %2")
+                .arg(name, eventKindKeys().join(QStringLiteral(", ")));
     }
-    QString problem = readDates(parser, selection);
+    QString problem = readDates(parser, request.days);
     if (!problem.isEmpty())
         return problem;
     bool isNumber = false;
     request.page = parser.value("page").toInt(&isNumber);
     if (!isNumber || request.page < 0)
-        return QStringLiteral("--page needs a number from 0 on");
+        return Zelctl::tr("--page needs a number from 0 on");
     request.perPage = parser.value("per-page").toInt(&isNumber);
     if (!isNumber || request.perPage < 1)
-        return QStringLiteral("--per-page needs a number from 1 on");
+        return Zelctl::tr("--per-page needs a number from 1 on");
     return QString();
 }
 
@@ -86,8 +71,9 @@ QJsonObject eventObject(const QString& line)
     const QRegularExpressionMatch match = form.match(line);
     if (!match.hasMatch())
         return jsonObject({{"line", line}});
-    return jsonObject(
-        {{"time", match.captured(1)}, {"kind", match.captured(2)}, {"text", match.captured(3)}});
+    return jsonObject({{"time", isoTime(logTime(match.captured(1).toStdString()))},
+                       {"kind", match.captured(2)},
+                       {"text", match.captured(3)}});
 }
 
 ExitStatus printPageAsJson(int page, int pagesCount, const QStringList& lines)
@@ -102,7 +88,8 @@ ExitStatus printPage(int page, int pagesCount, const QStringList& lines)
 {
     const ExitStatus status = lines.isEmpty() ? Done : printLine(lines.join(QLatin1Char('\n')));
     if (isatty(STDOUT_FILENO) != 0)
-        std::fprintf(stderr, "page %d of %d\n", page, pagesCount);
+        std::fprintf(stderr, "%s\n",
+                     qUtf8Printable(Zelctl::tr("page %1 of %2").arg(page).arg(pagesCount)));
     return status;
 }
 
@@ -120,37 +107,89 @@ ExitStatus printNewEvents(EventFollow& events, bool isJson)
     return status;
 }
 
+/// The message that the page does not exist. The first one always does, though it may be empty.
+QString problemWithPage(int page, int pagesCount)
+{
+    if (page == 0 || page < pagesCount)
+        return QString();
+    return pagesCount == 0 ? Zelctl::tr("there is no page %1; no event matches").arg(page)
+                           : Zelctl::tr("there is no page %1; the last one is %2")
+                                 .arg(page)
+                                 .arg(pagesCount - 1);
+}
+
+ExitStatus printEvents(const QString& folder, const EventRequest& request,
+                       const CommandParser& parser)
+{
+    const bool isFollowing = parser.isSet("follow"), isJson = parser.isSet("json");
+    EventHistory::Page page;
+    EventFollow events(folder, request);
+    QString problem = isFollowing ? events.readPage(page) : readEventPage(folder, request, page);
+    if (!problem.isEmpty())
+        return fail(Failed, problem);
+    problem = problemWithPage(request.page, page.pagesCount);
+    ExitStatus status = Done;
+    if (isJson)
+        status = printPageAsJson(request.page, page.pagesCount, page.lines);
+    else if (problem.isEmpty())
+        status = printPage(request.page, page.pagesCount, page.lines);
+    if (!page.error.isEmpty())
+        problem = Zelctl::tr("%1; events are missing").arg(page.error);
+    if (status == Done && !problem.isEmpty())
+        return fail(Failed, problem);
+    return status == Done && isFollowing ? printNewEvents(events, isJson) : status;
+}
+
 } // namespace
 
-ExitStatus runEvents(const QStringList& arguments)
+void describeEvents(CommandParser& parser)
 {
-    CommandParser parser;
-    addOptions(parser);
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
-        return *status;
-    const QStringList folders = parser.arguments();
-    if (folders.size() != 1 || folders.first().isEmpty())
-        return fail(WrongUsage,
-                    QStringLiteral("events needs one folder, see \"zelctl events --help\""));
+    parser.setDescription(QT_TRANSLATE_NOOP("zelctl",
+                                            "Prints the events in DIR/zel_events.log.1 and "
+                                            "DIR/zel_events.log, oldest first, a page at a time."));
+    parser.addUsages({{"DIR", ""}});
+    parser.addValues({
+        {"DIR", QT_TRANSLATE_NOOP("zelctl", "The folder of the event files, or one above it"),
+         CommandParser::Folder},
+        {"KIND", QT_TRANSLATE_NOOP("zelctl", "A kind of events"), CommandParser::OneOf,
+         eventKindKeys()},
+    });
+    parser.addOptions({
+        {"kind",
+         QT_TRANSLATE_NOOP(
+             "zelctl",
+             "Only events of these kinds, with commas between them; may be given several times."),
+         "KIND", "", true},
+        {"from", QT_TRANSLATE_NOOP("zelctl", "Only events of this day and later."), "dd/MM/yyyy"},
+        {"to", QT_TRANSLATE_NOOP("zelctl", "Only events of this day and earlier."), "dd/MM/yyyy"},
+        {"page", QT_TRANSLATE_NOOP("zelctl", "Which page; 0, the default, has the newest events."),
+         "N", "0"},
+        {"per-page", QT_TRANSLATE_NOOP("zelctl", "How many events make a page; 20 by default."),
+         "N", "20"},
+        {"json",
+         QT_TRANSLATE_NOOP("zelctl", "Prints one JSON object with all events of the page.")},
+        {"follow", QT_TRANSLATE_NOOP("zelctl", "Continues with new events after the page, until "
+                                               "interrupted; with --json one object for each.")},
+    });
+    parser.setExitStatuses(
+        QT_TRANSLATE_NOOP("zelctl", "The page was printed."),
+        QT_TRANSLATE_NOOP("zelctl", "There is no such folder or page, or a file could not be read "
+                                    "to its end; the other events are printed."));
+    parser.addFiles({{"zel_events.log, zel_events.log.1",
+                      QT_TRANSLATE_NOOP("zelctl", "The events of a machine.")}});
+    parser.addExamples({
+        {"zelctl events logs --kind MenuAccess --from 01/11/2026 --to 20/11/2026",
+         QT_TRANSLATE_NOOP("zelctl", "Shows who entered the menu in these days.")},
+    });
+}
+
+ExitStatus runEvents(const CommandParser& parser)
+{
     EventRequest request;
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
-    EventHistory::Page page;
-    EventFollow events(folders.first(), request);
-    const bool isFollowing = parser.isSet("follow");
-    const QString obstacle =
-        isFollowing ? events.readPage(page) : readEventPage(folders.first(), request, page);
-    if (!obstacle.isEmpty())
-        return fail(Failed, obstacle);
-
-    // An empty line counts in the page but shows no event.
-    QStringList lines = page.lines;
-    lines.removeAll(QString());
-    const ExitStatus status = parser.isSet("json")
-                                  ? printPageAsJson(request.page, page.pagesCount, lines)
-                                  : printPage(request.page, page.pagesCount, lines);
-    if (status == Done && !page.error.isEmpty())
-        return fail(Failed, page.error + QStringLiteral("; events are missing"));
-    return status == Done && isFollowing ? printNewEvents(events, parser.isSet("json")) : status;
+    QString folder;
+    const QString obstacle = findEventFolder(parser.arguments().first(), folder);
+    return obstacle.isEmpty() ? printEvents(folder, request, parser) : fail(Failed, obstacle);
 }

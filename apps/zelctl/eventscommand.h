@@ -4,4 +4,5 @@
 
 /// `zelctl events`: prints a page of the event files in a folder, oldest event first. It changes no
 /// file. Events may be missing if the machine rotates its files at that moment.
-ExitStatus runEvents(const QStringList& arguments);
+ExitStatus runEvents(const CommandParser& parser);
+void describeEvents(CommandParser& parser);

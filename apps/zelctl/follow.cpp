@@ -24,10 +24,15 @@ bool Follow::isInterrupted() const
     return s_isEnded != 0;
 }
 
-// A poll for no event reports only that the reader has gone.
 bool Follow::wait() const
 {
     constexpr int interval_ms = 100;
+    return !isInterrupted() && !isReaderGone(interval_ms) && !isInterrupted();
+}
+
+// A poll for no event reports only that the reader has gone.
+bool isReaderGone(int patience_ms)
+{
     pollfd output{STDOUT_FILENO, 0, 0};
-    return !isInterrupted() && poll(&output, 1, interval_ms) <= 0 && !isInterrupted();
+    return poll(&output, 1, patience_ms) > 0;
 }

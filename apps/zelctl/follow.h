@@ -11,3 +11,6 @@ public:
     /// Whether one of the signals has come.
     bool isInterrupted() const;
 };
+
+/// Whether nobody reads the standard output any more. It waits up to the given time for that.
+bool isReaderGone(int patience_ms);

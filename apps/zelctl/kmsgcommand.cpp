@@ -3,6 +3,7 @@
 #include "commandparser.h"
 #include "follow.h"
 #include "kmsgselection.h"
+#include "words.h"
 #include <zeltools/dmesg/kmsgreader.h>
 
 #include <QDateTime>
@@ -17,21 +18,6 @@ using dmesg::KmsgRecord;
 
 namespace
 {
-
-void addOptions(CommandParser& parser)
-{
-    parser.setDescription("Prints the log of the running kernel with time, level and facility.");
-    parser.addOptions({
-        {"level",
-         "Only this level and more severe ones: debug, info, notice, warn, err, crit, alert, "
-         "emerg.",
-         "LEVEL"},
-        {"facility", "Only these facilities, separated by commas: kern, user, daemon and so on.",
-         "NAMES"},
-        {"follow", "Goes on with new records, until interrupted."},
-        {"json", "Prints one JSON object for each record."},
-    });
-}
 
 QJsonObject recordObject(const KmsgRecord& record)
 {
@@ -74,13 +60,17 @@ ExitStatus printRecords(KmsgReader& reader, const KmsgSelection& selection, bool
             return Done;
         if (result != KmsgReader::Result::Record)
             return fail(Failed, result == KmsgReader::Result::Ended
-                                    ? QStringLiteral("the kernel log has ended")
+                                    ? Zelctl::tr("the kernel log has ended")
                                     : reader.error());
         if (isEnd(record))
             return Done;
         if (record.overwritten > 0)
-            std::fprintf(stderr, "zelctl: %llu records were overwritten before they were read\n",
-                         static_cast<unsigned long long>(record.overwritten));
+            fail(Done,
+                 Zelctl::counted(
+                     static_cast<qint64>(record.overwritten),
+                     QT_TRANSLATE_NOOP("zelctl", "1 record was overwritten before it was read"),
+                     QT_TRANSLATE_N_NOOP("zelctl",
+                                         "%n records were overwritten before they were read")));
         if (!selection.matches(record))
             continue;
         const ExitStatus status =
@@ -96,8 +86,7 @@ ExitStatus printOnce(KmsgReader& reader, const KmsgSelection& selection, bool is
     KmsgReader laterReader;
     const QString problem = laterReader.open();
     if (!problem.isEmpty() || ::lseek(laterReader.descriptor(), 0, SEEK_END) < 0)
-        return fail(Failed,
-                    problem.isEmpty() ? QStringLiteral("the kernel log has no end") : problem);
+        return fail(Failed, problem.isEmpty() ? Zelctl::tr("the kernel log has no end") : problem);
     std::optional<quint64> firstLater;
     return printRecords(reader, selection, isJson, [&](const KmsgRecord& record) {
         KmsgRecord later;
@@ -120,19 +109,42 @@ ExitStatus follow(KmsgReader& reader, const KmsgSelection& selection, bool isJso
 
 } // namespace
 
-ExitStatus runKmsg(const QStringList& arguments)
+void describeKmsg(CommandParser& parser)
 {
-    CommandParser parser;
-    addOptions(parser);
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
-        return *status;
-    if (!parser.arguments().isEmpty())
-        return fail(WrongUsage,
-                    QStringLiteral("kmsg takes no argument, see \"zelctl kmsg --help\""));
+    parser.setDescription(QT_TRANSLATE_NOOP(
+        "zelctl", "Prints the log of the running kernel with time, level and facility."));
+    parser.addValues({
+        {"LEVEL", QT_TRANSLATE_NOOP("zelctl", "A level"), CommandParser::OneOf,
+         KmsgSelection::levelNames()},
+        {"NAMES", QT_TRANSLATE_NOOP("zelctl", "Facilities"), CommandParser::OneOf,
+         KmsgSelection::facilityNames()},
+    });
+    parser.addOptions({
+        {"level", QT_TRANSLATE_NOOP("zelctl", "Only this level and more severe ones."), "LEVEL"},
+        {"facility",
+         QT_TRANSLATE_NOOP(
+             "zelctl", "Only these facilities, separated by commas; may be given several times."),
+         "NAMES", "", true},
+        {"follow", QT_TRANSLATE_NOOP("zelctl", "Goes on with new records, until interrupted.")},
+        {"json", QT_TRANSLATE_NOOP("zelctl", "Prints one JSON object for each record.")},
+    });
+    parser.setExitStatuses(
+        QT_TRANSLATE_NOOP("zelctl", "The records were printed."),
+        QT_TRANSLATE_NOOP("zelctl",
+                          "The log cannot be read; the kernel may show it to root only."));
+    parser.addFiles({{"/dev/kmsg", QT_TRANSLATE_NOOP("zelctl", "The log of the kernel.")}});
+    parser.addExamples({
+        {"zelctl kmsg --level warn --facility kern --follow",
+         QT_TRANSLATE_NOOP("zelctl", "Follows what the kernel warns of.")},
+    });
+}
+
+ExitStatus runKmsg(const CommandParser& parser)
+{
     KmsgSelection selection;
     QString problem = parser.isSet("level") ? selection.setLevel(parser.value("level")) : QString();
     if (problem.isEmpty() && parser.isSet("facility"))
-        problem = selection.setFacilities(parser.value("facility"));
+        problem = selection.setFacilities(parser.names("facility"));
     if (!problem.isEmpty())
         return fail(WrongUsage, problem);
     KmsgReader reader;

@@ -3,4 +3,5 @@
 #include "command.h"
 
 /// `zelctl kmsg`: prints the log of the kernel that runs.
-ExitStatus runKmsg(const QStringList& arguments);
+ExitStatus runKmsg(const CommandParser& parser);
+void describeKmsg(CommandParser& parser);

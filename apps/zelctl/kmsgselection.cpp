@@ -1,5 +1,7 @@
 #include "kmsgselection.h"
 
+#include "words.h"
+
 using dmesg::KmsgRecord;
 
 namespace
@@ -9,33 +11,47 @@ constexpr int s_lastFacility = 23;
 
 } // namespace
 
+QStringList KmsgSelection::levelNames()
+{
+    QStringList names;
+    for (int level = KmsgRecord::Emergency; level <= KmsgRecord::Debug; ++level)
+        names.append(KmsgRecord::levelName(static_cast<KmsgRecord::Level>(level)));
+    return names;
+}
+
+QStringList KmsgSelection::facilityNames()
+{
+    QStringList names;
+    for (quint32 facility = 0; facility <= s_lastFacility; ++facility)
+        names.append(KmsgRecord::facilityName(facility));
+    return names;
+}
+
 QString KmsgSelection::setLevel(const QString& name)
 {
     const QStringList wholeNames{QStringLiteral("emergency"), QStringLiteral("alert"),
                                  QStringLiteral("critical"),  QStringLiteral("error"),
                                  QStringLiteral("warning"),   QStringLiteral("notice"),
                                  QStringLiteral("info"),      QStringLiteral("debug")};
-    QStringList names;
+    const QStringList names = levelNames();
     for (int level = KmsgRecord::Emergency; level <= KmsgRecord::Debug; ++level) {
-        names.append(KmsgRecord::levelName(static_cast<KmsgRecord::Level>(level)));
-        if (name.toLower() != names.last() && name.toLower() != wholeNames[level])
+        if (name.toLower() != names[level] && name.toLower() != wholeNames[level])
             continue;
         worstLevel = level;
         return {};
     }
-    return QStringLiteral("unknown level \"%1\"; the levels are %2")
+    return Zelctl::tr("unknown level \"%1\"; the levels are %2")
         .arg(name, names.join(QStringLiteral(", ")));
 }
 
-QString KmsgSelection::setFacilities(const QString& names)
+QString KmsgSelection::setFacilities(const QStringList& names)
 {
-    QStringList known;
-    for (quint32 facility = 0; facility <= s_lastFacility; ++facility)
-        known.append(KmsgRecord::facilityName(facility));
-    facilities = names.toLower().split(QLatin1Char(','));
+    const QStringList known = facilityNames();
+    for (const QString& name : names)
+        facilities.append(name.toLower());
     for (const QString& facility : qAsConst(facilities)) {
         if (!known.contains(facility))
-            return QStringLiteral("unknown facility \"%1\"; the facilities are %2")
+            return Zelctl::tr("unknown facility \"%1\"; the facilities are %2")
                 .arg(facility, known.join(QStringLiteral(", ")));
     }
     return {};

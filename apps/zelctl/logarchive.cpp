@@ -1,5 +1,7 @@
 #include "logarchive.h"
 
+#include "words.h"
+
 LogArchive::LogArchive(int descriptor)
 {
     m_tar.setStandardInputFile(QStringLiteral("/proc/self/fd/%1").arg(descriptor));
@@ -23,9 +25,9 @@ qint64 LogArchive::read(char* to, qint64 size)
         if (m_tar.bytesAvailable() > 0)
             break;
         if (m_tar.error() == QProcess::FailedToStart)
-            m_error = QStringLiteral("tar cannot be started");
+            m_error = Zelctl::tr("tar cannot be started");
         else if (m_tar.exitStatus() != QProcess::NormalExit || m_tar.exitCode() != 0)
-            m_error = QStringLiteral("tar finds it damaged");
+            m_error = Zelctl::tr("tar finds it damaged");
         return 0;
     }
     return m_tar.read(to, size);

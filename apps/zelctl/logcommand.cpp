@@ -1,12 +1,11 @@
 #include "logcommand.h"
 
+#include "folder.h"
 #include "follow.h"
 #include "logmerge.h"
 #include "logrequest.h"
 #include "pager.h"
-#include "recovercommand.h"
-
-#include <QDir>
+#include "words.h"
 
 #include <cstdio>
 #include <deque>
@@ -103,38 +102,32 @@ ExitStatus printLogs(LogMerge& merge, const LogRequest& request, LossLedger& led
     }
     const qint64 lost = ledger.total(from, request.selection.to);
     if (lost > 0 && !printer.isClosed())
-        std::fprintf(stderr, "zelctl: the machine lost %lld line%s in this period\n",
-                     static_cast<long long>(lost), lost == 1 ? "" : "s");
+        fail(Done, Zelctl::counted(
+                       lost, QT_TRANSLATE_NOOP("zelctl", "the machine lost 1 line in this period"),
+                       QT_TRANSLATE_N_NOOP("zelctl", "the machine lost %n lines in this period")));
     if (!printer.error().isEmpty())
         return fail(Failed, printer.error());
     if (!merge.error().isEmpty())
-        return fail(Failed, merge.error() + QStringLiteral("; lines are missing"));
+        return fail(Failed, Zelctl::tr("%1; lines are missing").arg(merge.error()));
     return Done;
 }
 
 } // namespace
 
-ExitStatus runLog(const QStringList& arguments)
+ExitStatus runLog(const CommandParser& parser)
 {
-    if (arguments.value(1) == QLatin1String("recover"))
-        return runLogRecover(QStringList(QStringLiteral("zelctl log recover")) + arguments.mid(2));
-    CommandParser parser;
-    addLogOptions(parser);
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
-        return *status;
-    const QStringList folders = parser.arguments();
-    if (folders.size() != 1 || folders.first().isEmpty())
-        return fail(WrongUsage, QStringLiteral("log needs one folder, see \"zelctl log --help\""));
     LogRequest request;
     const QString misuse = readLogRequest(parser, request);
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
 
-    const QString& folder = folders.first();
+    const QString folder = parser.arguments().first();
+    const QString problem = problemWithFolder(folder);
+    if (!problem.isEmpty())
+        return fail(Failed, problem);
     const std::vector<LogSeries> series = findLogSeries(folder, request.isFollowing);
     if (series.empty())
-        return fail(Failed, QDir(folder).exists() ? folder + QStringLiteral(" holds no log files")
-                                                  : QStringLiteral("no folder ") + folder);
+        return fail(Failed, Zelctl::tr("%1 holds no log files").arg(folder));
     LossLedger ledger;
     LogMerge merge(series, request.selection, ledger);
     const QString obstacle = merge.open();

@@ -3,4 +3,4 @@
 #include "command.h"
 
 /// `zelctl log`: prints the log files in a folder, merged by time. It changes no file.
-ExitStatus runLog(const QStringList& arguments);
+ExitStatus runLog(const CommandParser& parser);

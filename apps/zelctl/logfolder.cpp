@@ -1,6 +1,7 @@
 #include "logfolder.h"
 
 #include "readfile.h"
+#include "words.h"
 #include <zeltools/samefile.h>
 
 #include <QDir>
@@ -113,7 +114,6 @@ QString openLogs(const LogSeries& series, std::vector<OpenLog>& logs)
         if (!error.isEmpty() && errno != ENOENT)
             return error;
     }
-    return error.isEmpty()
-               ? QStringLiteral("%1 rotates faster than it can be read").arg(series.path)
-               : error;
+    return error.isEmpty() ? Zelctl::tr("%1 rotates faster than it can be read").arg(series.path)
+                           : error;
 }

@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "lossledger.h"
+#include "words.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -95,7 +96,7 @@ void LogPrinter::flush()
         } else if (errno != EINTR) {
             m_isClosed = true;
             if (errno != EPIPE) // a reader that has gone has seen what it wanted
-                m_error = QStringLiteral("cannot write the output: ") + systemError();
+                m_error = Zelctl::tr("cannot write the output: %1").arg(systemError());
         }
     }
     m_buffer.clear();

@@ -1,6 +1,7 @@
 #include "logrequest.h"
 
 #include "eventkinds.h"
+#include "words.h"
 #include <zeltools/logging/logrenderer.h>
 
 #include <unistd.h>
@@ -8,20 +9,20 @@
 namespace
 {
 
-QString kindNames()
+QStringList fileNames()
 {
     QStringList names;
     for (const LogKindProperties& kind : logKinds())
         names.append(kind.name);
-    return names.join(QStringLiteral(", "));
+    return names;
 }
 
-QString levelNames()
+QStringList levelNames()
 {
     QStringList names;
     for (const LogLevel::Level level : severities)
         names.append(levelName(level));
-    return names.join(QStringLiteral(", "));
+    return names;
 }
 
 QString readLevel(const QString& text, LogLevel::Level& level)
@@ -31,24 +32,25 @@ QString readLevel(const QString& text, LogLevel::Level& level)
         if (levelName(level).compare(text, Qt::CaseInsensitive) == 0)
             return QString();
     }
-    return QStringLiteral("unknown level \"%1\"; the levels are %2").arg(text, levelNames());
+    return Zelctl::tr("unknown level \"%1\"; the levels are %2")
+        .arg(text, levelNames().join(QStringLiteral(", ")));
 }
 
 QString readModule(const QString& text, LogSelection& selection)
 {
     for (const LogKindProperties& kind : logKinds()) {
         if (text.compare(kind.name, Qt::CaseInsensitive) == 0) {
-            selection.kind = kind.kind;
+            selection.kinds.push_back(kind.kind);
             return QString();
         }
     }
     const QString event = eventKindInFile(text);
+    const QString comma = QStringLiteral(", ");
     if (event.isEmpty())
-        return QStringLiteral("lines do not tell their module; \"%1\" is neither a file (%2) nor "
-                              "a kind of events (%3)")
-            .arg(text, kindNames(), eventKindKeys());
-    selection.kind = LogKind::Events;
-    selection.eventField = ' ' + event.toStdString();
+        return Zelctl::tr("lines do not name their module; \"%1\" is neither a file (%2) nor a "
+                          "kind of events (%3)")
+            .arg(text, fileNames().join(comma), eventKindKeys().join(comma));
+    selection.eventFields.push_back(' ' + event.toStdString());
     return QString();
 }
 
@@ -60,12 +62,12 @@ QString readTimes(const CommandParser& parser, LogSelection& selection)
         const bool isEnd = option[0] == 't';
         const std::optional<LogTime> time = readLogTime(parser.value(option), isEnd);
         if (!time)
-            return QStringLiteral("\"%1\" is not a time of the form dd/MM/yyyy or "
-                                  "dd/MM/yyyy hh:mm or dd/MM/yyyy hh:mm:ss")
+            return Zelctl::tr("\"%1\" is not a time of the form dd/MM/yyyy or dd/MM/yyyy hh:mm or "
+                              "dd/MM/yyyy hh:mm:ss")
                 .arg(parser.value(option));
         (isEnd ? selection.to : selection.from) = *time;
     }
-    return selection.from > selection.to ? QStringLiteral("--from is after --to") : QString();
+    return selection.from > selection.to ? Zelctl::tr("--from is after --to") : QString();
 }
 
 QString readPattern(const QString& text, LogSelection& selection)
@@ -73,7 +75,7 @@ QString readPattern(const QString& text, LogSelection& selection)
     selection.pattern = LinePattern(text);
     const QString error = selection.pattern.error();
     return error.isEmpty() ? QString()
-                           : QStringLiteral("\"%1\" is no regular expression: %2").arg(text, error);
+                           : Zelctl::tr("\"%1\" is not a regular expression: %2").arg(text, error);
 }
 
 QString readLast(const CommandParser& parser, std::optional<int>& last)
@@ -82,7 +84,7 @@ QString readLast(const CommandParser& parser, std::optional<int>& last)
         return QString();
     bool isNumber = false;
     last = parser.value("last").toInt(&isNumber);
-    return isNumber && *last >= 0 ? QString() : QStringLiteral("--last needs a number from 0 on");
+    return isNumber && *last >= 0 ? QString() : Zelctl::tr("--last needs a number from 0 on");
 }
 
 QString readStyle(const CommandParser& parser, LogPrinter::Style& style)
@@ -94,7 +96,7 @@ QString readStyle(const CommandParser& parser, LogPrinter::Style& style)
     const bool isAlways = colour == QLatin1String("always");
     const bool isAuto = colour == QLatin1String("auto");
     if (!isAlways && !isAuto && colour != QLatin1String("never"))
-        return QStringLiteral("--color is auto, always or never");
+        return Zelctl::tr("--color is auto, always or never");
     if (parser.isSet("json"))
         style = LogPrinter::Json;
     else if (isAlways || (isAuto && canColour))
@@ -106,30 +108,65 @@ QString readStyle(const CommandParser& parser, LogPrinter::Style& style)
 
 } // namespace
 
-void addLogOptions(CommandParser& parser)
+void describeLog(CommandParser& parser)
 {
-    const QByteArray level =
-        "Only lines of this level and worse: " + levelNames().toLatin1() +
-        ". A line that names no level counts as Event in the event files, and as Info in others.";
-    const QByteArray module = "Only lines of this file (" + kindNames().toLatin1() +
-                              ") or of this kind of events (" + eventKindKeys().toLatin1() +
-                              "). Lines do not tell their module.";
-    parser.setDescription(
-        "Prints the log files in DIR, with their predecessors, merged by time. DIR has the files,\n"
-        "or the folders debug and events, or logs with these two.\n\n"
-        "  zelctl log recover DIR     writes the lines that killed processes have left");
-    parser.addArgument("DIR", "The folder of the log files.", "DIR");
+    parser.setDescription(QT_TRANSLATE_NOOP(
+        "zelctl", "Prints the log files in DIR, with their predecessors, merged by time. DIR has "
+                  "the files, or the folders debug and events, or logs with these two.\n\n"
+                  "A line that names no level counts as Event in the event files, and as Info in "
+                  "others. Lines do not name their module."));
+    parser.addUsages({
+        {"DIR", ""},
+        {"recover DIR",
+         QT_TRANSLATE_NOOP("zelctl", "Writes the lines that killed processes have left; \"zelctl "
+                                     "help log recover\" explains it.")},
+    });
+    parser.addValues({
+        {"DIR", QT_TRANSLATE_NOOP("zelctl", "The folder of the log files"), CommandParser::Folder},
+        {"LEVEL", QT_TRANSLATE_NOOP("zelctl", "A level"), CommandParser::OneOf, levelNames()},
+        {"MODULE", QT_TRANSLATE_NOOP("zelctl", "A file, or a kind of events"), CommandParser::OneOf,
+         fileNames() + eventKindKeys()},
+        {"TIME", "dd/MM/yyyy [hh:mm[:ss]]"},
+    });
     parser.addOptions({
-        {"level", level.constData(), "LEVEL"},
-        {"module", module.constData(), "NAME"},
-        {"grep", "Only lines that contain this regular expression.", "REGEX"},
-        {"from", "Only lines of this time and later: dd/MM/yyyy [hh:mm[:ss]].", "TIME"},
-        {"to", "Only lines of this time and earlier, up to the end of this day, minute or second.",
+        {"level", QT_TRANSLATE_NOOP("zelctl", "Only lines of this level and worse."), "LEVEL"},
+        {"module",
+         QT_TRANSLATE_NOOP(
+             "zelctl",
+             "Only lines of this file or of this kind of events; may be given several times."),
+         "MODULE", "", true},
+        {"grep", QT_TRANSLATE_NOOP("zelctl", "Only lines that contain this regular expression."),
+         "REGEX"},
+        {"from", QT_TRANSLATE_NOOP("zelctl", "Only lines of this time and later."), "TIME"},
+        {"to",
+         QT_TRANSLATE_NOOP(
+             "zelctl",
+             "Only lines of this time and earlier, up to the end of this day, minute or second."),
          "TIME"},
-        {"last", "Only the last <N> of these lines.", "N"},
-        {"follow", "Goes on with new lines, also after a rotation, until interrupted."},
-        {"json", "Prints a JSON object a line."},
-        {"color", "Colours the lines by their levels: auto, always or never.", "WHEN", "auto"},
+        {"last", QT_TRANSLATE_NOOP("zelctl", "Only the last N of these lines."), "N"},
+        {"follow",
+         QT_TRANSLATE_NOOP("zelctl",
+                           "Goes on with new lines, also after a rotation, until interrupted.")},
+        {"json", QT_TRANSLATE_NOOP("zelctl", "Prints a JSON object a line.")},
+        {"color",
+         QT_TRANSLATE_NOOP("zelctl", "Colours the lines by their levels; auto unless given."),
+         "auto|always|never", "auto"},
+    });
+    parser.setExitStatuses(
+        QT_TRANSLATE_NOOP("zelctl", "The lines were printed."),
+        QT_TRANSLATE_NOOP("zelctl", "There are no log files, or one could not be read to its end; "
+                                    "the other lines are printed."));
+    parser.addEnvironment({
+        {"PAGER", QT_TRANSLATE_NOOP("zelctl", "The program that shows the lines on a terminal; "
+                                              "empty for none, less if it is not set.")},
+        {"NO_COLOR", QT_TRANSLATE_NOOP("zelctl", "Turns off the colours of --color auto.")},
+        {"TERM", QT_TRANSLATE_NOOP("zelctl", "Turns them off, too, if it is dumb.")},
+    });
+    parser.addExamples({
+        {"zelctl log /share/zel/logs --level warning --from \"15/11/2026 03:00\"",
+         QT_TRANSLATE_NOOP("zelctl", "Shows what went wrong since three o'clock.")},
+        {"zelctl log /share/zel/logs --grep 'coin changer' --last 20 --follow",
+         QT_TRANSLATE_NOOP("zelctl", "Follows what the log says of the coin changer.")},
     });
 }
 
@@ -139,8 +176,9 @@ QString readLogRequest(const CommandParser& parser, LogRequest& request)
     QString problem;
     if (parser.isSet("level"))
         problem = readLevel(parser.value("level"), request.selection.level);
-    if (problem.isEmpty() && parser.isSet("module"))
-        problem = readModule(parser.value("module"), request.selection);
+    const QStringList modules = parser.names("module");
+    for (int i = 0; i < modules.size() && problem.isEmpty(); ++i)
+        problem = readModule(modules[i], request.selection);
     if (problem.isEmpty())
         problem = readTimes(parser, request.selection);
     if (problem.isEmpty())

@@ -13,6 +13,6 @@ struct LogRequest
     LogPrinter::Style style = LogPrinter::Plain;
 };
 
-void addLogOptions(CommandParser& parser);
+void describeLog(CommandParser& parser);
 /// Reads the options. Returns the first problem with them, or an empty text.
 QString readLogRequest(const CommandParser& parser, LogRequest& request);

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <array>
 
 namespace
@@ -22,8 +23,18 @@ bool hasField(std::string_view line, std::string_view field)
 
 bool LogSelection::accepts(const LogEntry& entry) const
 {
-    return (!kind || entry.kind == *kind) && severity(entry.level) >= level && entry.time >= from &&
-           entry.time <= to && (eventField.empty() || hasField(entry.text, eventField));
+    return severity(entry.level) >= level && entry.time >= from && entry.time <= to &&
+           isWanted(entry);
+}
+
+bool LogSelection::isWanted(const LogEntry& entry) const
+{
+    if (kinds.empty() && eventFields.empty())
+        return true;
+    const auto isHere = [&entry](const std::string& field) { return hasField(entry.text, field); };
+    return std::find(kinds.begin(), kinds.end(), entry.kind) != kinds.end() ||
+           (entry.kind == LogKind::Events &&
+            std::any_of(eventFields.begin(), eventFields.end(), isHere));
 }
 
 std::optional<LogTime> readLogTime(const QString& text, bool isEnd)

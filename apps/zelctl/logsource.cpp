@@ -1,6 +1,7 @@
 #include "logsource.h"
 
 #include "command.h"
+#include "words.h"
 #include <zeltools/samefile.h>
 
 #include <QFile>
@@ -127,7 +128,7 @@ qint64 LogSource::read(char* to, qint64 size)
 void LogSource::keepError(const QString& reason)
 {
     if (m_error.isEmpty() && !reason.isEmpty())
-        m_error = QStringLiteral("cannot read %1: %2").arg(path(), reason);
+        m_error = Zelctl::tr("cannot read %1: %2").arg(path(), reason);
 }
 
 bool LogSource::openNext()

@@ -1,5 +1,7 @@
 #include "progressbar.h"
 
+#include "words.h"
+
 #include <QByteArray>
 
 #include <cstdio>
@@ -28,7 +30,7 @@ void ProgressBar::show(qint64 done_B, qint64 total_B)
     m_next_ms = m_start.elapsed() + interval_ms;
     m_isShown = true;
     const auto filled = static_cast<int>(done_B * width / total_B);
-    std::fprintf(stderr, "\r%s [%s%s] %3d %%", m_label, QByteArray(filled, '#').constData(),
-                 QByteArray(width - filled, '.').constData(),
+    std::fprintf(stderr, "\r%s [%s%s] %3d %%", qUtf8Printable(Zelctl::tr(m_label)),
+                 QByteArray(filled, '#').constData(), QByteArray(width - filled, '.').constData(),
                  static_cast<int>(done_B * 100 / total_B));
 }

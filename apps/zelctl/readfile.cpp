@@ -1,6 +1,7 @@
 #include "readfile.h"
 
 #include "command.h"
+#include "words.h"
 #include <zeltools/filedescriptor.h>
 
 #include <QFile>
@@ -14,12 +15,17 @@
 namespace
 {
 
-const QLatin1String s_isNoFile("it is not a file");
-const QLatin1String s_isTooLarge("it is too large");
+constexpr auto s_isTooLarge = QT_TRANSLATE_NOOP("zelctl", "it is too large");
 
 QString cannotRead(const QString& path, const QString& reason)
 {
-    return QStringLiteral("cannot read %1: %2").arg(path, reason);
+    return Zelctl::tr("cannot read %1: %2").arg(path, reason);
+}
+
+QString cannotReadThis(const QString& path, mode_t mode)
+{
+    return cannotRead(path, S_ISDIR(mode) ? Zelctl::tr("it is a folder, not a file")
+                                          : Zelctl::tr("it is not a file"));
 }
 
 FileContent readAll(int descriptor, const QString& path, qint64 limit)
@@ -31,7 +37,7 @@ FileContent readAll(int descriptor, const QString& path, qint64 limit)
         if (count == 0)
             return {bytes, {}, true};
         if (bytes.size() + count > limit)
-            return {{}, cannotRead(path, s_isTooLarge), true};
+            return {{}, cannotRead(path, Zelctl::tr(s_isTooLarge)), true};
         if (count > 0)
             bytes.append(buffer, static_cast<int>(count));
         else if (errno != EINTR)
@@ -46,7 +52,7 @@ QString whyUnreadable(const QString& path)
     const QByteArray encodedPath = QFile::encodeName(path);
     struct stat status = {};
     if (stat(encodedPath.constData(), &status) == 0 && !S_ISREG(status.st_mode))
-        return cannotRead(path, s_isNoFile); // opening a pipe would wait
+        return cannotReadThis(path, status.st_mode); // opening a pipe would wait
     return access(encodedPath.constData(), R_OK) == 0 ? QString() : cannotRead(path, systemError());
 }
 
@@ -59,7 +65,7 @@ int openFile(const QString& path, QString& error)
         error = cannotRead(path, systemError());
     } else if (fstat(file, &status) == 0 && !S_ISREG(status.st_mode)) {
         close(file);
-        error = cannotRead(path, s_isNoFile);
+        error = cannotReadThis(path, status.st_mode);
         errno = EINVAL;
         return -1;
     }
@@ -74,11 +80,11 @@ FileContent readFile(const QString& path, qint64 limit)
         return {{}, error, errno != ENOENT};
     struct stat status = {};
     if (fstat(file, &status) == 0 && status.st_size > limit)
-        return {{}, cannotRead(path, s_isTooLarge), true};
+        return {{}, cannotRead(path, Zelctl::tr(s_isTooLarge)), true};
     return readAll(file, path, limit);
 }
 
 FileContent readStandardInput(qint64 limit)
 {
-    return readAll(STDIN_FILENO, QStringLiteral("the standard input"), limit);
+    return readAll(STDIN_FILENO, Zelctl::tr("the standard input"), limit);
 }

@@ -3,4 +3,5 @@
 #include "command.h"
 
 /// Writes the log lines that killed processes have left in their rings.
-ExitStatus runLogRecover(const QStringList& arguments);
+ExitStatus runLogRecover(const CommandParser& parser);
+void describeLogRecover(CommandParser& parser);

@@ -1,5 +1,7 @@
 #include "settings.h"
 
+#include "words.h"
+
 #include <zeltools/envvar/envvarstore.h>
 #include <zeltools/logging/logmodules.h>
 
@@ -24,14 +26,6 @@ const QStringList& logSwitches()
     return names;
 }
 
-QStringList allSwitches()
-{
-    QStringList names;
-    for (const EnvVar* var : EnvVarStore::instance().vars())
-        names += var->name();
-    return names + logSwitches();
-}
-
 std::optional<QString> environmentValue(const QString& name)
 {
     const QByteArray value = qgetenv(name.toUtf8().constData());
@@ -50,9 +44,17 @@ Settings::Settings(const QMap<QString, QString>& file)
     }
 }
 
+QStringList Settings::switches()
+{
+    QStringList names;
+    for (const EnvVar* var : EnvVarStore::instance().vars())
+        names += var->name();
+    return names + logSwitches();
+}
+
 bool Settings::isSwitch(const QString& name)
 {
-    static const QStringList list = allSwitches();
+    static const QStringList list = switches();
     static const QSet<QString> names(list.begin(), list.end());
     return names.contains(name);
 }
@@ -66,10 +68,9 @@ QString Settings::refusal(const QString& name, const QString& value)
     if (var != nullptr ? var->isStringValueValid(value)
                        : !isBoolean || value == QLatin1String("0") || value == QLatin1String("1"))
         return QString();
-    return QStringLiteral("\"%1\" is no value for %2, which is %3")
-        .arg(value, name,
-             isBoolean ? QStringLiteral("0 or 1")
-                       : QStringLiteral("of type ") + typeToString(var->type()));
+    return isBoolean ? Zelctl::tr("\"%1\" is not a value for %2, which is 0 or 1").arg(value, name)
+                     : Zelctl::tr("\"%1\" is not a value for %2, which is of type %3")
+                           .arg(value, name, typeToString(var->type()));
 }
 
 QString Settings::refusedAtStart()
@@ -90,10 +91,9 @@ Setting Settings::fromFile(const QString& name, const QString& value) const
     if (!reason.isEmpty())
         return {name, value, s_file, s_invalid, reason};
     if (!m_firstRefused.isEmpty() && m_firstRefused < name)
-        return {
-            name, value, s_file, QLatin1String("not reached"),
-            QStringLiteral("the machine reads in the order of the names and stops before %1: %2")
-                .arg(name, refusal(m_firstRefused, m_file[m_firstRefused]))};
+        return {name, value, s_file, QLatin1String("not reached"),
+                Zelctl::tr("the machine reads in the order of the names and stops before %1: %2")
+                    .arg(name, refusal(m_firstRefused, m_file[m_firstRefused]))};
     return {name, value, s_file, {}, {}};
 }
 
@@ -116,7 +116,7 @@ std::optional<Setting> Settings::find(const QString& name) const
 
 QVector<Setting> Settings::all() const
 {
-    QStringList names = allSwitches();
+    QStringList names = switches();
     for (auto line = m_file.begin(); line != m_file.end(); ++line) {
         // A blank line is the empty key.
         if (!line.key().isEmpty() && !isSwitch(line.key()))

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QMap>
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <optional>
@@ -25,6 +25,8 @@ public:
     /// Takes the pairs of the environment file.
     explicit Settings(const QMap<QString, QString>& file);
 
+    /// The names of all switches that the library knows.
+    static QStringList switches();
     static bool isSwitch(const QString& name);
     /// The reason why the machine would refuse the value; empty if it would accept it.
     static QString refusal(const QString& name, const QString& value);

@@ -4,4 +4,5 @@
 
 /// `zelctl sim`: plays the simulator's end of a link from a script, records a link, and plays a
 /// recording.
-ExitStatus runSim(const QStringList& arguments);
+ExitStatus runSim(const CommandParser& parser);
+void describeSim(CommandParser& parser);

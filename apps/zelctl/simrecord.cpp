@@ -6,7 +6,8 @@
 
 using namespace zeltools::simulatorkit;
 
-ExitStatus recordLink(const QString& simulator, const QString& machine, const QString& path)
+ExitStatus recordLink(const QString& simulator, const QString& machine, const QString& path,
+                      bool isJson)
 {
     LinkRecorder recorder;
     QObject::connect(&recorder, &LinkRecorder::problemOccurred,
@@ -18,7 +19,7 @@ ExitStatus recordLink(const QString& simulator, const QString& machine, const QS
         return fail(Failed, error);
     for (const LinkSide side : {LinkSide::Machine, LinkSide::Simulator}) {
         const QString address = recorder.listeningAddress(side);
-        if (!address.isEmpty() && printLine(QStringLiteral("listening on ") + address) != Done)
+        if (!address.isEmpty() && printAddress(true, address, isJson) != Done)
             return Failed;
     }
     QCoreApplication::exec();

@@ -1,13 +1,14 @@
 #include "readfile.h"
 #include "simactions.h"
 #include "stopsignals.h"
+#include "words.h"
 
 #include <QCoreApplication>
 
 using namespace zeltools::simulatorkit;
 
 ExitStatus replayRecording(const QString& path, const QString& address,
-                           const LinkReplayer::Options& options)
+                           const LinkReplayer::Options& options, bool isJson)
 {
     FileContent file = readFile(path, SimulatorRecording::maximumSize_B);
     if (!file.error.isEmpty())
@@ -24,14 +25,12 @@ ExitStatus replayRecording(const QString& path, const QString& address,
     });
     const StopSignals stopSignals;
     QObject::connect(&stopSignals, &StopSignals::stopped, [] {
-        QCoreApplication::exit(fail(Failed, QStringLiteral("the replay was stopped")));
+        QCoreApplication::exit(fail(Failed, Zelctl::tr("the replay was stopped")));
     });
     error = replayer.start(address);
     if (!error.isEmpty())
         return fail(Failed, error);
-    const QString beginning =
-        replayer.isListening() ? QStringLiteral("listening on ") : QStringLiteral("connecting to ");
-    if (printLine(beginning + replayer.address()) != Done)
+    if (printAddress(replayer.isListening(), replayer.address(), isJson) != Done)
         return Failed;
     return static_cast<ExitStatus>(QCoreApplication::exec());
 }

@@ -1,6 +1,7 @@
 #include "readfile.h"
 #include "simactions.h"
 #include "stopsignals.h"
+#include "words.h"
 #include <zeltools/logging/lognode.h>
 #include <zeltools/simulationinterface/createinterface.h>
 #include <zeltools/simulationinterface/serversimulationinterface.h>
@@ -28,7 +29,17 @@ void endAfterFirstConnection(SimulationInterface& link)
 
 } // namespace
 
-ExitStatus serveScript(const QString& path, const QString& address, bool isOnce)
+ExitStatus printAddress(bool isListening, const QString& address, bool isJson)
+{
+    if (isJson)
+        return printJson(jsonObject({{isListening ? "listening" : "connecting", address}}));
+    // Scripts wait for these words, so they are not translated.
+    return printLine(
+        (isListening ? QStringLiteral("listening on ") : QStringLiteral("connecting to ")) +
+        address);
+}
+
+ExitStatus serveScript(const QString& path, const QString& address, bool isOnce, bool isJson)
 {
     const FileContent file = readFile(path, SimulatorScript::maximumSize_B);
     if (!file.error.isEmpty())
@@ -42,7 +53,7 @@ ExitStatus serveScript(const QString& path, const QString& address, bool isOnce)
     const auto* const server = qobject_cast<ServerSimulationInterface*>(link.get());
     if (server != nullptr && !server->listenError().isEmpty())
         return fail(Failed,
-                    QStringLiteral("cannot listen on %1: %2").arg(address, server->listenError()));
+                    Zelctl::tr("cannot listen on %1: %2").arg(address, server->listenError()));
     if (isOnce)
         endAfterFirstConnection(*link);
     const StopSignals stopSignals;
@@ -53,8 +64,8 @@ ExitStatus serveScript(const QString& path, const QString& address, bool isOnce)
                              fail(Failed, line);
                      });
     const Simulator simulator(*script, *link);
-    if (printLine(server != nullptr ? QStringLiteral("listening on ") + link->localAddress()
-                                    : QStringLiteral("connecting to ") + address) != Done)
+    if (printAddress(server != nullptr, server != nullptr ? link->localAddress() : address,
+                     isJson) != Done)
         return Failed;
     return static_cast<ExitStatus>(QCoreApplication::exec());
 }

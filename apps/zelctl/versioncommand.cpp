@@ -1,6 +1,7 @@
 #include "versioncommand.h"
 
 #include "commandparser.h"
+#include "words.h"
 #include <zeltools/libraryversion.h>
 
 namespace
@@ -15,7 +16,7 @@ QString wrongPart(const QString& version)
         bool isNumber = false;
         part.toInt(&isNumber);
         if (!isNumber)
-            return QStringLiteral("\"%1\" in \"%2\" is no number of a version").arg(part, version);
+            return Zelctl::tr("\"%1\" in \"%2\" is not a number of a version").arg(part, version);
     }
     return QString();
 }
@@ -43,8 +44,8 @@ ExitStatus compare(const VersionNumber& a, const VersionNumber& b, bool isJson)
     const QString sign = comparison(a, b);
     const bool isSameSize = a.size() == b.size();
     if (!isSameSize)
-        fail(Done, QStringLiteral("%1 and %2 have different numbers of parts, which the machine "
-                                  "warns of; only those that both have decide between < and >")
+        fail(Done, Zelctl::tr("%1 and %2 have different numbers of parts, which the machine warns "
+                              "of; only those that both have decide between < and >")
                        .arg(a.toString(), b.toString()));
     return isJson ? printJson(jsonObject({{"a", a.toString()},
                                           {"b", b.toString()},
@@ -53,30 +54,30 @@ ExitStatus compare(const VersionNumber& a, const VersionNumber& b, bool isJson)
                   : printLine(sign);
 }
 
-void addOptions(CommandParser& parser)
-{
-    parser.setDescription(
-        "Compares two versions, such as 2.9 and 2.10, as the machine does: prints <, = or > as A\n"
-        "is to B. For versions of which one begins with the other (1.2 and 1.2.7) the machine\n"
-        "says yes to none of these; that is printed as != and explained on stderr.\n\n"
-        "With one version it prints that in its usual form, with none the version of the library.");
-    parser.addArgument("A", "A version.", "[A [B]]");
-    parser.addArgument("B", "Another version.");
-    parser.addOptions({{"json", "Prints one JSON object."}});
-}
-
 } // namespace
 
-ExitStatus runVersion(const QStringList& arguments)
+void describeVersion(CommandParser& parser)
 {
-    CommandParser parser;
-    addOptions(parser);
-    if (const std::optional<ExitStatus> status = parser.parse(arguments))
-        return *status;
+    parser.setDescription(QT_TRANSLATE_NOOP(
+        "zelctl",
+        "Compares two versions, such as 2.9 and 2.10, as the machine does: prints <, = or > as A "
+        "is to B. For versions of which one begins with the other (1.2 and 1.2.7) the machine says "
+        "yes to none of these; that is printed as != and explained on stderr.\n\n"
+        "With one version it prints that in its usual form, with none the version of the "
+        "library."));
+    parser.addUsages({{"[A [B]]", ""}});
+    parser.addValues({{"A", QT_TRANSLATE_NOOP("zelctl", "A version")},
+                      {"B", QT_TRANSLATE_NOOP("zelctl", "Another version")}});
+    parser.addOptions({{"json", QT_TRANSLATE_NOOP("zelctl", "Prints one JSON object.")}});
+    parser.setExitStatuses(
+        QT_TRANSLATE_NOOP("zelctl", "The versions were compared, or the version was printed."),
+        QT_TRANSLATE_NOOP("zelctl", "A text is not a version."));
+    parser.addExamples({{"zelctl version 2.9 2.10", QT_TRANSLATE_NOOP("zelctl", "Prints <.")}});
+}
+
+ExitStatus runVersion(const CommandParser& parser)
+{
     const QStringList versions = parser.arguments();
-    if (versions.size() > 2)
-        return fail(WrongUsage,
-                    QStringLiteral("version needs two versions, see \"zelctl version --help\""));
     for (const QString& version : versions) {
         const QString reason = wrongPart(version);
         if (!reason.isEmpty())

@@ -24,67 +24,80 @@ struct ZELTOOLS_EXPORT CrashReport
     static constexpr qint64 largest_B = qint64(4) * 1024 * 1024;
     /// The lists take at most so many entries.
     static constexpr int mostModules = 4096;
-    static constexpr int mostStacks = 1024; ///< also the limit of the monitored threads
-    static constexpr int mostCalls = 256;   ///< of one stack; also the limit of the registers
-    static constexpr int mostLines = 1000;  ///< of the log, and of each section
+    static constexpr int mostStacks = 1024; ///< Also the limit of the monitored threads.
+    static constexpr int mostCalls =
+        256; ///< The calls of one stack; also the limit of the registers.
+    static constexpr int mostLines = 1000; ///< The lines of the log, and of each section.
+    /// The sections of the application; the library writes fewer of them.
     static constexpr int mostSections = 64;
 
+    /// A register of the processor at the moment of the crash.
     struct Register
     {
+        /// The name that the processor's manual gives it, in lower case: "rip", "pc".
         QString name;
-        quint64 value = 0;
+        quint64 value = 0; ///< The content.
     };
     /// A program or library in the memory of the process.
     struct Module
     {
-        quint64 base = 0; ///< what is added to the addresses in the file; 0 for a fixed program
-        quint64 end = 0;
-        QByteArray buildId; ///< bytes; empty if the file has none
-        QString path;
+        quint64 base = 0;   ///< The number to add to addresses in the file; 0 for a fixed program.
+        quint64 end = 0;    ///< The first address behind the module.
+        QByteArray buildId; ///< Bytes; empty if the file has none.
+        QString path;       ///< The path of the file in the process's view.
     };
+    /// The call stack of a thread.
     struct Stack
     {
-        qint32 thread = 0; ///< the kernel's id
-        QString name;
-        bool hasCrashed = false;
-        QVector<quint64> calls; ///< the innermost first; empty if the thread gave no answer
+        qint32 thread = 0;       ///< The kernel's id.
+        QString name;            ///< The name that the kernel shows for the thread.
+        bool hasCrashed = false; ///< Whether this thread has caused the crash.
+        QVector<quint64> calls;  ///< The innermost first; empty if the thread gave no answer.
     };
     /// A thread or an item of the monitor.
     struct MonitoredThread
     {
-        QString name;
+        QString name;      ///< The name of the registration.
         qint32 thread = 0; ///< 0 for an item
+        /// "on time", "late", "stalled" or "paused"; see monitored_threads::Monitor.
         QString state;
+        /// The time from the last tick to the crash.
         qint64 sinceTick_ms = 0;
     };
     /// A block of text of the application.
     struct Section
     {
-        QString name;
-        QStringList lines;
+        QString name;      ///< The name in the heading.
+        QStringList lines; ///< The text, without line feeds.
     };
 
-    qint32 process = 0;
-    QString program;
-    QString library; ///< the version of ZelTools
-    QString application;
-    QString boot; ///< the kernel's id of the boot
-    qint64 started_ms = 0;
+    qint32 process = 0;    ///< The number of the process.
+    QString program;       ///< The path of the program.
+    QString library;       ///< The version of ZelTools.
+    QString application;   ///< The version of the application.
+    QString boot;          ///< The kernel's id of the boot.
+    qint64 started_ms = 0; ///< The time of CrashReports::install().
 
-    int signal = 0; ///< 0 if no signal has ended the process, but an assertion
-    QString signalName;
+    int signal = 0;     ///< 0 if no signal has ended the process, but an assertion.
+    QString signalName; ///< The name of the signal, "SIGSEGV" for example.
+    /// The code of the signal (si_code), which tells kinds of faults apart; see sigaction(2).
     int code = 0;
+    /// The address of the fault, for the signals that have one.
     std::optional<quint64> address;
-    qint32 thread = 0;
-    qint64 time_ms = 0; ///< of the crash; 0 if the process wrote of none
-    qint64 uptime_ms = 0;
-    QString reason; ///< of an exception or an assertion; empty for most signals
+    qint32 thread = 0;    ///< The kernel's id of the crashed thread.
+    qint64 time_ms = 0;   ///< The time of the crash; 0 if the report names none.
+    qint64 uptime_ms = 0; ///< The time from CrashReports::install() to the crash.
+    QString reason;       ///< The text of an exception or an assertion; empty for most signals.
 
+    /// The registers of the crashed thread.
     QVector<Register> registers;
+    /// The modules in the order of the kernel's list.
     QVector<Module> modules;
-    QVector<Stack> stacks; ///< the stack of the crashed thread is the first
+    QVector<Stack> stacks; ///< The stack of the crashed thread is the first.
+    /// What the monitor knew of its threads and items.
     QVector<MonitoredThread> monitoredThreads;
-    QStringList log; ///< the last lines, the oldest first
+    QStringList log; ///< The last lines, the oldest first.
+    /// The sections that the application has added.
     QVector<Section> sections;
     /// Whether the report has its last line and all lines before it could be read.
     bool isComplete = false;

@@ -30,8 +30,8 @@ public:
     /// The limits of the folder. The newest report is always kept.
     struct Limits
     {
-        int mostReports = 10;
-        qint64 mostBytes = qint64(4) * 1024 * 1024;
+        int mostReports = 10;                       ///< The number of files.
+        qint64 mostBytes = qint64(4) * 1024 * 1024; ///< The sum of their sizes.
     };
 
     /// Collects the reports of earlier runs and removes the oldest ones beyond the limits. Each new
@@ -44,6 +44,7 @@ public:
     ///
     /// Call it after LogManager::initialize() and WindowsTools::installSignalHandlers().
     static bool install(const QString& folder);
+    /// Sets other limits than the default ones.
     static bool install(const QString& folder, Limits limits);
     /// Restores the handlers and removes the prepared report, as the end of the process does. If
     /// another thread writes its report at this time, both wait for that thread to end the process.

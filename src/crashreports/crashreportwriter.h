@@ -28,14 +28,18 @@ public:
 
     /// Writes a text that ends with NUL; null counts as empty.
     CrashReportWriter& text(const char* text);
+    /// Writes `size` bytes, which may contain NUL.
     CrashReportWriter& text(const char* text, size_t size);
+    /// Writes the number in decimal digits.
     CrashReportWriter& number(qint64 number);
     /// Writes the number as "0x1f".
     CrashReportWriter& hex(quint64 number);
+    /// Ends the line with a line feed.
     void endLine();
 
     /// Begins a heading such as "[log]", whose text follows.
     CrashReportWriter& beginHeading();
+    /// Ends the heading with "]" and a line feed.
     void endHeading();
     /// Hands all bytes to the system.
     void flush();

@@ -24,8 +24,9 @@ struct StackRequest::Slot
     bool change(quint64 from, quint64 to) { return content.compare_exchange_strong(from, to); }
 
     std::atomic<quint64> content{0};
-    void* calls[mostCalls];
-    int count;
+    // Zero like the rest, so that no code runs at the start.
+    void* calls[mostCalls]{};
+    int count = 0;
 };
 
 StackRequest::Slot StackRequest::s_slots[mostRequests];

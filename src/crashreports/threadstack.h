@@ -15,7 +15,7 @@ namespace zeltools
 /// poll() and similar system calls return with EINTR, others are restarted.
 struct ZELTOOLS_EXPORT ThreadStack
 {
-    static constexpr int mostCalls = 64;
+    static constexpr int mostCalls = 64; ///< Further calls are left out.
 
     qint32 thread = 0; ///< The kernel's id, as gettid() returns it.
     /// The address of the current instruction, then the return addresses, the innermost first.

@@ -6,8 +6,8 @@
 #include "crypt/cryptfiles_p.h"
 #include "crypt/cryptheader_p.h"
 #include "crypt/cryptheaderreader_p.h"
+#include "crypt/digest.h"
 #include "crypt/integrity_p.h"
-#include "crypt/sha1_p.h"
 #include "logging/zelassert.h"
 
 #include <QDebug>
@@ -159,7 +159,7 @@ bool CryptDecoder::decryptStream(CryptFiles& files, int flags,
     QByteArray chunk = CryptFiles::chunkBuffer();
     QByteArray prefix;
     CipherStream cipher(m_settings.keyParts);
-    Sha1 hash;
+    zeltools::Digest hash(QCryptographicHash::Sha1);
     qint64 read = 0;
     do {
         chunk.resize(0);

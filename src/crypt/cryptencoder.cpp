@@ -5,12 +5,14 @@
 #include "crypt/cryptexception_p.h"
 #include "crypt/cryptfiles_p.h"
 #include "crypt/cryptheader_p.h"
+#include "crypt/digest.h"
 #include "crypt/integrity_p.h"
-#include "crypt/sha1_p.h"
 #include "logging/zelassert.h"
 #include "random.h"
 
 #include <QDebug>
+
+using zeltools::Digest;
 
 namespace
 {
@@ -20,7 +22,7 @@ QByteArray hashOf(CryptFiles& files, qint64 total_B, const SimpleCrypt::Progress
 {
     const qint64 size = files.inputSize();
     QByteArray chunk = CryptFiles::chunkBuffer();
-    Sha1 hash;
+    Digest hash(QCryptographicHash::Sha1);
     do {
         chunk.resize(0);
         files.readChunk(chunk);
@@ -141,9 +143,11 @@ QByteArray CryptEncoder::backupHeader(const SimpleCrypt::Settings& settings)
     if (settings.protection == SimpleCrypt::ProtectionChecksum)
         printAssertMsg("", "ProtectionChecksum is not allowed in this mode", __FILE__, __LINE__);
     const int flags = flagsOf(settings) & ~SimpleCrypt::FlagChecksum;
-    const QByteArray header =
+    QByteArray header =
         cryptheader::versionAndFlags(flags) + metadataBlock(settings.metadata) + '0';
-    return (flags & SimpleCrypt::FlagSha1) != 0 ? header + Sha1::of("not valid hash") : header;
+    if ((flags & SimpleCrypt::FlagSha1) == 0)
+        return header;
+    return header + Digest::of("not valid hash", QCryptographicHash::Sha1);
 }
 
 QByteArray CryptEncoder::metadataHeader(const QString& metadata)

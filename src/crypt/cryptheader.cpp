@@ -1,7 +1,7 @@
 #include "crypt/cryptheader_p.h"
 
 #include "crypt/byteorder_p.h"
-#include "crypt/sha1_p.h"
+#include "crypt/digest.h"
 #include "logging/zelassert.h"
 
 namespace cryptheader
@@ -24,7 +24,7 @@ QByteArray versionAndFlags(int flags)
 QByteArray metadataFields(const QByteArray& metadata)
 {
     return byteorder::bytesOf(metadata.size()) + byteorder::bytesOf(~metadata.size()) +
-           Sha1::of(metadata);
+           zeltools::Digest::of(metadata, QCryptographicHash::Sha1);
 }
 
 int version(const QByteArray& data)

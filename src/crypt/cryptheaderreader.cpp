@@ -2,12 +2,14 @@
 
 #include "crypt/cryptfiles_p.h"
 #include "crypt/cryptheader_p.h"
-#include "crypt/sha1_p.h"
+#include "crypt/digest.h"
 
 #include <QDebug>
 #include <QFile>
 
 #include <limits>
+
+using zeltools::Digest;
 
 static_assert(cryptheader::shortestSize_B == SimpleCrypt::shortestHeader_B &&
               cryptheader::metadataOffset == SimpleCrypt::shortestStreamed_B);
@@ -22,7 +24,7 @@ constexpr qint64 s_largestMetadata_B = qint64(1024) * 1024 * 1024; // longer met
 bool isHashOf(QFile& file, qint64 size, const QByteArray& start)
 {
     const qint64 before = file.pos();
-    Sha1 hash;
+    Digest hash(QCryptographicHash::Sha1);
     for (qint64 left = size; left > 0;) {
         const QByteArray chunk = file.read(qMin(left, qint64(CryptFiles::chunkSize_B)));
         hash.add(chunk.constData(), chunk.size());
@@ -71,7 +73,7 @@ QString CryptHeaderReader::metadata(const QByteArray& data)
     const qint64 present = qMin(size, qint64(data.size() - cryptheader::metadataOffset));
     const QByteArray metadata = QByteArray::fromRawData(
         data.constData() + cryptheader::metadataOffset, static_cast<int>(qMax(present, qint64(0))));
-    if (Sha1::of(metadata) != cryptheader::metadataHash(data))
+    if (Digest::of(metadata, QCryptographicHash::Sha1) != cryptheader::metadataHash(data))
         return refuseMetadata("metadata hash check is not valid");
     return QString::fromLatin1(metadata.constData(), metadata.size());
 }

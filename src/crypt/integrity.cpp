@@ -1,6 +1,6 @@
 #include "crypt/integrity_p.h"
 
-#include "crypt/sha1_p.h"
+#include "crypt/digest.h"
 #include "qtversion.h"
 
 #include <QtEndian>
@@ -37,7 +37,7 @@ QByteArray field(int flags, const char* payload, qint64 size)
     if (mode == SimpleCrypt::ProtectionOff)
         return QByteArray();
     if (mode == SimpleCrypt::ProtectionSha1)
-        return Sha1::of(payload, size);
+        return zeltools::Digest::of(payload, size, QCryptographicHash::Sha1);
     // The checksum has its high byte first, unlike the numbers of the header.
     QByteArray checksum(sizeof(quint16), '\0');
     qToBigEndian(zeltools::checksum(payload, size), checksum.data());

@@ -12,7 +12,8 @@ DeclarativeStateMachine::DeclarativeStateMachine(const LogModule& module, QObjec
     : QObject(parent)
     , m_module(module)
     , m_machine(new InnerMachine(module, {[this] { Q_EMIT stateChanged(); },
-                                          [this](int state) { onTimeLimitExceeded(state); }}))
+                                          [this](int state) { onTimeLimitExceeded(state); },
+                                          [this](int number) { Q_EMIT transitionFired(number); }}))
 {
     constexpr int restartDelay_ms = 100; // Stopping takes a turn of the event loop.
     m_restartTimer.setSingleShot(true);
@@ -81,6 +82,11 @@ QString DeclarativeStateMachine::currentState() const
 QStringList DeclarativeStateMachine::currentStates() const
 {
     return m_machine->namesOf(m_machine->activeStates());
+}
+
+std::vector<int> DeclarativeStateMachine::currentStateNumbers() const
+{
+    return m_machine->activeStates();
 }
 
 void DeclarativeStateMachine::setRecording(int maximumEntries)

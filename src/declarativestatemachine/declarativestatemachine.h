@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <vector>
 
 namespace zeltools::declarativestatemachine
 {
@@ -60,6 +61,8 @@ public:
     void restart();
     /// Drops a pending restart, so that the machine stays stopped.
     void cancelRestart();
+    /// Whether the machine is in a state: since the event loop has started it, and until the event
+    /// loop has stopped it or it has reached a final state.
     bool isRunning() const;
 
     /// The names of the active states that have no active child, in the order of the description
@@ -67,6 +70,9 @@ public:
     QString currentState() const;
     /// The names of all active states, each before its children.
     QStringList currentStates() const;
+    /// The same states by their numbers, which tell apart those that have the same name. The states
+    /// are numbered from 0 in the order of the description's text, each before its children.
+    std::vector<int> currentStateNumbers() const;
 
     /// Keeps the last entries of what the machine does from now on, at most
     /// MachineRecording::maximumEntries, for which it allocates memory at once: 24 bytes for each
@@ -86,6 +92,10 @@ Q_SIGNALS:
     void finished();
     /// Emitted once for each entry of a state that is still active when its time limit has passed.
     void timeLimitExceeded(const QString& state);
+    /// Emitted when a transition fires, before its actions are called. The transitions are numbered
+    /// from 0 in the order of their states (see currentStateNumbers()) and in the order in which
+    /// each state lists them.
+    void transitionFired(int number);
 
 private:
     void onRunningChanged();

@@ -276,6 +276,8 @@ void InnerMachine::fire(int transition, QEvent* event)
     const TransitionDescription& description = *m_index->transition(transition).description;
     if (m_recorder != nullptr)
         m_recorder->fired(transition, argumentsOf(event));
+    if (m_listener.fired)
+        callHost([this, transition] { m_listener.fired(transition); });
     if (description.action)
         callHost(description.action);
     if (description.argumentsAction)

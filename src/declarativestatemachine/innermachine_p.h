@@ -34,6 +34,7 @@ public:
     {
         std::function<void()> stateChanged;
         std::function<void(int state)> timeLimitExceeded;
+        std::function<void(int transition)> fired;
     };
 
     explicit InnerMachine(const LogModule& module, Listener listener = {});

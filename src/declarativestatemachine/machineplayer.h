@@ -8,6 +8,7 @@
 namespace zeltools::declarativestatemachine
 {
 
+/// Settings of the play of a recording: how much of the description takes part.
 struct Playback
 {
     /// Calls the guards of the description and compares their answers with the recording. Without

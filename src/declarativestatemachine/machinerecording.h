@@ -30,8 +30,8 @@ struct ZELTOOLS_EXPORT MachineRecording
     /// one in the text of the description, 2 for the second one, and so on.
     struct State
     {
-        QString name;
-        int copy = 1;
+        QString name; ///< The name in the description.
+        int copy = 1; ///< Which of the states with this name it is, from 1.
 
         bool operator==(const State& other) const
         {
@@ -46,8 +46,8 @@ struct ZELTOOLS_EXPORT MachineRecording
     /// A transition of the description.
     struct Transition
     {
-        State source;
-        int number = 0; ///< in its state, from 1
+        State source;   ///< The state that has the transition.
+        int number = 0; ///< The number in its state, from 1.
 
         bool operator==(const Transition& other) const
         {
@@ -64,8 +64,8 @@ struct ZELTOOLS_EXPORT MachineRecording
     /// characters or bytes; it is invalid for anything else.
     struct Argument
     {
-        QByteArray type; ///< the name of the type
-        QVariant value;
+        QByteArray type; ///< The name of the type.
+        QVariant value;  ///< The value; invalid if the recording does not keep it.
     };
 
     /// A machine steps from states to states in this order: it asks guards, leaves states, fires
@@ -73,33 +73,37 @@ struct ZELTOOLS_EXPORT MachineRecording
     /// has guards only.
     struct Entry
     {
+        /// The machine has started or stopped, a guard has answered, a state was left, a transition
+        /// has fired, or a state was entered.
         enum Kind : quint8 { Started, Stopped, Guard, Left, Fired, Entered };
 
-        Kind kind = Started;
-        std::chrono::microseconds time{0};
-        bool beginsStep = true; ///< false if the entry belongs to the step of the one before
+        Kind kind = Started;               ///< What has happened.
+        std::chrono::microseconds time{0}; ///< The time since `start`.
+        bool beginsStep = true; ///< False if the entry belongs to the step of the one before.
         /// Guard, Fired: the transition. Left, Entered: its source is the state.
         Transition transition;
-        QString trigger; ///< Guard, Fired: "direct", "timeout 500ms", "signal Tank::full(int)"
-        bool isAccepted = false;     ///< Guard: the answer
-        bool isFinished = false;     ///< Stopped: the machine had reached a final state
-        QVector<Argument> arguments; ///< Guard, Fired: those of the signal
+        QString trigger; ///< Guard, Fired: "direct", "timeout 500ms", "signal Tank::full(int)".
+        bool isAccepted = false;     ///< Guard: the answer.
+        bool isFinished = false;     ///< Stopped: the machine had reached a final state.
+        QVector<Argument> arguments; ///< Guard, Fired: the arguments of the signal.
     };
 
     /// A state that was active already at the first entry.
     struct ActiveState
     {
-        State state;
-        std::chrono::microseconds since{0}; ///< when it was entered
+        State state; ///< A state that was active then.
+        /// The time of its entry since `start`; 0 if it was active then.
+        std::chrono::microseconds since{0};
     };
 
-    QString machine;                       ///< the name in the description
-    QDateTime start;                       ///< the time of day when the recording began
-    std::chrono::microseconds duration{0}; ///< from `start` until this value was made
-    qint64 dropped = 0;                    ///< older entries, which are lost
-    bool wasRunning = false;               ///< at the first entry
+    QString machine;                       ///< The name in the description.
+    QDateTime start;                       ///< The time of day when the recording began.
+    std::chrono::microseconds duration{0}; ///< The time from `start` until this value was made.
+    qint64 dropped = 0;                    ///< Older entries, which are lost.
+    bool wasRunning = false;               ///< Whether the machine ran at the first entry.
+    /// The states that were active before the first entry.
     QVector<ActiveState> activeBefore;
-    QVector<Entry> entries; ///< oldest first
+    QVector<Entry> entries; ///< Oldest first.
     /// Whether the value was made inside the last step, such as in an action.
     bool isStepUnfinished = false;
 

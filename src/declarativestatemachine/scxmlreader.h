@@ -19,7 +19,7 @@ struct ScxmlBindings
 };
 
 /// Reads a State Chart XML document of the W3C that says no more than a description can say;
-/// docs/state-machines.md lists the elements and attributes. For any other document the function
+/// docs/format-scxml.md lists the elements and attributes. For any other document the function
 /// returns no value, and `error` holds the line and the reason. The states of the description have
 /// no actions.
 ///

@@ -26,25 +26,26 @@ namespace zeltools::declarativestatemachine
 /// A transition from a state to another one or to itself.
 struct TransitionDescription
 {
+    /// What the transition waits for.
     enum Type : qint32 {
-        Direct = 0,  ///< as soon as the state is entered
-        Timeout = 1, ///< when the state has been active for a given time
-        Signal = 2   ///< when an object emits a signal and the guard allows it
+        Direct = 0,  ///< Taken as soon as the state is entered.
+        Timeout = 1, ///< Taken when the state has been active for a given time.
+        Signal = 2   ///< Taken when an object emits a signal and the guard allows it.
     };
 
-    Type type = Direct; ///< an unknown number makes no transition
-    QString targetState;
+    Type type = Direct;  ///< An unknown number makes no transition.
+    QString targetState; ///< The name of the state that the transition leads to.
     /// The sender of the signal: an object of the machine's thread, or one that outlives the
     /// machine.
     QObject* obj = nullptr;
-    const char* signal = nullptr; ///< a normalized text such as `SIGNAL(stopped())`
+    const char* signal = nullptr; ///< A normalized text such as `SIGNAL(stopped())`.
     /// Called when the signal arrives, the timeout ends or the state has been entered; an empty one
     /// accepts always. A timeout or an entry that it refuses is not tried again. If a state has
     /// several timeouts and none has a guard, the first to end triggers the first of the
     /// transitions; with a guard, each triggers its own.
     std::function<bool()> guard = {};
-    std::chrono::milliseconds timeout{0};
-    QString description = {}; ///< a label for pictures
+    std::chrono::milliseconds timeout{0}; ///< How long a Timeout transition waits.
+    QString description = {};             ///< A label for pictures.
     /// Called when the transition fires: after the exit action of the state that is left and before
     /// the action of the one that is entered. May be empty.
     std::function<void()> action = {};
@@ -56,11 +57,14 @@ struct TransitionDescription
     /// called nor timeouts begin again. `targetState` has no meaning then.
     bool isTargetless = false;
 
+    /// A transition that is taken as soon as its state is entered.
     static TransitionDescription direct(QString target) { return {Direct, std::move(target)}; }
+    /// A transition that is taken when its state has been active for the time.
     static TransitionDescription after(std::chrono::milliseconds timeout, QString target)
     {
         return {Timeout, std::move(target), nullptr, nullptr, {}, timeout};
     }
+    /// A transition that waits for the signal, in the form of SIGNAL().
     static TransitionDescription on(QObject* obj, const char* signal, QString target,
                                     std::function<bool()> guard = {})
     {
@@ -77,7 +81,9 @@ struct TransitionDescription
         return transition;
     }
 
+    /// Whether the transition asks before it is taken.
     bool hasGuard() const { return guard || argumentsGuard; }
+    /// Whether the number of the type is one of Type.
     bool isOfKnownType() const { return type >= Direct && type <= Signal; }
 };
 
@@ -91,19 +97,20 @@ struct TransitionDescription
 /// description are recursive.
 struct StateDescription
 {
+    /// What a state does when it is entered.
     enum Kind : qint32 {
-        Ordinary = 0,
-        Parallel = 1,       ///< all child states are active at the same time
-        ShallowHistory = 2, ///< stands for the child that was active when its parent was left last
-        DeepHistory = 3,    ///< the same for the innermost states
-        Final = 4           ///< at the top it ends the machine, inside a state it only waits
+        Ordinary = 0,       ///< Enters its initial child, if it has children.
+        Parallel = 1,       ///< All child states are active at the same time.
+        ShallowHistory = 2, ///< Stands for the child that was active when its parent was left last.
+        DeepHistory = 3,    ///< The same for the innermost states.
+        Final = 4           ///< Ends the machine at the top, and only waits inside a state.
     };
 
-    QString name;
-    std::function<void()> action = {}; ///< called when the state is entered; may be empty
-    std::vector<TransitionDescription> transitions = {};
-    std::function<void()> exitAction = {}; ///< called when the state is left; may be empty
-    std::vector<StateDescription> states = {};
+    QString name;                      ///< The name by which transitions lead here.
+    std::function<void()> action = {}; ///< Called when the state is entered; may be empty.
+    std::vector<TransitionDescription> transitions = {}; ///< The transitions that begin here.
+    std::function<void()> exitAction = {};     ///< Called when the state is left; may be empty.
+    std::vector<StateDescription> states = {}; ///< The inner states, the initial one first.
     /// A history has no children and no actions. Before its parent has been active, it leads to the
     /// target of its first direct transition, or to the initial child without one. The machine
     /// looks it up before it leaves states: a transition that leaves the parent itself, such as one
@@ -114,20 +121,22 @@ struct StateDescription
     /// and a Warning is logged, and the state stays. 0 is no limit.
     std::chrono::milliseconds timeLimit{0};
 
+    /// Whether the state is one of the two kinds of histories.
     bool isHistory() const { return kind == ShallowHistory || kind == DeepHistory; }
 };
 
 /// A signal as in TransitionDescription.
 struct ExpectedSignal
 {
-    QObject* obj = nullptr;
-    const char* signal = nullptr;
+    QObject* obj = nullptr;       ///< The sender.
+    const char* signal = nullptr; ///< In the form of SIGNAL().
 };
 
+/// A whole machine: its states, its title and the signals that it has to handle.
 struct StateMachineDescription
 {
-    std::vector<StateDescription> states;
-    QString name = {}; ///< a title for pictures
+    std::vector<StateDescription> states; ///< The outermost states, the initial one first.
+    QString name = {};                    ///< A title for pictures.
     /// The signals that the machine has to handle: findProblems() names those that no state takes.
     std::vector<ExpectedSignal> expectedSignals = {};
 };

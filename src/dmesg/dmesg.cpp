@@ -10,6 +10,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <utility>
+
 namespace dmesg
 {
 
@@ -30,6 +33,8 @@ Dmesg::Dmesg(const zeltools::Machine& machine)
     , m_buffer(std::make_unique<LineBuffer>())
 {
     connect(&m_process, &DmesgProcess::newLines, this, &Dmesg::onProcessNewLines,
+            Qt::DirectConnection);
+    connect(&m_process, &DmesgProcess::runningChanged, this, &Dmesg::runningChanged,
             Qt::DirectConnection);
     initLogFile();
     setCommand(followCommand());
@@ -94,6 +99,15 @@ QStringList Dmesg::lines()
 {
     const QMutexLocker locker(&m_mutex);
     return m_buffer->lines();
+}
+
+QStringList Dmesg::linesAfter(quint64& number, int mostLines)
+{
+    const QMutexLocker locker(&m_mutex);
+    const auto newLines = m_buffer->appended() - std::exchange(number, m_buffer->appended());
+    const auto most = static_cast<quint64>(qBound(0, mostLines, m_buffer->lines().size()));
+    const auto count = static_cast<int>(std::min(newLines, most));
+    return m_buffer->lines().mid(m_buffer->lines().size() - count);
 }
 
 QString Dmesg::linesToString(int maxLines, Order order)

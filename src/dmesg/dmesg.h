@@ -37,18 +37,22 @@ class ZELTOOLS_EXPORT Dmesg : public QObject
     Q_OBJECT
 
 public:
+    /// The settings of the capture, see setConfig().
     struct Config
     {
+        /// The limits of "dmesg.log": 1 MiB and five compressed predecessors by default.
         RotatingLogFileConfiguration logFile{1.0F, 5, true};
-        bool logToFile = false;
+        bool logToFile = false; ///< Whether all lines are also written to "dmesg.log".
         /// The limit of the lines in memory. In spite of its name it counts characters (UTF-16 code
         /// units): the memory is about twice that and 50 bytes per line.
         qint64 maxRamSize_B = qint64(5) * 1024 * 1024;
     };
+    /// The order of linesToString().
     enum Order { OlderFirst = 0, NewerFirst = 1 };
     Q_ENUM(Order)
+    /// Where the lines come from.
     enum Source {
-        Command = 0,      ///< the command
+        Command = 0,      ///< The command.
         KernelDevice = 1, ///< /dev/kmsg
         Automatic = 2     ///< /dev/kmsg if the program of the command is not installed
     };
@@ -62,7 +66,9 @@ public:
 
     /// Starts the capture on the board like DmesgProcess::start(). On the desktop, whose kernel log
     /// is irrelevant to the machine, it does nothing.
-    void start();
+    Q_INVOKABLE void start();
+    /// Works like DmesgProcess::isRunning().
+    bool isRunning() const { return m_process.isRunning(); }
 
     /// Sets the configuration and reopens the log file. A smaller limit takes effect with the next
     /// line.
@@ -76,14 +82,20 @@ public:
     /// Sets whether a capture that ends by itself is started again; see
     /// DmesgProcess::setRestarting(). It is off by default.
     void setRestarting(bool isRestarting);
+    /// The settings of a log file for Config::logFile. A count of 0 lets the file grow without
+    /// limit.
     static RotatingLogFileConfiguration makeLogFileConfig(float maximumSizeMiB,
                                                           int secondaryFilesCount, bool compressed);
 
     /// The lines in memory, oldest first.
-    QStringList lines();
+    Q_INVOKABLE QStringList lines();
+    /// The lines in memory that came after the first `number` lines, at most the last `mostLines`
+    /// of them and oldest first. Sets the number to that of all lines so far, so that the next call
+    /// gives the lines after these.
+    QStringList linesAfter(quint64& number, int mostLines);
     /// The last lines, or all of them if `maxLines` is 0, with a line feed between them. The cost
     /// depends on these lines only, not on the number of lines in memory.
-    QString linesToString(int maxLines, Order order);
+    Q_INVOKABLE QString linesToString(int maxLines, dmesg::Dmesg::Order order);
 
     /// Works like RotatingLogFile::filename(). If lines do not go to a file, a release assertion
     /// fails, which ends the process.
@@ -93,9 +105,9 @@ public:
     void syncLogFile();
 
     /// Whether this process may write kernel log lines of its own.
-    static bool isKmsgWrittable();
+    Q_INVOKABLE static bool isKmsgWrittable();
     /// Whether the kernel shows its log to privileged processes only.
-    static bool isDmesgRestricted();
+    Q_INVOKABLE static bool isDmesgRestricted();
 
 public Q_SLOTS:
     /// Handles lines as if the process had printed them.
@@ -106,7 +118,10 @@ Q_SIGNALS:
     void newLine(const QString& line);
     /// Announces that a line was longer than the limit in memory and was not kept there.
     void tooLongLine();
+    /// Announces each line that is added to lines().
     void changed();
+    /// Announces that isRunning() may have changed. Emitted in the thread of the process.
+    void runningChanged();
 
 protected:
     /// Constructs a capture for another machine.

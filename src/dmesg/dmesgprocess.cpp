@@ -61,8 +61,10 @@ DmesgProcess::DmesgProcess(std::chrono::milliseconds patience,
     connect(m_replay, &ReplayFilter::newLines, this, &DmesgProcess::newLines);
     connect(m_restarter, &Restarter::due, this, &DmesgProcess::relaunch);
     connect(m_process, &zeltools::TimedProcess::overdue, this, &DmesgProcess::onOverdue);
-    connect(m_process, &QProcess::stateChanged, this,
-            [this](QProcess::ProcessState state) { m_state = state; });
+    connect(m_process, &QProcess::stateChanged, this, [this](QProcess::ProcessState state) {
+        m_state = state;
+        Q_EMIT runningChanged();
+    });
     connect(this, &DmesgProcess::startSignal, this, &DmesgProcess::startSlot,
             Qt::BlockingQueuedConnection);
     connect(this, &DmesgProcess::stopSignal, this, &DmesgProcess::stopSlot,
@@ -129,12 +131,14 @@ void DmesgProcess::startSlot()
     if (m_isRestarting)
         m_restarter->begin();
     const QString obstacle = launch();
+    Q_EMIT runningChanged();
     if (obstacle.isEmpty())
         return;
     LogFormatter(LogLevel::Error).log(Log::Global).noquote()
         << s_startSignature
         << (m_kernelDevice.isEmpty() ? QStringLiteral("Failed starting process") : obstacle);
     m_restarter->onEnd(obstacle);
+    Q_EMIT runningChanged();
 }
 
 /// Starts the process or opens the device. Returns an empty text or the reason why that failed.
@@ -170,6 +174,7 @@ void DmesgProcess::stopSlot()
     LogFormatter(LogLevel::Info).log(Log::Global) << s_stopSignature << "Stopping dmesg process";
     m_restarter->stop();
     m_follower->stop();
+    Q_EMIT runningChanged();
     if (m_process->state() == QProcess::NotRunning)
         return;
     m_process->terminate();
@@ -199,6 +204,7 @@ void DmesgProcess::onEnded(const QString& reason)
 {
     m_restarter->onEnd(reason); // first, since a receiver of the lines may stop the capture
     m_replay->end();
+    Q_EMIT runningChanged();
 }
 
 void DmesgProcess::onOverdue()

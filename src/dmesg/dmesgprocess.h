@@ -48,11 +48,13 @@ public:
     /// Stops the process as stopSlot() does, if it is running.
     ~DmesgProcess() override;
 
+    /// @{
     /// Run the slots in the object's own thread and wait for them, so that the caller must not hold
     /// a lock that a receiver of newLines() takes. Called from that thread (in a directly connected
     /// receiver), the slot runs immediately.
     void start();
     void stop();
+    /// @}
     /// Whether the process runs, the device is read, or one of them will be started again.
     bool isRunning() const;
     /// Sets the command. Call it only while the process is not running.
@@ -77,8 +79,13 @@ Q_SIGNALS:
     /// Emits the lines that one piece of output completes, which may be none. Emitted in the
     /// object's own thread.
     void newLines(const QStringList& lines);
+    /// @{
+    /// Carry start() and stop() to the object's own thread. They are for the class itself.
     void startSignal();
     void stopSignal();
+    /// @}
+    /// Announces that isRunning() may have changed. Emitted in the object's own thread.
+    void runningChanged();
 
 public Q_SLOTS:
     // These slots run in the object's own thread.
@@ -89,9 +96,12 @@ public Q_SLOTS:
     /// Sends SIGTERM, waits up to 30 seconds for the end, then sends SIGKILL. Lines are emitted
     /// meanwhile. A process that is not running is an Error line. A device is closed at once.
     void stopSlot();
+    /// @{
+    /// Connected to the process by the class; public for tests that stand in for the process.
     void onProcessStdoutReadyRead();
     void onProcessStderrReadyRead();
     void onProcessFinished(int exitCode);
+    /// @}
 
 protected:
     /// Constructs a process that gets SIGKILL after another time, and that is restarted after

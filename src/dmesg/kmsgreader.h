@@ -19,28 +19,32 @@ namespace dmesg
 class ZELTOOLS_EXPORT KmsgReader
 {
 public:
+    /// The outcome of next().
     enum class Result {
         Record,
-        Malformed, ///< something that is no record was skipped; there may be more at once
-        Nothing,   ///< no record now; descriptor() becomes readable with the next one
-        Ended,     ///< the end of a file, or no process writes to the FIFO; never of /dev/kmsg
-        Failed     ///< reading is impossible, for the reason in error()
+        Malformed, ///< Something that is no record was skipped; there may be more at once.
+        Nothing,   ///< No record now; descriptor() becomes readable with the next one.
+        Ended,     ///< The end of a file, or no process writes to the FIFO; never of /dev/kmsg.
+        Failed     ///< Reading is impossible, for the reason in error().
     };
 
     /// The longest record. The kernel's longest has less than 16 KiB.
     static constexpr int longestRecord_B = 64 * 1024;
 
+    /// Takes the path of the device or of a file or FIFO in its format; open() opens it.
     explicit KmsgReader(const QString& file = zeltools::Machine().kernelMessageFile);
 
     /// Opens the file, and returns an empty text or the reason why it cannot be read. Opened again,
     /// the reader skips the records up to the last one that it has returned.
     QString open();
+    /// Closes the file. The reader still knows the last record that it has returned.
     void close();
     /// Fills the record if the result is Record.
     Result next(KmsgRecord& record);
 
     /// For poll(2); negative if the file is not open.
     int descriptor() const { return m_descriptor ? int(*m_descriptor) : -1; }
+    /// Why the last next() has failed, in the words of the system.
     QString error() const { return m_error; }
 
 private:

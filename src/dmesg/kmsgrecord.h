@@ -35,8 +35,10 @@ struct ZELTOOLS_EXPORT KmsgRecord
         Debug = 7
     };
 
-    Level level = Emergency;
-    quint32 facility = 0; ///< The number of syslog(3); 0 is the kernel itself.
+    Level level = Emergency; ///< The severity of syslog(3).
+    quint32 facility = 0;    ///< The number of syslog(3); 0 is the kernel itself.
+    /// The number of the record. It grows by 1 from record to record of one boot, so that a gap
+    /// means lost records.
     quint64 sequence = 0;
     /// The monotonic clock of the kernel, which stands still while the machine sleeps.
     std::chrono::microseconds sinceBoot{0};
@@ -46,6 +48,7 @@ struct ZELTOOLS_EXPORT KmsgRecord
     /// them.
     quint64 overwritten = 0;
     QByteArray text; ///< Any bytes, usually UTF-8; may contain line feeds.
+    /// The continuation lines `KEY=value`, such as SUBSYSTEM and DEVICE.
     QMap<QByteArray, QByteArray> fields;
 
     /// Reads one record, without or with its last line feed. An escape sequence such as "\x09" is

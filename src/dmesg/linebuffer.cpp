@@ -21,6 +21,7 @@ void LineBuffer::append(const QString& line, qint64 mostCharacters)
         removeOldest();
     m_dataSize_B += length;
     m_lines.append(line);
+    ++m_appended;
 }
 
 void LineBuffer::removeOldest()

@@ -14,6 +14,8 @@ public:
     void append(const QString& line, qint64 mostCharacters);
 
     const QStringList& lines() const { return m_lines; }
+    /// How many lines were appended since the start.
+    quint64 appended() const { return m_appended; }
     /// The text that Dmesg::linesToString() describes.
     QString toText(int maxLines, Dmesg::Order order) const;
 
@@ -22,6 +24,7 @@ private:
 
     QStringList m_lines; // oldest first; removes its first line without moving the others
     qint64 m_dataSize_B = 0;
+    quint64 m_appended = 0;
 };
 
 } // namespace dmesg

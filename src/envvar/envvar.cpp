@@ -57,9 +57,10 @@ void EnvVar::setStringValueOpt(ValueType source, std::optional<QString> value)
     }
     if (value)
         m_values.insert(source, *std::move(value));
-    else
+    else if (m_values.contains(source)) // remove() allocates even if it finds nothing.
         m_values.remove(source);
-    m_number.store(stringValueOpt().value_or(QString()).toInt(), std::memory_order_relaxed);
+    const std::optional<QString> effective = stringValueOpt();
+    m_number.store(effective ? effective->toInt() : 0, std::memory_order_relaxed);
     Q_EMIT changed();
 }
 

@@ -48,7 +48,7 @@ Q_ENUM_NS(Category)
 /// The flags of a variable. The bits 2 and 4 belong to the application; the library only stores
 /// them.
 enum Flag : int {
-    Visible = 1 ///< the variable is shown to the user; see EnvVarStore::setVisibleIf()
+    Visible = 1 ///< The variable is shown to the user; see EnvVarStore::setVisibleIf().
 };
 Q_DECLARE_FLAGS(Flags, Flag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Flags)
@@ -69,8 +69,8 @@ class ZELTOOLS_EXPORT EnvVar : public QObject
 public:
     /// The source of a value.
     enum ValueType {
-        Defines = 0, ///< from the build
-        Env = 1      ///< from the environment, the environment file or set()
+        Defines = 0, ///< The value comes from the build.
+        Env = 1      ///< It comes from the environment, the environment file or set().
     };
 
     /// Registers the variable; both texts are Latin-1. Throws std::invalid_argument if the store
@@ -82,13 +82,18 @@ public:
            Type type = Boolean);
     ~EnvVar() override;
 
+    /// The kind of values.
     virtual Type type() const = 0;
     /// Whether the text can be a value of this variable.
     virtual bool isStringValueValid(const QString& value) const = 0;
 
+    /// The name in the environment and in the file.
     const QString& name() const { return m_name; }
+    /// One English line for the people who set the switch.
     const QString& description() const { return m_description; }
+    /// The group in which screens and programs show the variable.
     Category category() const { return m_category; }
+    /// The properties of the variable, see Flag.
     Flags flags() const { return m_flags; }
 
     /// Sets or clears a flag, and always emits changed().

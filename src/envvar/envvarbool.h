@@ -17,15 +17,18 @@ public:
                const char* definedValue);
     ~EnvVarBool() override;
 
+    /// Always Boolean.
     Type type() const override { return Boolean; }
     bool isStringValueValid(const QString& value) const override;
 
     /// Whether the effective value is "1". The call is suitable for hot paths in any thread.
     bool operator()() const { return number() == 1; }
+    /// Sets the value from the environment to "1" or "0".
     void set(bool on);
 
     /// Switches on unless either source has a value: an explicit "0" stays.
     void enableIfUnset() { conditionallyEnableIfUnset(true); }
+    /// Calls enableIfUnset() if the condition holds.
     void conditionallyEnableIfUnset(bool condition);
 
 private:

@@ -17,11 +17,13 @@ public:
               const char* definedValue);
     ~EnvVarInt() override;
 
+    /// Always Integer.
     Type type() const override { return Integer; }
     bool isStringValueValid(const QString& value) const override;
 
     /// The effective value, or 0 without one. Any thread may call it.
     int operator()() const { return number(); }
+    /// Sets the value from the environment.
     void set(int value);
 };
 

@@ -2,6 +2,7 @@
 
 #include "keyvaluefile.h"
 #include "keyvaluefile_p.h"
+#include "keyvaluelines.h"
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "windowstools.h"
@@ -117,6 +118,39 @@ SaveResult EnvVarStore::save(const QString& path)
         return {false, tr("File access error")};
     }
     return {true, std::nullopt};
+}
+
+SaveResult EnvVarStore::saveInto(const QString& path)
+{
+    QStringList names;
+    for (const EnvVar* var : qAsConst(m_vars))
+        names.append(var->name());
+    return saveInto(path, names);
+}
+
+SaveResult EnvVarStore::saveInto(const QString& path, const QStringList& names)
+{
+    SaveResult prepared = m_preSaveFunction();
+    if (!prepared.success)
+        return prepared;
+    QVector<EnvVar*> vars = m_vars;
+    const auto isOther = [&names](const EnvVar* var) { return !names.contains(var->name()); };
+    vars.erase(std::remove_if(vars.begin(), vars.end(), isOther), vars.end());
+    for (const EnvVar* var : qAsConst(vars)) {
+        const std::optional<QString> value = var->stringValueOpt(EnvVar::Env);
+        if (value && !KeyValueLines::canHold(var->name(), *value))
+            return {false, tr("A line of the file cannot hold the value of %1").arg(var->name())};
+    }
+    const QString reason = KeyValueLines::edit(path, [&vars](KeyValueLines& lines) {
+        for (const EnvVar* var : qAsConst(vars)) {
+            const std::optional<QString> value = var->stringValueOpt(EnvVar::Env);
+            if (!value)
+                lines.unset(var->name());
+            else if (lines.value(var->name()) != value)
+                lines.set(var->name(), *value);
+        }
+    });
+    return {reason.isEmpty(), reason.isEmpty() ? std::nullopt : std::optional(reason)};
 }
 
 void EnvVarStore::printEnabledEnvVars()

@@ -37,10 +37,11 @@ public:
     /// The variable of exactly that name and, if given, that type; null if there is none.
     EnvVar* findEnvVar(const QString& name, const std::optional<Type>& type = std::nullopt) const;
 
-    /// These two always throw std::invalid_argument: `Env var with name X and type Boolean was
-    /// already added to the store`, or `... was not found in the store`, which is for callers that
-    /// cannot go on without the variable.
+    /// Always throws std::invalid_argument: `Env var with name X and type Boolean was already added
+    /// to the store`.
     [[noreturn]] void throwAlreadyAdded(const QString& name, Type type) const;
+    /// Always throws std::invalid_argument, for callers that cannot go on without the variable:
+    /// `Env var with name X and type Boolean was not found in the store`.
     [[noreturn]] void throwNotFound(const QString& name, Type type) const;
 
     /// Adds each pair of the environment file (see keyvaluefile.h) to the process environment, in
@@ -60,6 +61,15 @@ public:
     /// it. The call blocks until the file is on the storage, and waits up to ten seconds for an
     /// edit by `zelctl env`.
     SaveResult save(const QString& path);
+    /// Does what save() does, but keeps the comments, unknown keys and the order of an existing
+    /// file: it changes the lines of the switches only, and removes the line of a switch without a
+    /// value from the environment. After a failure, which is no log line, the file is unchanged and
+    /// the message gives the reason: that of the system, or the name of a switch whose value
+    /// no line can hold (see KeyValueLines::canHold()).
+    SaveResult saveInto(const QString& path);
+    /// Does the same for the switches with these names. All other lines stay, also those of other
+    /// switches.
+    SaveResult saveInto(const QString& path, const QStringList& names);
 
     /// The function that save() calls first. If its result is a failure, save() writes nothing and
     /// returns that result. The function must not be empty.
@@ -78,7 +88,9 @@ public:
 Q_SIGNALS:
     /// Announces a variable that is still being constructed: its name, description, category and
     /// flags can be read, but its virtual functions must not be called.
-    void envVarAdded(EnvVar& envVar);      // clazy:exclude=fully-qualified-moc-types
+    void envVarAdded(EnvVar& envVar); // clazy:exclude=fully-qualified-moc-types
+    /// Emitted by removeEnvVar(), which the destructor of a variable calls: compare the pointer,
+    /// and do not use the variable.
     void unregisterEnvVar(EnvVar* envVar); // clazy:exclude=fully-qualified-moc-types
 
 public Q_SLOTS:

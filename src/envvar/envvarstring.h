@@ -16,12 +16,14 @@ public:
                  const char* definedValue);
     ~EnvVarString() override;
 
+    /// Always String.
     Type type() const override { return String; }
     bool isStringValueValid(const QString&) const override { return true; }
 
     /// The effective value, or a null string without one. Do not call it while another thread
     /// writes.
     QString operator()() const { return stringValueOpt().value_or(QString()); }
+    /// Sets the value from the environment.
     void set(const QString& value);
 };
 

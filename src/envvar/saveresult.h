@@ -11,8 +11,8 @@ namespace zeltools::envvar
 /// reason.
 struct SaveResult
 {
-    bool success = false;
-    std::optional<QString> message;
+    bool success = false;           ///< Whether the step may be followed by the next one.
+    std::optional<QString> message; ///< The reason of a failure.
 };
 
 } // namespace zeltools::envvar

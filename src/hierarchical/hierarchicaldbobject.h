@@ -28,7 +28,9 @@ public:
     /// Deletes the descendants. For the parent, this object counts as removed.
     ~HierarchicalDbObject() override;
 
+    /// The parent, or null for the root of a tree.
     HierarchicalDbObject* parentObject() const { return m_parent; }
+    /// The children in their order.
     const QVector<HierarchicalDbObject*>& childObjects() const { return m_children; }
 
     /// Inserts the child before the one at `index`, which is from 0 to the number of children (the
@@ -40,6 +42,7 @@ public:
     /// modified. The child keeps its own state; a new child that is not stored yet calls
     /// setModified().
     bool insertChild(int index, HierarchicalDbObject* child);
+    /// Inserts the child behind the last one, see insertChild().
     bool addChild(HierarchicalDbObject* child) { return insertChild(m_children.size(), child); }
     /// Removes the child, which then belongs to the caller. Returns false if it is not a child.
     bool removeChild(HierarchicalDbObject* child);
@@ -66,6 +69,7 @@ public:
     /// same object. A hook that throws counts as one that returned false; the exception reaches the
     /// caller.
     bool commit();
+    /// Works like commit() with revertSelf().
     bool revert();
 
 public Q_SLOTS:
@@ -79,12 +83,14 @@ Q_SIGNALS:
     /// Emitted by each object whose state differs from the one it emitted last, from below upwards,
     /// when the whole tree is up to date.
     void modifiedChanged(bool isModified);
+    /// Announces that a child was added, removed or moved.
     void childrenChanged();
 
 protected:
     /// The hooks that store the data of this object without its children, or read it back. Changes
     /// that a hook makes to its own object are part of the operation. The base class has no data.
     virtual bool commitSelf() { return true; }
+    /// Reads the data back.
     virtual bool revertSelf() { return true; }
 
 private:

@@ -9,7 +9,7 @@ namespace tools
 
 /// One commit() or revert(): calls the hooks of an object and its descendants, and resets the
 /// objects when all hooks have succeeded.
-struct HierarchicalDbObject::TreeOperation
+struct Q_DECL_HIDDEN HierarchicalDbObject::TreeOperation
 {
     HierarchicalDbObject* root;
     bool (HierarchicalDbObject::*hook)();

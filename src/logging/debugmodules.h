@@ -13,10 +13,13 @@ public:
     /// Lives until the process ends, since lines are written until then.
     static DebugModules& shared();
 
+    /// Switches the debug lines of the module on.
     void add(const LogModule& module);
+    /// Switches the debug lines of the module off.
     void remove(const LogModule& module);
     /// LogModules::updateFromEnvVars() on this set.
     QStringList updateFromEnvVars();
+    /// Whether debug lines of at least one of the modules are printed.
     bool containsOneOf(const LogModules& modules) const;
 
 private:

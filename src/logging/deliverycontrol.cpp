@@ -20,8 +20,10 @@ constexpr std::chrono::seconds s_endPatience{2};
 bool isMemoryBacked(const QString& folder)
 {
     struct statfs system;
-    return statfs(QFile::encodeName(folder).constData(), &system) == 0 &&
-           (system.f_type == TMPFS_MAGIC || system.f_type == RAMFS_MAGIC);
+    if (statfs(QFile::encodeName(folder).constData(), &system) != 0)
+        return false;
+    const auto type = quint32(system.f_type); // Its sign and size depend on the processor.
+    return type == TMPFS_MAGIC || type == RAMFS_MAGIC;
 }
 
 void warn(const char* text, const QString& reason)

@@ -15,22 +15,42 @@ namespace
 
 using eventlines::Line;
 
-// Appends the lines with these numbers to `lines`, in the order of the numbers, which need not be
-// sorted and may repeat. Returns the error of visitLines().
+QString decoded(Line line)
+{
+    return QString::fromUtf8(line.data(), static_cast<int>(line.size()));
+}
+
+// Appends the lines with these sorted numbers, which may repeat. Returns the error of visitLines().
+QString appendSorted(QStringList& lines, const QString& fileName, const int* wanted, const int* end)
+{
+    return eventlines::visitLines(fileName, [&](Line line, int number) {
+        for (; wanted != end && *wanted <= number; ++wanted) {
+            if (*wanted == number)
+                lines.append(decoded(line));
+        }
+        return wanted != end;
+    });
+}
+
+// The same for numbers in any order, which is that of the lines that are appended.
 QString appendNumbered(QStringList& lines, const QString& fileName, const int* wanted,
                        const int* end)
 {
+    if (wanted == end)
+        return QString();
+    if (std::is_sorted(wanted, end))
+        return appendSorted(lines, fileName, wanted, end);
     QVector<int> rest(wanted, end);
     std::sort(rest.begin(), rest.end(), std::greater<int>());
     QHash<int, QString> found;
     const auto visit = [&](Line line, int number) {
         while (!rest.isEmpty() && rest.last() <= number) {
             if (rest.takeLast() == number)
-                found.insert(number, QString::fromUtf8(line.data(), static_cast<int>(line.size())));
+                found.insert(number, decoded(line));
         }
         return !rest.isEmpty();
     };
-    QString error = rest.isEmpty() ? QString() : eventlines::visitLines(fileName, visit);
+    QString error = eventlines::visitLines(fileName, visit);
     for (; wanted != end; ++wanted) {
         if (found.contains(*wanted))
             lines.append(found.value(*wanted));

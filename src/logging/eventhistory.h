@@ -13,8 +13,9 @@ struct EventSelection
 {
     /// The kind as the file has it ("MenuAccess"); an empty text selects every kind.
     QString kind;
-    /// The first and the last day as "dd/MM/yyyy". Dates only filter if both are given.
+    /// The first day as "dd/MM/yyyy". Dates only filter if both are given.
     QString startDate;
+    /// The last day in the same form, which is part of the selection.
     QString stopDate;
 };
 
@@ -28,6 +29,7 @@ struct EventSelection
 class ZELTOOLS_EXPORT EventHistory
 {
 public:
+    /// A page of a selection, see page().
     struct Page
     {
         int pagesCount;    ///< The number of pages of the whole selection.

@@ -3,14 +3,33 @@
 
 #include "logging/journal_p.h"
 
+#include "loadedfunction.h"
+
 #include <QVarLengthArray>
 
 #include <systemd/sd-journal.h>
 #include <unistd.h>
 
+namespace
+{
+
+decltype(&sd_journal_sendv) sender()
+{
+    static auto* const send =
+        zeltools::loadedFunction<decltype(sd_journal_sendv)>("libsystemd.so.0", "sd_journal_sendv");
+    return send;
+}
+
+} // namespace
+
+void journal::load()
+{
+    sender();
+}
+
 bool journal::isAvailable()
 {
-    return access("/run/systemd/journal/socket", F_OK) == 0;
+    return access("/run/systemd/journal/socket", F_OK) == 0 && sender() != nullptr;
 }
 
 bool journal::send(const QVector<QByteArray>& fields)
@@ -18,5 +37,5 @@ bool journal::send(const QVector<QByteArray>& fields)
     QVarLengthArray<iovec, 16> pieces;
     for (const QByteArray& field : fields)
         pieces.append({const_cast<char*>(field.constData()), size_t(field.size())});
-    return sd_journal_sendv(pieces.constData(), int(pieces.size())) >= 0;
+    return sender() != nullptr && sender()(pieces.constData(), int(pieces.size())) >= 0;
 }

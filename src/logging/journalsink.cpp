@@ -6,6 +6,7 @@
 JournalSink::JournalSink(const QString& identifier)
     : m_identifier(identifier.toUtf8())
 {
+    journal::load(); // not under the lock of the sinks, which write() runs under
 }
 
 JournalSink::~JournalSink() = default;

@@ -19,12 +19,14 @@
 class ZELTOOLS_EXPORT JournalSink final : public LogSink
 {
 public:
-    /// Without an identifier, the journal gets the name of the program.
+    /// Without an identifier, the journal gets the name of the program. The first sink of a process
+    /// loads libsystemd.
     explicit JournalSink(const QString& identifier = {});
     ~JournalSink() override;
     Q_DISABLE_COPY(JournalSink)
 
-    /// Whether the library was built with libsystemd and a journal has its socket on this machine.
+    /// Whether the library was built with libsystemd, and a journal has its socket and libsystemd
+    /// is installed on this machine.
     static bool isAvailable();
 
     /// Sends the line. It waits without a limit while the journal is alive and does not keep up:

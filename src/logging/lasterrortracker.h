@@ -14,13 +14,16 @@ class ZELTOOLS_EXPORT LastErrorTracker : public QObject
     Q_OBJECT
 
 public:
+    /// Errors are logged under the modules.
     explicit LastErrorTracker(const LogModules& modules, QObject* parent = nullptr);
     ~LastErrorTracker() override;
 
     /// An empty text clears the error without a log line.
     void setError(const QString& text);
 
+    /// The text of the last setError().
     Q_INVOKABLE QString error() const { return m_lastError; }
+    /// Whether the last error has a text.
     Q_INVOKABLE bool hasError() const { return !m_lastError.isEmpty(); }
 
 private:

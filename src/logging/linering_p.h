@@ -168,7 +168,7 @@ private:
     char* dataAt(quint64 at) const { return m_data + (at & (m_capacity - 1)); }
     std::atomic<quint64>& wordAt(quint64 at) const
     {
-        return *reinterpret_cast<std::atomic<quint64>*>(dataAt(at));
+        return *static_cast<std::atomic<quint64>*>(static_cast<void*>(dataAt(at)));
     }
 
     // The upper half is the tag: a word that was not written for this position is recognised.

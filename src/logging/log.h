@@ -6,6 +6,9 @@
 namespace Log
 {
 
+/// @{
+/// A predefined module. It is named like the object, except that Database, Datamodel and
+/// EventSimulation are "DataBase", "DataModel" and "EventsSimulation". Only None has no variable.
 extern ZELTOOLS_EXPORT const LogModule None;
 extern ZELTOOLS_EXPORT const LogModule Configuration;
 extern ZELTOOLS_EXPORT const LogModule Beverage;
@@ -57,5 +60,6 @@ extern ZELTOOLS_EXPORT const LogModule InactivityMilkRinsingStateMachine;
 extern ZELTOOLS_EXPORT const LogModule M4Core;
 extern ZELTOOLS_EXPORT const LogModule BrewerTabletCleaning;
 extern ZELTOOLS_EXPORT const LogModule ComponentTest;
+/// @}
 
 } // namespace Log

@@ -46,6 +46,7 @@ quint64 limit(quint8 level, quint64 capacity)
 
 std::atomic<LogBuffer*> LogBuffer::s_current{nullptr};
 std::atomic<LogBuffer*> LogBuffer::s_latest{nullptr};
+std::atomic<void (*)()> LogBuffer::s_lossReceiver{[] {}};
 
 bool LogBuffer::start(const LogDelivery& delivery, const QStringList& folders, LogFileSet& files,
                       SinkList& sinks, QString& error)
@@ -121,11 +122,16 @@ LogBuffer::LogBuffer(const LogDelivery& delivery, std::unique_ptr<RingFile> ring
 {
 }
 
-bool LogBuffer::add(RingLine line, const char* text, int size)
+qint32 LogBuffer::thread()
 {
     if (s_thread == 0)
         s_thread = gettid();
-    line.thread = s_thread;
+    return s_thread;
+}
+
+bool LogBuffer::add(RingLine line, const char* text, int size)
+{
+    line.thread = thread();
     Time deadline;
     if (isUrgentLevel(line.level))
         deadline = deadlineAfter(m_fullRingWait);
@@ -134,6 +140,7 @@ bool LogBuffer::add(RingLine line, const char* text, int size)
             return waitForStop();
         m_ring->header().losses.add(LogLevel::Level(line.level), line.modules);
         m_writer.noteLoss();
+        s_lossReceiver.load()();
     } else if (line.level == LogLevel::Critical && !RingWriter::isHere()) {
         flushUntil(deadline);
     }

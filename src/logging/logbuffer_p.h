@@ -34,6 +34,9 @@ public:
     /// Ends buffered delivery. Returns whether all lines were delivered in time. If not, the writer
     /// goes on as long as the process lives, and the next start recovers the rest.
     static bool stop(std::chrono::milliseconds timeout);
+    /// The number that the kernel gives to the calling thread, without a system call after the
+    /// first one.
+    static qint32 thread();
     /// Makes the child process of a fork deliver immediately.
     static void forgetInChild();
 
@@ -47,6 +50,9 @@ public:
     void flushWithoutLimit();
     /// The losses since the start of the process, also after buffered delivery has ended.
     static LogLosses losses();
+    /// Sets the function that is called, in the thread that logs, after a line was lost. Call it
+    /// before other threads log.
+    static void setLossReceiver(void (*receiver)()) { s_lossReceiver = receiver; }
 
     /// The files of the ring. Call flush() before RingPlaces::remove().
     RingPlaces& places() { return m_places; }
@@ -70,6 +76,7 @@ private:
 
     static std::atomic<LogBuffer*> s_current;
     static std::atomic<LogBuffer*> s_latest;
+    static std::atomic<void (*)()> s_lossReceiver;
 
     const std::chrono::milliseconds m_fullRingWait;
     const std::unique_ptr<RingFile> m_ring;

@@ -38,7 +38,6 @@ bool forceToStorage(const QString& path)
 LogCompression::LogCompression(RotatingLogFile* log)
     : m_log(log)
 {
-    m_worker.setMaxThreadCount(1);
 }
 
 bool LogCompression::mayReplacePredecessor(qint64 size_B, qint64 total_B) const
@@ -55,7 +54,11 @@ void LogCompression::start(qint64 size_B)
     if (m_isRunning || size_B < m_nextAttempt_B || !QFile::exists(source) || !m_log->file.hasName())
         return;
     m_isRunning = true;
-    m_worker.start([this, source] {
+    if (!m_worker) {
+        m_worker = std::make_unique<QThreadPool>();
+        m_worker->setMaxThreadCount(1);
+    }
+    m_worker->start([this, source] {
         // Another writer may append to P.1 until its next check.
         QThread::msleep(2UL * PrimaryWriter::checkInterval_ms);
         s_running = this;
@@ -68,6 +71,12 @@ void LogCompression::end(qint64 retry_B)
 {
     m_isRunning = false;
     m_nextAttempt_B = QFile::exists(m_log->filename(1)) ? retry_B : 0;
+}
+
+void LogCompression::wait()
+{
+    if (m_worker)
+        m_worker->waitForDone();
 }
 
 bool LogCompression::isInWorker() const

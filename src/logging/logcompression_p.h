@@ -3,6 +3,8 @@
 #include <QString>
 #include <QThreadPool>
 
+#include <memory>
+
 class RotatingLogFile;
 
 /// Packs the first predecessor of a RotatingLogFile in a thread of its own. The size of the primary
@@ -26,7 +28,7 @@ public:
     /// Whether the calling thread runs the compression of this file.
     bool isInWorker() const;
     /// Returns when no compression runs.
-    void wait() { m_worker.waitForDone(); }
+    void wait();
 
     /// Packs the source into "ARCHIVE.part" with `tar`, and renames the result to the archive when
     /// all of it is on the storage. After a failure an earlier archive stays.
@@ -35,6 +37,6 @@ public:
 private:
     RotatingLogFile* m_log;
     bool m_isRunning = false;
-    qint64 m_nextAttempt_B = 0; // 0: no compression has failed
-    QThreadPool m_worker;
+    qint64 m_nextAttempt_B = 0;            // 0: no compression has failed
+    std::unique_ptr<QThreadPool> m_worker; // most files are never compressed
 };

@@ -9,11 +9,13 @@
 /// see LogManager::setDelivery().
 struct LogDelivery
 {
+    /// The thread that writes a line.
     enum Mode {
         Immediate, ///< The calling thread writes the line before the call returns.
         Buffered   ///< The calling thread puts the line into a ring, which a thread writes out.
     };
 
+    /// The default suits programs whose threads may wait for the storage.
     Mode mode = Immediate;
     /// Rounded up to a power of two between 256 KiB and 512 MiB. A line takes 40 bytes more than
     /// its text.

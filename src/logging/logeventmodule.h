@@ -11,6 +11,8 @@ class ZELTOOLS_EXPORT LogEventModule : public QObject
     Q_OBJECT
 
 public:
+    /// The kinds, one bit each. The files have the same names, except that NoneEvent is
+    /// "NONE" and UpdateEvent is "UpdateUpdateEvent".
     enum EventModule : quint32 {
         NoneEvent = 0x0001,
         MenuAccess = 0x0002,

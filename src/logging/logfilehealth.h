@@ -7,6 +7,7 @@
 /// written or rotated, and it is healthy as soon as a line has been written without a fault.
 struct LogFileHealth
 {
+    /// False while the file fails.
     bool isHealthy = true;
     QDateTime failingSince; ///< The local time; invalid while the file is healthy.
     /// The step that fails and the system's text, for example "Opening failed: No such file or

@@ -26,6 +26,7 @@
 class ZELTOOLS_EXPORT LogFormatter
 {
 public:
+    /// Begins a line of the level.
     explicit LogFormatter(const LogLevel::Level& level)
         : m_state{level}
     {
@@ -56,12 +57,15 @@ public:
     }
     LogFormatter& log(const QString& text);
 
+    /// @{
     /// These work like the functions of QDebug.
     LogFormatter& noquote();
     LogFormatter& quote();
     LogFormatter& nospace();
     LogFormatter& space();
+    /// @}
 
+    /// Streams the value with the text that QDebug gives it, if anybody hears the line.
     template <typename T>
     LogFormatter& operator<<(const T& value)
     {

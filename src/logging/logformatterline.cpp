@@ -15,7 +15,7 @@ constexpr int s_keptCapacity = 1024;
 
 // Each thread keeps one line, with the memory of its text, for the next formatter. Most lines then
 // allocate no memory.
-struct LogFormatter::Line::Spare
+struct Q_DECL_HIDDEN LogFormatter::Line::Spare
 {
     enum Keeper { NotCreated, Alive, Destroyed };
 

@@ -51,9 +51,11 @@ public:
     /// Closes the file after all queued lines are written. Returns false if it is not open.
     bool closeFile();
 
+    /// The path of the trace file, whether or not it is open.
     QString filename() const { return m_file.primaryFilename(); }
 
 Q_SIGNALS:
+    /// Carries a line to the writer thread. It is for the class itself.
     void writeStringToFile(QString string);
 
 private:
@@ -73,6 +75,7 @@ class ZELTOOLS_EXPORT LogInFile::WriterThread : public QThread
     Q_OBJECT
 
 public:
+    /// The file stays the caller's and must outlive the thread.
     explicit WriterThread(RotatingLogFile* file);
     /// Waits until the thread has written every queued line, and ends it.
     ~WriterThread() override;
@@ -88,6 +91,7 @@ public Q_SLOTS:
     void onWriteStringToFile(const QString& line);
 
 protected:
+    /// Writes the queued lines until the destructor ends the thread.
     void run() override;
 
 private:

@@ -10,15 +10,12 @@
 #include "logging/logformatter.h"
 #include "logging/logline_p.h"
 #include "logging/lognode.h"
-#include "logging/logrenderer.h"
 #include "logging/logrouter_p.h"
 #include "logging/qtlogging_p.h"
 #include "logging/sinklist_p.h"
 #include "path.h"
 
-#include <QMetaEnum>
 #include <QThread>
-#include <QtAlgorithms>
 
 #include <cstdio>
 #include <cstdlib>
@@ -34,15 +31,6 @@ std::atomic<bool> s_isRefused{false};
 
 // instance() may wait for a thread that a forked child does not have.
 std::atomic<LogManager*> s_manager{nullptr};
-
-EventSelection selection(LogManager::EventModuleFilter filter, const QString& startDate,
-                         const QString& stopDate)
-{
-    QString kind;
-    if (filter != LogManager::AllEvent)
-        kind = LogRenderer::eventToString(LogManager::eventModuleFilterToEventModule(filter));
-    return {kind, startDate, stopDate};
-}
 
 } // namespace
 
@@ -77,6 +65,7 @@ LogManager::LogManager()
         std::exit(1);
     }
     s_manager = this;
+    LogBuffer::setLossReceiver([] { s_manager.load()->postLossesChange(); });
     pthread_atfork(nullptr, nullptr, [] { s_manager.load()->becomeChild(); });
     registerTypes();
     constexpr int syncInterval_ms = 60000;
@@ -275,11 +264,13 @@ void LogManager::setRepeatFolding(bool isFolding)
 void LogManager::enableModuleDebugging(const LogModule& module)
 {
     DebugModules::shared().add(module);
+    Q_EMIT moduleDebuggingChanged();
 }
 
 void LogManager::disableModuleDebugging(const LogModule& module)
 {
     DebugModules::shared().remove(module);
+    Q_EMIT moduleDebuggingChanged();
 }
 
 void LogManager::enableModulesDebuggingFromEnvVars()
@@ -290,6 +281,7 @@ void LogManager::enableModulesDebuggingFromEnvVars()
             << "Debugging was enabled from env variables for the following modules:"
             << added.join(QLatin1Char(','));
     }
+    Q_EMIT moduleDebuggingChanged();
 }
 
 void LogManager::enableQLoggingCategoryFilterRules(const QStringList& categories, bool enable)
@@ -324,8 +316,7 @@ QString LogManager::eventLogTotalContent()
 
 QString LogManager::appLogFilePath()
 {
-    const RotatingLogFile* log = m_files->file(General);
-    return log != nullptr ? log->primaryFilename() : QString();
+    return filePath(General);
 }
 
 void LogManager::setAppLogFileMaximumSizeMiB(double size_MiB)
@@ -351,96 +342,15 @@ void LogManager::deleteLogFile(LogFileId id)
         log->deleteFile();
 }
 
-LogEventModule::EventModule LogManager::eventModuleFilterToEventModule(EventModuleFilter filter)
-{
-    const auto position = static_cast<uint>(filter);
-    return static_cast<LogEventModule::EventModule>(position < 32 ? 1U << position : 0);
-}
-
-LogManager::EventModuleFilter
-LogManager::eventModuleToEventModuleFilter(LogEventModule::EventModule event)
-{
-    const auto bits = static_cast<quint32>(event);
-    const uint position = qPopulationCount(bits) == 1 ? qCountTrailingZeroBits(bits) : 32;
-    return static_cast<EventModuleFilter>(position);
-}
-
-QStringList LogManager::eventModuleFilter() const
-{
-    const QMetaEnum filters = QMetaEnum::fromType<EventModuleFilter>();
-    QStringList names;
-    for (int i = 0; i < filters.keyCount(); ++i) {
-        const auto filter = static_cast<EventModuleFilter>(filters.value(i));
-        names.append(LogRenderer::eventToString(eventModuleFilterToEventModule(filter)));
-    }
-    return names;
-}
-
-QString LogManager::eventsText() const
-{
-    return m_pages->text();
-}
-
-QStringList LogManager::eventsTextList() const
-{
-    return m_pages->lines();
-}
-
-int LogManager::eventsPagesCount() const
-{
-    return m_pages->pagesCount();
-}
-
-void LogManager::updateEventsText(EventModuleFilter filter, const QString& strStartDate,
-                                  const QString& strStopDate, int pageIndex, int eventsPerPage)
-{
-    flush(); // before the lock, which the writer of the ring needs
-    // A receiver may wait for the writer of the ring, which needs the lock.
-    const QMutexLocker locker(isBuffered() ? nullptr : m_files->mutex(Events));
-    if (m_pages->publish(selection(filter, strStartDate, strStopDate), pageIndex, eventsPerPage))
-        Q_EMIT eventsPagesCountChanged();
-    Q_EMIT eventsTextChanged();
-    Q_EMIT eventsTextListChanged();
-}
-
-QString LogManager::exportEventsHistory(EventModuleFilter filter, const QString& strStartDate,
-                                        const QString& strStopDate, int pageIndex,
-                                        int eventsPerPage)
-{
-    QString text;
-    writeEventsText(text, filter, strStartDate, strStopDate, pageIndex, eventsPerPage);
-    return text;
-}
-
-int LogManager::writeEventsText(QString& text, EventModuleFilter filter,
-                                const QString& strStartDate, const QString& strStopDate,
-                                int pageIndex, int eventsPerPage)
-{
-    flush();
-    return m_pages->write(text, selection(filter, strStartDate, strStopDate), pageIndex,
-                          eventsPerPage);
-}
-
-QVector<int> LogManager::findEventsInFile(QString& text, bool indexOnly, const QString& fileName,
-                                          EventModuleFilter filter, const QString& strStartDate,
-                                          const QString& strStopDate,
-                                          const QVector<int>& lineIndexes, int first, int count)
-{
-    flush();
-    if (indexOnly)
-        return m_pages->matches(fileName, selection(filter, strStartDate, strStopDate));
-    m_pages->appendLines(text, fileName, lineIndexes, first, count);
-    return lineIndexes;
-}
-
-void LogManager::qmlEventLogParameter(const QString& log)
-{
-    LogFormatter(LogLevel::Event).logEvent(LogEventModule::MenuParameter) << log;
-}
-
 LogFileHealth LogManager::fileHealth(LogFileId id) const
 {
     return m_files->health(id);
+}
+
+QString LogManager::filePath(LogFileId id) const
+{
+    const RotatingLogFile* const log = m_files->file(id);
+    return log != nullptr ? log->primaryFilename() : QString();
 }
 
 bool LogManager::logFilesHealthy() const
@@ -450,11 +360,21 @@ bool LogManager::logFilesHealthy() const
 
 void LogManager::postHealthChange()
 {
-    if (m_isHealthChangePosted.exchange(true))
+    postOnce(m_isHealthChangePosted, &LogManager::logFilesHealthChanged);
+}
+
+void LogManager::postLossesChange()
+{
+    postOnce(m_isLossesChangePosted, &LogManager::lossesChanged);
+}
+
+void LogManager::postOnce(std::atomic<bool>& isPosted, void (LogManager::*change)())
+{
+    if (isPosted.exchange(true))
         return;
-    const auto announce = [this] {
-        m_isHealthChangePosted = false;
-        Q_EMIT logFilesHealthChanged();
+    const auto announce = [this, &isPosted, change] {
+        isPosted = false;
+        Q_EMIT(this->*change)();
     };
     QMetaObject::invokeMethod(this, announce, Qt::QueuedConnection);
 }

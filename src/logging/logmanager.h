@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zeltools/logging/eventhistory.h>
 #include <zeltools/logging/logdelivery.h>
 #include <zeltools/logging/logeventmodule.h>
 #include <zeltools/logging/logfilehealth.h>
@@ -45,12 +46,16 @@ class ZELTOOLS_EXPORT LogManager : public QObject
     Q_PROPERTY(bool logFilesHealthy READ logFilesHealthy NOTIFY logFilesHealthChanged)
 
 public:
+    /// The five files: zel_logs.log, zel_events.log, zel_grinder.log, zel_capsule.log and
+    /// m4_ab.log.
     enum LogFileId : int { General, Events, Grinder, Capsule, M4ActuatorBoard };
 
     /// The path and the limits of a log file.
     struct LogFileSettings
     {
+        /// The path of the primary.
         QString path;
+        /// The size in MiB at which the primary is rotated.
         int maximumSizeMiB;
         bool deletedFilesStorage; ///< Whether erased files are kept for one generation.
     };
@@ -73,13 +78,17 @@ public:
     };
     Q_ENUM(EventModuleFilter)
 
+    /// The text of the event that emitStartApplicationEvent() announces.
     static const QString APP_STARTED_MSG;
 
+    /// The only manager, created by the first call.
     static LogManager* instance();
     ~LogManager() override;
 
     /// Makes the manager ready. Call it once at start, after Path::init().
     static void initialize();
+    /// Registers the types that the signals carry, so that they may be queued. initialize() calls
+    /// it.
     static void registerTypes();
     /// Connects the manager to the lines of the node and replaces an earlier connection to it. The
     /// call reads `LOG_FROM_MAIN_THREAD`, which decides whether the lines of other threads are
@@ -133,11 +142,15 @@ public:
     /// Prints the line twice and writes it to the general file with an empty line after it, which
     /// is the established form of failures in the log files.
     void logFailure(const QString& line);
+    /// Writes an event line to the event file, prints it and emits eventLogged().
     void logEvent(const QString& line);
     /// Logs a grinder line, unless debugging of Log::GrinderRegulation is off.
     void grinderEvent(const QString& line);
+    /// @{
+    /// Writes the line to the file of its kind only.
     void capsuleEvent(const QString& line);
     void m4ActuatorBoardLog(const QString& line);
+    /// @}
     /// Writes the unchanged text in the local 8-bit encoding, or drops it while the files are
     /// closed.
     void writeLogFile(LogFileId id, const QString& text);
@@ -167,8 +180,11 @@ public:
     /// The timer that calls syncLogs() every minute after the host has started it. Lines reach the
     /// operating system without it.
     QTimer* syncTimer() { return &m_syncTimer; }
+    /// Switches the debug lines of a module on. Any thread may call it.
     void enableModuleDebugging(const LogModule& module);
+    /// Switches the debug lines of a module off. Any thread may call it.
     void disableModuleDebugging(const LogModule& module);
+    /// The names of the debug variables of all modules that have one, in the order of registration.
     QStringList getModulesDebuggingEnvVars() { return LogModules::getEnvVars(); }
     /// Applies LogModules::updateFromEnvVars() to the modules that are on, and logs the names of
     /// those that were added.
@@ -181,31 +197,47 @@ public:
     /// Truncation applies to more than 5000 characters and keeps the last 50000 (sic), after a line
     /// that reports it.
     Q_INVOKABLE QString logContent(bool truncate = false);
+    /// The content of the event file and its predecessor, see RotatingLogFile::totalContent() with
+    /// OldestFirst.
     QString eventLogTotalContent();
     /// The path of the general file; the next two functions set its limit and number of
     /// predecessors. Without files the path is empty, and the setters do nothing.
     QString appLogFilePath();
+    /// @{
+    /// Changes the general file from now on. initLogFiles() sets the default again.
     void setAppLogFileMaximumSizeMiB(double size_MiB);
     void setAppLogFileSecondaryFilesCount(int count);
+    /// @}
+    /// Erases a log file with its predecessors and begins it anew. If
+    /// LogFileSettings::deletedFilesStorage is set, the erased files are kept for one generation.
     void deleteLogFile(LogFileId id);
+    /// @{
+    /// Calls deleteLogFile() for the file in the name.
     Q_INVOKABLE void deleteEventFile() { deleteLogFile(Events); }
     Q_INVOKABLE void deleteGrinderFile() { deleteLogFile(Grinder); }
     void deleteGeneralFile() { deleteLogFile(General); }
+    /// @}
 
+    /// Emits newLogEvent(). Nothing is written.
     void emitLogEvent(const LogEventModule::EventModule& event, const QStringList& args)
     {
         Q_EMIT newLogEvent(event, args);
     }
     /// Announces the start of the application, once in a process.
     void emitStartApplicationEvent();
+    /// @{
+    /// Changes enabledEvents(), which the library stores for the host and does not read itself.
     void enableModuleEvent(const LogEventModule::EventModule& event) { m_enabledEvents |= event; }
     void disableModuleEvent(const LogEventModule::EventModule& event)
     {
         m_enabledEvents &= ~quint32(event);
     }
+    /// @}
+    /// The bits of the kinds that the host has enabled.
     quint32 enabledEvents() const { return m_enabledEvents; }
     /// Stores the user at the machine for the host. Lines do not contain it.
     Q_INVOKABLE void setEventUser(const QString& user) { m_eventUser = user; }
+    /// The user of the last setEventUser().
     QString eventUser() const { return m_eventUser; }
 
     /// The kind whose bit is at the position of the filter; no kind for positions outside 0 to 31.
@@ -217,7 +249,9 @@ public:
     QStringList eventModuleFilter() const;
     /// The page of the last updateEventsText(), with the oldest line first, joined by "\n".
     QString eventsText() const;
+    /// The lines of eventsText() as a list.
     QStringList eventsTextList() const;
+    /// The number of pages of the selection that the last updateEventsText() named.
     int eventsPagesCount() const;
 
     /// Publishes a page of the event history. Page 0 has the newest events. Dates are "dd/MM/yyyy"
@@ -231,6 +265,10 @@ public:
     /// Writes such a page to `text` and returns the number of pages of the whole selection.
     int writeEventsText(QString& text, EventModuleFilter filter, const QString& strStartDate,
                         const QString& strStopDate, int pageIndex, int eventsPerPage);
+    /// Reads such a page with the lines as they are in the file. An error is returned and not
+    /// logged. Any thread may call it, for example one that may wait for the storage.
+    EventHistory::Page eventsPage(EventModuleFilter filter, const QString& strStartDate,
+                                  const QString& strStopDate, int pageIndex, int eventsPerPage);
     /// Returns the numbers of the matching lines of the file if `indexOnly` is true. Otherwise it
     /// appends to `text` the line with the number lineIndexes[first] and the `count` - 1 lines that
     /// follow in `lineIndexes`.
@@ -247,18 +285,24 @@ public:
     /// that fails is tried again as lines are logged, for this file or for another one, and becomes
     /// healthy when its fault is gone. finalizeLogFiles() keeps the last state.
     LogFileHealth fileHealth(LogFileId id) const;
+    /// The path of the file, which is empty while the files are closed.
+    QString filePath(LogFileId id) const;
     /// Whether none of the five files fails.
     bool logFilesHealthy() const;
 
 public Q_SLOTS:
+    /// Passes the buffered data of all files to the operating system, like RotatingLogFile::sync().
     void syncLogs();
     /// Formats the line and sends it to the destination for its modules and level. A line whose
     /// only module is Log::Failure is a failure at every level.
     void log(LogLevel::Level level, const Log::Modules& modules, const QString& message);
 
 Q_SIGNALS:
+    /// Emitted after a grinder line with the finished line and its line feed.
     void grinderLogged(const QString& message);
+    /// Emitted after an event line with the finished line and its line feed.
     void eventLogged(const QString& message);
+    /// Emitted after a failure with the finished line and its line feed.
     void failureLogged(const QString& message);
     /// The message of Qt without time and level.
     void qtLogged(const QString& message);
@@ -269,18 +313,28 @@ Q_SIGNALS:
     void eventsPagesCountChanged();
     /// Announces every Event line when it is logged, and the start of the application.
     void newLogEvent(LogEventModule::EventModule eventModules, const QStringList& args);
+    /// Emitted by emitEventModuleFilterChangeTrad() only, which the host calls when the language
+    /// has changed.
     void eventModuleFilterChangeTrad();
     /// Announces that a file has begun or ceased to fail. It is emitted in the manager's thread by
     /// its event loop, once for all changes since the last time, whatever thread noticed them.
     void logFilesHealthChanged();
+    /// Announces that one of the functions above may have switched debug lines of modules on or
+    /// off. It is emitted in the thread that called the function.
+    void moduleDebuggingChanged();
+    /// Announces that losses() has changed. It is emitted like logFilesHealthChanged().
+    void lossesChanged();
 
 private:
     LogManager();
     void postHealthChange();
+    void postLossesChange();
+    void postOnce(std::atomic<bool>& isPosted, void (LogManager::*change)());
 
     void becomeChild();
 
     std::atomic<bool> m_isHealthChangePosted = false;
+    std::atomic<bool> m_isLossesChangePosted = false;
     std::unique_ptr<LogFileSet> m_files;
     std::unique_ptr<SinkList> m_sinks;
     std::unique_ptr<LogRouter> m_router;

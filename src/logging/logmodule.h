@@ -28,8 +28,11 @@ public:
     /// All registered modules, in the order of their construction.
     static const QVector<LogModule*>& registeredModulesConst();
 
+    /// The identity of the module, see the constructor.
     quint32 id() const { return m_id; }
+    /// The name in log lines, "CanBus" for example.
     const QString& name() const { return m_name; }
+    /// Whether an environment variable switches the debug lines, see debugEnvVarName().
     bool hasEnvVar() const { return m_hasEnvVar; }
 
     /// The environment variable that switches debug output: `"CanBus"` gives `ZEL_DEBUG_CANBUS`.

@@ -18,6 +18,7 @@ class ZELTOOLS_EXPORT LogModules
 public:
     LogModules() = default;
     // The constructor is not explicit so that log(level, Log::Payment, text) works.
+    /// The set that has only this module.
     LogModules(const LogModule& module)
         : m_bits(module.id() < s_bitCount ? quint64(1) << module.id() : 0)
     {
@@ -25,12 +26,15 @@ public:
             add(module);
     }
 
+    /// Adds a module; it may be in the set already.
     void add(const LogModule& module);
+    /// Removes a module, which need not be in the set.
     void remove(const LogModule& module);
 
     /// A copy of this set with the module added; this set does not change.
     LogModules operator|(const LogModule& module);
 
+    /// Whether the module is in the set.
     bool contains(const LogModule& module) const;
     /// False when the other set is empty.
     bool containsOneOf(const LogModules& other) const;
@@ -43,6 +47,7 @@ public:
 
     /// The modules with an id below 64, which include all predefined ones, as bits by their id.
     quint64 bits() const { return m_bits; }
+    /// The set of the predefined and other modules whose bits are set, the reverse of bits().
     static LogModules fromBits(quint64 bits);
 
     /// The debug variables of all registered modules that have one, in the order of registration.
@@ -66,7 +71,8 @@ private:
 
 namespace Log
 {
+/// The name of the set in signals: the library registers it as the meta-type "Log::Modules".
 using Modules = LogModules;
-}
+} // namespace Log
 
 Q_DECLARE_METATYPE(LogModules)

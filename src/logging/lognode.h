@@ -32,6 +32,8 @@ public:
     static void announceEvent(LogEventModule::EventModule event, const QString& message);
 
 Q_SIGNALS:
+    /// Emitted for every line that is heard, in the thread that logs it, with the text before
+    /// LogRenderer adds the time and the level.
     void logged(LogLevel::Level level, const Log::Modules& modules, const QString& message);
 
 protected:

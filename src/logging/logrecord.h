@@ -9,10 +9,10 @@
 /// QByteArray::append() or the like to keep it.
 struct LogRecord
 {
-    LogLevel::Level level;
-    LogModules modules; ///< Only the modules with an id below 64, which are all predefined ones.
-    qint64 time_ms;     ///< Since 1970, UTC.
-    qint32 thread;      ///< The number that the kernel gives to the thread.
+    LogLevel::Level level; ///< Decides the file together with the modules, see LogManager.
+    LogModules modules;    ///< Only the modules with an id below 64, which are all predefined ones.
+    qint64 time_ms;        ///< Since 1970, UTC.
+    qint32 thread;         ///< The number that the kernel gives to the thread.
     /// The message in the local 8-bit encoding, without time, level and line feed. The message of
     /// an Event line starts with a blank, its kind and "| ".
     QByteArray text;

@@ -12,8 +12,6 @@
 #include <QDateTime>
 #include <QThread>
 
-#include <unistd.h>
-
 namespace
 {
 
@@ -233,7 +231,7 @@ void LogRouter::writeToSinks(const RingLine& route, const char* bytes, int size)
         const int end = size - 1; // without the line feed
         m_sinks.write(
             {LogLevel::Level(route.level), LogModules::fromBits(route.modules), route.time_ms,
-             gettid(),
+             LogBuffer::thread(),
              QByteArray::fromRawData(bytes + route.messageOffset, end - route.messageOffset)});
     }
 }

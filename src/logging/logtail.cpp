@@ -16,7 +16,7 @@ struct Slot
 {
     std::atomic<quint64> version{0};
     std::atomic<int> size{0};
-    std::atomic<quint64> words[s_wordsCount];
+    std::atomic<quint64> words[s_wordsCount]{}; // Constant values need no code at the start.
 };
 
 // The slots beyond the lines that are read keep writers away from the oldest of these.

@@ -15,10 +15,12 @@ class ZELTOOLS_EXPORT LogTail
 public:
     LogTail() = delete;
 
-    static constexpr int mostLines = 200;
+    static constexpr int mostLines = 200;     ///< An older line makes room for a new one.
     static constexpr int longestLine_B = 500; ///< The rest of a longer line is cut off.
 
+    /// Switches the tail on or off; it is off until crash reports are installed.
     static void setEnabled(bool isEnabled) { s_isEnabled = isEnabled; }
+    /// Whether lines are added.
     static bool isEnabled() { return s_isEnabled.load(std::memory_order_relaxed); }
     /// Adds a line in UTF-8; line feeds at its end are left out.
     static void add(const char* line, int size);

@@ -30,6 +30,7 @@ public:
     /// False only if another open file holds it, in this process or in another one. On a file
     /// system without locks, and for a device, it returns true, and so do all other callers.
     bool lock();
+    /// Whether this object holds the lock, or works as if on a file system without locks.
     bool isLocked() const { return m_isLocked; }
 
 private:

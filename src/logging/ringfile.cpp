@@ -90,7 +90,11 @@ QString RingHeader::File::pathText() const
     return QFile::decodeName(QByteArray(path, int(qstrnlen(path, pathSize))));
 }
 
-const QString RingFile::namePattern = QStringLiteral("zeltools-log-*.ring");
+// A wildcard would be compiled at the start of each host.
+bool RingFile::isName(const QString& name)
+{
+    return name.startsWith(QLatin1String("zeltools-log-")) && name.endsWith(QLatin1String(".ring"));
+}
 
 RingFile::RingFile(const QString& path, int descriptor, char* memory, quint64 capacity)
     : m_path(path)

@@ -86,7 +86,8 @@ class RingFile
 public:
     static constexpr quint64 headerSize = 65536; ///< A multiple of every page size.
     static_assert(sizeof(RingHeader) <= headerSize);
-    static const QString namePattern; ///< A wildcard for QDir.
+    /// Whether a file of this name is a ring.
+    static bool isName(const QString& name);
     /// The space that only the lines of a recovery may take.
     static constexpr quint64 reserve_B = 16384;
 
@@ -100,7 +101,7 @@ public:
     ~RingFile();
     Q_DISABLE_COPY(RingFile)
 
-    RingHeader& header() { return *reinterpret_cast<RingHeader*>(m_memory); }
+    RingHeader& header() { return *static_cast<RingHeader*>(static_cast<void*>(m_memory)); }
     LineRing<> lines()
     {
         return {header().cursors, m_memory + headerSize, m_capacity, sizeof(RingLine)};

@@ -130,9 +130,10 @@ LogRecovery ringrecovery::recover(const QString& logFolder, const QStringList& r
 {
     LogRecovery report;
     for (const QString& folder : ringFolders) {
-        const QFileInfoList rings =
-            QDir(folder).entryInfoList({RingFile::namePattern}, QDir::Files | QDir::NoSymLinks);
-        for (const QFileInfo& found : rings) {
+        const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files | QDir::NoSymLinks);
+        for (const QFileInfo& found : files) {
+            if (!RingFile::isName(found.fileName()))
+                continue;
             QString problem;
             const std::unique_ptr<RingFile> ring =
                 RingFile::openAbandoned(found.filePath(), logFolder, problem);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <linux/futex.h>
+#include <linux/time_types.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -24,7 +25,10 @@ thread_local bool s_isHere = false;
 
 void waitForChange(std::atomic<quint32>& word, quint32 expected, std::chrono::milliseconds timeout)
 {
-    const timespec time = {timeout.count() / 1000, (timeout.count() % 1000) * 1000000};
+    // This system call takes the kernel's own record of a time. On 32 bits, that of the C library
+    // may have wider seconds.
+    const __kernel_old_timespec time = {__kernel_old_time_t(timeout.count() / 1000),
+                                        long(timeout.count() % 1000 * 1000000)};
     syscall(SYS_futex, &word, FUTEX_WAIT, expected, timeout.count() > 0 ? &time : nullptr, nullptr,
             0);
 }

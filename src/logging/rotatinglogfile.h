@@ -52,8 +52,10 @@ class ZELTOOLS_EXPORT RotatingLogFile : public QObject
     Q_OBJECT
 
 public:
+    /// The order of filenames(). The primary is the newest file.
     enum Order { NewestFirst = 0, OldestFirst = 1 };
 
+    /// Takes the settings; the file is neither created nor opened.
     explicit RotatingLogFile(const RotatingLogFileConfiguration& configuration,
                              QObject* parent = nullptr);
     /// Waits for a running compression, at most for WindowsTools::commandTimeLimit.
@@ -69,9 +71,11 @@ public:
 
     /// Sets the path of the primary. Returns false, with an Error line, while the file is open.
     bool setPrimaryFilename(const QString& filename);
+    /// The path of the primary (P), empty before it is set.
     QString primaryFilename() const { return filename(0); }
     /// Sets the limit, which may be a fraction of a MiB and is truncated to whole bytes.
     void setMaximumSizeMiB(double size_MiB);
+    /// The limit in bytes at which the primary is rotated.
     qint64 maximumSize_B() const;
     /// Sets the number of predecessors. With a negative count, filenames() is empty. With 0 the
     /// primary grows without limit.
@@ -106,7 +110,10 @@ public:
     /// Rotates if `incoming` more bytes would exceed the limit; a file may reach it exactly.
     /// Always returns true.
     bool rotateIfNeeded(qint64 incoming);
+    /// Passes the buffered data to the operating system and resets dataWritten(). It does not force
+    /// the data to storage.
     void sync();
+    /// Notes that the owner has written to `file` itself, so that dataWritten() returns true.
     void onDataWritten();
     /// Makes the next write end the last line first if it is unfinished, as after a power cut. Call
     /// it after opening the file.

@@ -115,7 +115,7 @@ void ActiveMonitor::run()
 void ActiveMonitor::check()
 {
     StallDetector::Look look = m_detector.look(monitorNow_ms());
-    if (look.hasChanged)
+    if (look.hasChanged || look.hasOtherItems)
         m_signals.post([this, look = std::move(look)] { report(look); });
 }
 
@@ -131,7 +131,10 @@ void ActiveMonitor::report(const StallDetector::Look& look)
         if (change.isLogged)
             m_lines.post([change, callStack] { logStateChange(change, callStack); });
     }
-    Q_EMIT m_monitor.stateChanged();
+    if (look.hasChanged)
+        Q_EMIT m_monitor.stateChanged();
+    if (look.hasOtherItems)
+        Q_EMIT m_monitor.itemsChanged();
 }
 
 void ActiveMonitor::emitChange(const Change& change, const QStringList& callStack)

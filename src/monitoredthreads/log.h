@@ -8,8 +8,11 @@
 namespace monitored_threads::log
 {
 
+/// @{
+/// Writes a line of the level in the name under `Log::Global`.
 ZELTOOLS_EXPORT void debug(const QString& text);
 ZELTOOLS_EXPORT void info(const QString& text);
 ZELTOOLS_EXPORT void warning(const QString& text);
+/// @}
 
 } // namespace monitored_threads::log

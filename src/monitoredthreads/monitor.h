@@ -33,24 +33,33 @@ class ZELTOOLS_EXPORT Monitor : public QObject
     Q_OBJECT
     /// Whether something is late or stalled.
     Q_PROPERTY(bool hasLateThread READ hasLateThread NOTIFY stateChanged)
+    /// Whether a thread or item is stalled.
     Q_PROPERTY(bool hasStalledThread READ hasStalledThread NOTIFY stateChanged)
     /// How many stalled threads and items have begun to tick again since the start.
     Q_PROPERTY(int recoveriesCount READ recoveriesCount NOTIFY stateChanged)
     Q_PROPERTY(bool hasKernelFailure READ hasKernelFailure NOTIFY kernelFailureChanged)
 
 public:
+    /// OnTime, Late and Stalled follow from the time since the last tick, Paused from
+    /// pauseCurrentThreadMonitoring().
     enum class State { OnTime, Late, Stalled, Paused };
     Q_ENUM(State)
 
     /// A registered thread or item.
     struct Item
     {
-        QString name;
-        qint32 thread = 0; ///< The kernel's id of the thread; 0 for a MonitoredItem.
-        State state = State::OnTime;
+        QString name;                ///< The name of the registration.
+        qint32 thread = 0;           ///< The kernel's id of the thread; 0 for a MonitoredItem.
+        State state = State::OnTime; ///< The state when items() was called.
         /// The time since the last tick, or since the end of a pause after it.
         std::chrono::milliseconds sinceTick{0};
         QStringList callStack; ///< The calls of a stalled thread, once they are known; else empty.
+
+        bool operator==(const Item& other) const
+        {
+            return name == other.name && thread == other.thread && state == other.state &&
+                   sinceTick == other.sinceTick && callStack == other.callStack;
+        }
     };
 
     /// The only monitor, created by the first call and never destroyed. The first call must come
@@ -58,7 +67,9 @@ public:
     static Monitor* instance();
     ~Monitor() override;
 
-    bool isEnabled();
+    /// Whether anything is watched: not in a library that was built without monitoring, nor in a
+    /// forked child process.
+    Q_INVOKABLE bool isEnabled();
 
     /// How often a thread is to tick. It is one second by default, and always while switched off.
     std::chrono::milliseconds threadsTickPeriod() const;
@@ -79,6 +90,8 @@ public:
     ///
     /// MonitoredQThread and MainThreadMonitoredTimer call it themselves.
     bool registerCurrentThread(const QString& name);
+    /// Ends the registration of the calling thread; does nothing in a thread that is not
+    /// registered.
     void unregisterCurrentThread();
     /// Tells that the calling thread works. It takes less than 50 ns and does nothing in a thread
     /// that is not registered.
@@ -90,10 +103,12 @@ public:
     bool hasLateThread();
     bool hasStalledThread();
     int recoveriesCount();
-    int registeredItemsCount();
+    /// The number of registered threads and items.
+    Q_INVOKABLE int registeredItemsCount();
     /// One text such as "Grinder: late, 2250 ms" for each thread and item, with the separator
     /// between them.
-    QString registeredItemsStatusString(const QString& separator);
+    Q_INVOKABLE QString registeredItemsStatusString(const QString& separator);
+    /// All registered threads and items with their present states.
     QVector<Item> items() const;
 
     /// Adds texts that tell of a failure when a kernel log line contains one of them. Case matters;
@@ -118,8 +133,13 @@ Q_SIGNALS:
     void threadRecovered(const QString& name, std::chrono::milliseconds stalledFor);
     /// Follows these signals, and each other change of a state or a property.
     void stateChanged();
+    /// Announces that a thread or item was registered, or that one is no longer. Emitted by the
+    /// next check.
+    void itemsChanged();
+    /// Emitted for each line of the kernel log that names a failure, with the line.
     void kernelFailure(const QString& line);
     void kernelFailureChanged();
+    /// Announces a change of the tick period of the threads.
     void threadsTickPeriodChanged();
 
 protected:

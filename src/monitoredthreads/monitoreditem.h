@@ -18,6 +18,7 @@ class ZELTOOLS_EXPORT MonitoredItem : public QObject
     Q_OBJECT
 
 public:
+    /// Registers the item under the name until its destruction.
     MonitoredItem(QObject* parent, const QString& name);
     ~MonitoredItem() override;
 

@@ -26,6 +26,7 @@ class ZELTOOLS_EXPORT MonitoredQThread : public QThread
     Q_OBJECT
 
 public:
+    /// The name stands in log lines and in the list of the monitor.
     MonitoredQThread(const QString& name, AutoTick autoTick);
     ~MonitoredQThread() override;
 

@@ -65,13 +65,17 @@ void StallDetector::observe(int place, qint64 now_ms, qint64 elapsed_ms, Look& l
 {
     MonitorSlot& slot = MonitorSlots::all()[size_t(place)];
     Record& record = m_records[size_t(place)];
-    if (slot.registration == 0 || slot.monitor != &m_monitor)
+    const quint64 registration = slot.monitor == &m_monitor ? slot.registration.load() : quint64(0);
+    look.hasOtherItems = look.hasOtherItems || registration != record.registration;
+    if (registration == 0) {
+        record.registration = 0;
         return;
+    }
     const qint64 ticked_ms = slot.ticked_ms;
     qint64 silent_ms = record.silent_ms + elapsed_ms;
-    if (record.registration != slot.registration) {
+    if (record.registration != registration) {
         record = Record();
-        record.registration = slot.registration;
+        record.registration = registration;
         silent_ms = 0;
     } else if (record.ticked_ms != ticked_ms) {
         silent_ms = std::clamp(now_ms - ticked_ms, qint64(0), elapsed_ms);

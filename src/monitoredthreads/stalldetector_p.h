@@ -42,7 +42,8 @@ public:
     struct Look
     {
         std::vector<Change> changes;
-        bool hasChanged = false; ///< also when something stalled is no longer registered
+        bool hasChanged = false;    ///< also when something stalled is no longer registered
+        bool hasOtherItems = false; ///< something was registered, or is no longer
     };
 
     StallDetector(const Monitor& monitor, const Limits& limits);

@@ -58,7 +58,9 @@ public:
     void stop();
 
 protected:
+    /// Gives the threads and items whose states decide whether the watchdog is fed.
     using Items = std::function<QVector<Monitor::Item>()>;
+    /// Constructs a watchdog for another machine and other items.
     Watchdog(const zeltools::Machine& machine, Items items);
 
 private:

@@ -21,6 +21,7 @@ class ZELTOOLS_EXPORT ServerSimulationInterface : public SimulationInterface
 public:
     ~ServerSimulationInterface() override;
 
+    /// Whether a simulator is attached, including one whose connection is just being closed.
     bool connected() const override;
     QByteArray incomingData() override;
     /// Returns false, and the frame is lost, without an attached simulator and while it leaves
@@ -34,7 +35,9 @@ public:
 protected:
     explicit ServerSimulationInterface(QObject* parent);
 
+    /// The server for the subclass that listens.
     QTcpServer& server() const { return *m_server; }
+    /// Notes why the subclass could not listen.
     void setListenError(const QString& error) { m_listenError = error; }
     /// Whether the peer of a new connection, whose descriptor is given, may attach: by default any.
     virtual bool isPeerAllowed(int connection);

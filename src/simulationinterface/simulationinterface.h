@@ -20,6 +20,7 @@ class WarningLimit;
 class ZELTOOLS_EXPORT SimulationInterface : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(bool connected READ connected NOTIFY connectedChanged)
 
 public:
     explicit SimulationInterface(QObject* parent);
@@ -27,6 +28,7 @@ public:
 
     /// Without a valid address the channel never opens.
     virtual bool isAddressValid() const = 0;
+    /// Whether a simulator is on the other end, so that messages can be sent.
     virtual bool connected() const = 0;
     /// Reads and removes all bytes that have arrived.
     virtual QByteArray incomingData() = 0;
@@ -48,6 +50,7 @@ public:
     /// long or if writeSerializedData() does not accept it.
     bool write(const QByteArray& data);
 
+    /// The traffic of this object since its construction.
     SimulationCounters counters() const { return m_counters; }
 
 public Q_SLOTS:
@@ -55,6 +58,7 @@ public Q_SLOTS:
     void processIncomingData();
 
 Q_SIGNALS:
+    /// Emitted for each whole message, without its frame.
     void dataReceived(const QByteArray& data);
     /// Announces a possible change of connected().
     void connectedChanged();

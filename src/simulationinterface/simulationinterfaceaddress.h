@@ -27,8 +27,8 @@ struct ZELTOOLS_EXPORT SimulationInterfaceAddress
     /// The text that has this type, which must not be Unknown, and this address.
     static QString rawAddressOf(SimulationInterfaceType type, const QString& address);
 
-    SimulationInterfaceType type = Unknown;
-    QString rawAddress;
+    SimulationInterfaceType type = Unknown; ///< The kind of end that the first word names.
+    QString rawAddress;                     ///< The text that was parsed.
     QString address; ///< The text after the first slash, including further slashes.
 };
 

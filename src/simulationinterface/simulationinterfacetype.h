@@ -5,7 +5,7 @@ namespace zeltools::simulationinterface
 
 /// The kinds of channel to a simulator.
 enum SimulationInterfaceType : int {
-    Unknown = 0,    ///< the address names none of the kinds
+    Unknown = 0,    ///< The address names none of the kinds.
     TcpServer = 1,  ///< "tcpserver": the machine listens
     TcpClient = 2,  ///< "tcpclient": the machine connects
     UnixServer = 3, ///< "unixserver": the machine listens at an AF_UNIX socket

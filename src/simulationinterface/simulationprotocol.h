@@ -25,6 +25,7 @@ class ZELTOOLS_EXPORT SimulationProtocol : public QObject
     Q_OBJECT
 
 public:
+    /// The longest message: its length is sent in two bytes.
     static constexpr int maximumPayload_B = 65535;
     /// The maximum size of a chunk together with the incomplete frame before it.
     static constexpr int maximumBuffered_B = 0x20003;

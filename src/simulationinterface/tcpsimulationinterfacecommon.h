@@ -15,6 +15,7 @@ namespace zeltools::simulationinterface
 /// The common code of the two TCP endpoints.
 struct ZELTOOLS_EXPORT TcpSimulationInterfaceCommon
 {
+    /// The two parts of a TCP address.
     using HostAndPort = std::pair<QHostAddress, quint16>;
 
     /// Parses "127.0.0.1/8133": a literal IPv4 or IPv6 address (host names are not resolved), a

@@ -51,13 +51,13 @@ bool LineReader::splitLine()
     }
     const QByteArray line = QByteArray::fromRawData(m_content.constData() + m_begin, m_length);
     QString problem;
-    const auto words = splitQuotedWords(line, problem);
+    auto words = splitQuotedWords(line, problem);
     m_begin = end + 1;
     if (!words) {
         m_error = QStringLiteral("line %1, %2").arg(m_line).arg(problem);
         return false;
     }
-    m_words = *words;
+    m_words.swap(*words);
     return true;
 }
 

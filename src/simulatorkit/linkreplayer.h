@@ -25,15 +25,17 @@ class ZELTOOLS_EXPORT LinkReplayer : public QObject
     Q_OBJECT
 
 public:
+    /// Settings of a replay.
     struct Options
     {
-        LinkSide side = LinkSide::Simulator; ///< the side that is played
+        LinkSide side = LinkSide::Simulator; ///< The side that is played.
         /// Waits between the rows as long as it was recorded; otherwise sends at once.
         bool isInTime = false;
         /// How much later than recorded a row of the partner may come.
         std::chrono::milliseconds timeout{10000};
     };
 
+    /// Takes the recording; start() plays it.
     LinkReplayer(SimulatorRecording recording, const Options& options, QObject* parent = nullptr);
     ~LinkReplayer() override;
 
@@ -42,6 +44,7 @@ public:
     QString start(const QString& rawAddress);
     /// The address with its real port.
     QString address() const;
+    /// Whether a server waits for its partner; false for a client.
     bool isListening() const;
 
 Q_SIGNALS:

@@ -27,6 +27,7 @@ class ZELTOOLS_EXPORT Simulator : public QObject
     Q_OBJECT
 
 public:
+    /// The number of actions that may wait for their time.
     static constexpr size_t maximumWaiting = 10000;
 
     /// The link must outlive the object, but both may be deleted inside the signals of the link. A

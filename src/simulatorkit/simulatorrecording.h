@@ -17,21 +17,22 @@ enum class LinkSide { Machine, Simulator };
 /// Something that a machine or a simulator did on the link between them.
 struct ZELTOOLS_EXPORT SimulatorEvent
 {
+    /// The beginning and the end of a connection, and what was sent over it.
     enum class Kind {
         Connected,
         Disconnected,
-        Message, ///< a whole frame; `bytes` is the message in it
+        Message, ///< A whole frame; `bytes` is the message in it.
         Raw      ///< `bytes` that are no frame, or a frame that was not completed
     };
 
     /// The row of a recording, with its line feed.
     QByteArray toRow() const;
 
-    std::chrono::microseconds time{}; ///< since the beginning of the recording
-    LinkSide side = LinkSide::Machine;
-    Kind kind = Kind::Connected;
-    QByteArray bytes;
-    int line = 0; ///< in the file that was read
+    std::chrono::microseconds time{};  ///< The time since the beginning of the recording.
+    LinkSide side = LinkSide::Machine; ///< Who has done it.
+    Kind kind = Kind::Connected;       ///< What has happened.
+    QByteArray bytes;                  ///< The message, or the raw bytes; empty otherwise.
+    int line = 0;                      ///< The line in the file that was read.
 };
 
 /// A recording of the traffic between a machine and a simulator. LinkRecorder makes it and
@@ -43,7 +44,9 @@ struct ZELTOOLS_EXPORT SimulatorEvent
 ///     end
 struct ZELTOOLS_EXPORT SimulatorRecording
 {
+    /// A recording with more events is refused.
     static constexpr int maximumEvents = 4000000;
+    /// A larger file is refused.
     static constexpr int maximumSize_B = 256 * 1024 * 1024;
 
     /// Returns no value if the content of a file is no complete recording, with the line, the
@@ -52,12 +55,14 @@ struct ZELTOOLS_EXPORT SimulatorRecording
     /// The content of a file from which parse() makes the same events.
     QByteArray toText() const;
 
-    /// The first and the last line of a recording.
+    /// The first line of a recording.
     static QByteArray headRow();
+    /// The last line of a recording.
     static QByteArray endRow();
 
+    /// The events in the order of their times.
     QVector<SimulatorEvent> events;
-    int endLine = 0; ///< the line of the word `end` in the file that was read
+    int endLine = 0; ///< The line of the word `end` in the file that was read.
 };
 
 } // namespace zeltools::simulatorkit

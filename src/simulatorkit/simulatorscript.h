@@ -15,31 +15,33 @@ namespace zeltools::simulatorkit
 /// A row of a script: the simulator waits for the trigger, and then acts.
 struct SimulatorRow
 {
+    /// What a row waits for.
     enum class Trigger {
-        Connected,  ///< a machine has connected
-        Message,    ///< the message `triggerText` has arrived
-        Beginning,  ///< a message that begins with `triggerText` has arrived
-        AnyMessage, ///< any message has arrived
+        Connected,  ///< A machine has connected.
+        Message,    ///< The message `triggerText` has arrived.
+        Beginning,  ///< A message that begins with `triggerText` has arrived.
+        AnyMessage, ///< Any message has arrived.
         Period,     ///< `period` has passed since the connection or the last time
-        Also        ///< the row before has been triggered
+        Also        ///< The row before has been triggered.
     };
+    /// What a row does.
     enum class Action {
-        Answer,    ///< sends the message `text`
-        Raw,       ///< sends the bytes `text` without a frame
-        Half,      ///< sends the first half of the frame of the message `text`
-        Silence,   ///< does nothing
-        Disconnect ///< closes the connection
+        Answer,    ///< Sends the message `text`.
+        Raw,       ///< Sends the bytes `text` without a frame.
+        Half,      ///< Sends the first half of the frame of the message `text`.
+        Silence,   ///< Does nothing.
+        Disconnect ///< Closes the connection.
     };
 
-    Trigger trigger = Trigger::AnyMessage;
-    QByteArray triggerText;
-    std::chrono::milliseconds period{};
-    int maximumTriggers = 0; ///< over all connections; 0 without a limit
-    std::chrono::milliseconds delay{};
-    int repetitions = 1;
-    std::chrono::milliseconds pause{}; ///< between two repetitions
-    Action action = Action::Silence;
-    QByteArray text;
+    Trigger trigger = Trigger::AnyMessage; ///< What the row waits for.
+    QByteArray triggerText;                ///< For Message and Beginning.
+    std::chrono::milliseconds period{};    ///< For Period.
+    int maximumTriggers = 0;               ///< The limit over all connections; 0 for none.
+    std::chrono::milliseconds delay{};     ///< Between the trigger and the action.
+    int repetitions = 1;                   ///< How often the row acts for one trigger.
+    std::chrono::milliseconds pause{};     ///< Between two repetitions.
+    Action action = Action::Silence;       ///< What the row does.
+    QByteArray text;                       ///< For Answer, Raw and Half.
 };
 
 /// The description of a simulator that `zelctl sim serve` and Simulator run. A script is a text
@@ -49,7 +51,9 @@ struct SimulatorRow
 ///     when begins "grind " first 1 after 200ms answer "jam"
 struct ZELTOOLS_EXPORT SimulatorScript
 {
+    /// A script with more rows is refused.
     static constexpr int maximumRows = 10000;
+    /// A larger file is refused.
     static constexpr int maximumSize_B = 16 * 1024 * 1024;
 
     /// Returns no value if the content of a file is no script, with the line, the column and the

@@ -13,9 +13,9 @@ namespace tools
 /// no pauses.
 struct ZELTOOLS_EXPORT BackOff
 {
-    std::chrono::milliseconds firstPause{0};
-    double factor = 2;
-    std::chrono::milliseconds maximum = std::chrono::minutes(1);
+    std::chrono::milliseconds firstPause{0}; ///< 0 stands for no pauses at all.
+    double factor = 2;                       ///< How much longer each pause is than the one before.
+    std::chrono::milliseconds maximum = std::chrono::minutes(1); ///< No pause is longer.
 
     /// Returns the pause after an attempt; the first attempt is 1. The pause is never negative.
     std::chrono::milliseconds pauseAfter(unsigned int attempt) const;

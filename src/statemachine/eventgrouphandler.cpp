@@ -80,7 +80,12 @@ void EventGroupHandler::start()
     m_running = true;
     m_progress = {};
     m_lastFailure = {};
-    nextEvent();
+    m_phase = Phase::Idle;
+    const QPointer<EventGroupHandler> self(this);
+    Q_EMIT runningChanged();
+    // A receiver may have ended the group, and even started the next one.
+    if (self && m_running && m_phase == Phase::Idle)
+        nextEvent();
 }
 
 void EventGroupHandler::nextEvent()
@@ -254,12 +259,15 @@ void EventGroupHandler::end(FailureReason reason)
     if (m_connectionScope == ConnectionScope::Handler)
         cutConnection();
     clear();
+    const QPointer<EventGroupHandler> self(this);
     if (reason == FailureReason::None)
         Q_EMIT success();
     else if (reason == FailureReason::Canceled)
         Q_EMIT canceled();
     else
         Q_EMIT failure();
+    if (self)
+        Q_EMIT runningChanged();
 }
 
 void EventGroupHandler::clear()

@@ -58,11 +58,21 @@ struct EventSteps
 class ZELTOOLS_EXPORT EventGroupHandler : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
+    // The fields of progress() and lastFailure(), for QML.
+    Q_PROPERTY(int step READ step NOTIFY progressChanged)
+    Q_PROPERTY(int stepCount READ stepCount NOTIFY progressChanged)
+    Q_PROPERTY(int attempt READ attempt NOTIFY progressChanged)
+    Q_PROPERTY(tools::EventGroupHandler::FailureReason failureReason READ failureReason NOTIFY
+                   runningChanged)
+    Q_PROPERTY(int failedStep READ failedStep NOTIFY runningChanged)
 
 public:
+    /// A request, its answer, and how often and how long the handler tries.
     struct Event : EventSteps
     {
         Event() = default;
+        /// Constructs an event with a timeout in whole seconds.
         Event(const EventSteps& steps, unsigned int eventAttempts,
               const std::chrono::seconds& eventTimeout, const BackOff& eventBackOff = {})
             : EventSteps(steps)
@@ -82,6 +92,7 @@ public:
             timeoutRest =
                 std::chrono::duration_cast<std::chrono::milliseconds>(eventTimeout - timeout);
         }
+        /// Constructs an event from its three callables.
         Event(const decltype(trigger)& eventTrigger, const decltype(connect)& eventConnect,
               const decltype(check)& eventCheck, unsigned int eventAttempts,
               const std::chrono::seconds& eventTimeout)
@@ -91,6 +102,7 @@ public:
 
         /// How many times the request may be fired; with 0 it is repeated without end.
         unsigned int attempts = 1;
+        /// How long an attempt waits for its answer.
         std::chrono::seconds timeout{0};
         /// Is added to the timeout.
         std::chrono::milliseconds timeoutRest{0};
@@ -109,12 +121,15 @@ public:
     };
     Q_ENUM(FailureReason)
 
+    /// The end of a group without success.
     struct Failure
     {
+        /// None while a group runs and after a success.
         FailureReason reason = FailureReason::None;
         int step = 0; ///< The event, as in Progress.
     };
 
+    /// The position in the group.
     struct Progress
     {
         int step = 0;      ///< The event that was last fired: 1 for the first event of the group.
@@ -144,11 +159,15 @@ public:
     /// Sets who remembers the connections of the events; call it before start().
     void setConnectionScope(ConnectionScope scope) { m_connectionScope = scope; }
 
+    /// Appends an event with the attempts and the timeout of the constructor.
     void addEvent(const EventSteps& steps);
+    /// Appends an event with attempts and a timeout of its own.
     void addEvent(const Event& event);
 
-    /// Starts the group; does nothing while it runs. An empty group succeeds immediately.
+    /// Starts the group; does nothing while it runs. An empty group succeeds immediately. If a
+    /// receiver of runningChanged() ends the group, nothing is fired.
     void start();
+    /// Whether a group has begun and not ended.
     bool isRunning() const { return m_running; }
 
     /// Cuts the remembered connection and fires the first event of the queue, or ends the group
@@ -173,12 +192,28 @@ public:
     /// after its success.
     Failure lastFailure() const { return m_lastFailure; }
 
+    /// The position of Progress::step, for QML.
+    int step() const { return m_progress.step; }
+    /// The number of Progress::stepCount, for QML.
+    int stepCount() const { return m_progress.stepCount; }
+    /// The number of Progress::attempt, for QML.
+    int attempt() const { return static_cast<int>(m_progress.attempt); }
+    /// The reason of lastFailure(), for QML.
+    FailureReason failureReason() const { return m_lastFailure.reason; }
+    /// The event of lastFailure(), for QML.
+    int failedStep() const { return m_lastFailure.step; }
+
 Q_SIGNALS:
+    /// Emitted when the answer to the last event was accepted, or no event is left.
     void success();
+    /// Emitted when the group has failed; lastFailure() has the reason.
     void failure();
+    /// Emitted by cancel().
     void canceled();
     /// Is emitted each time before an event is fired.
     void progressChanged();
+    /// Announces the start of a group, and after one of the first three signals its end.
+    void runningChanged();
 
 private:
     // Callables may call the handler; the phase shows the state in which they left it.

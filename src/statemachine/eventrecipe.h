@@ -34,6 +34,7 @@ class ZELTOOLS_EXPORT EventRecipe
     Q_GADGET
 
 public:
+    /// A step is an event of EventGroupHandler.
     using Event = EventGroupHandler::Event;
 
     /// Whether the children of a group run one after another or at the same time.
@@ -51,6 +52,7 @@ public:
         Skip, ///< The children do not run, and the parent ignores the group.
         Fail, ///< The children do not run, and the group fails.
     };
+    /// How a step or a group has ended.
     enum class Result {
         Success,
         Failure,
@@ -79,15 +81,15 @@ public:
     /// canceled, but only if its setup has returned Run. The children have ended before.
     EventRecipe withDone(const std::function<void(Result)>& callable) const;
 
-    QString name; ///< Names the step or group in the journal and in failures.
-    bool isStep = false;
-    Event event; ///< Belongs to a step; the fields below belong to a group.
-    std::vector<EventRecipe> children;
-    int maximumRunning = 0; ///< With 0, all children run at the same time.
-    Policy policy = Policy::StopOnError;
+    QString name;                      ///< Names the step or group in the journal and in failures.
+    bool isStep = false;               ///< Whether this is a step, and not a group.
+    Event event;                       ///< Belongs to a step; the fields below belong to a group.
+    std::vector<EventRecipe> children; ///< The members of the group, in the order of their start.
+    int maximumRunning = 0;            ///< With 0, all children run at the same time.
+    Policy policy = Policy::StopOnError;    ///< When the group ends early.
     std::chrono::milliseconds timeLimit{0}; ///< With 0, there is none.
-    std::function<Setup()> setup;
-    std::function<void(Result)> done;
+    std::function<Setup()> setup;           ///< Called when the group starts; may be empty.
+    std::function<void(Result)> done;       ///< Called when the group has ended; may be empty.
 };
 
 } // namespace tools

@@ -34,35 +34,41 @@ class ZELTOOLS_EXPORT EventRecipeRunner : public QObject
     Q_OBJECT
 
 public:
+    /// The result of the whole recipe.
     using Result = EventRecipe::Result;
+    /// The reasons are those of EventGroupHandler.
     using FailureReason = EventGroupHandler::FailureReason;
 
     /// Why a step or group has failed.
     struct Failure
     {
-        QString name;
-        FailureReason reason = FailureReason::None;
+        QString name;                               ///< The name of the failed step or group.
+        FailureReason reason = FailureReason::None; ///< The first failure decides.
         QString exception; ///< The text of the exception, for the reason Exception.
     };
 
+    /// A step that runs at this moment.
     struct RunningStep
     {
-        QString name;
+        QString name;             ///< The name in the recipe.
         unsigned int attempt = 0; ///< 1 for the first attempt.
     };
 
+    /// How far the recipe has come.
     struct Progress
     {
-        int endedSteps = 0; ///< Includes steps that cannot start anymore.
-        int stepCount = 0;
+        int endedSteps = 0;                    ///< Includes steps that cannot start anymore.
+        int stepCount = 0;                     ///< The number of steps in the recipe.
         std::vector<RunningStep> runningSteps; ///< In the order of the recipe.
     };
 
+    /// Takes a copy of the recipe, which does not start yet.
     explicit EventRecipeRunner(const EventRecipe& recipe, QObject* parent = nullptr);
     ~EventRecipeRunner() override;
 
     /// Starts the recipe; does nothing while it runs.
     void start();
+    /// Whether the recipe has started and not ended.
     bool isRunning() const { return m_isRunning; }
     /// Cancels all steps and groups that run, a group after its children. Inside a callable,
     /// finished() follows after its return. Does nothing if the recipe does not run.
@@ -81,6 +87,7 @@ public:
 Q_SIGNALS:
     /// Is emitted when steps have started, used another attempt or ended.
     void progressChanged();
+    /// Emitted once when the recipe and all its callables have ended.
     void finished(tools::EventRecipe::Result result);
 
 private:

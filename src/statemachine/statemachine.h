@@ -37,26 +37,29 @@ public:
     /// The states that every machine has. A subclass uses other numbers, normally from 0. A machine
     /// that is set to InvalidState does not enter it and stays between two states.
     enum PseudoState {
-        InvalidState = -1, ///< before setInitialState()
-        Transition = -2    ///< between two states
+        InvalidState = -1, ///< Before setInitialState().
+        Transition = -2    ///< Between two states.
     };
 
     /// A signal that reached handleSignal().
     struct SignalReception
     {
-        QPointer<const QObject> sender; ///< null after its destruction
-        QMetaMethod
-            signal; ///< of the sender's meta-object, which must stay valid (true except in QML)
+        QPointer<const QObject> sender; ///< Null after its destruction.
+        QMetaMethod signal; ///< A method of the sender's meta-object, which must stay valid (true
+                            ///< except in QML).
+        /// Whether the signal came before stateEnter() of the pending transition.
         bool receivedDuringTransition;
     };
 
     explicit StateMachine(QObject* parent = nullptr);
+    /// Calls setInitialState(), so that the event loop enters the state.
     StateMachine(int initialState, QObject* parent);
     ~StateMachine() override;
 
     /// The name of a state for the log: "Transition", "InvalidState", the name of setStateNames()
     /// or "Undefined (7)". Subclasses may add other names.
     virtual QString stateToString(int state) const;
+    /// The text of the current state.
     QString stateName() const { return stateToString(m_currentState); }
 
     /// Names the states after the enumerators of a Q_ENUM, as a subclass does in its constructor:
@@ -69,6 +72,7 @@ public:
     /// and stays in the state.
     void setTimeLimit(int state, std::chrono::milliseconds limit);
 
+    /// The state that the last transition has left, or that a pending one leaves.
     int previousState() const { return m_previousState; }
     /// The current state, or Transition while a transition is pending, including in stateExit().
     int currentState() const { return m_currentState; }
@@ -96,7 +100,9 @@ public Q_SLOTS:
     void handleSignal();
 
 Q_SIGNALS:
+    /// Emitted when a state has been left, while currentState() is Transition.
     void stateExit();
+    /// Emitted when the new state has become the current one.
     void stateEnter();
     /// Emitted after stateExit() and after stateEnter(), unless these have started or completed a
     /// transition, which has then emitted it.

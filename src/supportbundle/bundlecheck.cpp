@@ -1,6 +1,6 @@
 #include "supportbundle/bundlecheck_p.h"
 
-#include "supportbundle/sha256_p.h"
+#include "crypt/digest.h"
 
 #include <utility>
 
@@ -59,7 +59,7 @@ QString BundleCheck::takeMember(const std::function<bool()>& goesOn)
         m_json = readWhole(SupportBundleManifest::largest_B);
         return m_json.isEmpty() ? QStringLiteral("its manifest is too large or empty") : QString();
     }
-    Sha256 digest;
+    Digest digest(QCryptographicHash::Sha256);
     for (QByteArray piece = m_walk.read(); !piece.isEmpty(); piece = m_walk.read()) {
         if (m_depth == Depth::Digests)
             digest.add(piece.constData(), piece.size());
@@ -83,9 +83,8 @@ QByteArray BundleCheck::readWhole(int limit_B)
 
 QString BundleCheck::readManifest()
 {
-    Sha256 digest;
-    digest.add(m_json.constData(), m_json.size());
-    if (m_digestLine != SupportBundleManifest::digestLine(digest.result()))
+    const QByteArray digest = Digest::of(m_json, QCryptographicHash::Sha256);
+    if (m_digestLine != SupportBundleManifest::digestLine(digest))
         return s_damaged;
     QString error;
     std::optional<SupportBundleManifest> manifest = SupportBundleManifest::parse(m_json, error);

@@ -13,9 +13,7 @@ namespace
 
 QByteArray digestOf(const QByteArray& content)
 {
-    Sha256 digest;
-    digest.add(content.constData(), content.size());
-    return digest.result();
+    return Digest::of(content, QCryptographicHash::Sha256);
 }
 
 } // namespace

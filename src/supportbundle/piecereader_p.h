@@ -1,6 +1,6 @@
 #pragma once
 
-#include "supportbundle/sha256_p.h"
+#include "crypt/digest.h"
 
 #include <QString>
 
@@ -56,7 +56,7 @@ private:
     qint64 m_left_B;
     qint64 m_padded_B = 0;
     QString m_fault;
-    Sha256 m_digest;
+    Digest m_digest{QCryptographicHash::Sha256};
 
     std::vector<std::unique_ptr<char[]>> m_buffers;
     std::mutex m_mutex; // of the members below

@@ -46,7 +46,9 @@ public:
     bool addMachineFolder(const QString& path);
     /// Adds the files of a folder, not those of its subfolders, as "NAME/FILE".
     void addFolder(const QString& name, const QString& path);
+    /// Adds a file under this name. One that cannot be read is listed as missing in the manifest.
     void addFile(const QString& name, const QString& path);
+    /// Adds a member from memory.
     void addContent(const QString& name, const QByteArray& content);
     /// Adds a file of `KEY=value` lines in which the values of secrets are masked. Log files are
     /// not searched for secrets; the general log has the values of the enabled variables.
@@ -70,6 +72,7 @@ public:
     /// Writes the bundle in a thread of its own. The event loop of this thread emits finished()
     /// once. Does nothing while isRunning().
     void start(const QString& path);
+    /// Whether the thread of start() works.
     bool isRunning() const { return m_thread != nullptr; }
     /// Writes the bundle to an open empty file that will get this path. A program that replaces
     /// files in its own way uses it. Returns the reason of a failure, or an empty text.
@@ -88,6 +91,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// Emitted after each MiB of a log file, in the thread that writes.
     void progress(qint64 done_B, qint64 total_B);
+    /// Emitted once for each start(), whether or not there is a bundle.
     void finished(bool isDone);
 
 private:

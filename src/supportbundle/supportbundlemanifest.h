@@ -12,7 +12,7 @@
 namespace zeltools
 {
 
-/// The table of contents of a support bundle, its member "manifest.json"; docs/support-bundle.md
+/// The table of contents of a support bundle, its member "manifest.json"; docs/format-bundle.md
 /// describes the format. A manifest from outside may say anything: parse() only accepts names that
 /// stay below the folder into which a bundle is unpacked, and numbers that a file can have.
 ///
@@ -22,8 +22,8 @@ struct ZELTOOLS_EXPORT SupportBundleManifest
     /// A file in the bundle.
     struct Member
     {
-        QByteArray name; ///< The path in the bundle, with "/" between folders.
-        qint64 size_B = 0;
+        QByteArray name;     ///< The path in the bundle, with "/" between folders.
+        qint64 size_B = 0;   ///< The size of the content in the bundle.
         QByteArray sha256;   ///< The 32 bytes of the digest of the content in the bundle.
         QDateTime modified;  ///< The time of the last change; invalid if the file cannot tell it.
         qint64 padded_B = 0; ///< The zeros at the end, for bytes that the file did not yield.
@@ -34,8 +34,8 @@ struct ZELTOOLS_EXPORT SupportBundleManifest
     /// Something that belongs in the bundle, but could not be read.
     struct Omission
     {
-        QByteArray name;
-        QString reason;
+        QByteArray name; ///< The name that the member would have had.
+        QString reason;  ///< The reason in English.
 
         bool operator==(const Omission& other) const;
     };
@@ -45,19 +45,21 @@ struct ZELTOOLS_EXPORT SupportBundleManifest
     /// No manifest is larger.
     static constexpr int largest_B = 16 * 1024 * 1024;
 
-    /// The last members of a bundle: the manifest, and the digest of the manifest.
+    /// The name of the last member but one, which is the manifest.
     static constexpr char ownName[] = "manifest.json";
-    static constexpr char digestName[] = "manifest.sha256";
+    static constexpr char digestName[] = "manifest.sha256"; ///< The last member.
 
-    QDateTime created;
-    QString library; ///< The version of the library that made the bundle.
-    QVector<Member> members;
-    QVector<Omission> missing;
+    QDateTime created;         ///< When the bundle was made.
+    QString library;           ///< The version of the library that made the bundle.
+    QVector<Member> members;   ///< In the order of the bundle.
+    QVector<Omission> missing; ///< What could not be read.
 
+    /// The text of the member `ownName`, which docs/format-bundle.md describes.
     QByteArray toJson() const;
     /// Returns nothing for a text that is not a manifest, with the reason in `error`.
     static std::optional<SupportBundleManifest> parse(const QByteArray& json, QString& error);
 
+    /// Whether the member is one of the two that describe the others.
     static bool isOwnName(const QByteArray& name) { return name == ownName || name == digestName; }
     /// The content of the last member, in the form of sha256sum.
     static QByteArray digestLine(const QByteArray& sha256)

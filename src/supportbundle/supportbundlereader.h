@@ -25,6 +25,7 @@ public:
     /// returns false.
     using Progress = std::function<bool(qint64 done_B, qint64 total_B)>;
 
+    /// Takes the path of a bundle; nothing is read yet. The function is called with the progress.
     explicit SupportBundleReader(const QString& path, Progress progress = Progress());
 
     /// Sets the key for a file whose name ends in ".crypt".

@@ -43,6 +43,8 @@ QString setSystemClock(const QDateTime& dateTime)
     constexpr int ms_ns = 1000000;
     const timespec time{static_cast<time_t>(time_ms / 1000),
                         static_cast<long>(time_ms % 1000 * ms_ns)};
+    if (time.tv_sec != time_ms / 1000) // A time_t of 32 bits ends in 2038.
+        return QString::fromLocal8Bit(std::strerror(EOVERFLOW));
     if (::clock_settime(CLOCK_REALTIME, &time) == 0)
         return QString();
     return QString::fromLocal8Bit(std::strerror(errno));
@@ -79,6 +81,9 @@ DateTimeManager::DateTimeManager(ClockSetter setClock, QObject* parent)
         Q_EMIT dateTimeChanged();
     });
     connect(&m_minuteTimer, &QTimer::timeout, this, &DateTimeManager::startMinute);
+    // Summer time may have begun or ended.
+    connect(this, &DateTimeManager::dateTimeChanged, &m_timeZoneHelper,
+            &TimeZoneHelper::offsetMinutesChanged);
     // Runs later, when currentDateTime() calls the function of the derived class.
     QTimer::singleShot(0, this, &DateTimeManager::restartMinuteTimer);
 }

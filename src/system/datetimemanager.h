@@ -25,6 +25,7 @@ class ZELTOOLS_EXPORT DateTimeManager : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(zeltools::system::TimeZoneHelper* timeZoneHelper READ timeZoneHelper CONSTANT)
+    Q_PROPERTY(QDateTime currentDateTime READ currentDateTime NOTIFY dateTimeChanged)
 
 public:
     explicit DateTimeManager(QObject* parent = nullptr);
@@ -35,20 +36,24 @@ public:
     /// Does the same as trySetDateTime().
     virtual void setDateTime(const QDateTime& dateTime, bool syncRtc);
 
+    /// The time zones of the system; the object belongs to the manager.
     TimeZoneHelper* timeZoneHelper() { return &m_timeZoneHelper; }
     /// Schedules the next tick for the next full minute of currentDateTime(). Milliseconds are
     /// ignored, so that it comes up to a second later.
     void restartMinuteTimer();
 
+    /// Sets the local date and time from its fields, for QML, like setDateTime().
     Q_INVOKABLE void setLocalDateTime(int year, int month, int day, int hour, int minute,
                                       int second, bool syncRtc = true);
-    /// The fields of the system's local time, independent of currentDateTime().
+    /// @{
+    /// A field of the system's local time, independent of currentDateTime().
     Q_INVOKABLE int currentLocalYear() const;
     Q_INVOKABLE int currentLocalMonth() const;
     Q_INVOKABLE int currentLocalDay() const;
     Q_INVOKABLE int currentLocalHour() const;
     Q_INVOKABLE int currentLocalMinute() const;
     Q_INVOKABLE int currentLocalSecond() const;
+    /// @}
 
     /// Sets the system clock on the board, and no clock on the desktop, then emits the signals. It
     /// also emits them if the clock could not be set, which is an Error line, and for an invalid

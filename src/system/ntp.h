@@ -48,7 +48,9 @@ public:
     ~Ntp() override;
 
     bool available() const override { return true; }
+    /// Switches the package or, without one, the fallback on or off.
     void enable(bool on) override;
+    /// Whether the package or, without one, the fallback is on.
     bool enabled() const override;
     /// Sends one request immediately if the service is enabled.
     void refresh() override;

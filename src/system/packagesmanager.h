@@ -23,16 +23,19 @@ namespace zeltools::system
 class ZELTOOLS_EXPORT PackagesManager : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(bool ntpAvailable READ ntpAvailable CONSTANT)
+    Q_PROPERTY(bool ntpEnabled READ ntpEnabled NOTIFY ntpEnabledChanged)
 
 public:
+    /// The packages that the library knows.
     enum Package { Ntp, Tzdata, TimeSync };
     Q_ENUM(Package)
 
     /// The conditions in the file system under which a package counts as available.
     struct PackageInspectionData
     {
-        QString packageName;
-        QStringList files;
+        QString packageName; ///< The name in log lines.
+        QStringList files;   ///< Files that must exist.
         /// Files whose whole content must match. In multi-line patterns "^" matches at each line.
         QMap<QString, QRegularExpression> configurationFiles;
         /// A file that must exist, too; it is checked first.
@@ -48,7 +51,7 @@ public:
     static bool packageAvailable(Package package);
     /// Whether the package is available. The first result is kept until the process ends, since the
     /// image does not change while the machine runs.
-    bool isAvailable(Package package) const;
+    Q_INVOKABLE bool isAvailable(zeltools::system::PackagesManager::Package package) const;
     /// Whether the conditions hold, checked at each call. The first condition that fails is an Info
     /// line; a configuration file that cannot be opened is a Warning.
     static bool packageAvailable(const PackageInspectionData& data);
@@ -56,6 +59,7 @@ public:
     /// The package that keeps network time: `Ntp` if it is available, otherwise `TimeSync`,
     /// otherwise none.
     std::optional<Package> ntpPackage() const;
+    /// Whether there is a package that keeps network time, see ntpPackage().
     bool ntpAvailable() const { return ntpPackage().has_value(); }
 
     /// Whether that package is switched on. For `TimeSync` the call blocks while `timedatectl`

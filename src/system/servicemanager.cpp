@@ -19,9 +19,19 @@ void ServiceManager::add(std::unique_ptr<Service>&& service)
 {
     std::unique_ptr<Service> taken = std::move(service); // is destroyed if the identifier is taken
     const auto [place, isNew] = m_services.try_emplace(taken->id(), std::move(taken));
-    if (isNew)
-        connect(place->second.get(), &Service::enableChanged, this,
-                &ServiceManager::serviceStatusChanged);
+    if (!isNew)
+        return;
+    connect(place->second.get(), &Service::enableChanged, this,
+            &ServiceManager::serviceStatusChanged);
+    Q_EMIT serviceAdded();
+}
+
+std::vector<Service*> ServiceManager::services() const
+{
+    std::vector<Service*> services;
+    for (const auto& [id, service] : m_services)
+        services.push_back(service.get());
+    return services;
 }
 
 bool ServiceManager::available(Service::Id id) const

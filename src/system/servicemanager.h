@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace zeltools::system
 {
@@ -23,12 +24,21 @@ public:
     /// it keeps it and destroys the new one.
     void add(std::unique_ptr<Service>&& service);
 
+    /// The services in the order of their identifiers. They live as long as the manager.
+    std::vector<Service*> services() const;
+
+    /// Works like Service::available() of the service.
     bool available(Service::Id id) const;
+    /// Works like Service::enabled() of the service.
     bool enabled(Service::Id id) const;
+    /// Works like Service::enable() of the service.
     void enable(Service::Id id, bool on);
+    /// Works like Service::refresh() of the service.
     void refresh(Service::Id id);
 
 Q_SIGNALS:
+    /// Announces a service that was added.
+    void serviceAdded();
     /// Announces that one of the services was switched.
     void serviceStatusChanged();
 

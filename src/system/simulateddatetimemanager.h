@@ -26,9 +26,9 @@ public:
     explicit SimulatedDateTimeManager(const QString& address, QObject* parent = nullptr);
     ~SimulatedDateTimeManager() override;
 
-    static QString dateFormat(); ///< "yyyy/MM/dd"
-    static QString timeFormat(); ///< "hh:mm:ss"
-    static QString dateTimeFormat();
+    static QString dateFormat();     ///< "yyyy/MM/dd"
+    static QString timeFormat();     ///< "hh:mm:ss"
+    static QString dateTimeFormat(); ///< "yyyy/MM/dd hh:mm:ss"
 
     /// The simulated time. After a message that is not a date and time, it is invalid until the
     /// next valid message.

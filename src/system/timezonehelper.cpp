@@ -52,6 +52,8 @@ TimeZoneHelper::TimeZoneHelper(const Machine& machine, const PackagesManager& pa
     , m_packages(packages)
 {
     qRegisterMetaType<std::chrono::hours>("std::chrono::hours");
+    connect(this, &TimeZoneHelper::currentTimeZoneChanged, this,
+            &TimeZoneHelper::offsetMinutesChanged);
 }
 
 TimeZoneHelper::~TimeZoneHelper() = default;
@@ -60,6 +62,12 @@ std::chrono::hours TimeZoneHelper::timeZoneOffset() const
 {
     const std::chrono::seconds offset(QDateTime::currentDateTime().offsetFromUtc());
     return std::chrono::duration_cast<std::chrono::hours>(offset);
+}
+
+int TimeZoneHelper::offsetMinutes() const
+{
+    constexpr int minute_s = 60;
+    return QDateTime::currentDateTime().offsetFromUtc() / minute_s;
 }
 
 QStringList TimeZoneHelper::areas() const

@@ -24,6 +24,10 @@ class ZoneDatabase;
 class ZELTOOLS_EXPORT TimeZoneHelper : public QObject
 {
     Q_OBJECT
+    // In QML, a property hides the method of the same name, so that it has another name than
+    // currentTimeZone().
+    Q_PROPERTY(QString timeZone READ currentTimeZone NOTIFY currentTimeZoneChanged)
+    Q_PROPERTY(int offsetMinutes READ offsetMinutes NOTIFY offsetMinutesChanged)
 
 public:
     explicit TimeZoneHelper(QObject* parent = nullptr);
@@ -33,14 +37,18 @@ public:
     /// gives -3.
     Q_INVOKABLE std::chrono::hours timeZoneOffset() const;
 
+    /// The current offset from UTC to local time in minutes, for QML.
+    int offsetMinutes() const;
+
     /// The areas of timeZones() in the same order, without duplicates.
     Q_INVOKABLE QStringList areas() const;
     /// The locations of timeZones() in exactly this area.
     Q_INVOKABLE QStringList locations(const QString& area) const;
 
-    /// The two parts of a name. The results are empty for names with fewer or more parts, such as
-    /// "UTC" and "America/Argentina/Salta".
+    /// The first part of a name, "Europe" of "Europe/Rome". It is empty for names with fewer or
+    /// more than two parts, such as "UTC" and "America/Argentina/Salta".
     Q_INVOKABLE QString area(const QString& timeZone) const;
+    /// The second part, "Rome" of "Europe/Rome"; empty for the same names.
     Q_INVOKABLE QString location(const QString& timeZone) const;
 
     /// The sorted zones to choose from: those of two parts that Qt knows and that have a file below
@@ -63,6 +71,9 @@ public:
 
 Q_SIGNALS:
     void currentTimeZoneChanged();
+    /// Announces a possible change of offsetMinutes(): the zone was switched or, in the helper of a
+    /// DateTimeManager, a minute has passed.
+    void offsetMinutesChanged();
 
 protected:
     /// Constructs a helper for another machine. The manager must outlive it.

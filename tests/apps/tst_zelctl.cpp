@@ -4,6 +4,89 @@
 #include <fcntl.h>
 #include <stdlib.h>
 
+namespace
+{
+
+void row(const char* command, const QString& answer)
+{
+    QTest::newRow(command) << answer;
+}
+
+void refused(const char* command, const char* message, int status)
+{
+    row(command, QString("zelctl: %1\nstatus %2\n").arg(message).arg(status));
+}
+
+void misused(const char* words, const QString& message)
+{
+    const QString command = QString(words).section(' ', 0, 0);
+    refused(qPrintable(QString("zelctl ") + words),
+            qPrintable(QString("%1; see \"zelctl %2 --help\"").arg(message, command)), 2);
+}
+
+void addMisuses()
+{
+    misused("events . --page 0 --page 1", "--page is given more than once");
+    misused("events ''", "DIR is empty");
+    misused("crash show", "FILE is missing in \"zelctl crash show FILE\"");
+    misused("crash list a b", "unexpected argument \"b\"; usage: zelctl crash list DIR");
+    misused("crash shw a", "unknown action \"shw\"; the actions are: list DIR, show FILE");
+    refused("zelctl help log --man .", "unexpected argument \"log\"; usage: zelctl help --man DIR",
+            2);
+    misused("sim serve", "SCRIPT is missing in \"zelctl sim serve SCRIPT [ADDRESS]\"");
+    misused("kmsg x", "unexpected argument \"x\"; usage: zelctl kmsg");
+    row("zelctl sim record tcpclient/127.0.0.1/1 rec >&-; grep -c listening rec",
+        "zelctl: cannot write the output: Bad file descriptor\n0\nstatus 1\n");
+}
+
+void addValues()
+{
+    row("zelctl hex 0xde:ad-BEEF --prefix 0x", "0xDE-AD-BE-EF\n");
+    row("printf 'aa:bb\\r\\n\\n0xcc' | zelctl hex - --separator ''", "AABB\n\nCC\n");
+    row("printf 'aa\\nbb\\n' | zelctl hex - --to-bytes | od -An -tx1", " aa bb\n");
+    row("printf 'a\\n\\377' | zelctl hex - --from-bytes", "61-0A-FF\n");
+    refused("printf 'aa\\nz\\033z' | zelctl hex -", "line 2: Wrong format: \"z?z\" -> \"Z?Z\"", 1);
+    refused("head -c 70M /dev/zero | zelctl hex -",
+            "cannot read the standard input: it is too large", 1);
+
+    row("zelctl kmsg --level warnin 2>&1 | cut -c 1-40",
+        "zelctl: unknown level \"warnin\"; the leve\n");
+    row("zelctl kmsg --facility kern,x 2>/dev/null; echo $?; zelctl kmsg x 2>/dev/null; echo "
+        "$?",
+        "2\n2\n");
+
+    row("zelctl version ' 1.2' +1.02", "=\n");
+    row("zelctl version 1.2 1.2.0 --json 2>/dev/null",
+        "{\"a\":\"1.2\",\"b\":\"1.2.0\",\"comparison\":\"!=\",\"sameSize\":false}\n");
+    row("zelctl version 1 2 3 2>/dev/null; echo $?; zelctl hex 2>/dev/null; echo $?", "2\n2\n");
+    refused("zelctl version 1.2a 1.2", "\"2a\" in \"1.2a\" is not a number of a version", 1);
+    row("[ \"$(zelctl help log recover)\" = \"$(zelctl log recover --help)\" ]", "");
+    row("[ \"$(zelctl help)\" = \"$(zelctl --help)\" ]", "");
+    refused("zelctl help nix", "there is no command \"nix\"; \"zelctl help\" lists the commands",
+            2);
+    row("[ \"zelctl $(zelctl version)\" = \"$(zelctl --version)\" ]", "");
+}
+
+void addLanguages()
+{
+    refused("LC_ALL=de_AT.UTF-8 zelctl events nowhere", "den Ordner nowhere gibt es nicht", 1);
+    refused("LC_ALL= LC_MESSAGES=it_IT zelctl events . --page 1",
+            "non c'\u00e8 la pagina 1; l'ultima \u00e8 0", 1);
+    refused("LC_ALL= LANG=ar zelctl", "ينقص أمر؛ \"zelctl --help\" يسرد الأوامر", 2);
+    refused("LC_ALL=de zelctl hex --nix", "Unbekannte Option „nix“.", 2);
+    refused("LC_ALL=fr_FR zelctl events nowhere", "no folder nowhere", 1);
+    row("for l in C de ar; do LC_ALL=$l zelctl log recover .; done",
+        "0 lines recovered\n0 Zeilen gerettet\nلم يُستعد أي سطر\n");
+    row("for l in C it; do LC_ALL=$l zelctl help hex; done | grep ^U",
+        "Usage: zelctl hex [options] TEXT\nUso: zelctl hex [options] TEXT\n");
+    row("mkdir json; echo x > json/crash-1.report; "
+        "LC_ALL=de zelctl crash list json --json 2>/dev/null",
+        "{\"reports\":[{\"error\":\"cannot read json/crash-1.report: it is no crash report\","
+        "\"file\":\"crash-1.report\"}]}\nstatus 1\n");
+}
+
+} // namespace
+
 /// `zelctl events`, `hex`, `kmsg` and `version`, in a folder with event files.
 class TestZelctl : public QObject
 {
@@ -22,23 +105,38 @@ private Q_SLOTS:
         const QString live = m_dir.filePath("zel_events.log");
         support::writeFile(live + ".1", m_lines[0] + '\n');
         support::writeFile(live, m_lines[1] + QByteArray(9, '\0') + m_lines[2] + '\n' + m_lines[3]);
-        runInShell("mkdir bad; ln -s /proc/self/mem bad/zel_events.log", m_dir.path());
+        runInShell(
+            "mkdir bad; ln -s /proc/self/mem bad/zel_events.log; mkdir -p machine/logs/events "
+            "two/debug two/events; for d in machine/logs/events two/debug two/events; do "
+            "cp zel_events.log.1 $d/zel_events.log; done",
+            m_dir.path());
     }
 
     void answers_data()
     {
         QTest::addColumn<QString>("answer"); // also of stderr, and the exit status unless it is 0
-        const auto row = [](const char* command, const QString& answer) {
-            QTest::newRow(command) << answer;
-        };
-        const auto refused = [&row](const char* command, const char* message, int status) {
-            row(command, QString("zelctl: %1\nstatus %2\n").arg(message).arg(status));
-        };
         const QString all = m_lines.join('\n') + '\n', first = m_lines[0] + '\n';
         row("zelctl events .", all);
         row("zelctl events . --per-page 3 --page 1", first);
         row("zelctl events . --kind updateevent", first);
         row("zelctl events . --from 01/03/2026 --to 01/03/2026", first);
+        row("zelctl events . --to 01/03/2026", first);
+        row("zelctl events . --from 02/03/2026 --kind WasteLevel,MenuAccess --kind UpdateEvent",
+            m_lines[2] + '\n');
+        row("zelctl events . --kind UpdateEvent --kind MenuAccess --per-page 1 --page 1", first);
+        refused("zelctl events . --page 1", "there is no page 1; the last one is 0", 1);
+        row("zelctl events . --page 1 --json",
+            "{\"events\":[],\"page\":1,\"pages\":1}\n"
+            "zelctl: there is no page 1; the last one is 0\nstatus 1\n");
+        row("zelctl events machine && zelctl events machine/logs", first + first);
+        refused("zelctl events two",
+                "there are event files in two/debug and in two/events; give "
+                "one of these folders",
+                1);
+        refused("zelctl events zel_events.log",
+                "zel_events.log is a file; give its folder, which "
+                "is .",
+                1);
         row("zelctl events . --kind Menu 2>&1 | cut -c 1-40",
             "zelctl: unknown kind \"Menu\"; the kinds a\n");
         refused("zelctl events . --from 30/02/2026 --to 01/03/2026",
@@ -50,30 +148,11 @@ private Q_SLOTS:
                 1);
         row("zelctl events . --json --per-page 2",
             "{\"events\":[{\"kind\":\"MenuAccess\",\"text\":\"\\u001b[31mred | caf\u00e9\","
-            "\"time\":\"02/03/2026 10:00:00:000\"},{\"line\":\"02/03/2026 11:0\"}],\"page\":0,"
+            "\"time\":\"2026-03-02T10:00:00.000\"},{\"line\":\"02/03/2026 11:0\"}],\"page\":0,"
             "\"pages\":2}\n");
-
-        row("zelctl hex 0xde:ad-BEEF --prefix 0x", "0xDE-AD-BE-EF\n");
-        row("printf 'aa:bb\\r\\n\\n0xcc' | zelctl hex - --separator ''", "AABB\n\nCC\n");
-        row("printf 'aa\\nbb\\n' | zelctl hex - --to-bytes | od -An -tx1", " aa bb\n");
-        row("printf 'a\\n\\377' | zelctl hex - --from-bytes", "61-0A-FF\n");
-        refused("printf 'aa\\nz\\033z' | zelctl hex -", "line 2: Wrong format: \"z?z\" -> \"Z?Z\"",
-                1);
-        refused("head -c 70M /dev/zero | zelctl hex -",
-                "cannot read the standard input: it is too large", 1);
-
-        row("zelctl kmsg --level warnin 2>&1 | cut -c 1-40",
-            "zelctl: unknown level \"warnin\"; the leve\n");
-        row("zelctl kmsg --facility kern,x 2>/dev/null; echo $?; zelctl kmsg x 2>/dev/null; echo "
-            "$?",
-            "2\n2\n");
-
-        row("zelctl version ' 1.2' +1.02", "=\n");
-        row("zelctl version 1.2 1.2.0 --json 2>/dev/null",
-            "{\"a\":\"1.2\",\"b\":\"1.2.0\",\"comparison\":\"!=\",\"sameSize\":false}\n");
-        row("zelctl version 1 2 3 2>/dev/null; echo $?; zelctl hex 2>/dev/null; echo $?", "2\n2\n");
-        refused("zelctl version 1.2a 1.2", "\"2a\" in \"1.2a\" is no number of a version", 1);
-        row("[ \"zelctl $(zelctl version)\" = \"$(zelctl --version)\" ]", "");
+        addMisuses();
+        addValues();
+        addLanguages();
     }
     void answers() { QTEST(runInShell(QTest::currentDataTag(), m_dir.path()), "answer"); }
 

@@ -46,7 +46,7 @@ private Q_SLOTS:
             {"zelctl bundle . out.zip", ".tar.zst", 2},
             {"zelctl bundle . a.tar.gz --level 10", "1 to 9", 2},
             {"zelctl bundle . a.tar.gz --level 0", "above 0", 2},
-            {"zelctl bundle . a.tar.gz --json", "belongs to", 2},
+            {"zelctl bundle . a.tar.gz --json", "only valid with", 2},
             {"zelctl bundle . a.tar.gz --key-file key", ".crypt", 2},
             {"zelctl bundle verify env --level 1", "new bundle", 2},
             {"zelctl bundle missing a.tar.gz", "no folder", 1},

@@ -47,18 +47,20 @@ private Q_SLOTS:
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("message");
         QTest::newRow("no Boolean, even forced")
-            << "env set --force LAB_TEST 2" << 1 << "\"2\" is no";
-        QTest::newRow("log switch") << "env set ZEL_DEBUG_PAYMENT yes" << 1 << "\"yes\" is no";
-        QTest::newRow("typing error") << "env set LABTEST 1" << 1 << "LABTEST is no switch";
+            << "env set --force LAB_TEST 2" << 1 << "\"2\" is not";
+        QTest::newRow("log switch") << "env set ZEL_DEBUG_PAYMENT yes" << 1 << "\"yes\" is not";
+        QTest::newRow("typing error") << "env set LABTEST 1" << 1 << "LABTEST is not a switch";
         QTest::newRow("name of a comment") << "env set --force '#A' 1" << 1 << "the name \"#A\"";
         QTest::newRow("unset the blank lines") << "env unset ''" << 2 << "name is empty";
         QTest::newRow("blank at the end") << "env set EXE_MODEL 'a '" << 1 << "the value \"a \"";
         QTest::newRow("line feed, masked") << "env set EXE_MODEL 'a\nB=1'" << 1 << "\"a?B=1\"";
         QTest::newRow("half a character") << "env set EXE_MODEL $(printf '\\303')" << 2 << "UTF-8";
+        QTest::newRow("other action") << "env get A --wide" << 2 << "with list, catalogue";
         QTest::newRow("no value") << "env get QML_SCREENSAVER" << 1 << "has no value";
-        QTest::newRow("invalid in the file") << "env get LAB_TEST" << 1 << "\"yes\" is no";
+        QTest::newRow("invalid in the file") << "env get LAB_TEST" << 1 << "\"yes\" is not";
         QTest::newRow("no file") << "other unset LAB_TEST" << 1 << "other: No such file";
         QTest::newRow("pipe") << "pipe list" << 1 << "pipe: it is not a file";
+        QTest::newRow("folder") << ". set LAB_TEST 1" << 1 << ". is a folder; give the name of";
         QTest::newRow("link to nothing") << "link set LAB_TEST 1" << 1 << "points to nothing";
         QTest::newRow("set without a value") << "env set LAB_TEST" << 2 << "--help";
     }
@@ -91,12 +93,16 @@ private Q_SLOTS:
                  "environment, invalid \n"
                  "QML_SCREENSAVER file, not reached 1\n"
                  "A file, unknown b=r\n"
-                 "zelctl: env: \"yes\" is no value for LAB_TEST, which is 0 or 1\nstatus 1\n");
+                 "zelctl: env: \"yes\" is not a value for LAB_TEST, which is 0 or 1\nstatus 1\n");
         QCOMPARE(run("zelctl env env get A"), "b=r\n");
         QVERIFY(run("zelctl env env list --json").contains(R"("source":"file","valid":false)"));
+        QCOMPARE(
+            run("printf 'CANBUS_SIMULATION=x\nLAB_TEST=1' >env; zelctl env env list >/dev/null"),
+            "zelctl: env: \"x\" is not a value for CANBUS_SIMULATION, which is 0 or 1\n"
+            "status 1\n");
         // It would end at its start, whatever the file has.
         QCOMPARE(run("echo LAB_TEST=0 >env; LAB_TEST=x zelctl env env list >/dev/null"),
-                 "zelctl: the environment: \"x\" is no value for LAB_TEST, which is 0 or 1\n"
+                 "zelctl: the environment: \"x\" is not a value for LAB_TEST, which is 0 or 1\n"
                  "status 1\n");
     }
 

@@ -1,3 +1,5 @@
+#include "crypt/addtohash_p.h"
+#include "crypt/digest.h"
 #include "simplecrypt.h"
 #include "support.h"
 
@@ -33,6 +35,11 @@ QByteArray golden(const QString& name)
 QByteArray sha1(const QByteArray& bytes)
 {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+
+bool isLibcryptoLoaded()
+{
+    return support::readFile("/proc/self/maps").contains("/libcrypto.so");
 }
 
 void addRecords(const QString& path)
@@ -93,6 +100,23 @@ private Q_SLOTS:
         QVERIFY(QDir::setCurrent(m_dir.path()));
         qInstallMessageHandler(
             [](QtMsgType, const QMessageLogContext&, const QString& text) { s_warnings += text; });
+        QVERIFY2(!isLibcryptoLoaded(), "A host that needs no digest waits for libcrypto");
+    }
+
+    void hasTheDigestsOfQt()
+    {
+        for (const auto algorithm :
+             {QCryptographicHash::Md5, QCryptographicHash::Sha1, QCryptographicHash::Sha256}) {
+            zeltools::Digest digest(algorithm);
+            digest.add(s_text.constData(), 3);
+            digest.add(s_text.constData() + 3, s_text.size() - 3);
+            QCryptographicHash inPieces(algorithm);
+            zeltools::addToHash(inPieces, s_text.constData(), s_text.size(), 4);
+            QCOMPARE(digest.result(), QCryptographicHash::hash(s_text, algorithm));
+            QCOMPARE(inPieces.result(), QCryptographicHash::hash(s_text, algorithm));
+            QCOMPARE(isLibcryptoLoaded(), HAS_LIBCRYPTO && algorithm != QCryptographicHash::Md5 &&
+                                              !qEnvironmentVariableIsSet("HIDDEN_LIBRARY"));
+        }
     }
 
     // cryptformat.py has written the files.

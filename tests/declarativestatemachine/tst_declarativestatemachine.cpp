@@ -131,9 +131,9 @@ private Q_SLOTS:
 
     void mayBeDestroyedAnywhere()
     {
-        for (const char* when :
-             {"A", "out of A", "guard", "B", "running", "changed", "finished", "limit",
-              "entry guard", "timeout guard", "arguments guard", "action", "arguments action"}) {
+        for (const char* when : {"A", "out of A", "guard", "B", "running", "changed", "finished",
+                                 "limit", "entry guard", "timeout guard", "arguments guard",
+                                 "fired", "action", "arguments action"}) {
             Story story;
             story.when = when;
             story.then = [&] { // in an event loop of its own, as a dialogue has
@@ -146,6 +146,7 @@ private Q_SLOTS:
             connect(story.machine, &DeclarativeStateMachine::runningChanged, this, tell("running"));
             connect(story.machine, &DeclarativeStateMachine::stateChanged, this, tell("changed"));
             connect(story.machine, &DeclarativeStateMachine::finished, this, tell("finished"));
+            connect(story.machine, &DeclarativeStateMachine::transitionFired, this, tell("fired"));
             connect(story.machine, &DeclarativeStateMachine::timeLimitExceeded, this,
                     tell("limit"));
             const Transition shut = story.onNotify("A", [&] { return story.add("guard"), false; });

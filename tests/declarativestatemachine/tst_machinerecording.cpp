@@ -79,7 +79,7 @@ struct Rinse
     // Drives a machine through everything.
     void run(DeclarativeStateMachine& machine)
     {
-        const auto turn = [] { QTest::qWait(0); };
+        const auto turn = [] { fakeclock::advance(0s); };
         const auto fill = [this](int level) {
             Q_EMIT tank.filled(level, QString(257, 'l'), 0.1, "\xff", true, -1, Tank::Large, {});
             Q_EMIT tank.filled(level, "l\"", 1e99, "", false, 1, Tank::Large, {});

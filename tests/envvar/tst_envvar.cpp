@@ -128,7 +128,8 @@ private Q_SLOTS:
         support::writeFile(m_path, "old");
         QVERIFY(chmod(qPrintable(m_path), 0666) == 0 && QFile::link(m_path, m_path + "link"));
         QVERIFY(chmod(qPrintable(m_folder.path()), 0555) == 0);
-        QVERIFY(seteuid(getuid() == 0 ? 65534 : getuid()) == 0);
+        if (seteuid(getuid() == 0 ? 65534 : getuid()) != 0)
+            QSKIP("The namespace, such as that of the emulator, has no second user", SkipSingle);
         const bool isSaved = m_store.save(m_path + "link").success;
         QVERIFY(seteuid(getuid()) == 0 && chmod(qPrintable(m_folder.path()), 0700) == 0);
         QVERIFY(isSaved && support::readFile(m_path).isEmpty());

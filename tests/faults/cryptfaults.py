@@ -117,8 +117,8 @@ def crypt_refused(root):
         require(b"nothing was" in run("decrypt", folder / "flagless", "-").stderr, "no warning")
         put("key", b"\3\x0c" + 60 * b"x")  # version 3 has no metadata
         require(b" none" in run("info", folder / "key").stdout, "version 3")
-        for out_name in (folder, "/dev/full"):
-            refused("not a file", "encrypt", plain, out_name)
+        refused("is a folder; give", "encrypt", plain, folder)
+        refused("not a file", "encrypt", plain, "/dev/full")
         refused("No such file", "encrypt", plain, folder / "missing" / "out")
         sparse = root / "sparse"  # its metadata have the 2 GiB that it states
         sparse.write_bytes(b"\4\x0c\xd0\xff\xff\x7f\x2f\0\0\x80")

@@ -22,6 +22,7 @@
 #include <iostream>
 #include <string>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/mman.h>
@@ -140,6 +141,8 @@ int main(int argc, char* argv[])
     LogManager* manager = LogManager::instance();
     static auto* const journal = new JournalSink(QStringLiteral("logwriter"));
     const bool hasJournal = qEnvironmentVariableIsSet("LOGWRITER_JOURNAL");
+    if (hasJournal && dlopen("libsystemd.so.0", RTLD_LAZY | RTLD_NOLOAD) == nullptr)
+        return 1; // write() would load it with the sinks locked.
     if (hasJournal)
         manager->addSink(journal);
     LogDelivery delivery;

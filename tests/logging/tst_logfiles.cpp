@@ -109,6 +109,9 @@ private Q_SLOTS:
     // Four threads log a trace while the delivery of the log lines changes again and again.
     void aTraceKeepsItsOrderWhenTheDeliveryChanges()
     {
+        if (sizeof(void*) == 4)
+            QSKIP("The rings of so many deliveries, which stay in memory, have more than 4 GiB",
+                  SkipSingle);
         constexpr int count = 40000;
         LogFileSet files;
         SinkList sinks;

@@ -471,6 +471,12 @@ private Q_SLOTS:
         header.append.length = appended_B;
         header.append.begin = appended_B > 0 ? 1 : 0;
 
+        // The reader of the documents, which knows the format from its page only.
+        QProcess reader;
+        reader.start(RING_READER, {ring->path()});
+        QVERIFY(reader.waitForFinished());
+        QCOMPARE(reader.readAllStandardOutput(), QByteArray("0 first\n0 second\n0 third\n"));
+
         QCOMPARE(LogRecovery::run(folder.path()).linesCount, quint64(0)); // it is in use
         ring.reset();
         const LogRecovery report = LogRecovery::run(folder.path());

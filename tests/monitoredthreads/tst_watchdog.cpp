@@ -102,6 +102,25 @@ private Q_SLOTS:
         support::writeFile(m_device, "");
     }
 
+    // This is the first test, so its first message waits for libsystemd, which may be hidden.
+    void doesNotWaitForAStuckManager()
+    {
+        const Manager manager("200000");
+        ServiceNotifier notifier;
+        QElapsedTimer timer;
+        timer.start();
+        while (notifier.feed()) {
+        }
+        QVERIFY(!notifier.feed() && timer.elapsed() < 400);
+        QCOMPARE(m_recorder.takeMessages().size(), 1);
+        Watchdog watchdog(zeltools::Machine(), [] { return QVector<Monitor::Item>(); });
+        QVERIFY(watchdog.start());
+        watchdog.stop();
+        QVERIFY2(timer.elapsed() < 1200, qPrintable(QString::number(timer.elapsed())));
+        manager.take();
+        QTRY_VERIFY(notifier.ready());
+    }
+
     void tellsTheManager()
     {
         for (const bool isAbstract : {false, true}) {
@@ -134,7 +153,7 @@ private Q_SLOTS:
         row("a period of 0", "", "0", own, "WATCHDOG_USEC .*: \"0\"");
         row("a period with 20 digits", "", QByteArray(20, '9'), own, "WATCHDOG_USEC .*: \"9{20}\"");
         row("a period without a socket", "", "5000000", own, "without NOTIFY_SOCKET");
-        row("another process is watched", "", "5000000", "1", "^$");
+        row("another process is watched", "", "5000000", QByteArray::number(getpid() + 1), "^$");
         row("a process id of letters", "", "5000000", "me", "WATCHDOG_PID .*: \"me\"");
     }
     void refusesNonsense()
@@ -152,24 +171,6 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QVERIFY2(!lines.contains('|') && lines.contains(QRegularExpression(message)),
                  qPrintable(lines));
-    }
-
-    void doesNotWaitForAStuckManager()
-    {
-        const Manager manager("200000");
-        ServiceNotifier notifier;
-        while (notifier.feed()) {
-        }
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(!notifier.feed() && timer.elapsed() < 200);
-        QCOMPARE(m_recorder.takeMessages().size(), 1);
-        Watchdog watchdog(zeltools::Machine(), [] { return QVector<Monitor::Item>(); });
-        QVERIFY(watchdog.start());
-        watchdog.stop();
-        QVERIFY2(timer.elapsed() < 1200, qPrintable(QString::number(timer.elapsed())));
-        manager.take();
-        QTRY_VERIFY(notifier.ready());
     }
 
     void feedsTheDevice()

@@ -22,6 +22,10 @@ public:
         , timer(handler->findChild<QTimer*>())
         , m_answers(answers)
     {
+        connect(handler, &EventGroupHandler::runningChanged, this, [this, group = handler.data()] {
+            if (group->isRunning())
+                add("listen");
+        });
         connect(handler, &EventGroupHandler::success, this, [this] { add("success"); });
         connect(handler, &EventGroupHandler::failure, this, [this] { add("failure"); });
         connect(handler, &EventGroupHandler::canceled, this, [this] { add("canceled"); });
@@ -151,6 +155,9 @@ private Q_SLOTS:
                                 "ggg|refill|a|a good b good c good success",
                                 "ggg|await|success|a good b good success c good success",
                                 "GBBg|refill|failure|a good b bad b bad failure c good success",
+                                "gg|cancel|listen|canceled|Canceled@0",
+                                "gg|fail|listen|failure|FailedByCaller@0",
+                                "g|restart|listen|canceled c good success",
                                 "gg|cancel|listen a|canceled|Canceled@1",
                                 "Gg|cancel|a|a canceled|Canceled@1",
                                 "bg|cancel|bad|a bad canceled|Canceled@1",

@@ -20,7 +20,9 @@ inline bool s_isRefusing = false;
 inline void advance(std::chrono::seconds time)
 {
     s_ahead += time;
-    QTest::qWait(20); // runs the timers that are due now
+    QTest::qWait(20);                        // runs the timers that are due now
+    for (int turns = 0; turns < 10; ++turns) // and what they queue, also on a slow computer
+        QCoreApplication::processEvents();
 }
 
 /// Sets the clock as another program would. Returns whether that is permitted.

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <zeltools/quick/countedmodel.h>
+
+#include <QSocketNotifier>
+#include <QString>
+#include <QVector>
+#include <qqml.h>
+
+#include <memory>
+
+class QFile;
+
+namespace zeltools::quick
+{
+
+/// The mounted removable volumes, such as memory sticks: what is mounted below /media, /run/media
+/// or /mnt, except network disks, which may not answer. The kernel announces when one is mounted or
+/// unmounted. Use it in the thread of the QML engine.
+class ZELTOOLS_EXPORT VolumesModel : public zeltools::quick::CountedModel
+{
+    Q_OBJECT
+    QML_NAMED_ELEMENT(VolumesModel)
+
+public:
+    /// The roles, whose names in QML are given beside them.
+    enum Role {
+        NameRole = Qt::UserRole, ///< `name`: the last part of the path
+        PathRole,                ///< `path`: where the volume is mounted
+        AvailableRole,           ///< `available`: bytes that can still be written
+        TotalRole,               ///< `total`: bytes
+        IsWritableRole           ///< `isWritable`: it is not mounted read-only
+    };
+
+    explicit VolumesModel(QObject* parent = nullptr);
+    ~VolumesModel() override;
+
+    /// Reads anew how much space the volumes have, of which the kernel announces nothing.
+    Q_INVOKABLE void refresh();
+
+    int rowCount(const QModelIndex& parent) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    struct Volume;
+
+    static QVector<Volume> volumesIn(const QByteArray& mounts);
+
+    const std::unique_ptr<QFile> m_mounts;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    QVector<Volume> m_volumes; // sorted by path
+};
+
+} // namespace zeltools::quick
