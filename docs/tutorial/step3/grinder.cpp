@@ -1,0 +1,3 @@
+#include "grinder.h"
+
+Grinder::~Grinder() = default;

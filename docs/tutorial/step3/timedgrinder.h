@@ -1,0 +1,13 @@
+#pragma once
+
+#include "grinder.h"
+
+/// A grinder that only takes its time, as long as there is no other one.
+class TimedGrinder : public Grinder
+{
+    Q_OBJECT
+
+public:
+    TimedGrinder();
+    void grind(int dose_g) override;
+};
