@@ -1,7 +1,7 @@
 # The Debian packages, one for each component of the installation. `./dev package` builds and checks
 # them; docs/packaging.md says what each one has.
 if(NOT BUILD_SHARED_LIBS)
-    return() # A static library is no use to the packages that share it.
+    return() # A static library is of no use to the packages that share it.
 endif()
 set(debian ${PROJECT_SOURCE_DIR}/packaging/debian)
 set(documents ${PROJECT_BINARY_DIR}/debian)

@@ -31,7 +31,7 @@ function(zel_library name)
     target_compile_features(${target} PUBLIC cxx_std_17)
     # The library calls its own classes even when a host has a class of the same name.
     target_link_options(${target} PRIVATE -Wl,-Bsymbolic)
-    # What the compiler makes of the standard library's templates is no part of the interface.
+    # What the compiler makes of the standard library's templates is not part of the interface.
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})

@@ -74,7 +74,7 @@ def frame(message: bytes) -> bytes:
 # --- The words of a line ---------------------------------------------------------------------
 
 class UsageError(ValueError, argparse.ArgumentTypeError):
-    """A text is no address, or no time."""
+    """A text that is neither an address nor a time."""
 
 
 class FormatError(ValueError):
@@ -119,7 +119,7 @@ def parse_time_ms(word: str) -> int:
         milliseconds = int(Fraction(match[1]) * _UNIT_MS[match[2]] + Fraction(1, 2))
         if milliseconds <= DAY_MS:
             return milliseconds
-    raise UsageError(f"{word!r} is no time of at most one day, such as 200ms")
+    raise UsageError(f"{word!r} is not a time of at most one day, such as 200ms")
 
 
 class _Line:
@@ -186,7 +186,7 @@ class _Line:
     def count(self) -> int:
         number = int(self.bare("[0-9]{1,7}", "a number from 1 to 1000000"))
         if not 1 <= number <= 1_000_000:
-            self.fail("it is no number from 1 to 1000000", back=1)
+            self.fail("it is not a number from 1 to 1000000", back=1)
         return number
 
     def time_ms(self, least: int = 0) -> int:
@@ -279,7 +279,7 @@ class ScriptRow:
                 values["each_ms"] = line.time_ms()
         action = line.take("answer", "raw", "half", "silence", "disconnect")
         if not action:
-            line.fail("it is no action, and no option that may stand here")
+            line.fail("it is neither an action nor an option that may stand here")
         payload = b"" if action in ("silence", "disconnect") else line.text()
         line.end()
         return cls(trigger, action=action, payload=payload, **values)
@@ -434,7 +434,7 @@ class _RecordingFile:
             try:
                 finish()
             except OSError as error:
-                if error.errno not in (errno.EINVAL, errno.ENOTSUP):  # It is no regular file.
+                if error.errno not in (errno.EINVAL, errno.ENOTSUP):  # It is not a regular file.
                     self._fail(error.strerror)
 
     def _write(self, row: bytes) -> None:
@@ -480,7 +480,7 @@ class Address:
                 if match and -2**31 <= int(match[2]) < 2**31:
                     socket.getaddrinfo(match[1], 0, flags=socket.AI_NUMERICHOST)
                     return cls(kind, match[1], int(match[2]) & 0xFFFF)
-        raise UsageError(f"{text!r} is no address, such as {LOCAL} or unixclient//run/zel/sim.sock")
+        raise UsageError(f"{text!r} is not an address, such as {LOCAL} or unixclient//run/zel/sim.sock")
 
     def __str__(self) -> str:
         return f"{self.type}/{self.path or f'{self.host}/{self.port}'}"

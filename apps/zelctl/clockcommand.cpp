@@ -78,11 +78,13 @@ void describeClock(CommandParser& parser)
         "zelctl",
         "The simulator's end of a simulated clock: sets the clock of a machine, or prints the "
         "dates and times, in UTC, that the machine asks for, the first one or all.\n\n"
-        "tcpserver waits for the machine to connect, tcpclient connects to it; the machine has the "
+        "A server waits for the machine to connect, a client connects to it; the machine has the "
         "other one of the two."));
     parser.addUsages({{"ADDRESS", ""}});
     parser.addValues({
-        {"ADDRESS", QT_TRANSLATE_NOOP("zelctl", "tcpserver/IP/PORT or tcpclient/IP/PORT")},
+        {"ADDRESS",
+         QT_TRANSLATE_NOOP(
+             "zelctl", "tcpserver/IP/PORT, tcpclient/IP/PORT, unixserver/PATH or unixclient/PATH")},
         {"TIME", QT_TRANSLATE_NOOP("zelctl", "yyyy/MM/dd hh:mm:ss in the machine's zone")},
     });
     parser.addOptions({

@@ -64,12 +64,11 @@ std::optional<ExitStatus> CommandParser::parse(const QStringList& words)
     const bool isParsed = m_parser.parse(words);
     if (isSet("help"))
         return print(commandHelp(*this));
-    if (!isParsed)
-        return fail(WrongUsage, m_parser.errorText());
     // A malformed text is decoded to this character. No file would be found by it.
-    if (words.join(QString()).contains(QChar::ReplacementCharacter))
-        return fail(WrongUsage, Zelctl::tr("the arguments are not UTF-8"));
-    const QString misuse = problem();
+    const bool isUtf8 = !words.join(QString()).contains(QChar::ReplacementCharacter);
+    const QString misuse = !isParsed ? m_parser.errorText().chopped(1) // its full stop
+                           : isUtf8  ? problem()
+                                     : Zelctl::tr("the arguments are not UTF-8");
     if (misuse.isEmpty())
         return std::nullopt;
     return fail(WrongUsage, Zelctl::tr("%1; see \"%2 --help\"").arg(misuse, words.first()));

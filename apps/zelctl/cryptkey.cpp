@@ -19,7 +19,7 @@
 namespace
 {
 
-/// Takes the key from a text and wipes the text. Returns false if the text is no key.
+/// Takes the key from a text and wipes the text. Returns false if the text is not a key.
 bool takeKey(char* text, size_t size, SimpleCrypt& crypt)
 {
     const auto isSpace = [](char c) { return std::isspace(static_cast<uchar>(c)) != 0; };

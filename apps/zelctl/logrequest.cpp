@@ -131,9 +131,8 @@ void describeLog(CommandParser& parser)
     parser.addOptions({
         {"level", QT_TRANSLATE_NOOP("zelctl", "Only lines of this level and worse."), "LEVEL"},
         {"module",
-         QT_TRANSLATE_NOOP(
-             "zelctl",
-             "Only lines of this file or of this kind of events; may be given several times."),
+         QT_TRANSLATE_NOOP("zelctl", "Only lines of these files or kinds of events, with commas "
+                                     "between them; may be given several times."),
          "MODULE", "", true},
         {"grep", QT_TRANSLATE_NOOP("zelctl", "Only lines that contain this regular expression."),
          "REGEX"},

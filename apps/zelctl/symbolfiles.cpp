@@ -80,7 +80,7 @@ SymbolFiles::Answer SymbolFiles::find(const CrashReport::Module& module) const
 {
     if (module.buildId.isEmpty())
         return {QString(), QStringLiteral("no build id")};
-    if (!QDir::isAbsolutePath(module.path)) // "[vdso]", which is no file
+    if (!QDir::isAbsolutePath(module.path)) // "[vdso]", which is not a file
         return {QString(), QStringLiteral("no symbols")};
     const QString found = path(module.buildId, module.path);
     if (!found.isEmpty())

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Prints a Markdown page as Doxygen reads it, so that it needs no markup of Doxygen.
 
-Pages and headings get names that their links use. A link to a file that is no page becomes the path of
+Pages and headings get names that their links use. A link to a file that is not a page becomes the path of
 the file in the checkout, since the HTML is read without one.
 """
 
@@ -33,7 +33,7 @@ def slug(heading):
 
 
 def plain_classes():
-    """The classes and namespaces whose names are English words, which are no links in sentences."""
+    """The classes and namespaces whose names are English words, which are not links in sentences."""
     names = set()
     public = (path for path in (ROOT / "src").rglob("*.h") if not path.name.endswith("_p.h"))
     for header in public:

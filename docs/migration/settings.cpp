@@ -61,7 +61,7 @@ bool importSettings(const QString& iniFile, const QString& environmentFile)
     try {
         setSwitch(dose_g, QStringLiteral("grinder/dose"));
         setSwitch(isFine, QStringLiteral("grinder/fine"));
-    } catch (const std::invalid_argument&) { // such as a dose that is no number
+    } catch (const std::invalid_argument&) { // such as a dose that is not a number
         return false;
     }
     return EnvVarStore::instance().saveInto(environmentFile).success &&

@@ -4,7 +4,7 @@ import QtQuick.Templates 2.15 as T
 import ZelTools.Style 1.0
 
 // A question over the page: accepted() or rejected() is the answer. Items inside it stand between
-// the text and the buttons. It is no child of the page, so `mirrors` says that text runs from right
+// the text and the buttons. It is not a child of the page, so `mirrors` says that text runs from right
 // to left. Without a rejectText it is a message.
 T.Dialog {
     id: dialog

@@ -315,7 +315,7 @@
         <translation>اختر ملفًا</translation>
     </message>
     <message>
-        <source>This file is no text</source>
+        <source>This file is not text</source>
         <translation>هذا الملف ليس نصًا</translation>
     </message>
     <message>

@@ -315,7 +315,7 @@
         <translation>Wählen Sie eine Datei</translation>
     </message>
     <message>
-        <source>This file is no text</source>
+        <source>This file is not text</source>
         <translation>Diese Datei ist kein Text</translation>
     </message>
     <message>

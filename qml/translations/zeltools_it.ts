@@ -315,7 +315,7 @@
         <translation>Scegliere un file</translation>
     </message>
     <message>
-        <source>This file is no text</source>
+        <source>This file is not text</source>
         <translation>Questo file non è un testo</translation>
     </message>
     <message>

@@ -81,7 +81,7 @@ std::optional<CrashReport> CrashReport::parse(const QByteArray& text, QString& e
     if (text.size() > largest_B)
         error = QStringLiteral("it is too large for a crash report");
     else if (!text.startsWith(start))
-        error = QStringLiteral("it is no crash report");
+        error = QStringLiteral("it is not a crash report");
     else if (!text.startsWith(start + "1\n"))
         error = QStringLiteral("it is a crash report of another version");
     else

@@ -28,7 +28,7 @@ QStringList ThreadStack::described() const
 {
     QStringList described;
     for (const quintptr call : calls) {
-        // The first address is no return address: the call before it may be in another function.
+        // The first address is not a return address: the call before it may be in another function.
         const quintptr returnAddress = described.isEmpty() ? call + 1 : call;
         described.append(WindowsTools::describeCall(reinterpret_cast<void*>(returnAddress)));
     }

@@ -49,8 +49,8 @@ public:
     /// The state to which transitions of that name lead, which is the last one with the name; -1 if
     /// no state has it.
     int indexOf(const QString& name) const { return m_numbers.value(name, -1); }
-    /// The child that is entered together with the state: the first one that is no history; -1 if
-    /// there is none. For -1 it is the initial state of the machine.
+    /// The child that is entered together with the state: the first one that is not a history; -1
+    /// if there is none. For -1 it is the initial state of the machine.
     int initialChildOf(int number) const
     {
         return number < 0 ? m_initialState : state(number).initialChild;

@@ -6,7 +6,7 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// Reads the elements inside a state that are no states themselves. Each function begins at its
+/// Reads the elements inside a state that are not states themselves. Each function begins at its
 /// element and goes to the end of it.
 class ScxmlParts
 {

@@ -17,7 +17,7 @@ public:
         QString id;
         bool isWritten = false;
         bool isHistory = false;
-        int initialChild = -1; ///< the first child that is no history
+        int initialChild = -1; ///< the first child that is not a history
         /// The internal event that the state sends to itself when it is entered, for its direct
         /// transitions; empty if these need no event.
         QString enteredEvent = {};

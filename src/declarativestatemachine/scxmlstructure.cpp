@@ -80,8 +80,9 @@ private:
             return true;
         const int initial = m_structure.numbers.value(around.initial, -1);
         if (initial < 0 || state(initial).parent != parent || state(initial).isHistory())
-            return fail(around,
-                        QStringLiteral("the initial state \"%1\" is no child").arg(around.initial));
+            return fail(
+                around,
+                QStringLiteral("the initial state \"%1\" is not a child").arg(around.initial));
         if (*first != initial) {
             const auto place = std::find(children.begin(), children.end(), initial);
             std::rotate(children.begin(), place, place + 1);

@@ -6,7 +6,7 @@ namespace zeltools::declarativestatemachine
 {
 
 /// Whether toScxml() writes attributes of the namespace `urn:zeltools:statemachine` for what the
-/// standard cannot say: names that are no identifiers, time limits, and which default targets of
+/// standard cannot say: names that are not identifiers, time limits, and which default targets of
 /// histories the description does not name. Other readers skip them.
 enum class ScxmlExtensions : qint32 { Omitted, Written };
 

@@ -90,11 +90,11 @@ struct TransitionDescription
 /// A state. Its place in the list of the machine determines its role: the first state is the
 /// initial one, and the last state is final and has no transitions, unless it is also the first.
 ///
-/// A state may have child states, of which the first one that is no history is entered with it. A
-/// transition leads to any state of the machine, whatever state is around it, and a state reacts to
-/// its own transitions while its children are active. Only its kind makes a child final; its parent
-/// does not emit anything then. Nest no more than 64 levels, as fromScxml() reads them: copies of a
-/// description are recursive.
+/// A state may have child states, of which the first one that is not a history is entered with it.
+/// A transition leads to any state of the machine, whatever state is around it, and a state reacts
+/// to its own transitions while its children are active. Only its kind makes a child final; its
+/// parent does not emit anything then. Nest no more than 64 levels, as fromScxml() reads them:
+/// copies of a description are recursive.
 struct StateDescription
 {
     /// What a state does when it is entered.
@@ -118,7 +118,7 @@ struct StateDescription
     /// before.
     Kind kind = Ordinary;
     /// If the state is active for longer, DeclarativeStateMachine::timeLimitExceeded() is emitted
-    /// and a Warning is logged, and the state stays. 0 is no limit.
+    /// and a Warning is logged, and the state stays. 0 means no limit.
     std::chrono::milliseconds timeLimit{0};
 
     /// Whether the state is one of the two kinds of histories.

@@ -31,7 +31,7 @@ QString faultOf(const DescriptionIndex::Transition& transition)
 {
     const TransitionDescription& description = *transition.description;
     if (transition.target < 0 && !description.isTargetless)
-        return QStringLiteral("leads to \"%1\", which is no state").arg(description.targetState);
+        return QStringLiteral("leads to \"%1\", which is not a state").arg(description.targetState);
     if (!description.isOfKnownType())
         return QStringLiteral("has a transition of unknown kind %1").arg(description.type);
     if (description.type == TransitionDescription::Signal &&

@@ -95,7 +95,7 @@ std::optional<QByteArray> KmsgReader::takeRecord(bool isAll)
     const int next = end < 0 ? m_bytes.size() : end + 1;
     const QByteArray record = m_bytes.mid(m_position, next - m_position);
     m_position = next;
-    return end < 0 ? QByteArray() : record; // what is too long is no record
+    return end < 0 ? QByteArray() : record; // what is too long is not a record
 }
 
 /// Returns no result if there are new bytes.

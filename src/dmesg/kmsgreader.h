@@ -22,7 +22,7 @@ public:
     /// The outcome of next().
     enum class Result {
         Record,
-        Malformed, ///< Something that is no record was skipped; there may be more at once.
+        Malformed, ///< Something that is not a record was skipped; there may be more at once.
         Nothing,   ///< No record now; descriptor() becomes readable with the next one.
         Ended,     ///< The end of a file, or no process writes to the FIFO; never of /dev/kmsg.
         Failed     ///< Reading is impossible, for the reason in error().

@@ -53,7 +53,7 @@ struct ZELTOOLS_EXPORT KmsgRecord
 
     /// Reads one record, without or with its last line feed. An escape sequence such as "\x09" is
     /// decoded to the byte. Values before the semicolon that later kernels add, and lines after the
-    /// first that are no field, are skipped. Any other form has no result.
+    /// first that are not a field, are skipped. Any other form has no result.
     static std::optional<KmsgRecord> parse(const QByteArray& record);
 
     /// The text as dmesg(1) prints it: control characters other than white space, and bytes that

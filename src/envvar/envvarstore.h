@@ -63,7 +63,7 @@ public:
     SaveResult save(const QString& path);
     /// Does what save() does, but keeps the comments, unknown keys and the order of an existing
     /// file: it changes the lines of the switches only, and removes the line of a switch without a
-    /// value from the environment. After a failure, which is no log line, the file is unchanged and
+    /// value from the environment. After a failure, which is not logged, the file is unchanged and
     /// the message gives the reason: that of the system, or the name of a switch whose value
     /// no line can hold (see KeyValueLines::canHold()).
     SaveResult saveInto(const QString& path);

@@ -11,7 +11,7 @@
 namespace
 {
 
-// An empty line, which ends a failure in the general file, is no line of its own.
+// An empty line, which ends a failure in the general file, is not a line of its own.
 qint64 countLines(const char* text, qint64 length)
 {
     qint64 count = 0;

@@ -37,7 +37,7 @@ public:
 
     /// The level of the person in front of the screen; ReadOnly by default.
     Level level() const { return m_level; }
-    /// A value that is no level counts as ReadOnly.
+    /// A value that is not a level counts as ReadOnly.
     void setLevel(Level level);
 
     /// The name of the person that event lines give; empty if it is not known.

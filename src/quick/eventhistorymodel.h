@@ -40,7 +40,7 @@ class ZELTOOLS_EXPORT EventHistoryModel : public zeltools::quick::CountedModel
 public:
     /// The roles `time`, `kind`, `text`, `isCut` and `fullText` of QML.
     enum Role {
-        TimeRole = Qt::UserRole, ///< QDateTime; invalid for a line that is no event.
+        TimeRole = Qt::UserRole, ///< QDateTime; invalid for a line that is not an event.
         KindRole,                ///< The name in the language of the screen; empty for such a line.
         TextRole,                ///< At most 1,000 characters in one line.
         IsCutRole,               ///< Whether `fullText` has more than `text`.
@@ -58,13 +58,13 @@ public:
     /// Does not wait for a running reading.
     ~EventHistoryModel() override;
 
-    /// One of LogManager::EventModuleFilter. A value that is no filter counts as AllEvent.
+    /// One of LogManager::EventModuleFilter. A value that is not a filter counts as AllEvent.
     int kind() const;
     void setKind(int kind);
     /// The filters as a list of {value, name}; the names are in the language of the screen.
     QVariantList kinds() const;
-    /// The first day as "dd/MM/yyyy"; an empty text is no limit. With a text that is no date, the
-    /// model fails.
+    /// The first day as "dd/MM/yyyy"; an empty text means no limit. With a text that is not a date,
+    /// the model fails.
     QString from() const;
     void setFrom(const QString& date);
     /// The last day, in the same form as `from`.

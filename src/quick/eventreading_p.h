@@ -11,7 +11,7 @@
 namespace zeltools::quick
 {
 
-/// A page of the event history. An empty date is no limit.
+/// A page of the event history. An empty date means no limit.
 struct EventQuery
 {
     LogManager::EventModuleFilter kind = LogManager::AllEvent;

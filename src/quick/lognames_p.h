@@ -7,7 +7,7 @@
 namespace zeltools::quick::lognames
 {
 
-/// In the language of the screen; empty for a value that is no level.
+/// In the language of the screen; empty for a value that is not a level.
 QString level(int level);
 /// The levels from Debug to Critical as a list of {value, name} for QML.
 QVariantList levels();

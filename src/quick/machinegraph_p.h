@@ -47,7 +47,7 @@ public:
         QString signal;      ///< its name without arguments
         std::chrono::milliseconds timeout;
         bool isGuarded;
-        QString missingTarget; ///< the name of a target that is no state
+        QString missingTarget; ///< the name of a target that is not a state
 
         /// The description or, without one, the trigger in the language of the screen; empty for a
         /// direct transition without a description.

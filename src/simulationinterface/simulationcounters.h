@@ -13,7 +13,7 @@ struct SimulationCounters
     quint64 framesReceived = 0; ///< Messages that were emitted.
     quint64 bytesReceived = 0;  ///< All bytes that have arrived, also those of incomplete frames.
     quint64 framesRefused = 0;  ///< Lost in write() or writeSerializedData().
-    quint64 resynchronizations = 0; ///< How often bytes were dropped that are no frame.
+    quint64 resynchronizations = 0; ///< How often bytes were dropped that are not a frame.
     quint64 connectionsRefused = 0; ///< Closed by a server because of another one or of the peer.
 };
 

@@ -32,7 +32,7 @@ void SimulationInterface::closeConnection() {}
 
 bool SimulationInterface::write(const QByteArray& data)
 {
-    // The next message uses the same memory. It is no member, since the endpoint may be deleted
+    // The next message uses the same memory. It is not a member, since the endpoint may be deleted
     // during the call.
     static thread_local QByteArray spare;
     QByteArray frame = std::exchange(spare, {});

@@ -79,7 +79,7 @@ bool TcpServerSimulationInterface::isPeerAllowed(int connection)
         return true;
     if (m_refusalWarnings->mayWarn())
         LogFormatter(LogLevel::Warning).log(Log::Simulation).noquote()
-            << "Refused a connection from" << peer.toString() << "which is no allowed peer";
+            << "Refused a connection from" << peer.toString() << "which is not an allowed peer";
     return false;
 }
 

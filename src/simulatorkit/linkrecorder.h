@@ -13,8 +13,8 @@ class LinkEnd;
 class RecordingFile;
 
 /// Stands between a machine and a simulator and records what passes between them. All bytes are
-/// forwarded at once and as they are, also those that are no frames. If one side does not read, the
-/// other one has to wait, as it would without a recorder.
+/// forwarded at once and as they are, also those that are not a frames. If one side does not read,
+/// the other one has to wait, as it would without a recorder.
 ///
 /// An end that listens accepts one connection, and only then does the other end connect. If that
 /// fails, the first connection is closed. Two ends that both connect try it every three seconds.

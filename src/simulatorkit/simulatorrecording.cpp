@@ -34,7 +34,7 @@ std::chrono::microseconds takeTime(LineReader& reader)
     const QByteArray whole = point < 0 ? word : word.left(point);
     const QByteArray decimals = point < 0 ? "0" : word.mid(point + 1);
     if (!areDigits(whole, 1, 12) || !areDigits(decimals, 1, 3)) {
-        reader.failBefore(QStringLiteral("it is no number of milliseconds"));
+        reader.failBefore(QStringLiteral("it is not a number of milliseconds"));
         return {};
     }
     return std::chrono::microseconds(whole.toLongLong() * 1000 +

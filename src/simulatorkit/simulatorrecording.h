@@ -22,7 +22,7 @@ struct ZELTOOLS_EXPORT SimulatorEvent
         Connected,
         Disconnected,
         Message, ///< A whole frame; `bytes` is the message in it.
-        Raw      ///< `bytes` that are no frame, or a frame that was not completed
+        Raw      ///< `bytes` that are not a frame, or a frame that was not completed
     };
 
     /// The row of a recording, with its line feed.
@@ -49,7 +49,7 @@ struct ZELTOOLS_EXPORT SimulatorRecording
     /// A larger file is refused.
     static constexpr int maximumSize_B = 256 * 1024 * 1024;
 
-    /// Returns no value if the content of a file is no complete recording, with the line, the
+    /// Returns no value if the content of a file is not a complete recording, with the line, the
     /// column and the reason in `error`.
     static std::optional<SimulatorRecording> parse(const QByteArray& content, QString& error);
     /// The content of a file from which parse() makes the same events.

@@ -38,7 +38,7 @@ std::chrono::milliseconds takeTime(LineReader& reader, std::chrono::milliseconds
 {
     const auto time = SimulatorScript::parseTime(reader.takeBare());
     if (!time)
-        reader.failBefore(QStringLiteral("it is no time of at most one day, such as 200ms"));
+        reader.failBefore(QStringLiteral("it is not a time of at most one day, such as 200ms"));
     else if (*time < minimum)
         reader.failBefore(QStringLiteral("the time is too short"));
     return time.value_or(minimum);
@@ -51,7 +51,7 @@ int takeCount(LineReader& reader)
     int digits = 0;
     const qint64 count = takeDigits(word, digits).value_or(0);
     if (count < 1 || count > maximum || digits > 7 || !word.isEmpty())
-        reader.failBefore(QStringLiteral("it is no number from 1 to 1000000"));
+        reader.failBefore(QStringLiteral("it is not a number from 1 to 1000000"));
     return static_cast<int>(count);
 }
 
@@ -105,7 +105,7 @@ void readAction(LineReader& reader, SimulatorRow& row)
             row.text = reader.takeText();
         return reader.requireEnd();
     }
-    reader.fail(QStringLiteral("it is no action, and no option that may stand here"));
+    reader.fail(QStringLiteral("it is neither an action nor an option that may stand here"));
 }
 
 QByteArray triggerText(const SimulatorRow& row)

@@ -56,7 +56,7 @@ struct ZELTOOLS_EXPORT SimulatorScript
     /// A larger file is refused.
     static constexpr int maximumSize_B = 16 * 1024 * 1024;
 
-    /// Returns no value if the content of a file is no script, with the line, the column and the
+    /// Returns no value if the content of a file is not a script, with the line, the column and the
     /// reason in `error`.
     static std::optional<SimulatorScript> parse(const QByteArray& content, QString& error);
     /// The content of a file from which parse() makes the same rows.

@@ -68,8 +68,8 @@ public:
     void setStateNames(const QMetaEnum& names) { m_stateNames = names; }
 
     /// Sets how long the machine may be in a state, for the next time that it enters it; 0, the
-    /// default, is no limit. After that time the machine logs a Warning, emits timeLimitExceeded()
-    /// and stays in the state.
+    /// default, means no limit. After that time the machine logs a Warning, emits
+    /// timeLimitExceeded() and stays in the state.
     void setTimeLimit(int state, std::chrono::milliseconds limit);
 
     /// The state that the last transition has left, or that a pending one leaves.

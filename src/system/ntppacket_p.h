@@ -19,7 +19,8 @@ public:
     ///
     /// The server counts 32 bits of seconds. With the top bit set they begin in 1900, otherwise on
     /// 7 February 2036 at 06:28:16, so that the times lie between 1968 and 2104. The system clock
-    /// is no help here: it begins at 1970 after each start on a machine without a battery for it.
+    /// does not help here: it begins at 1970 after each start on a machine without a battery for
+    /// it.
     static QDateTime timeOf(const QByteArray& answer);
 };
 

@@ -81,7 +81,7 @@ void addLanguages()
         "Usage: zelctl hex [options] TEXT\nUso: zelctl hex [options] TEXT\n");
     row("mkdir json; echo x > json/crash-1.report; "
         "LC_ALL=de zelctl crash list json --json 2>/dev/null",
-        "{\"reports\":[{\"error\":\"cannot read json/crash-1.report: it is no crash report\","
+        "{\"reports\":[{\"error\":\"cannot read json/crash-1.report: it is not a crash report\","
         "\"file\":\"crash-1.report\"}]}\nstatus 1\n");
 }
 

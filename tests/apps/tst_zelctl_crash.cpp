@@ -63,9 +63,9 @@ private Q_SLOTS:
         row("zelctl crash list bad 2>/dev/null | cut -c 26-",
             "SIGSEGV  incomplete  crasher  crash-cut.report   -\n"
             "-        unreadable  -        crash-text.report  cannot read bad/crash-text.report: "
-            "it is no crash report\n");
+            "it is not a crash report\n");
         row("zelctl crash list bad >/dev/null",
-            "zelctl: cannot read bad/crash-text.report: it is no crash report\nstatus 1\n");
+            "zelctl: cannot read bad/crash-text.report: it is not a crash report\nstatus 1\n");
         row("zelctl crash list none", "");
         row("zelctl crash list machine/crashes | cut -c 26- | sed 's/-[0-9]*-[0-9]*//'",
             "SIGSEGV  complete  crasher  crash.open  -\n");
@@ -117,7 +117,7 @@ private Q_SLOTS:
                 QString("zelctl: %1\nstatus %2\n").arg(message).arg(status));
         };
         refused("show bad/crash-text.report",
-                "cannot read bad/crash-text.report: it is no crash report", 1);
+                "cannot read bad/crash-text.report: it is not a crash report", 1);
         refused("show bad/large", "cannot read bad/large: it is too large", 1);
         refused("show bad/pipe", "cannot read bad/pipe: it is not a file", 1);
         refused("show crash-null_call.report --symbols nowhere", "no folder nowhere", 1);

@@ -77,7 +77,7 @@ private:
         refuse(documentOf(QByteArray("<a xmlns=''/>").repeated(99)),
                "line 1: there are more than 100 declarations of namespaces");
         refuse(documentOf("<state id='A'/>", "version='1.0' initial='B'"),
-               "line 1: the initial state \"B\" is no child");
+               "line 1: the initial state \"B\" is not a child");
         row("", "line 1: there is no state that can be entered");
         row("<script/>", "line 2: <script> is not supported here");
         row("<final id='A'/><state id='B'><state id='C'/></state>\n<history id='H'/>",

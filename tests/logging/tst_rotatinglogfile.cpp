@@ -174,7 +174,7 @@ private Q_SLOTS:
         support::addRows<Lines>({
             {"feeds and NULs are one break", QByteArray("a\n\n\0\0b\n", 7), {"a", "b"}},
             {"an empty file is one empty line", "", {""}},
-            {"a NUL run in front is no white space", QByteArray("\0\0a\nb", 5), {"", "a", "b"}},
+            {"a NUL run in front is not white space", QByteArray("\0\0a\nb", 5), {"", "a", "b"}},
             {"a long line stays whole", "a\n" + megabyte + "\nb\n", {"a", megabyte, "b"}},
             {"bad UTF-8 spoils its own line only", "a\n\xff\nb\n", {"a", "\ufffd", "b"}},
         });

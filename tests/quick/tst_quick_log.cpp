@@ -113,7 +113,7 @@ private Q_SLOTS:
             {"the last page has the rest", all, "", "", 1, 4, "3 2 1"},
             {"a page after the last is the last", all, "", "", 9, 4, "3 2 1"},
             {"a kind", LogManager::CleaningFilter, "", "", 0, 4, "5 2"},
-            {"a number that is no kind", 99, "", "", 0, 2, "7 6"},
+            {"a number that is not a kind", 99, "", "", 0, 2, "7 6"},
             {"from a day", all, "02/01/2026", "", 0, 9, "7 6 5 4"},
             {"up to a day", all, "", "02/01/2026", 0, 9, "5 4 3 2 1"},
             {"two days and a kind", LogManager::CleaningFilter, "01/01/2026", "01/01/2026", 0, 9,

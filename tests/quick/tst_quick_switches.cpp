@@ -383,7 +383,7 @@ private Q_SLOTS:
             {"cut after the crash", crash + "[log]\nhalf", "SIGSEGV: no\u241Bmilk", false},
             {"cut before the crash, with zeros", start + QByteArray(9, '\0'),
              "The report does not tell the reason.", false},
-            {"empty", "", "The file is damaged: it is no crash report", false},
+            {"empty", "", "The file is damaged: it is not a crash report", false},
             {"too large", QByteArray(5 << 20, 'x'),
              "The file is damaged: it is too large for a crash report", false},
         });

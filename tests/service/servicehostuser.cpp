@@ -12,7 +12,7 @@ namespace
 
 QStringList s_taps{"rail.overview", "rail.switches", "header.close"};
 
-// Items of a repeater are no children of its QObject.
+// Items of a repeater are not children of its QObject.
 QQuickItem* find(QQuickItem* parent, const QString& name)
 {
     if (parent->objectName() == name)

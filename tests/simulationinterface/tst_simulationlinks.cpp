@@ -172,7 +172,8 @@ private Q_SLOTS:
         }
         const QStringList lines = recorder.takeMessages();
         QCOMPARE(lines.size(), isAllowed ? 0 : 11);
-        QCOMPARE(lines.value(9).contains("from 127.0.0.1 which is no allowed peer"), !isAllowed);
+        QCOMPARE(lines.value(9).contains("from 127.0.0.1 which is not an allowed peer"),
+                 !isAllowed);
         QCOMPARE(lines.value(10).contains("caused 2 more warnings"), !isAllowed);
     }
 

@@ -180,7 +180,7 @@ private Q_SLOTS:
         writeFile(path("logs/debug/0.log"), content);
         writeFile(path("logs/debug/1.log"), "live");
         writeFile(path("logs/debug/1.log.1"), "former");
-        const QString out = path("logs/debug/out.tar.gz"); // is no part of itself
+        const QString out = path("logs/debug/out.tar.gz"); // is not part of itself
         SupportBundle bundle;
         bundle.addMachineFolder(path("logs"));
         bool isChanged = false;

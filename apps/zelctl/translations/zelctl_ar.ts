@@ -207,14 +207,14 @@ OUT appears when it is complete. What cannot be read is named on stderr and in t
     <message>
         <source>The simulator&apos;s end of a simulated clock: sets the clock of a machine, or prints the dates and times, in UTC, that the machine asks for, the first one or all.
 
-tcpserver waits for the machine to connect, tcpclient connects to it; the machine has the other one of the two.</source>
+A server waits for the machine to connect, a client connects to it; the machine has the other one of the two.</source>
         <translation>طرف المحاكي لساعة محاكاة: يضبط ساعة ماكينة، أو يطبع التواريخ والأوقات، بتوقيت UTC، التي تطلبها الماكينة، أولها أو كلها.
 
-ينتظر tcpserver اتصال الماكينة، ويتصل tcpclient بها؛ وللماكينة الآخر منهما.</translation>
+ينتظر الخادم (server) اتصال الماكينة، ويتصل العميل (client) بها؛ وللماكينة الآخر منهما.</translation>
     </message>
     <message>
-        <source>tcpserver/IP/PORT or tcpclient/IP/PORT</source>
-        <translation>tcpserver/IP/PORT أو tcpclient/IP/PORT</translation>
+        <source>tcpserver/IP/PORT, tcpclient/IP/PORT, unixserver/PATH or unixclient/PATH</source>
+        <translation>tcpserver/IP/PORT أو tcpclient/IP/PORT أو unixserver/PATH أو unixclient/PATH</translation>
     </message>
     <message>
         <source>yyyy/MM/dd hh:mm:ss in the machine&apos;s zone</source>
@@ -1267,8 +1267,8 @@ A line that names no level counts as Event in the event files, and as Info in ot
         <translation>أسطر هذا المستوى وما هو أسوأ منه فقط.</translation>
     </message>
     <message>
-        <source>Only lines of this file or of this kind of events; may be given several times.</source>
-        <translation>أسطر هذا الملف أو هذا النوع من الأحداث فقط؛ يمكن إعطاؤه عدة مرات.</translation>
+        <source>Only lines of these files or kinds of events, with commas between them; may be given several times.</source>
+        <translation>أسطر هذه الملفات أو أنواع الأحداث فقط، مفصولة بفواصل؛ يمكن تكرار الخيار.</translation>
     </message>
     <message>
         <source>Only lines that contain this regular expression.</source>

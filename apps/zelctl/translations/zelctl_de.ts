@@ -199,14 +199,14 @@ OUT erscheint, sobald es vollständig ist. Was nicht gelesen werden kann, wird a
     <message>
         <source>The simulator&apos;s end of a simulated clock: sets the clock of a machine, or prints the dates and times, in UTC, that the machine asks for, the first one or all.
 
-tcpserver waits for the machine to connect, tcpclient connects to it; the machine has the other one of the two.</source>
+A server waits for the machine to connect, a client connects to it; the machine has the other one of the two.</source>
         <translation>Das Simulator-Ende einer simulierten Uhr: stellt die Uhr einer Maschine oder gibt die Zeiten mit Datum, in UTC, aus, nach denen die Maschine fragt, die erste oder alle.
 
-tcpserver wartet, bis sich die Maschine verbindet, tcpclient verbindet sich mit ihr; die Maschine hat jeweils das andere von beiden.</translation>
+Ein Server wartet, bis sich die Maschine verbindet, ein Client verbindet sich mit ihr; die Maschine hat jeweils das andere von beiden.</translation>
     </message>
     <message>
-        <source>tcpserver/IP/PORT or tcpclient/IP/PORT</source>
-        <translation>tcpserver/IP/PORT oder tcpclient/IP/PORT</translation>
+        <source>tcpserver/IP/PORT, tcpclient/IP/PORT, unixserver/PATH or unixclient/PATH</source>
+        <translation>tcpserver/IP/PORT, tcpclient/IP/PORT, unixserver/PATH oder unixclient/PATH</translation>
     </message>
     <message>
         <source>yyyy/MM/dd hh:mm:ss in the machine&apos;s zone</source>
@@ -1251,8 +1251,8 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Nur Zeilen dieser Stufe und schwererer.</translation>
     </message>
     <message>
-        <source>Only lines of this file or of this kind of events; may be given several times.</source>
-        <translation>Nur Zeilen dieser Datei oder dieser Art von Ereignissen; kann mehrfach angegeben werden.</translation>
+        <source>Only lines of these files or kinds of events, with commas between them; may be given several times.</source>
+        <translation>Nur Zeilen dieser Dateien oder Arten von Ereignissen, durch Kommas getrennt; mehrfach möglich.</translation>
     </message>
     <message>
         <source>Only lines that contain this regular expression.</source>

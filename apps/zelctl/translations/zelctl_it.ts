@@ -199,14 +199,14 @@ OUT appare quando è completo. Ciò che non si può leggere è indicato su stder
     <message>
         <source>The simulator&apos;s end of a simulated clock: sets the clock of a machine, or prints the dates and times, in UTC, that the machine asks for, the first one or all.
 
-tcpserver waits for the machine to connect, tcpclient connects to it; the machine has the other one of the two.</source>
+A server waits for the machine to connect, a client connects to it; the machine has the other one of the two.</source>
         <translation>Il lato simulatore di un orologio simulato: imposta l&apos;orologio di una macchina, o stampa le date e ore, in UTC, che la macchina chiede, la prima o tutte.
 
-tcpserver attende che la macchina si connetta, tcpclient si connette ad essa; la macchina ha l&apos;altro dei due.</translation>
+Un server attende che la macchina si connetta, un client si connette ad essa; la macchina ha l&apos;altro dei due.</translation>
     </message>
     <message>
-        <source>tcpserver/IP/PORT or tcpclient/IP/PORT</source>
-        <translation>tcpserver/IP/PORT o tcpclient/IP/PORT</translation>
+        <source>tcpserver/IP/PORT, tcpclient/IP/PORT, unixserver/PATH or unixclient/PATH</source>
+        <translation>tcpserver/IP/PORT, tcpclient/IP/PORT, unixserver/PATH o unixclient/PATH</translation>
     </message>
     <message>
         <source>yyyy/MM/dd hh:mm:ss in the machine&apos;s zone</source>
@@ -1251,8 +1251,8 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
         <translation>Solo righe di questo livello e di quelli più gravi.</translation>
     </message>
     <message>
-        <source>Only lines of this file or of this kind of events; may be given several times.</source>
-        <translation>Solo righe di questo file o di questo tipo di eventi; si può indicare più volte.</translation>
+        <source>Only lines of these files or kinds of events, with commas between them; may be given several times.</source>
+        <translation>Solo righe di questi file o tipi di eventi, separati da virgole; si può ripetere.</translation>
     </message>
     <message>
         <source>Only lines that contain this regular expression.</source>

@@ -145,7 +145,7 @@ Card {
             visible: !list.visible
             icon: root.path === "" ? "file-document" : root.isBinary ? "file" : "alert-circle"
             title: root.path === "" ? qsTr("Choose a file")
-                 : root.isBinary ? qsTr("This file is no text") : qsTr("The file cannot be read")
+                 : root.isBinary ? qsTr("This file is not text") : qsTr("The file cannot be read")
             text: root.path === "" || root.isBinary ? "" : root.access.error
         }
     }

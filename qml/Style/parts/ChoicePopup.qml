@@ -2,7 +2,7 @@ import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 import ZelTools.Style 1.0
 
-// The list of a combo box, which is no child of the page: it is told in which direction text runs.
+// The list of a combo box, which is not a child of the page: it is told in which direction text runs.
 T.Popup {
     id: popup
 
