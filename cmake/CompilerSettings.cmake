@@ -37,3 +37,18 @@ endif()
 if(ZELTOOLS_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link) # the library tells which of its ways are taken
 endif()
+if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache) # It cannot keep what was compiled with them.
+    set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
+endif()
+
+# zel_precompile(TARGET): compiles what most sources include only once, which takes a third of the time
+# off each. It is for those who build the tests; with Qt 6, as in packages, each source is
+# compiled alone, so that an include that is missing is found.
+function(zel_precompile target)
+    if(BUILD_TESTING AND PROJECT_IS_TOP_LEVEL AND ZELTOOLS_QT EQUAL 5)
+        target_precompile_headers(${target} PRIVATE
+            <QCoreApplication> <QDateTime> <QDir> <QFile> <QHash> <QJsonObject> <QMap> <QMutex> <QThread>
+            <QTimer> <QVariant> <QVector> <algorithm> <array> <atomic> <chrono> <functional> <memory>
+            <optional> <string> <vector>)
+    endif()
+endfunction()

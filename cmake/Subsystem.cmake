@@ -69,6 +69,10 @@ function(zel_subsystem name)
                                                  QT_NO_CAST_TO_ASCII)
     target_include_directories(${target} PRIVATE ${src} ${ZELTOOLS_INCLUDE_DIRS})
     target_link_libraries(${target} PUBLIC Qt${ZELTOOLS_QT}::Core ${arg_QT})
+    list(LENGTH arg_SOURCES count)
+    if(count GREATER 5)
+        zel_precompile(${target})
+    endif()
 
     set(library ZelTools${arg_LIBRARY})
     target_link_libraries(${library} PRIVATE $<BUILD_INTERFACE:${target}> PUBLIC Qt${ZELTOOLS_QT}::Core

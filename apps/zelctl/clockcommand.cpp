@@ -50,7 +50,7 @@ QString readDateTime(const CommandParser& parser, QDateTime& dateTime)
 /// Reads the arguments. Returns the problem with them, or an empty text.
 QString readRequest(const CommandParser& parser, ClockRequest& request)
 {
-    request.address = parser.arguments().first();
+    request.address = parser.arguments().value(0);
     request.isFollowing = parser.isSet("follow");
     request.isJson = parser.isSet("json");
     if (!zeltools::simulatorkit::LinkRecorder::isAddress(request.address))

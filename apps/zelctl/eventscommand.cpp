@@ -190,6 +190,6 @@ ExitStatus runEvents(const CommandParser& parser)
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
     QString folder;
-    const QString obstacle = findEventFolder(parser.arguments().first(), folder);
+    const QString obstacle = findEventFolder(parser.arguments().value(0), folder);
     return obstacle.isEmpty() ? printEvents(folder, request, parser) : fail(Failed, obstacle);
 }

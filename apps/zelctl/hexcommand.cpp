@@ -106,7 +106,7 @@ void describeHex(CommandParser& parser)
 
 ExitStatus runHex(const CommandParser& parser)
 {
-    const QString argument = parser.arguments().first();
+    const QString argument = parser.arguments().value(0);
     const bool isToBytes = parser.isSet("to-bytes");
     if (isToBytes && (parser.isSet("from-bytes") || parser.isSet("prefix") ||
                       parser.isSet("separator") || parser.isSet("json")))

@@ -121,7 +121,7 @@ ExitStatus runLog(const CommandParser& parser)
     if (!misuse.isEmpty())
         return fail(WrongUsage, misuse);
 
-    const QString folder = parser.arguments().first();
+    const QString folder = parser.arguments().value(0);
     const QString problem = problemWithFolder(folder);
     if (!problem.isEmpty())
         return fail(Failed, problem);

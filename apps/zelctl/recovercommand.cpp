@@ -32,9 +32,10 @@ void describeLogRecover(CommandParser& parser)
 
 ExitStatus runLogRecover(const CommandParser& parser)
 {
-    const QString folder = parser.arguments().first();
+    const QString folder = parser.arguments().value(0);
     const QStringList ringFolders = parser.values("rings");
-    for (const QString& place : QStringList(folder) + ringFolders) {
+    const QStringList places = QStringList(folder) + ringFolders;
+    for (const QString& place : places) {
         const QString problem = problemWithFolder(place);
         if (!problem.isEmpty())
             return fail(Failed, problem);

@@ -134,7 +134,7 @@ ExitStatus runSim(const CommandParser& parser)
     // While anybody listens, the library prints nothing; the actions tell each problem in one line.
     const QObject listener;
     QObject::connect(LogNode::instance(), &LogNode::logged, &listener, [] {});
-    const QString misuse = problemWithOptions(parser, parser.arguments().first(),
+    const QString misuse = problemWithOptions(parser, parser.arguments().value(0),
                                               {{"once", "serve"},
                                                {"machine", "record"},
                                                {"as", "replay"},

@@ -16,7 +16,7 @@ cmake --install "$build" --prefix "$work/prefix" > /dev/null
 "$work/prefix/share/zeltools/zelsim.py" --help > /dev/null
 cmake -S "$source" -B "$work/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$work/prefix" \
       -DCMAKE_CXX_COMPILER="$compiler" -DWITH_SUPPORT="$support" \
-      -DWITH_QUICK="$quick" > /dev/null
+      -DWITH_QUICK="$quick" -DWITH_ZELCTL=ON > /dev/null
 cmake --build "$work/cmake" > /dev/null
 mkdir -p "$work/a/opt/bin" "$work/b/opt/bin"
 "$work/cmake/consumer" "$work/a/opt/bin"

@@ -1,3 +1,4 @@
+#include <zeltools/envvar/envvarstore.h>
 #include <zeltools/simulationinterface/createinterface.h>
 #include <zeltools/simulatorkit/simulator.h>
 
@@ -12,6 +13,10 @@ using namespace zeltools::simulatorkit;
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
+    // The library's own switches are known although this host names none.
+    if (zeltools::envvar::EnvVarStore::instance().vars().size() != 96)
+        return 2;
+
     QString error;
     const auto script =
         SimulatorScript::parse("zelsim script 1\nconnected answer \"hello\"\n", error);
