@@ -6,9 +6,6 @@ namespace zeltools::quick
 namespace
 {
 
-constexpr ushort s_symbols = 0x2400; // U+2400 is the symbol of U+0000, and so on
-constexpr ushort s_symbolOfDelete = 0x2421;
-
 bool isLineEnd(ushort code)
 {
     return code == '\n' || code == '\r' || code == 0x85 || code == 0x2028 || code == 0x2029;
@@ -24,11 +21,7 @@ QChar shown(QChar character)
     const ushort code = character.unicode();
     if (isLineEnd(code) || code == '\t')
         return QLatin1Char(' ');
-    if (code < ' ')
-        return QChar(ushort(s_symbols + code));
-    if (code == 0x7F)
-        return QChar(s_symbolOfDelete);
-    const bool isControl = code >= 0x80 && code < 0xA0;
+    const bool isControl = code < ' ' || (code >= 0x7F && code < 0xA0);
     return isControl || isDirectionChange(code) || character.isSurrogate()
                ? QChar(QChar::ReplacementCharacter)
                : character;
@@ -65,7 +58,7 @@ DisplayText::DisplayText(const QString& given, int maximum)
 
 QString DisplayText::lines(const QString& given, int maximum)
 {
-    return cleaned(cut(given, maximum), QLatin1String("\n\t"));
+    return cleaned(cut(given, maximum).replace(QChar(), QChar(0x2400)), QLatin1String("\n\t"));
 }
 
 QString DisplayText::name(const QString& given, int maximum)

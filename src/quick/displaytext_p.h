@@ -5,9 +5,8 @@
 namespace zeltools::quick
 {
 
-/// A text from outside in a form that the screen can show. Every control character gets its visible
-/// symbol, such as "␛", or U+FFFD if it has none. Half a character and a character that would
-/// change the direction of the text around it become U+FFFD.
+/// A text from outside in a form that the screen can show with any font. A control character, half
+/// a character and a character that would change the direction of the text around it become U+FFFD.
 struct DisplayText
 {
     static constexpr int mostCharacters = 1000;          ///< of a row
@@ -16,8 +15,8 @@ struct DisplayText
     /// The text of a row, one line: line ends and tabulators become blanks.
     explicit DisplayText(const QString& given, int maximum = mostCharacters);
 
-    /// The text in several lines: line feeds and tabulators stay. Characters after the maximum are
-    /// left out.
+    /// The text in several lines: line feeds and tabulators stay, and the zero byte becomes U+2400,
+    /// from which a page sees that a file is not text. Characters after the maximum are left out.
     static QString lines(const QString& given, int maximum = mostFullCharacters);
     /// The text in one line, with an ellipsis in place of what does not fit.
     static QString name(const QString& given, int maximum);

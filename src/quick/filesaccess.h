@@ -34,9 +34,8 @@ public:
     QString error() const { return m_error; }
 
     /// Reads at most that many bytes, and at most 16 MiB, of a regular file, from a place in it on.
-    /// Bytes that are not UTF-8 become U+FFFD, and control characters except the line feed and the
-    /// tab become their symbols, such as U+2400 for the zero byte. After a failure the text is
-    /// empty.
+    /// The zero byte becomes U+2400; bytes that are not UTF-8 and the other control characters
+    /// except the line feed and the tab become U+FFFD. After a failure the text is empty.
     Q_INVOKABLE QString readText(const QString& path, int maximumBytes, qint64 from = 0);
     /// Deletes a file or a symbolic link, but never a folder. It needs Access::Technician and
     /// writes an event line. Returns an empty text or the reason for the user.
