@@ -46,6 +46,13 @@ double run(const Command& command)
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
+double checked(double time_s, benchmark::State& state)
+{
+    if (time_s < 0)
+        state.SkipWithError("a process failed");
+    return time_s;
+}
+
 // One row of each of two tables.
 struct Row
 {
@@ -57,16 +64,14 @@ void addTables(const std::string& group, const std::vector<Row>& rows)
 {
     for (const auto& [name, command] : rows) {
         add((group + ", time/" + name).c_str(), [command = command](benchmark::State& state) {
-            for (auto _ : state) {
-                if (run(command) < 0)
-                    state.SkipWithError("a process failed");
-            }
+            for (auto _ : state)
+                checked(run(command), state);
         })->UseRealTime();
     }
     for (const auto& [name, command] : rows) {
         add((group + ", processor/" + name).c_str(), [command = command](benchmark::State& state) {
             for (auto _ : state)
-                state.SetIterationTime(run(command));
+                state.SetIterationTime(checked(run(command), state));
         })->UseManualTime();
     }
 }
@@ -78,8 +83,10 @@ int main(int argc, char** argv)
     std::string folder = std::filesystem::temp_directory_path() / "bench_startup.XXXXXX";
     if (mkdtemp(folder.data()) == nullptr)
         std::abort();
-    run({STARTUP_LINE, folder}); // makes the folders and files
-    run({STARTUP_QT_LINE, folder});
+    for (const char* program : {STARTUP_LINE, STARTUP_QT_LINE}) { // makes the folders and files
+        if (run({program, folder}) < 0)
+            std::abort();
+    }
     addTables("a process that ends at once", {{"ZelTools", {STARTUP_ZELTOOLS}},
                                               {"the same modules of Qt", {STARTUP_QT}},
                                               {"neither", {STARTUP_NEITHER}}});
