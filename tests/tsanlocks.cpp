@@ -43,10 +43,13 @@ INTERPOSED void _ZN11QThreadPool5startESt8functionIFvvEEi(void* pool, Work* work
 {
     static const auto start =
         original<void(void*, Work*, int)>("_ZN11QThreadPool5startESt8functionIFvvEEi");
-    __tsan_release(pool);
-    Work told = [pool, inner = std::move(*work)] {
-        __tsan_acquire(pool);
-        inner();
+    auto* const own = new Work(std::move(*work));
+    __tsan_release(own);
+    // A single pointer is kept in what Qt allocates; the sanitizer sees no thread write it.
+    Work told = [own] {
+        __tsan_acquire(own);
+        (*own)();
+        delete own;
     };
     start(pool, &told, priority);
 }
