@@ -28,9 +28,10 @@ public:
     Path();
     ~Path() override;
 
-    /// Builds all members and creates the folders that must exist, without reporting failures. The
-    /// root "default" means `shareDir`. Any other root is used unchanged and must end with "/":
-    /// "/media/usb" gives `videosDir` "/media/usbres/videos/". init() may be called again.
+    /// Builds all members and creates the folders that must exist, also `applicationDirectory`,
+    /// without reporting failures. The root "default" means `shareDir`. Any other root is used
+    /// unchanged and must end with "/": "/media/usb" gives `videosDir` "/media/usbres/videos/".
+    /// init() may be called again.
     void init(const QString& applicationDirectory, const QString& videosRoot,
               const QString& imagesRoot);
 
