@@ -42,6 +42,7 @@ public:
 
     /// Resolves links. An error is kept for replace() and errorString().
     explicit FileReplacement(const QString& path, Purpose purpose = Overwrite);
+    /// Releases the lock on the folder.
     ~FileReplacement();
     Q_DISABLE_COPY(FileReplacement)
 

@@ -24,6 +24,7 @@ public:
             sigdelset(&all, open);
         pthread_sigmask(SIG_SETMASK, &all, &m_kept);
     }
+    /// Restores the signal mask from before.
     ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &m_kept, nullptr); }
     Q_DISABLE_COPY(SignalsBlocked)
 

@@ -20,8 +20,8 @@ constexpr int SHA1_SIZE = 20;
 ///
 /// No operation throws, even when memory runs out. After a failure the result is empty or false,
 /// mostly with a Qt warning and lastError(). lastFailure() describes every failure with the file
-/// and the error of the system. The destructor wipes the key from memory. Two threads must not use
-/// one object at the same time; different objects are independent.
+/// and the error of the system. Two threads must not use one object at the same time; different
+/// objects are independent.
 class ZELTOOLS_EXPORT SimpleCrypt
 {
 public:
@@ -87,6 +87,7 @@ public:
     explicit SimpleCrypt(quint64 key);
     SimpleCrypt(const SimpleCrypt&) = default;
     SimpleCrypt& operator=(const SimpleCrypt&) = default;
+    /// Wipes the key from memory.
     ~SimpleCrypt();
 
     /// Sets the key of later operations. Each of its 64 bits counts, and 0 is a key.

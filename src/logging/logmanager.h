@@ -308,7 +308,9 @@ Q_SIGNALS:
     void qtLogged(const QString& message);
     /// A signal for hosts, which the library never emits.
     void loggedFromThread(const QString& message);
+    /// Emitted by each updateEventsText(), also if the page is the same.
     void eventsTextChanged();
+    /// Emitted like eventsTextChanged().
     void eventsTextListChanged();
     void eventsPagesCountChanged();
     /// Announces every Event line when it is logged, and the start of the application.

@@ -23,6 +23,7 @@ public:
     /// Copies id and name. The copy is not registered, and hasEnvVar() of the copy is always true.
     LogModule(const LogModule& other);
     LogModule& operator=(const LogModule&) = delete;
+    /// Removes this object from the registry.
     ~LogModule();
 
     /// All registered modules, in the order of their construction.

@@ -20,6 +20,7 @@ class ZELTOOLS_EXPORT MonitoredItem : public QObject
 public:
     /// Registers the item under the name until its destruction.
     MonitoredItem(QObject* parent, const QString& name);
+    /// Removes the item from the monitor.
     ~MonitoredItem() override;
 
 public Q_SLOTS:
