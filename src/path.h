@@ -8,7 +8,7 @@
 
 /// The process-wide table of the application's folders and files. The host calls init() once at
 /// start-up, before it uses the log manager. The paths are built as text from the application's
-/// folder and never normalised, so that "/../../" stays in them. Folders end with "/", except
+/// folder and never normalized, so that "/../../" stays in them. Folders end with "/", except
 /// `kestrelPermanentFilesDir` and `resourcesDir`. All members are empty until init().
 ///
 /// The members are not locked: call init() and the repairs in the main thread before other threads

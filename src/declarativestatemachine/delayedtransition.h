@@ -26,7 +26,7 @@ class ZELTOOLS_EXPORT DelayedTransition : public QAbstractTransition
 public:
     /// Constructs a transition that belongs to the state.
     DelayedTransition(QState* source, std::chrono::milliseconds delay);
-    /// Cancels a timeout that runs.
+    /// Cancels a running timeout.
     ~DelayedTransition() override;
 
 protected:

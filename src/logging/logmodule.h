@@ -12,7 +12,7 @@ class LogModules;
 /// separately. logging/log.h has the predefined modules; an application constructs its own.
 /// Identity, equality, order and hash depend on the id alone.
 ///
-/// The registry of modules is not locked: construct modules during static initialisation, or at
+/// The registry of modules is not locked: construct modules during static initialization, or at
 /// least before other threads log.
 class ZELTOOLS_EXPORT LogModule
 {

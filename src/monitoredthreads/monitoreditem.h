@@ -10,7 +10,7 @@ namespace monitored_threads
 class Monitor;
 struct MonitorSlot;
 
-/// An item that the Monitor watches under a name while it lives, such as a job that wanders between
+/// An item that the Monitor watches under a name while it lives, such as a job that moves between
 /// threads. Something has to call tick() in each tick period; the tick period and the limits are
 /// those of the threads. It does nothing if the Monitor is switched off.
 class ZELTOOLS_EXPORT MonitoredItem : public QObject
@@ -24,7 +24,7 @@ public:
     ~MonitoredItem() override;
 
 public Q_SLOTS:
-    /// Tells that the item works. Any thread may call it while the item lives.
+    /// Reports that the item works. Any thread may call it while the item lives.
     void tick();
 
 protected:
