@@ -133,8 +133,7 @@ int main(int argc, char** argv)
     QDir().mkdir(folder);
     FreezableStorage storage(folder);
     if (!storage.isMounted()) {
-        std::printf(
-            "\nStorage that stands still: skipped, since it takes root and a loop device.\n");
+        std::printf("\nA stalled storage: skipped, since it takes root and a loop device.\n");
         return 0;
     }
     setenv("LTTNG_HOME", temporary.path().toLocal8Bit().constData(), 1);
