@@ -1,4 +1,4 @@
-// What it costs to keep the kernel log in memory and to show its end.
+// The cost of keeping the kernel log in memory and of showing its end.
 
 #include "ratiotable.h"
 #include <zeltools/dmesg/dmesg.h>
@@ -61,7 +61,7 @@ void takeLines(benchmark::State& state)
         state.SkipWithError("the buffer has not kept its limit");
 }
 
-// What the buffer is made of, without a lock, a limit of characters or signals.
+// The container of the buffer alone, without a lock, a limit of characters or signals.
 void appendToList(benchmark::State& state)
 {
     QStringList kept;

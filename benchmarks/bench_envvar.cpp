@@ -1,4 +1,4 @@
-// What the switches cost: when the library is loaded, when one is asked, when a file is read.
+// The cost of the switches: when the library is loaded, when one is asked, when a file is read.
 
 #include "ratiotable.h"
 #include <zeltools/envvar/envvars.h>

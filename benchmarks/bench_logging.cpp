@@ -126,7 +126,7 @@ void log4Info()
                    "Dispensed drink " << 42 << " \"" << s_drink8 << "\" after seconds " << 25);
 }
 
-// What a Qt application writes that has no logging library.
+// The output of a Qt application that has no logging library.
 void plainHandler(QtMsgType, const QMessageLogContext&, const QString& message)
 {
     static QFile file(QString::fromStdString(folder() + "/qt.log"));
@@ -149,7 +149,7 @@ void qtInfo()
     qInfo() << "Dispensed drink" << 42 << s_drink << "after seconds" << 25;
 }
 
-// 8 threads of 50,000 lines; the time of one line is that of all of them by their number.
+// 8 threads of 50,000 lines; the time of one line is the time of all lines divided by their number.
 template <typename Work>
 void inEightThreads(benchmark::State& state, Work&& work)
 {

@@ -1,4 +1,5 @@
-// What a folder of 10,000 files costs, to the eye and to the event loop, and a change in a tree.
+// The cost of a folder of 10,000 files, for the user and for the event loop, and of a change in a
+// tree.
 
 #include "ratiotable.h"
 #include "runloopuntil.h"
@@ -34,7 +35,7 @@ constexpr int s_files = 10000;
 
 QString fileName(const QTemporaryDir& folder, int number)
 {
-    // Not in their order, and of a length that occurs.
+    // Out of order, and of a realistic length.
     return folder.filePath(QStringLiteral("picture-%1.jpg").arg(quint32(number) * 2654435761U));
 }
 
@@ -214,7 +215,7 @@ void changeAgain(benchmark::State& state, int count, bool isDeep)
         tree.last().setModified();
 }
 
-// What an object costs at least: a signal of its own.
+// The least cost of an object: a signal of its own.
 void emitSignals(benchmark::State& state, int count)
 {
     std::vector<QObject> objects(static_cast<size_t>(count));

@@ -1,4 +1,4 @@
-// The cost of a tick, by which a thread tells the monitor that it works.
+// The cost of a tick, by which a thread reports to the monitor that it works.
 
 #include "ratiotable.h"
 #include <zeltools/monitoredthreads/monitor.h>

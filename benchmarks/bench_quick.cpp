@@ -1,5 +1,5 @@
-// What the first row of 10,000 events takes, and what a live log on the screen costs a thread that
-// logs.
+// The time until the first row of 10,000 events, and the cost of a live log on the screen for a
+// thread that logs.
 
 #include "ratiotable.h"
 #include "runloopuntil.h"

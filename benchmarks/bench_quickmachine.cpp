@@ -1,4 +1,4 @@
-// What the live picture of a machine costs: to paint, to lay out, and in the machine itself.
+// The cost of the live picture of a machine: of painting, of the layout, and in the machine itself.
 
 #include "../apps/demo/board.h"
 #include "../apps/demo/drinkdescription.h"

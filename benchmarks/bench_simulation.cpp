@@ -1,4 +1,4 @@
-// What the simulation links cost: cutting a stream into messages, and frames over loopback.
+// The cost of the simulation links: of cutting a stream into messages, and of frames over loopback.
 
 #include "ratiotable.h"
 #include "runloopuntil.h"
@@ -36,7 +36,7 @@ QByteArray streamOf(int frames, int frameSize_B)
     return SimulationProtocol::serializeOpt(QByteArray(frameSize_B - 3, 'x'))->repeated(frames);
 }
 
-// The plain way: all goes into one buffer, and each frame is taken from its front.
+// The plain way: everything goes into one buffer, and each frame is taken from its front.
 class RemovingProtocol
 {
 public:
@@ -93,7 +93,7 @@ constexpr int frame_B = payload_B + 3;
 
 enum class Link { Tcp, Unix };
 
-// Two ends of one connection. What the server gets comes back when it echoes.
+// Two ends of one connection. An echoing server sends back the messages that it gets.
 class Endpoints
 {
 public:

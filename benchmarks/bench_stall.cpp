@@ -1,4 +1,4 @@
-// The wait of threads that log while the storage stands still for two of four seconds, beside other
+// The wait of threads that log while the storage stalls for two of four seconds, beside other
 // loggers and beside threads that only read the clock. Each logger runs in a process of its own,
 // with its files on a file system that is frozen meanwhile; standard error goes to /dev/null.
 
@@ -25,7 +25,7 @@ namespace
 constexpr int s_rounds = 3;
 constexpr int s_wait_ms = 60000;
 
-// What a process prints: four numbers of the calls, four of the waits, and the lost lines.
+// The output of a process: four numbers of the calls, four of the waits, and the lost lines.
 constexpr int s_p50 = 0, s_p99 = 1, s_p9999 = 2, s_maximum = 3, s_waitP9999 = 6, s_lost = 8,
               s_numbersCount = 9;
 using Numbers = std::vector<double>;
@@ -133,8 +133,7 @@ int main(int argc, char** argv)
     QDir().mkdir(folder);
     FreezableStorage storage(folder);
     if (!storage.isMounted()) {
-        std::printf(
-            "\nStorage that stands still: skipped, since it takes root and a loop device.\n");
+        std::printf("\nA stalled storage: skipped, since it takes root and a loop device.\n");
         return 0;
     }
     setenv("LTTNG_HOME", temporary.path().toLocal8Bit().constData(), 1);

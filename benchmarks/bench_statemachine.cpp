@@ -1,4 +1,4 @@
-// What a transition costs, beside the framework below and the bare turn of the event loop.
+// The cost of a transition, beside the framework below and the bare turn of the event loop.
 
 #include "ratiotable.h"
 #include <zeltools/declarativestatemachine/declarativestatemachine.h>
@@ -92,7 +92,7 @@ struct DescribedMachine
     DeclarativeStateMachine machine;
 };
 
-// A signal, and a turn of the event loop, in which all is done that waits for it.
+// A signal, and a turn of the event loop, which handles everything that waits for it.
 void turn(Pump& pump)
 {
     Q_EMIT pump.turned();

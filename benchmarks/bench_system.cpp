@@ -1,4 +1,4 @@
-// What a list of time zones costs, asked for by each screen that shows one.
+// The cost of a list of time zones, which each screen that shows one asks for.
 
 #include "ratiotable.h"
 #include <zeltools/system/timezonehelper.h>

@@ -1,5 +1,5 @@
-// What bytes cost as hexadecimal text, 1 MiB of them each way, and what a comparison of versions
-// costs.
+// The cost of converting bytes to hexadecimal text and back, 1 MiB each way, and of comparing
+// versions.
 
 #include "ratiotable.h"
 #include <zeltools/binarydataformatter.h>

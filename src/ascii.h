@@ -7,8 +7,8 @@
 namespace zeltools
 {
 
-/// Whether all bytes are below 0x80, so that the text is the same in Latin-1 and in UTF-8. It reads
-/// eight bytes at a time, since log lines go through it.
+/// Whether all bytes are below 0x80, so that the text is the same in Latin-1 and in UTF-8. The
+/// function reads eight bytes at a time, since every log line passes it.
 inline bool isAscii(const char* text, size_t size_B)
 {
     quint64 all = 0;

@@ -8,7 +8,7 @@
 namespace zeltools
 {
 
-/// A signal that tells of a fatal error in the program.
+/// A signal that reports a fatal error in the program.
 struct FatalSignal
 {
     int number;       ///< The number of the system.

@@ -17,6 +17,7 @@ public:
         : m_descriptor(descriptor)
     {
     }
+    /// Closes the descriptor, if it is not negative.
     ~FileDescriptor()
     {
         if (m_descriptor >= 0)

@@ -42,6 +42,7 @@ public:
 
     /// Resolves links. An error is kept for replace() and errorString().
     explicit FileReplacement(const QString& path, Purpose purpose = Overwrite);
+    /// Releases the lock on the folder.
     ~FileReplacement();
     Q_DISABLE_COPY(FileReplacement)
 
@@ -57,10 +58,10 @@ public:
     /// The first failure with path and reason, such as "cannot create /etc/.env.new: Read-only file
     /// system". Empty without a failure.
     const QString& errorString() const { return m_error; }
-    /// Whether a failure only leaves writing the file in place. This is the case if its folder does
-    /// not accept a second file (no permission, read-only, no support for locks), the file cannot
-    /// be renamed (it is a mount point), its owner cannot be kept, or the path is a device or a
-    /// broken link. The old content is unchanged then.
+    /// Whether the only remaining way after a failure is to write the file in place. This is the
+    /// case if its folder does not accept a second file (no permission, read-only, no support for
+    /// locks), the file cannot be renamed (it is a mount point), its owner cannot be kept, or the
+    /// path is a device or a broken link. The old content is unchanged then.
     bool needsWritingInPlace() const { return m_needsWritingInPlace; }
 
     /// The path of the file that is replaced, with links resolved.

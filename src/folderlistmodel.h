@@ -76,8 +76,8 @@ public:
 
     /// The folder as an absolute path, like the members of Path; empty for none. The setter also
     /// accepts a path relative to the current folder and a local URL ("file:///media/usb"), to
-    /// which QML converts a `url`. Each ".." stays in the path, since behind a symbolic link only
-    /// the kernel can resolve it. The rows of the old folder are removed immediately.
+    /// which QML converts a `url`. Each ".." stays in the path, since only the kernel can resolve
+    /// it after a symbolic link. The rows of the old folder are removed immediately.
     QString folder() const;
     void setFolder(const QString& folder);
     /// Patterns ("*.log", "m[0-9].txt") for the names of files, of which one must match without
@@ -91,7 +91,7 @@ public:
     /// Whether files are rows.
     bool showFiles() const;
     void setShowFiles(bool on);
-    /// What the rows are sorted by.
+    /// The property by which the rows are sorted.
     SortField sortField() const;
     void setSortField(SortField field);
     /// Whether the order is reversed.

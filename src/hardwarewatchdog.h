@@ -44,7 +44,7 @@ public:
     bool start(std::chrono::seconds timeLimit);
     /// 0 while the device is closed.
     std::chrono::seconds timeLimit() const { return m_timeLimit; }
-    /// Begins the time limit anew. Returns false if the device is closed or refuses it; the first
+    /// Restarts the time limit. Returns false if the device is closed or refuses it; the first
     /// refusal is an Error. After expire() it does nothing.
     bool feed();
     /// Shortens the time limit to the expiry delay. A driver that refuses this restarts the machine

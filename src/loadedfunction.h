@@ -7,10 +7,11 @@ namespace zeltools
 
 /// Returns a C function of a shared library that the process loads now, unless it has done so
 /// before, and never unloads; null if there is no such library or function. The name of the library
-/// is that which programs are linked to, such as "libsystemd.so.0". Functions that few programs
+/// is the one that programs are linked to, such as "libsystemd.so.0". Functions that few programs
 /// need are found in this way, since a library costs each program time at its start. Any thread may
-/// call it, but not while it holds a lock, also not that of a static object's initialization: it
-/// waits for other threads that load a library, and the code of that library may want the lock.
+/// call it, but not while it holds a lock, including that of a static object's initialization: the
+/// function waits for other threads that load a library, and the code of that library may want the
+/// lock.
 template <typename Function>
 Function* loadedFunction(const char* library, const char* name)
 {

@@ -8,7 +8,7 @@
 
 /// The process-wide table of the application's folders and files. The host calls init() once at
 /// start-up, before it uses the log manager. The paths are built as text from the application's
-/// folder and never normalised, so that "/../../" stays in them. Folders end with "/", except
+/// folder and never normalized, so that "/../../" stays in them. Folders end with "/", except
 /// `kestrelPermanentFilesDir` and `resourcesDir`. All members are empty until init().
 ///
 /// The members are not locked: call init() and the repairs in the main thread before other threads
@@ -28,9 +28,10 @@ public:
     Path();
     ~Path() override;
 
-    /// Builds all members and creates the folders that must exist, without reporting failures. The
-    /// root "default" means `shareDir`. Any other root is used unchanged and must end with "/":
-    /// "/media/usb" gives `videosDir` "/media/usbres/videos/". init() may be called again.
+    /// Builds all members and creates the folders that must exist, also `applicationDirectory`,
+    /// without reporting failures. The root "default" means `shareDir`. Any other root is used
+    /// unchanged and must end with "/": "/media/usb" gives `videosDir` "/media/usbres/videos/".
+    /// init() may be called again.
     void init(const QString& applicationDirectory, const QString& videosRoot,
               const QString& imagesRoot);
 

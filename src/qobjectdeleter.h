@@ -12,6 +12,7 @@ class ZELTOOLS_EXPORT QObjectDeleter
 public:
     /// The object may be null.
     QObjectDeleter(QObject* object, bool later);
+    /// Deletes the object if it still exists.
     ~QObjectDeleter();
     Q_DISABLE_COPY(QObjectDeleter)
 

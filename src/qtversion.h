@@ -13,8 +13,8 @@
 #include <QStringDecoder>
 #endif
 
-/// One name for each thing that the two versions of Qt name differently, so that no other file asks
-/// for the version.
+/// One name for each thing that the two versions of Qt name differently, so that no other file
+/// checks the version.
 namespace zeltools
 {
 

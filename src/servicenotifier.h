@@ -12,10 +12,10 @@
 namespace zeltools
 {
 
-/// Tells the service manager above this process (systemd) how the process is, by the protocol of
-/// sd_notify(3). The manager is found by the environment variables that it sets: NOTIFY_SOCKET,
-/// and for its watchdog WATCHDOG_USEC and WATCHDOG_PID. Without NOTIFY_SOCKET there is nobody to
-/// tell, and every message is quietly false.
+/// Reports the state of this process to the service manager above it (systemd), by the protocol of
+/// sd_notify(3). The manager is found by the environment variables that it sets: NOTIFY_SOCKET, and
+/// for its watchdog WATCHDOG_USEC and WATCHDOG_PID. Without NOTIFY_SOCKET there is no manager, and
+/// every message returns false without a Warning.
 ///
 /// A message waits a tenth of a second for a manager that does not read, at most a quarter of the
 /// watchdog's period. A message that cannot be sent is one Warning under Log::Global, and the next
@@ -35,7 +35,7 @@ public:
     explicit ServiceNotifier(Warn warn = {});
     Q_DISABLE_COPY(ServiceNotifier)
 
-    /// Whether there is a manager to tell.
+    /// Whether there is a manager.
     bool hasManager() const { return !m_socketName.isEmpty(); }
     /// The time after the last feed() at which the manager ends this process, at most a day. It is
     /// 0 if the manager watches nothing or another process.

@@ -20,8 +20,8 @@ constexpr int SHA1_SIZE = 20;
 ///
 /// No operation throws, even when memory runs out. After a failure the result is empty or false,
 /// mostly with a Qt warning and lastError(). lastFailure() describes every failure with the file
-/// and the error of the system. The destructor wipes the key from memory. Two threads must not use
-/// one object at the same time; different objects are independent.
+/// and the error of the system. Two threads must not use one object at the same time; different
+/// objects are independent.
 class ZELTOOLS_EXPORT SimpleCrypt
 {
 public:
@@ -87,6 +87,7 @@ public:
     explicit SimpleCrypt(quint64 key);
     SimpleCrypt(const SimpleCrypt&) = default;
     SimpleCrypt& operator=(const SimpleCrypt&) = default;
+    /// Wipes the key from memory.
     ~SimpleCrypt();
 
     /// Sets the key of later operations. Each of its 64 bits counts, and 0 is a key.
@@ -97,11 +98,11 @@ public:
     void setCompression(CompressionMode mode) { m_settings.compression = mode; }
     /// Sets the integrity field of encryptions; the default is ProtectionSha1.
     void setProtection(ProtectionMode mode) { m_settings.protection = mode; }
-    /// Sets whether the byte in front of the payload is random (the default), so that the same text
+    /// Sets whether the byte before the payload is random (the default), so that the same text
     /// gives a different cyphertext each time, or 0xFF.
     void setRandomCharEnabled(bool enabled) { m_settings.isLeadByteRandom = enabled; }
-    /// Sets a text that is stored readably in front of the payload; empty means none. It is written
-    /// in the local 8-bit encoding but read as Latin-1, so that only ASCII is preserved.
+    /// Sets a text that is stored readably before the payload; empty means none. It is written in
+    /// the local 8-bit encoding but read as Latin-1, so that only ASCII is preserved.
     void setMetadata(const QString& metadata) { m_settings.metadata = metadata; }
     /// Sets whether encryptions leave the payload unenciphered. The decryption of such a cyphertext
     /// also sets this, and only this function clears it: an object that has read one then writes

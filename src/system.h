@@ -20,6 +20,7 @@ public:
     {
     public:
         FileSystemSyncer() = default;
+        /// Calls syncFileSystem().
         ~FileSystemSyncer();
         Q_DISABLE_COPY(FileSystemSyncer)
     };

@@ -25,6 +25,7 @@ public:
         pthread_sigmask(SIG_UNBLOCK, &alarmOnly, &m_maskBefore);
         alarm(limit_s);
     }
+    /// Ends the time, and restores the handling of SIGALRM.
     ~TimeLimit()
     {
         alarm(0);

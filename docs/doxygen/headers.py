@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Prints a header as Doxygen reads it: with the comments that the conventions of the headers imply.
 
-A setter, an overload or a property has the comment of the function that it belongs to. What Qt or C++
-defines, such as overridden functions of Qt and copying, is said in a few words here instead of in each
-header. All other public declarations need a comment of their own, or Doxygen fails. Everything is
-added to the line of the declaration, so that warnings name the right line.
+A setter, an overload or a property has the comment of the function that it belongs to. Functions that Qt
+or C++ defines, such as overridden functions of Qt and copying, get a few words here instead of in each
+header, and Doxygen does not see deleted ones. All other public declarations need a comment of their own,
+or Doxygen fails. Everything is added to the line of the declaration, so that warnings name the right line.
 """
 import re
 import sys
@@ -38,9 +38,11 @@ def belongs(name, documented):
 def implied(name, declaration, classes, structs, notifiers):
     """The comment of a declaration that needs none in the header, or None."""
     if name in notifiers:
-        return f"Emitted when the property `{notifiers[name]}` changes."
+        *others, last = [f"`{shared}`" for shared in notifiers[name]]
+        return "Emitted when " + (f"one of the properties {', '.join(others)} and {last} changes."
+                                  if others else f"the property {last} changes.")
     if name.startswith("~"):
-        return "Destroys the object and what it owns."
+        return "The destructor."
     if name in classes and re.search(r"\(QObject\* parent( = nullptr)?\)", declaration):
         return "The parent owns the object, as with every QObject."
     if re.search(rf"\b(operator=|{'|'.join(classes) or 'operator='})\((const )?\w+&&?( other)?\)",
@@ -93,12 +95,16 @@ def main(path):
                          re.MULTILINE)
     structs = re.findall(r"^\s*struct (?:ZELTOOLS\w* )?(\w+)", "\n".join(lines), re.MULTILINE)
     properties = read_properties(lines)
-    notifiers = {notifier: name for name, _, notifier, _ in properties.values() if notifier}
+    notifiers = {}
+    for name, _, notifier, _ in properties.values():
+        notifiers.setdefault(notifier, []).append(name)
     comments = {getter: comment for _, getter, _, comment in properties.values() if getter and comment}
     added = {}
     documented, last = None, -2
     for number, comment, name, declaration in declarations(lines):
-        if comment:
+        if declaration.endswith("= delete"):
+            lines[number] = ""
+        elif comment:
             documented, last = name, number
             comments.setdefault(name, joined(comment))
         elif documented and belongs(name, documented) and all(
@@ -111,10 +117,10 @@ def main(path):
     for number, (_, getter, _, comment) in properties.items():
         if getter in comments and not comment:
             added[number] = comments[getter]
-    lines[0] = f"/** @file */ {lines[0]}"  # without it, Doxygen leaves out what stands in no class
+    lines[0] = f"/** @file */ {lines[0]}"  # without it, Doxygen leaves out all that is in no class
     for number, line in enumerate(lines):
         if line.startswith("#define ZELTOOLS_SWITCH("):
-            lines[number] = f"/** Makes something of each switch in a table of the library. */ {line}"
+            lines[number] = f"/** Expands to something for each switch in a table of the library. */ {line}"
     for number, text in added.items():
         lines[number] = f"/** {text} */ {lines[number]}"
     text = re.sub(r"(?<=\s)docs/([\w-]+)\.md", r"[docs/\1.md](@ref \1)", "\n".join(lines))

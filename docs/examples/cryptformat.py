@@ -60,9 +60,8 @@ def decrypt(data, key):
     flags, start = data[1], 2
     if flags & METADATA:
         size, complement = struct.unpack("<ii", data[2:10])
-        metadata = data[30:30 + size]
-        if size != ~complement or hashlib.sha1(metadata).digest() != data[10:30]:
-            raise ValueError("metadata")
+        if size != ~complement or not 0 <= size <= len(data) - 30:
+            raise ValueError("header")
         start = 30 + size
     body = data[start:] if flags & PLAIN else cipher(data[start:], key, False)
     payload_start = 1 + len(integrity(flags, b""))
@@ -80,6 +79,8 @@ def info(data):
     result = {"version": data[0], "flags": [n for i, n in enumerate(names) if flags >> i & 1]}
     if flags & METADATA:
         lead = 30 + struct.unpack("<i", data[2:6])[0]
+        if hashlib.sha1(data[30:lead]).digest() != data[10:30]:
+            raise ValueError("metadata")
         result["metadata"] = data[30:lead].decode("latin-1")
     if flags & (CHECKSUM | SHA1):
         result["digestOffset"] = lead + 1

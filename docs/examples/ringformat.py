@@ -37,7 +37,7 @@ def lines(ring):
         word, = struct.unpack_from("=Q", data, at)
         state, size = word & 3, (word & 0xFFFFFFFF) >> 2
         length = 8 + (size + 7) // 8 * 8
-        if word >> 32 != tag(position) or state not in (1, 2) or not 32 <= size < capacity:
+        if word >> 32 != tag(position) or state not in (1, 2) or size < 32 or length > capacity:
             position += 8  # a reservation that was not announced, or damage
             continue
         if state == 2 and position + length <= head:

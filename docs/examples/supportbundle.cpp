@@ -1,4 +1,4 @@
-// The code of docs/support-bundle.md: packs what is known about this machine.
+// The code of docs/support-bundle.md: packs the facts about this machine.
 
 #include <zeltools/logging/log.h>
 #include <zeltools/logging/logformatter.h>

@@ -1,5 +1,40 @@
-// The code of docs/values.md: compares two versions and reads bytes from hexadecimal text.
+// The code of docs/values.md: replaces a file, encrypts a text, compares two versions and reads
+// bytes from hexadecimal text.
 
+//! [files]
+#include <zeltools/filereplacement.h>
+#include <zeltools/windowstools.h>
+
+#include <QTextStream>
+
+bool saveSettings(const QByteArray& settings)
+{
+    zeltools::FileReplacement file(QStringLiteral("settings.ini"));
+    if (!file.replace(settings)) {
+        QTextStream(stdout) << file.errorString() << Qt::endl;
+        return false;
+    }
+    return WindowsTools::runCommand(QStringLiteral("cp settings.ini settings.backup"));
+}
+//! [files]
+//! [crypt]
+#include <zeltools/simplecrypt.h>
+
+#include <QTextStream>
+
+void exchangeToken(quint64 key)
+{
+    SimpleCrypt crypt(key);
+    crypt.setMetadata(QStringLiteral("machine 4711")); // readable without the key
+    const QString cyphertext = crypt.encryptToString(QStringLiteral("token 0815"));
+
+    const QString token = crypt.decryptToString(cyphertext);
+    if (crypt.checkedProtection() == SimpleCrypt::ProtectionSha1)
+        QTextStream(stdout) << "Decrypted: " << token << Qt::endl;
+    else
+        QTextStream(stdout) << "The text is damaged, or the key is another one" << Qt::endl;
+}
+//! [crypt]
 //! [versions]
 #include <zeltools/versionapp.h>
 //! [versions]
@@ -22,6 +57,7 @@ void show(const QString& text)
 
 int main()
 {
+    exchangeToken(0x0123456789abcdef);
     //! [versions]
     const VersionApp installed(1, 4, 0);
     const VersionNumber offered(QStringLiteral("1.10.2"));
@@ -32,4 +68,5 @@ int main()
     show(QStringLiteral("0xde:AD-beef")); // 0xDE-AD-BE-EF
     show(QStringLiteral("DE AD"));        // ... details: "Wrong format: "DE AD" -> "DE AD""
     //! [calls]
+    return saveSettings("volume=3\n") ? 0 : 1;
 }

@@ -15,7 +15,7 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     const monitored_threads::MainThreadMonitoredTimer mainThreadTimer;
     monitored_threads::Watchdog watchdog;
-    // Here the application opens the screens, the devices and all that must work.
+    // Here the application opens the screens, the devices and everything that must work.
     monitored_threads::Monitor::instance()->startMonitoringPeriod();
     watchdog.start();
     //! [watchdog]

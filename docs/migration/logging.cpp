@@ -1,4 +1,4 @@
-// What benchmarks/spdloghost.cpp does, with this library: logging FOLDER
+// Does the same as benchmarks/spdloghost.cpp, with this library: logging FOLDER
 
 #include <zeltools/logging/logformatter.h>
 #include <zeltools/logging/logmanager.h>

@@ -22,7 +22,7 @@ struct ZELTOOLS_EXPORT CrashReport
 {
     /// The size of the largest file that is read.
     static constexpr qint64 largest_B = qint64(4) * 1024 * 1024;
-    /// The lists take at most so many entries.
+    /// The lists have at most these numbers of entries.
     static constexpr int mostModules = 4096;
     static constexpr int mostStacks = 1024; ///< Also the limit of the monitored threads.
     static constexpr int mostCalls =
@@ -42,7 +42,7 @@ struct ZELTOOLS_EXPORT CrashReport
     struct Module
     {
         quint64 base = 0;   ///< The number to add to addresses in the file; 0 for a fixed program.
-        quint64 end = 0;    ///< The first address behind the module.
+        quint64 end = 0;    ///< The first address after the module.
         QByteArray buildId; ///< Bytes; empty if the file has none.
         QString path;       ///< The path of the file in the process's view.
     };
@@ -80,7 +80,7 @@ struct ZELTOOLS_EXPORT CrashReport
 
     int signal = 0;     ///< 0 if no signal has ended the process, but an assertion.
     QString signalName; ///< The name of the signal, "SIGSEGV" for example.
-    /// The code of the signal (si_code), which tells kinds of faults apart; see sigaction(2).
+    /// The code of the signal (si_code), which distinguishes the kinds of faults; see sigaction(2).
     int code = 0;
     /// The address of the fault, for the signals that have one.
     std::optional<quint64> address;
@@ -94,7 +94,7 @@ struct ZELTOOLS_EXPORT CrashReport
     /// The modules in the order of the kernel's list.
     QVector<Module> modules;
     QVector<Stack> stacks; ///< The stack of the crashed thread is the first.
-    /// What the monitor knew of its threads and items.
+    /// The states of the threads and items that the monitor watched.
     QVector<MonitoredThread> monitoredThreads;
     QStringList log; ///< The last lines, the oldest first.
     /// The sections that the application has added.

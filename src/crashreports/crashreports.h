@@ -53,7 +53,7 @@ public:
     static QString folder();
 
     /// Gives the calling thread a stack for the handler until the thread ends, so that an overflow
-    /// of the thread's own stack is reported. The main thread gets one by install().
+    /// of the thread's own stack is reported. install() gives one to the main thread.
     static void prepareThread();
 
     /// Writes a part of the report. It runs in the signal handler, so it must not take locks or

@@ -23,6 +23,7 @@ public:
         : m_descriptor(descriptor)
     {
     }
+    /// Calls flush().
     ~CrashReportWriter() { flush(); }
     Q_DISABLE_COPY(CrashReportWriter)
 

@@ -25,7 +25,7 @@ public:
     ~Digest();
     Q_DISABLE_COPY(Digest)
 
-    /// Adds bytes behind those so far. The pieces do not matter for the result.
+    /// Appends bytes. The result does not depend on how they are split into pieces.
     void add(const char* bytes, qint64 size_B);
     /// Returns the digest. No bytes may be added afterwards.
     QByteArray result();

@@ -70,8 +70,8 @@ public:
     QString currentState() const;
     /// The names of all active states, each before its children.
     QStringList currentStates() const;
-    /// The same states by their numbers, which tell apart those that have the same name. The states
-    /// are numbered from 0 in the order of the description's text, each before its children.
+    /// The same states by their numbers, which distinguish states of the same name. The states are
+    /// numbered from 0 in the order of the description's text, each before its children.
     std::vector<int> currentStateNumbers() const;
 
     /// Keeps the last entries of what the machine does from now on, at most
@@ -79,14 +79,14 @@ public:
     /// (40 with Qt 6), besides the arguments that it keeps. It may be called at any time and drops
     /// what was recorded before; 0, the default, records nothing.
     void setRecording(int maximumEntries);
-    /// What was recorded up to now. It may be called while the machine runs, also in its actions
-    /// and guards.
+    /// The recording up to now. It may be taken while the machine runs, also in its actions and
+    /// guards.
     MachineRecording recording() const;
 
 Q_SIGNALS:
     void runningChanged();
     /// Emitted once after each step in which other states became active, and after the machine has
-    /// stopped. A state that is left and entered again in one step is not another one.
+    /// stopped. A state that is left and entered again in one step does not count as another one.
     void stateChanged();
     /// Emitted last when the machine has reached a final state at the top and has stopped.
     void finished();

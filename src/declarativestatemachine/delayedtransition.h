@@ -26,6 +26,7 @@ class ZELTOOLS_EXPORT DelayedTransition : public QAbstractTransition
 public:
     /// Constructs a transition that belongs to the state.
     DelayedTransition(QState* source, std::chrono::milliseconds delay);
+    /// Cancels a running timeout.
     ~DelayedTransition() override;
 
 protected:

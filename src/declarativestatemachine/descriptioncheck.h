@@ -12,7 +12,7 @@ namespace zeltools::declarativestatemachine
 /// - states that cannot be reached or left;
 /// - circles of direct transitions, which block the event loop;
 /// - duplicate names, and states of a kind that cannot have what they have;
-/// - transitions that never lead to their target, or stand behind one with the same trigger and no
+/// - transitions that never lead to their target, or come after one with the same trigger and no
 ///   guard;
 /// - transitions to a history that leave the parent of this history themselves;
 /// - two timeouts without guards in one state, and a timeout that ends before the time limit;

@@ -14,10 +14,11 @@ struct MachineRecording;
 /// The description may have mistakes; the function calls no action or guard of it.
 ZELTOOLS_EXPORT QString toDot(const StateMachineDescription& description);
 
-/// The same with what a machine of that description has done. The states that are active at the end
-/// of the recording are filled, and the states and transitions on its way are bold, with the time
-/// spent in a state and the number of times that a transition fired. What the description does not
-/// have, or has with another trigger, is left out of the picture and counted in its caption.
+/// Also shows what a machine of that description has done. The states that are active at the end of
+/// the recording are filled, and the states and transitions on its way are bold, with the time
+/// spent in a state and the number of times that a transition fired. Entries that the description
+/// does not have, or has with another trigger, are left out of the picture and counted in its
+/// caption.
 ZELTOOLS_EXPORT QString toDot(const StateMachineDescription& description,
                               const MachineRecording& recording);
 

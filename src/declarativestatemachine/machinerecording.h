@@ -17,8 +17,8 @@ namespace zeltools::declarativestatemachine
 {
 
 /// The last things that a DeclarativeStateMachine did, by the names of its description: a value
-/// that does not refer to the machine. toDot() draws it, playBack() takes a machine the same way
-/// again.
+/// that does not refer to the machine. toDot() draws it, and playBack() takes a machine the same
+/// way again.
 ///
 /// All times count from `start`, on a clock that nobody sets.
 struct ZELTOOLS_EXPORT MachineRecording
@@ -77,7 +77,7 @@ struct ZELTOOLS_EXPORT MachineRecording
         /// has fired, or a state was entered.
         enum Kind : quint8 { Started, Stopped, Guard, Left, Fired, Entered };
 
-        Kind kind = Started;               ///< What has happened.
+        Kind kind = Started;               ///< The kind of the event.
         std::chrono::microseconds time{0}; ///< The time since `start`.
         bool beginsStep = true; ///< False if the entry belongs to the step of the one before.
         /// Guard, Fired: the transition. Left, Entered: its source is the state.

@@ -7,8 +7,8 @@
 namespace zeltools::declarativestatemachine
 {
 
-/// The signals and guards for which the texts of a document stand. A result without a signal or
-/// without a function, and a member that is not set, refuse the document.
+/// The signals and guards that the names in a document mean. A document is refused if a result has
+/// no signal or no function, or if a member that it needs is not set.
 struct ScxmlBindings
 {
     /// The signal for the name of an event. The object must have it, and its text must outlive the

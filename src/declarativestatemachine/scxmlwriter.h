@@ -14,7 +14,7 @@ enum class ScxmlExtensions : qint32 { Omitted, Written };
 /// QScxmlStateMachine and fromScxml(). Characters that an identifier cannot have become "_", and
 /// characters that XML cannot hold become U+FFFD.
 ///
-/// A signal becomes the event "Class.signal", with "_" behind it for a second object of the class.
+/// A signal becomes the event "Class.signal", with "_" at its end for a second object of the class.
 /// Guards become the conditions `guard1`, `guard2` and so on, which are true until the reader of
 /// the document changes them. A timeout becomes an event with a delay, an entry that direct
 /// transitions wait for becomes an internal event, and the description of a transition becomes its

@@ -26,7 +26,7 @@ namespace zeltools::declarativestatemachine
 /// A transition from a state to another one or to itself.
 struct TransitionDescription
 {
-    /// What the transition waits for.
+    /// The event that the transition waits for.
     enum Type : qint32 {
         Direct = 0,  ///< Taken as soon as the state is entered.
         Timeout = 1, ///< Taken when the state has been active for a given time.
@@ -39,9 +39,9 @@ struct TransitionDescription
     /// machine.
     QObject* obj = nullptr;
     const char* signal = nullptr; ///< A normalized text such as `SIGNAL(stopped())`.
-    /// Called when the signal arrives, the timeout ends or the state has been entered; an empty one
-    /// accepts always. A timeout or an entry that it refuses is not tried again. If a state has
-    /// several timeouts and none has a guard, the first to end triggers the first of the
+    /// Called when the signal arrives, the timeout ends or the state has been entered; an empty
+    /// guard always accepts. A timeout or an entry that it refuses is not tried again. If a state
+    /// has several timeouts and none has a guard, the first to end triggers the first of the
     /// transitions; with a guard, each triggers its own.
     std::function<bool()> guard = {};
     std::chrono::milliseconds timeout{0}; ///< How long a Timeout transition waits.
@@ -97,7 +97,7 @@ struct TransitionDescription
 /// copies of a description are recursive.
 struct StateDescription
 {
-    /// What a state does when it is entered.
+    /// The behaviour of a state when it is entered.
     enum Kind : qint32 {
         Ordinary = 0,       ///< Enters its initial child, if it has children.
         Parallel = 1,       ///< All child states are active at the same time.

@@ -66,7 +66,7 @@ public:
     /// A restarted `dmesg --follow` prints the kernel's whole memory again. Up to the last line
     /// seen, these lines are not emitted; the others come when the process has printed nothing for
     /// half a second, or after five seconds if it prints without such a pause. If the last line
-    /// seen is not among them, all are emitted, and a Warning tells that lines may be missing. At
+    /// seen is not among them, all are emitted, and a Warning says that lines may be missing. At
     /// most 8 Mi characters are held back.
     void setRestarting(bool isRestarting) { m_isRestarting = isRestarting; }
     /// Sets a file such as /dev/kmsg that start() reads instead of running the command (see

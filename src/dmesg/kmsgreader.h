@@ -10,12 +10,12 @@ namespace dmesg
 {
 
 /// Reads the kernel log from /dev/kmsg, without another program. It begins with the oldest record
-/// in the kernel's memory, never waits, and has no memory of records. A record that the kernel has
-/// overwritten meanwhile is missing; the next one tells the number of them.
+/// in the kernel's memory, never waits, and keeps no records in memory. Records that the kernel has
+/// overwritten meanwhile are missing; the next record has their number.
 ///
-/// A file or a FIFO with such records can be read as well, with any content. A field
-/// that a FIFO gets only after its reader has found nothing more is malformed. An object belongs to
-/// one thread.
+/// A file or a FIFO with such records can be read as well, with any content. A field that arrives
+/// in a FIFO only after its reader has found nothing more is malformed. An object belongs to one
+/// thread.
 class ZELTOOLS_EXPORT KmsgReader
 {
 public:

@@ -40,7 +40,7 @@ struct ZELTOOLS_EXPORT KmsgRecord
     /// The number of the record. It grows by 1 from record to record of one boot, so that a gap
     /// means lost records.
     quint64 sequence = 0;
-    /// The monotonic clock of the kernel, which stands still while the machine sleeps.
+    /// The monotonic clock of the kernel, which stops while the machine sleeps.
     std::chrono::microseconds sinceBoot{0};
     /// The time since 1970 in UTC. KmsgReader calculates it; parse() leaves it at 0.
     std::chrono::milliseconds time{0};

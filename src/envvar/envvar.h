@@ -89,7 +89,7 @@ public:
 
     /// The name in the environment and in the file.
     const QString& name() const { return m_name; }
-    /// What the switch does, in English, for the people who set it.
+    /// The effect of the switch, in English, for the people who set it.
     const QString& description() const { return m_description; }
     /// The group in which screens and programs show the variable.
     Category category() const { return m_category; }

@@ -18,7 +18,7 @@ namespace zeltools::envvar
 /// It does not own the variables and does not notice when one is destroyed. Variables that were
 /// linked by makeExclusive() or setVisibleIf() must live until the process ends.
 ///
-/// The store belongs to the main thread; variables register during static initialisation.
+/// The store belongs to the main thread; variables register during static initialization.
 class ZELTOOLS_EXPORT EnvVarStore : public QObject
 {
     Q_OBJECT

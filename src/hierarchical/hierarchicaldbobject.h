@@ -42,7 +42,7 @@ public:
     /// modified. The child keeps its own state; a new child that is not stored yet calls
     /// setModified().
     bool insertChild(int index, HierarchicalDbObject* child);
-    /// Inserts the child behind the last one, see insertChild().
+    /// Inserts the child after the last one, see insertChild().
     bool addChild(HierarchicalDbObject* child) { return insertChild(m_children.size(), child); }
     /// Removes the child, which then belongs to the caller. Returns false if it is not a child.
     bool removeChild(HierarchicalDbObject* child);

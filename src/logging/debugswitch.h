@@ -10,9 +10,9 @@ class LogNode;
 namespace zeltools
 {
 
-/// Tells whether a Debug line is off: only the log manager would receive it, and it would not print
-/// it. LogFormatter asks before it collects any text, so the answer takes a few instructions and no
-/// call. DebugModules and LogNode keep it up to date. Any thread may ask.
+/// Decides whether a Debug line is off: only the log manager would receive it, and it would not
+/// print it. LogFormatter asks before it collects any text, so the answer takes a few instructions
+/// and no call. DebugModules and LogNode keep it up to date. Any thread may ask.
 class ZELTOOLS_EXPORT DebugSwitch
 {
 public:

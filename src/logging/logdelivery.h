@@ -5,8 +5,8 @@
 
 #include <chrono>
 
-/// Settings of the way that log lines take from the calling thread to standard error and the files,
-/// see LogManager::setDelivery().
+/// The settings for the delivery of log lines from the calling thread to standard error and the
+/// files, see LogManager::setDelivery().
 struct LogDelivery
 {
     /// The thread that writes a line.

@@ -105,14 +105,14 @@ public:
 
     /// Sets how lines travel to standard error and the files; immediate delivery is the default. It
     /// takes effect at once if the files are open, otherwise when they are opened. The environment
-    /// variable `LOG_DELIVERY` with the value "buffered" or "immediate" wins over `delivery.mode`.
+    /// variable `LOG_DELIVERY` with the value "buffered" or "immediate" overrides `delivery.mode`.
     /// The other settings take effect when a mode begins. Returns false, with a Warning, if
     /// buffered delivery is impossible; lines are then delivered immediately. Call it in one
     /// thread.
     ///
     /// In buffered delivery no call of a logging function waits for standard error or the storage,
-    /// but for the bounds of LogDelivery::fullRingWait. The signals are emitted in the thread that
-    /// logs, possibly before the line is in its file; flush() waits for that. docs/logging.md
+    /// except within the bounds of LogDelivery::fullRingWait. The signals are emitted in the thread
+    /// that logs, possibly before the line is in its file; flush() waits for that. docs/logging.md
     /// compares the two modes.
     bool setDelivery(const LogDelivery& delivery);
     /// The settings of the last setDelivery().
@@ -208,7 +208,7 @@ public:
     void setAppLogFileMaximumSizeMiB(double size_MiB);
     void setAppLogFileSecondaryFilesCount(int count);
     /// @}
-    /// Erases a log file with its predecessors and begins it anew. If
+    /// Erases a log file with its predecessors and opens a fresh one. If
     /// LogFileSettings::deletedFilesStorage is set, the erased files are kept for one generation.
     void deleteLogFile(LogFileId id);
     /// @{
@@ -308,7 +308,9 @@ Q_SIGNALS:
     void qtLogged(const QString& message);
     /// A signal for hosts, which the library never emits.
     void loggedFromThread(const QString& message);
+    /// Emitted by each updateEventsText(), also if the page is the same.
     void eventsTextChanged();
+    /// Emitted like eventsTextChanged().
     void eventsTextListChanged();
     void eventsPagesCountChanged();
     /// Announces every Event line when it is logged, and the start of the application.

@@ -12,7 +12,7 @@ class LogModules;
 /// separately. logging/log.h has the predefined modules; an application constructs its own.
 /// Identity, equality, order and hash depend on the id alone.
 ///
-/// The registry of modules is not locked: construct modules during static initialisation, or at
+/// The registry of modules is not locked: construct modules during static initialization, or at
 /// least before other threads log.
 class ZELTOOLS_EXPORT LogModule
 {
@@ -23,6 +23,7 @@ public:
     /// Copies id and name. The copy is not registered, and hasEnvVar() of the copy is always true.
     LogModule(const LogModule& other);
     LogModule& operator=(const LogModule&) = delete;
+    /// Removes this object from the registry.
     ~LogModule();
 
     /// All registered modules, in the order of their construction.

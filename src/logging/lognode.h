@@ -27,12 +27,12 @@ public:
     /// would not print it; LogFormatter then does not collect the text.
     static bool isHeard(LogLevel::Level level, const LogModules& modules);
 
-    /// Announces an event line, which is then handed in as any other. LogManager, which receives
-    /// it, is created for it if need be.
+    /// Announces an event line, which the caller then logs like any other. The announcement creates
+    /// LogManager, which receives it, if necessary.
     static void announceEvent(LogEventModule::EventModule event, const QString& message);
 
 Q_SIGNALS:
-    /// Emitted for every line that is heard, in the thread that logs it, with the text before
+    /// Emitted for every line that has a receiver, in the thread that logs it, with the text before
     /// LogRenderer adds the time and the level.
     void logged(LogLevel::Level level, const Log::Modules& modules, const QString& message);
 

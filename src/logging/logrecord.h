@@ -13,7 +13,8 @@ struct LogRecord
     LogModules modules;    ///< Only the modules with an id below 64, which are all predefined ones.
     qint64 time_ms;        ///< Since 1970, UTC.
     qint32 thread;         ///< The number that the kernel gives to the thread.
-    /// The message in the local 8-bit encoding, without time, level and line feed. The message of
-    /// an Event line starts with a blank, its kind and "| ".
+    /// The message in the local 8-bit encoding, without time, level and line feed. No NUL follows
+    /// its last byte: use size(), not functions for C strings. The message of an Event line starts
+    /// with a blank, its kind and "| ".
     QByteArray text;
 };

@@ -20,8 +20,8 @@ public:
     /// padded. Empty for an unknown level.
     static QString levelToString(LogLevel::Level level);
     static QLatin1String levelText(LogLevel::Level level); ///< The same text without a copy.
-    /// The text in front of the message: the current local time and, for ordinary levels and M4,
-    /// the level.
+    /// The text before the message: the current local time and, for ordinary levels and M4, the
+    /// level.
     static QString pattern(LogLevel::Level level);
     /// Passes the pieces of pattern() to `append(QLatin1String)` one after the other, so that a
     /// line can be put together in a buffer of any kind. The time stamp is one of logTimestamp().

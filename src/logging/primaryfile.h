@@ -4,8 +4,8 @@
 
 #include <QFile>
 
-/// The file of a RotatingLogFile: a QFile that never waits for a peer, and that can tell whether
-/// its name still refers to it and whether another open file holds its lock. It uses no mutex.
+/// The file of a RotatingLogFile: a QFile that never waits for a peer, and that knows whether its
+/// name still refers to it and whether another open file holds its lock. It uses no mutex.
 class ZELTOOLS_EXPORT PrimaryFile : public QFile
 {
 public:

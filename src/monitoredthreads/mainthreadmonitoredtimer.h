@@ -22,6 +22,7 @@ class ZELTOOLS_EXPORT MainThreadMonitoredTimer : public QObject
 
 public:
     MainThreadMonitoredTimer();
+    /// Removes the thread from the monitor if this object has registered it.
     ~MainThreadMonitoredTimer() override;
 
 protected:

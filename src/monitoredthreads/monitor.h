@@ -74,7 +74,7 @@ public:
     /// How often a thread is to tick. It is one second by default, and always while switched off.
     std::chrono::milliseconds threadsTickPeriod() const;
     /// A period below 20 ms counts as 20 ms. Unless setLimits() was called, the limits follow. The
-    /// time of threads that are on time begins anew.
+    /// time of threads that are on time starts again.
     void setThreadsTickPeriod(std::chrono::milliseconds period);
     /// Sets the time without a tick after which a thread is late, and after which it has stalled,
     /// which is at least as long. The defaults are 2 and 5 tick periods.
@@ -93,7 +93,7 @@ public:
     /// Ends the registration of the calling thread; does nothing in a thread that is not
     /// registered.
     void unregisterCurrentThread();
-    /// Tells that the calling thread works. It takes less than 50 ns and does nothing in a thread
+    /// Reports that the calling thread works. It takes less than 50 ns and does nothing in a thread
     /// that is not registered.
     void tickFromCurrentThread();
     /// Excepts the calling thread from the checks for that time, which begins now; ticks do not end
@@ -111,7 +111,7 @@ public:
     /// All registered threads and items with their present states.
     QVector<Item> items() const;
 
-    /// Adds texts that tell of a failure when a kernel log line contains one of them. Case matters;
+    /// Adds texts; a kernel log line that contains one of them reports a failure. Case matters;
     /// empty texts are ignored.
     void registerKernelFailureStrings(const QStringList& texts);
     /// Whether a line has matched since the start of the process.
@@ -122,10 +122,10 @@ public Q_SLOTS:
     void onDmesgNewLine(const QString& line);
 
 Q_SIGNALS:
-    /// The time is that since the last tick.
+    /// The time is the one since the last tick.
     void threadLate(const QString& name, std::chrono::milliseconds sinceTick);
-    /// The call stack tells where the thread stands, in the form of WindowsTools::callStack(). It
-    /// is empty for an item and for a thread that does not answer.
+    /// The call stack shows where the thread hangs, in the form of WindowsTools::callStack(). It is
+    /// empty for an item and for a thread that does not answer.
     void threadStalled(const QString& name, std::chrono::milliseconds sinceTick,
                        const QStringList& callStack);
     /// A stalled thread has ticked or was paused. One that ends or is unregistered instead only

@@ -10,7 +10,7 @@ namespace monitored_threads
 class Monitor;
 struct MonitorSlot;
 
-/// An item that the Monitor watches under a name while it lives, such as a job that wanders between
+/// An item that the Monitor watches under a name while it lives, such as a job that moves between
 /// threads. Something has to call tick() in each tick period; the tick period and the limits are
 /// those of the threads. It does nothing if the Monitor is switched off.
 class ZELTOOLS_EXPORT MonitoredItem : public QObject
@@ -20,10 +20,11 @@ class ZELTOOLS_EXPORT MonitoredItem : public QObject
 public:
     /// Registers the item under the name until its destruction.
     MonitoredItem(QObject* parent, const QString& name);
+    /// Removes the item from the monitor.
     ~MonitoredItem() override;
 
 public Q_SLOTS:
-    /// Tells that the item works. Any thread may call it while the item lives.
+    /// Reports that the item works. Any thread may call it while the item lives.
     void tick();
 
 protected:

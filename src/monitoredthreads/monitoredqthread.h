@@ -19,14 +19,14 @@ enum class AutoTick { Off = 0, On = 1 };
 
 /// A thread that the Monitor watches under a name while it runs, also if run() is overridden. Its
 /// code calls Monitor::tickFromCurrentThread() in each tick period, or with AutoTick::On a timer
-/// does so as long as the event loop turns. An overflow of its stack gives a crash report
+/// does so as long as the event loop runs. An overflow of its stack gives a crash report
 /// (zeltools::CrashReports). If the Monitor is switched off, it is a plain thread.
 class ZELTOOLS_EXPORT MonitoredQThread : public QThread
 {
     Q_OBJECT
 
 public:
-    /// The name stands in log lines and in the list of the monitor.
+    /// The name appears in log lines and in the list of the monitor.
     MonitoredQThread(const QString& name, AutoTick autoTick);
     ~MonitoredQThread() override;
 

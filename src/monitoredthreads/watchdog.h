@@ -30,9 +30,9 @@ class BackgroundWork;
 /// (Monitor::setLimits()) should be shorter than the period. If it ticks again before, the watchdog
 /// is fed at once. The thread never waits for the log: another one writes the lines.
 ///
-/// systemd is told the start, the end, and as status the name of the thread or item that is late or
-/// has stalled. If the Monitor is switched off, the watchdog only notices a process that stands
-/// still as a whole.
+/// systemd also gets messages about the start and the end, and as status the name of the thread or
+/// item that is late or has stalled. If the Monitor is switched off, the watchdog only notices a
+/// process that hangs as a whole.
 ///
 /// Create it in the main thread. One thread at a time may call the functions. In a forked child
 /// process the watchdog of the parent is left alone.
@@ -49,9 +49,9 @@ public:
     /// works, after Monitor::startMonitoringPeriod(). The limit is for the device only; that of
     /// systemd is in the unit (WatchdogSec).
     ///
-    /// Returns whether there is a watchdog; an Info line says its period. Without one, systemd is
-    /// still told the rest. A device that cannot be started is an Error line. Further calls only
-    /// return the same.
+    /// Returns whether there is a watchdog; an Info line gives its period. Without one, systemd
+    /// still gets the other messages. A device that cannot be started is an Error line. Further
+    /// calls only return the same.
     bool start(std::chrono::seconds deviceLimit = std::chrono::seconds(30));
     /// Tells systemd that the process ends, and stops the device. It returns within a second, also
     /// if systemd does not read or the log blocks.

@@ -23,10 +23,10 @@ class ZELTOOLS_EXPORT Access : public QObject
     Q_PROPERTY(QString user READ user WRITE setUser NOTIFY userChanged)
 
 public:
-    /// What the person may change. Each level includes those before it.
+    /// The changes that the person may make. Each level includes those before it.
     enum Level : int {
         ReadOnly,  ///< Nothing may be changed.
-        Operator,  ///< The debug switches of log modules, the date, the time and the time zone.
+        Operator,  ///< Debug lines of log modules, date, time, time zone and services.
         Technician ///< Also the switches of the application and the deletion of files.
     };
     Q_ENUM(Level)
@@ -55,9 +55,9 @@ public:
     QString refusal(Level needed) const;
 
     /// Writes the event line `Service: TEXT (by USER)`, of the kind ConfigurationEvent. It needs a
-    /// Path. The text is English, as all that goes into files. It is written as DisplayText shows
-    /// it, so that it stays one line, and "|", which separates the fields of an event line, becomes
-    /// "/".
+    /// Path. The text is English, like everything that goes into files. It is written as
+    /// DisplayText shows it, so that it stays one line, and "|", which separates the fields of an
+    /// event line, becomes "/".
     void recordChange(const QString& text) const;
 
 Q_SIGNALS:

@@ -14,7 +14,7 @@ namespace zeltools::quick
 class BundleWriter;
 
 /// Writes a support bundle of this machine into a folder, for example onto a memory stick, while
-/// the screen shows the progress. docs/support-bundle.md says what is in it. Another thread writes;
+/// the screen shows the progress. docs/support-bundle.md lists the content. Another thread writes;
 /// the file is complete or not there. Every level of Access may do it, since it only reads the
 /// machine; an event line says who has taken a bundle.
 ///
@@ -37,7 +37,8 @@ class ZELTOOLS_EXPORT BundleTask : public QObject
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     /// The result of the last start().
     Q_PROPERTY(zeltools::quick::BundleTask::Status status READ status NOTIFY statusChanged)
-    /// Why the last bundle failed, for the user; what the system reports is in its own language.
+    /// The reason for the user why the last bundle failed; messages of the system are in its own
+    /// language.
     Q_PROPERTY(QString error READ error NOTIFY statusChanged)
 
 public:
@@ -59,7 +60,7 @@ public:
     QString error() const { return m_error; }
 
     /// Starts a bundle, and does nothing while one is being written. The folder must exist, and the
-    /// host must have initialised Path.
+    /// host must have initialized Path.
     Q_INVOKABLE void start();
     /// Cancels the running bundle, which may take some seconds. One that is complete and is only
     /// being forced to the storage ends as Done.

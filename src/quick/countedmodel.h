@@ -44,6 +44,7 @@ protected:
     public:
         /// Begins an update, which makes an earlier one of the model obsolete.
         explicit Update(CountedModel& model);
+        /// Ends the update. The last open update of the model emits countChanged() if due.
         ~Update();
 
         /// Whether no other update has begun since this one.

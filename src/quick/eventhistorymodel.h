@@ -81,8 +81,7 @@ public:
     int pagesCount() const { return m_pagesCount; }
     /// Whether the rows are those of the properties.
     Status status() const { return m_status; }
-    /// The reason for the user why the files could not be read; empty unless the status tells of
-    /// it.
+    /// The reason for the user why the files could not be read; empty unless the status is Failed.
     QString error() const { return m_error; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;

@@ -10,9 +10,9 @@
 namespace zeltools::quick
 {
 
-/// Reads and deletes files below folders that the host names, and no others: neither "..", nor a
-/// symbolic link, nor one that is put there meanwhile leads out, and what is not a file is not even
-/// opened. Use it in the thread of the QML engine, which a slow disk blocks.
+/// Reads and deletes files below folders that the host names, and no others: neither ".." nor a
+/// symbolic link leads out of them, not even a link that is put there meanwhile, and only regular
+/// files are opened. Use it in the thread of the QML engine, which a slow disk blocks.
 class ZELTOOLS_EXPORT FilesAccess : public QObject
 {
     Q_OBJECT

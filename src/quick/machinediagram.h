@@ -18,11 +18,11 @@ class DiagramPicture;
 /// states are filled and show how long they have been present; transitions that have fired are bold
 /// and have a count, which are those of MachineView.
 ///
-/// The item is a window on the picture, so that a large picture needs no large item: it shows what
-/// begins at contentX, contentY, and a picture that is smaller is in the middle. It leads downwards
-/// or rightwards, whichever lets more of it be seen, and it is not mirrored where people read from
-/// right to left. It is painted only when something has changed, at most once in 16 ms, and when a
-/// second of the time in a state has passed while the item is visible.
+/// The item is a window on the picture, so that a large picture needs no large item: it shows the
+/// part that begins at contentX, contentY, and centres a smaller picture. The picture leads down or
+/// to the right, whichever shows more of it, and it is not mirrored for languages that are written
+/// from right to left. It is painted only when something has changed, at most once in 16 ms, and
+/// when a second of the time in a state has passed while the item is visible.
 class ZELTOOLS_EXPORT MachineDiagram : public QQuickPaintedItem
 {
     Q_OBJECT
@@ -41,7 +41,7 @@ class ZELTOOLS_EXPORT MachineDiagram : public QQuickPaintedItem
     Q_PROPERTY(qreal contentY READ contentY WRITE setContentY NOTIFY contentMoved)
     /// The font of all texts in the picture.
     Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY lookChanged)
-    /// The colour behind the picture.
+    /// The colour of the background.
     Q_PROPERTY(QColor backgroundColor MEMBER m_backgroundColor NOTIFY lookChanged)
     /// The colour of states.
     Q_PROPERTY(QColor stateColor MEMBER m_stateColor NOTIFY lookChanged)

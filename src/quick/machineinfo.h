@@ -10,8 +10,8 @@ namespace zeltools::quick
 {
 
 /// The facts about the machine and its software that an overview shows. Those that change are read
-/// anew at each full minute and by refresh(). A fact that the system does not tell is an empty text
-/// or 0. Use it in the thread of the QML engine.
+/// again at each full minute and by refresh(). A fact that the system does not provide is an empty
+/// text or 0. Use it in the thread of the QML engine.
 class ZELTOOLS_EXPORT MachineInfo : public QObject
 {
     Q_OBJECT

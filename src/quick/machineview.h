@@ -66,8 +66,8 @@ public:
 
     /// How long the machine has been in the present state, in ms; 0 if it does not run.
     qreal stateTime() const;
-    /// Whether the time is exact. It is only the least one if the machine was in the state before
-    /// the view existed and did not record.
+    /// Whether the time is exact. It is only a minimum if the machine was in the state before the
+    /// view existed and did not record.
     bool isStateTimeKnown() const;
 
     /// Whether stateTimeChanged() is also emitted each second, as by default. A page that is not
@@ -77,7 +77,7 @@ public:
 
     /// For MachineDiagram; null if the machine has no picture.
     const MachineGraph* graph() const;
-    /// What the machine has done, for the diagram.
+    /// The history of the machine, for the diagram.
     const MachineTrack* track() const;
 
 Q_SIGNALS:

@@ -13,8 +13,8 @@ namespace zeltools::quick
 
 /// The settings of a screen that hold for the whole process: the level and the user of Access, and
 /// the language. An object of this type has no values of its own, so that a screen can offer them
-/// as aliases: what a host writes always reaches Access, also if it is the value of a property that
-/// was never set, and what another screen has set is what each one reads.
+/// as aliases: a value that a host writes always reaches Access, even if the property has never
+/// been set, and every screen reads the value that another one has set.
 class ZELTOOLS_EXPORT ScreenSettings : public QObject
 {
     Q_OBJECT

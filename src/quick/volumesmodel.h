@@ -14,9 +14,9 @@ class QFile;
 namespace zeltools::quick
 {
 
-/// The mounted removable volumes, such as memory sticks: what is mounted below /media, /run/media
-/// or /mnt, except network disks, which may not answer. The kernel announces when one is mounted or
-/// unmounted. Use it in the thread of the QML engine.
+/// The mounted removable volumes, such as memory sticks: everything that is mounted below /media,
+/// /run/media or /mnt, except network disks, which may not answer. The kernel announces when one is
+/// mounted or unmounted. Use it in the thread of the QML engine.
 class ZELTOOLS_EXPORT VolumesModel : public zeltools::quick::CountedModel
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
     explicit VolumesModel(QObject* parent = nullptr);
     ~VolumesModel() override;
 
-    /// Reads anew how much space the volumes have, of which the kernel announces nothing.
+    /// Reads again how much space the volumes have, which the kernel does not announce.
     Q_INVOKABLE void refresh();
 
     int rowCount(const QModelIndex& parent) const override;

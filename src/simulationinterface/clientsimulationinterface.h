@@ -23,7 +23,7 @@ class ZELTOOLS_EXPORT ClientSimulationInterface : public SimulationInterface
 public:
     ~ClientSimulationInterface() override;
 
-    /// Whether the connection to the simulator stands.
+    /// Whether the connection to the simulator is established.
     bool connected() const override;
     QByteArray incomingData() override;
     /// Returns false, and the frame is lost, without a connection and while the simulator leaves

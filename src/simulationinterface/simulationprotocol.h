@@ -40,7 +40,7 @@ public:
     /// order.
     ///
     /// If a frame begins with another byte than 0x51, all available bytes are dropped with a
-    /// Warning, including good frames behind it: the protocol does not search for the next 0x51. If
+    /// Warning, including good frames after it: the protocol does not search for the next 0x51. If
     /// a chunk exceeds maximumBuffered_B, it is dropped with a Warning together with the incomplete
     /// frame.
     ///

@@ -33,7 +33,7 @@ public:
     /// makes it from "192.168.1.0/24".
     using Subnet = QPair<QHostAddress, int>;
     /// Closes the later connections of peers outside of these subnets immediately, with at most ten
-    /// Warnings a minute. A subnet that could not be parsed holds nobody. An empty list, the
+    /// Warnings a minute. A subnet that could not be parsed contains no address. An empty list, the
     /// default, allows all peers.
     void setAllowedPeers(QVector<Subnet> subnets);
 

@@ -9,8 +9,8 @@ namespace zeltools::simulationinterface
 class SocketFile;
 
 /// Listens for simulators of the same machine at an AF_UNIX socket, whose file has the mode 0600
-/// and is removed with the endpoint. The file that a process has left behind is replaced, that of
-/// a living listener is not.
+/// and is removed with the endpoint. A file that a process has left behind is replaced, but not
+/// that of a living listener.
 class ZELTOOLS_EXPORT UnixServerSimulationInterface : public ServerSimulationInterface
 {
     Q_OBJECT

@@ -12,12 +12,13 @@ namespace zeltools::simulatorkit
 class LinkEnd;
 class RecordingFile;
 
-/// Stands between a machine and a simulator and records what passes between them. All bytes are
-/// forwarded at once and as they are, also those that are not a frames. If one side does not read,
-/// the other one has to wait, as it would without a recorder.
+/// Sits between a machine and a simulator and records the traffic between them. All bytes are
+/// forwarded at once and as they are, including those that are not frames. If one side does not
+/// read, the other one has to wait, as it would without a recorder.
 ///
 /// An end that listens accepts one connection, and only then does the other end connect. If that
-/// fails, the first connection is closed. Two ends that both connect try it every three seconds.
+/// fails, the first connection is closed. Two ends that both connect try to do so every three
+/// seconds.
 ///
 /// An object belongs to the thread that created it, and needs its event loop.
 class ZELTOOLS_EXPORT LinkRecorder : public QObject
@@ -47,7 +48,8 @@ public:
     QString fileError() const;
 
 Q_SIGNALS:
-    /// A side cannot be reached, or the file cannot be written. The same problem is told once.
+    /// Reports that a side cannot be reached, or that the file cannot be written. The same problem
+    /// is reported once.
     void problemOccurred(const QString& problem);
 
 private:

@@ -14,9 +14,9 @@ namespace zeltools::simulatorkit
 class LinkEnd;
 class PartnerBytes;
 
-/// Plays one side of a recording for a real partner and compares what that sends with what was
-/// recorded, byte for byte. The rows of the played side are sent in their order, each as soon as
-/// everything that was recorded before it has come. Bytes that come early wait for their row.
+/// Plays one side of a recording for a real partner and compares the partner's bytes with the
+/// recorded ones. The rows of the played side are sent in their order, each as soon as everything
+/// that was recorded before it has come. Bytes that come early wait for their row.
 ///
 /// An object plays one recording once. It belongs to the thread that created it, and needs its
 /// event loop.

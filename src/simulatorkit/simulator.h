@@ -18,7 +18,8 @@ namespace zeltools::simulatorkit
 {
 
 /// Runs a script as the simulator's end of a link. The counts of the script (`first N`) go on from
-/// one connection to the next; what waits for its time is dropped with its connection.
+/// one connection to the next; actions that still wait for their time are dropped with their
+/// connection.
 ///
 /// At most 10,000 actions wait at once. Further ones are dropped, with one Warning a connection. An
 /// object belongs to the thread of its link, and needs its event loop.

@@ -30,7 +30,7 @@ struct ZELTOOLS_EXPORT SimulatorEvent
 
     std::chrono::microseconds time{};  ///< The time since the beginning of the recording.
     LinkSide side = LinkSide::Machine; ///< Who has done it.
-    Kind kind = Kind::Connected;       ///< What has happened.
+    Kind kind = Kind::Connected;       ///< The kind of the event.
     QByteArray bytes;                  ///< The message, or the raw bytes; empty otherwise.
     int line = 0;                      ///< The line in the file that was read.
 };

@@ -15,7 +15,7 @@ namespace zeltools::simulatorkit
 /// A row of a script: the simulator waits for the trigger, and then acts.
 struct SimulatorRow
 {
-    /// What a row waits for.
+    /// The events that a row can wait for.
     enum class Trigger {
         Connected,  ///< A machine has connected.
         Message,    ///< The message `triggerText` has arrived.
@@ -24,7 +24,7 @@ struct SimulatorRow
         Period,     ///< `period` has passed since the connection or the last time
         Also        ///< The row before has been triggered.
     };
-    /// What a row does.
+    /// The actions of a row.
     enum class Action {
         Answer,    ///< Sends the message `text`.
         Raw,       ///< Sends the bytes `text` without a frame.
@@ -33,14 +33,14 @@ struct SimulatorRow
         Disconnect ///< Closes the connection.
     };
 
-    Trigger trigger = Trigger::AnyMessage; ///< What the row waits for.
+    Trigger trigger = Trigger::AnyMessage; ///< The event that the row waits for.
     QByteArray triggerText;                ///< For Message and Beginning.
     std::chrono::milliseconds period{};    ///< For Period.
     int maximumTriggers = 0;               ///< The limit over all connections; 0 for none.
     std::chrono::milliseconds delay{};     ///< Between the trigger and the action.
     int repetitions = 1;                   ///< How often the row acts for one trigger.
     std::chrono::milliseconds pause{};     ///< Between two repetitions.
-    Action action = Action::Silence;       ///< What the row does.
+    Action action = Action::Silence;       ///< The action of the row.
     QByteArray text;                       ///< For Answer, Raw and Half.
 };
 

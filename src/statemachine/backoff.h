@@ -13,7 +13,7 @@ namespace tools
 /// no pauses.
 struct ZELTOOLS_EXPORT BackOff
 {
-    std::chrono::milliseconds firstPause{0}; ///< 0 stands for no pauses at all.
+    std::chrono::milliseconds firstPause{0}; ///< With 0 there are no pauses.
     double factor = 2;                       ///< How much longer each pause is than the one before.
     std::chrono::milliseconds maximum = std::chrono::minutes(1); ///< No pause is longer.
 

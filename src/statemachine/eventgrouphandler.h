@@ -104,7 +104,7 @@ public:
         unsigned int attempts = 1;
         /// How long an attempt waits for its answer.
         std::chrono::seconds timeout{0};
-        /// Is added to the timeout.
+        /// A time that is added to the timeout.
         std::chrono::milliseconds timeoutRest{0};
         /// The pauses between a rejected answer or a timeout and the next attempt.
         BackOff backOff;
@@ -137,7 +137,7 @@ public:
         unsigned int attempt = 0; ///< 1 for the first time that the event was fired.
     };
 
-    /// Who remembers the last connection, and cuts it when the next event is fired.
+    /// The owner of the last connection, who cuts it when the next event is fired.
     enum class ConnectionScope {
         Process, ///< The process, for all handlers with this scope.
         Handler, ///< The handler, which owns the connection and also cuts it when the group ends.

@@ -40,7 +40,7 @@ public:
     /// Whether the children of a group run one after another or at the same time.
     enum Order { Sequence, Parallel };
     /// When a group ends before all of its children have ended. Children that still run are then
-    /// canceled, and the others do not start.
+    /// cancelled, and the others do not start.
     enum class Policy {
         StopOnError,     ///< After the first failure. The group succeeds if no child has failed.
         ContinueOnError, ///< Never. The group succeeds if no child has failed.
@@ -78,7 +78,7 @@ public:
     /// The recipe with a callable that is called when the group starts.
     EventRecipe withSetup(const std::function<Setup()>& callable) const;
     /// The recipe with a callable that is called once when the group has ended, also if it was
-    /// canceled, but only if its setup has returned Run. The children have ended before.
+    /// cancelled, but only if its setup has returned Run. The children have ended before.
     EventRecipe withDone(const std::function<void(Result)>& callable) const;
 
     QString name;                      ///< Names the step or group in the journal and in failures.

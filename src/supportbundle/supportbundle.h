@@ -17,12 +17,13 @@ namespace zeltools
 
 struct BundleSources;
 
-/// Packs all that the factory needs to know about a machine into one file: log files with their
-/// predecessors and deleted copies, events, the kernel log, crash reports, the environment file
-/// without its secrets, lost lines, versions, packages, disks, memory, time. docs/support-bundle.md
-/// lists the content and describes the file, a compressed tar archive with a manifest.
+/// Packs everything that the factory needs to know about a machine into one file: log files with
+/// their predecessors and deleted copies, events, the kernel log, crash reports, the environment
+/// file without its secrets, lost lines, versions, packages, disks, memory, time.
+/// docs/support-bundle.md lists the content and describes the file, a compressed tar archive with a
+/// manifest.
 ///
-/// Say what belongs in the bundle first, then call create() or start(). The output is complete or
+/// First add the members of the bundle, then call create() or start(). The output is complete or
 /// not there. A source that cannot be read stops nothing: the manifest names it. The log files may
 /// grow and rotate meanwhile; the bundle has each of them once, as it was when the bundle began.
 ///
@@ -62,8 +63,8 @@ public:
     void setCrypt(const SimpleCrypt& crypt);
 
     /// Why no bundle with these settings can be written to this path: it needs a name that ends in
-    /// ".tar.zst" or ".tar.gz", with ".crypt" behind that if and only if there is a key, and a
-    /// level that the format has. Empty if it can.
+    /// ".tar.zst" or ".tar.gz", followed by ".crypt" if and only if there is a key, and a level
+    /// that the format has. Empty if it can.
     QString problemWith(const QString& path) const;
     /// Writes the bundle and blocks meanwhile; a program that lists the packages may take a few
     /// seconds. An existing file is replaced. Returns false, and leaves the old file, after a

@@ -25,7 +25,7 @@ struct ZELTOOLS_EXPORT SupportBundleManifest
         QByteArray name;     ///< The path in the bundle, with "/" between folders.
         qint64 size_B = 0;   ///< The size of the content in the bundle.
         QByteArray sha256;   ///< The 32 bytes of the digest of the content in the bundle.
-        QDateTime modified;  ///< The time of the last change; invalid if the file cannot tell it.
+        QDateTime modified;  ///< The time of the last change; invalid if it is not known.
         qint64 padded_B = 0; ///< The zeros at the end, for bytes that the file did not yield.
         QString fault;       ///< Why it did not yield them. Empty if `padded_B` is 0.
 
@@ -52,7 +52,7 @@ struct ZELTOOLS_EXPORT SupportBundleManifest
     QDateTime created;         ///< When the bundle was made.
     QString library;           ///< The version of the library that made the bundle.
     QVector<Member> members;   ///< In the order of the bundle.
-    QVector<Omission> missing; ///< What could not be read.
+    QVector<Omission> missing; ///< The members that could not be read.
 
     /// The text of the member `ownName`, which docs/format-bundle.md describes.
     QByteArray toJson() const;

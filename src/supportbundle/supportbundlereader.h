@@ -11,7 +11,7 @@
 namespace zeltools
 {
 
-/// Reads a support bundle without unpacking it to disk, and tells whether it is complete. A bundle
+/// Reads a support bundle without unpacking it to disk, and checks whether it is complete. A bundle
 /// comes from outside and may be forged: whatever it holds, reading it stores nothing, takes at
 /// most some 200 MiB of memory, ends after an unpacked GiB plus a thousand times the size of the
 /// file, and gives one clear reason of refusal. The digests find damage, not a forger, who can

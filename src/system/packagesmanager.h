@@ -14,7 +14,7 @@
 namespace zeltools::system
 {
 
-/// Detects the time packages on the machine's image, and switches the system's own synchronisation
+/// Detects the time packages on the machine's image, and switches the system's own synchronization
 /// with network time on and off. On the desktop it only logs the commands, because the developer's
 /// clock does not belong to the machine.
 ///

@@ -13,9 +13,9 @@ namespace zeltools::system
 {
 
 /// A clock that a simulator drives over a simulation interface. The simulator sends
-/// "2024/03/01 08:30:00" in local time to set it, and receives each request of the machine in the
-/// same form in UTC. Only the simulator changes this clock; requests change neither this clock nor
-/// another one on the board, and what other programs do to the system's clock is ignored.
+/// "2024/03/01 08:30:00" in local time to set it, and receives each request of the machine with
+/// `syncRtc` in the same form in UTC. Only the simulator changes this clock; requests change
+/// neither this clock nor another one on the board, and changes of the system's clock are ignored.
 class ZELTOOLS_EXPORT SimulatedDateTimeManager : public DateTimeManager
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 
 #include "grinder.h"
 
-/// A grinder that only takes its time, as long as there is no other one.
+/// A grinder that only takes its time, as long as there is no other.
 class TimedGrinder : public Grinder
 {
     Q_OBJECT
