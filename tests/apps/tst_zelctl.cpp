@@ -73,7 +73,7 @@ void addLanguages()
     refused("LC_ALL= LC_MESSAGES=it_IT zelctl events . --page 1",
             "non c'\u00e8 la pagina 1; l'ultima \u00e8 0", 1);
     refused("LC_ALL= LANG=ar zelctl", "ينقص أمر؛ \"zelctl --help\" يسرد الأوامر", 2);
-    refused("LC_ALL=de zelctl hex --nix", "Unbekannte Option „nix“.", 2);
+    refused("LC_ALL=de zelctl hex --nix", "Unbekannte Option „nix“; siehe „zelctl hex --help“", 2);
     refused("LC_ALL=fr_FR zelctl events nowhere", "no folder nowhere", 1);
     row("for l in C de ar; do LC_ALL=$l zelctl log recover .; done",
         "0 lines recovered\n0 Zeilen gerettet\nلم يُستعد أي سطر\n");
