@@ -13,7 +13,7 @@ class LinkEnd;
 class RecordingFile;
 
 /// Stands between a machine and a simulator and records what passes between them. All bytes are
-/// forwarded at once and as they are, also those that are not a frames. If one side does not read,
+/// forwarded at once and as they are, also those that are not frames. If one side does not read,
 /// the other one has to wait, as it would without a recorder.
 ///
 /// An end that listens accepts one connection, and only then does the other end connect. If that
