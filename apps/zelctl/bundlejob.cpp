@@ -74,7 +74,7 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
     bundle.setLevel(request.level);
     const QString misuse = bundle.problemWith(request.output);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     const QString problem = problemWithFolder(request.folder);
     if (!problem.isEmpty())
         return fail(Failed, problem);

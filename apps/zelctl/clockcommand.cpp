@@ -125,7 +125,7 @@ ExitStatus runClock(const CommandParser& parser)
     ClockRequest request;
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
 
     QString complaint; // of the library, about the address
     QObject context;

@@ -188,7 +188,7 @@ ExitStatus runEvents(const CommandParser& parser)
     EventRequest request;
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     QString folder;
     const QString obstacle = findEventFolder(parser.arguments().value(0), folder);
     return obstacle.isEmpty() ? printEvents(folder, request, parser) : fail(Failed, obstacle);

@@ -146,7 +146,7 @@ ExitStatus runKmsg(const CommandParser& parser)
     if (problem.isEmpty() && parser.isSet("facility"))
         problem = selection.setFacilities(parser.names("facility"));
     if (!problem.isEmpty())
-        return fail(WrongUsage, problem);
+        return refuse(problem);
     KmsgReader reader;
     problem = reader.open();
     if (!problem.isEmpty())

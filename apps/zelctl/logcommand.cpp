@@ -119,9 +119,14 @@ ExitStatus runLog(const CommandParser& parser)
     LogRequest request;
     const QString misuse = readLogRequest(parser, request);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
 
-    const QString folder = parser.arguments().value(0);
+    const QStringList words = parser.arguments();
+    if (words.size() > 1) // main() has not seen it behind an option
+        return refuse(Zelctl::tr("unexpected argument \"%1\"; usage: %2")
+                          .arg(words[0], QStringLiteral("zelctl log recover DIR")));
+
+    const QString& folder = words[0];
     const QString problem = problemWithFolder(folder);
     if (!problem.isEmpty())
         return fail(Failed, problem);

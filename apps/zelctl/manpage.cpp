@@ -40,7 +40,8 @@ QString syntax(const QString& text)
 {
     QStringList words = text.split(QLatin1Char(' '));
     for (QString& word : words) {
-        const bool isTyped = word.isLower() && !word.startsWith(QLatin1Char('['));
+        const bool isTyped =
+            CommandParser::isTyped(word) && !word.startsWith(QLatin1Char('[')); // as in "[options]"
         word = isTyped ? bold(word) : QStringLiteral("\\fI") + roff(word) + QStringLiteral("\\fR");
     }
     return words.join(QLatin1Char(' '));

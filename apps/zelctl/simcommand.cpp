@@ -30,7 +30,7 @@ ExitStatus checkAddresses(const QStringList& addresses)
 {
     for (const QString& address : addresses) {
         if (!LinkRecorder::isAddress(address))
-            return fail(WrongUsage, Zelctl::tr("\"%1\" is not the address of a link").arg(address));
+            return refuse(Zelctl::tr("\"%1\" is not the address of a link").arg(address));
     }
     return Done;
 }
@@ -57,9 +57,9 @@ ExitStatus replay(const CommandParser& parser, const QStringList& words)
     const QString time = valueOr(parser, "timeout", QLatin1String("10s"));
     const auto timeout = SimulatorScript::parseTime(time.toLatin1());
     if (side != asMachine && side != asSimulator)
-        return fail(WrongUsage, Zelctl::tr("--as is simulator or machine"));
+        return refuse(Zelctl::tr("--as is simulator or machine"));
     if (!timeout)
-        return fail(WrongUsage, Zelctl::tr("--timeout is a time such as 1.5s or 2min"));
+        return refuse(Zelctl::tr("--timeout is a time such as 1.5s or 2min"));
     const ExitStatus status = checkAddresses({words[2]});
     if (status != Done)
         return status;
@@ -141,7 +141,7 @@ ExitStatus runSim(const CommandParser& parser)
                                                {"in-time", "replay"},
                                                {"timeout", "replay"}});
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     const QStringList words = parser.arguments();
     const QString& action = words.first();
     if (action == QLatin1String("serve"))

@@ -28,6 +28,13 @@ void addMisuses()
 {
     misused("events . --page 0 --page 1", "--page is given more than once");
     misused("events ''", "DIR is empty");
+    misused("events . --page x", "--page needs a number from 0 on");
+    misused("env x.env set A -path", "Unknown option 'path'");
+    misused("env . list --force", "--force is only valid with set");
+    misused("crypt info a --plain", "--plain is only valid with encrypt");
+    misused("log --json recover .",
+            "unexpected argument \"recover\"; usage: zelctl log recover DIR");
+    row("zelctl log -h | sed -n 2p", "       zelctl log recover [options] DIR\n");
     misused("crash show", "FILE is missing in \"zelctl crash show FILE\"");
     misused("crash list a b", "unexpected argument \"b\"; usage: zelctl crash list DIR");
     misused("crash shw a", "unknown action \"shw\"; the actions are: list DIR, show FILE");
@@ -139,8 +146,8 @@ private Q_SLOTS:
                 1);
         row("zelctl events . --kind Menu 2>&1 | cut -c 1-40",
             "zelctl: unknown kind \"Menu\"; the kinds a\n");
-        refused("zelctl events . --from 30/02/2026 --to 01/03/2026",
-                "\"30/02/2026\" is not a date of the form dd/MM/yyyy", 2);
+        misused("events . --from 30/02/2026 --to 01/03/2026",
+                "\"30/02/2026\" is not a date of the form dd/MM/yyyy");
         refused("zelctl events nowhere", "no folder nowhere", 1);
         refused("zelctl events bad",
                 "cannot read bad/zel_events.log: Input/output error; events are missing", 1);

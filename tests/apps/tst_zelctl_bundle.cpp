@@ -48,7 +48,7 @@ private Q_SLOTS:
             {"zelctl bundle . a.tar.gz --level 0", "above 0", 2},
             {"zelctl bundle . a.tar.gz --json", "only valid with", 2},
             {"zelctl bundle . a.tar.gz --key-file key", ".crypt", 2},
-            {"zelctl bundle verify env --level 1", "new bundle", 2},
+            {"zelctl bundle verify env --level 1", "only valid with DIR OUT", 2},
             {"zelctl bundle missing a.tar.gz", "no folder", 1},
             {"mkdir d; cp env d; zelctl bundle d a.tar.gz", "holds no log files", 1},
             {"zelctl bundle . missing/a.tar.gz", "No such file", 1},

@@ -32,7 +32,8 @@ private Q_SLOTS:
         QVERIFY(
             run("zelctl clock tcpclient@ --set '2024/02/30 08:30:00'").endsWith("\nstatus 2\n"));
         QCOMPARE(run("zelctl clock tcpclient@ --zone Europe/Rome --set '2024/03/31 02:30:00'"),
-                 "zelctl: Europe/Rome skips 2024/03/31 02:30:00\nstatus 2\n");
+                 "zelctl: Europe/Rome skips 2024/03/31 02:30:00; see \"zelctl clock --help\"\n"
+                 "status 2\n");
     }
 
     void setsAndFollows()

@@ -102,7 +102,8 @@ private Q_SLOTS:
         row("zelctl log . --module Payment 2>&1 | cut -c 1-40",
             "zelctl: lines do not name their module; \n");
         row("zelctl log . --grep '('",
-            "zelctl: \"(\" is not a regular expression: missing closing parenthesis\nstatus 2\n");
+            "zelctl: \"(\" is not a regular expression: missing closing parenthesis; "
+            "see \"zelctl log --help\"\nstatus 2\n");
         row("for o in --level=x --from=1/1/2026 --last=-1 --color=x; do zelctl log . $o "
             "2>/dev/null; "
             "echo $?; done",

@@ -39,10 +39,6 @@
         <translation>لا يعطي addr2line الأسماء في %1 واحدًا واحدًا</translation>
     </message>
     <message>
-        <source>--environment and --level belong to a new bundle</source>
-        <translation>--environment و--level يخصان حزمة جديدة</translation>
-    </message>
-    <message>
         <source>--level is a number above 0</source>
         <translation>--level عدد أكبر من 0</translation>
     </message>
@@ -109,14 +105,6 @@ OUT appears when it is complete. What cannot be read is named on stderr and in t
     <message>
         <source>Prints the manifest as JSON.</source>
         <translation>يطبع البيان بصيغة JSON.</translation>
-    </message>
-    <message>
-        <source>This zelctl was built without libarchive, which bundles need.</source>
-        <translation>بُني zelctl هذا دون libarchive التي تحتاجها الحزم.</translation>
-    </message>
-    <message>
-        <source>Always.</source>
-        <translation>دائمًا.</translation>
     </message>
     <message>
         <source>this zelctl was built without libarchive, which bundles need</source>
@@ -627,10 +615,6 @@ The names of functions come from files with the same build id as the program or 
     <message>
         <source>--metadata takes ASCII only: anything else would be read back changed</source>
         <translation>لا يقبل --metadata إلا ASCII: كل ما عداه سيُقرأ متغيرًا</translation>
-    </message>
-    <message>
-        <source>--%1 does not belong to &quot;%2&quot;</source>
-        <translation>--%1 لا يخص &quot;%2&quot;</translation>
     </message>
     <message>
         <source>Encrypts and decrypts files, and shows what their header says.

@@ -39,10 +39,6 @@
         <translation>addr2line gibt die Namen in %1 nicht einzeln aus</translation>
     </message>
     <message>
-        <source>--environment and --level belong to a new bundle</source>
-        <translation>--environment und --level gehören zu einem neuen Paket</translation>
-    </message>
-    <message>
         <source>--level is a number above 0</source>
         <translation>--level ist eine Zahl über 0</translation>
     </message>
@@ -109,14 +105,6 @@ OUT erscheint, sobald es vollständig ist. Was nicht gelesen werden kann, wird a
     <message>
         <source>Prints the manifest as JSON.</source>
         <translation>Gibt das Manifest als JSON aus.</translation>
-    </message>
-    <message>
-        <source>This zelctl was built without libarchive, which bundles need.</source>
-        <translation>Dieses zelctl wurde ohne libarchive gebaut, das Pakete brauchen.</translation>
-    </message>
-    <message>
-        <source>Always.</source>
-        <translation>Immer.</translation>
     </message>
     <message>
         <source>this zelctl was built without libarchive, which bundles need</source>
@@ -619,10 +607,6 @@ Die Namen von Funktionen kommen aus Dateien mit derselben Build-ID wie das abges
     <message>
         <source>--metadata takes ASCII only: anything else would be read back changed</source>
         <translation>--metadata nimmt nur ASCII: Alles andere würde verändert zurückgelesen</translation>
-    </message>
-    <message>
-        <source>--%1 does not belong to &quot;%2&quot;</source>
-        <translation>--%1 gehört nicht zu „%2“</translation>
     </message>
     <message>
         <source>Encrypts and decrypts files, and shows what their header says.

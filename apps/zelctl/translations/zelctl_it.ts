@@ -39,10 +39,6 @@
         <translation>addr2line non dà i nomi in %1 uno per uno</translation>
     </message>
     <message>
-        <source>--environment and --level belong to a new bundle</source>
-        <translation>--environment e --level vanno con un nuovo pacchetto</translation>
-    </message>
-    <message>
         <source>--level is a number above 0</source>
         <translation>--level è un numero maggiore di 0</translation>
     </message>
@@ -109,14 +105,6 @@ OUT appare quando è completo. Ciò che non si può leggere è indicato su stder
     <message>
         <source>Prints the manifest as JSON.</source>
         <translation>Stampa il manifesto come JSON.</translation>
-    </message>
-    <message>
-        <source>This zelctl was built without libarchive, which bundles need.</source>
-        <translation>Questo zelctl è stato compilato senza libarchive, necessaria per i pacchetti.</translation>
-    </message>
-    <message>
-        <source>Always.</source>
-        <translation>Sempre.</translation>
     </message>
     <message>
         <source>this zelctl was built without libarchive, which bundles need</source>
@@ -619,10 +607,6 @@ I nomi delle funzioni vengono da file con lo stesso identificatore di build del 
     <message>
         <source>--metadata takes ASCII only: anything else would be read back changed</source>
         <translation>--metadata accetta solo ASCII: ogni altra cosa verrebbe riletta alterata</translation>
-    </message>
-    <message>
-        <source>--%1 does not belong to &quot;%2&quot;</source>
-        <translation>--%1 non va con &quot;%2&quot;</translation>
     </message>
     <message>
         <source>Encrypts and decrypts files, and shows what their header says.
