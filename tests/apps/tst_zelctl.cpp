@@ -151,6 +151,13 @@ private Q_SLOTS:
         refused("zelctl events nowhere", "no folder nowhere", 1);
         refused("zelctl events bad",
                 "cannot read bad/zel_events.log: Input/output error; events are missing", 1);
+        row("mkdir part; cp zel_events.log.1 part; >part/zel_events.log; chmod 0 part/*.log; "
+            "[ $(id -u) != 0 ] || drop='setpriv --bounding-set -all'; "
+            "for f in '' --follow; do $drop zelctl events part $f; done",
+            QString("%1%2%1%2status 1\n")
+                .arg(first,
+                     "zelctl: cannot read part/zel_events.log: Permission denied; events are "
+                     "missing\n"));
         refused("zelctl events . >/dev/full", "cannot write the output: No space left on device",
                 1);
         row("zelctl events . --json --per-page 2",

@@ -96,6 +96,11 @@ private Q_SLOTS:
         row("zelctl log bad", m_lines[0] +
                                   "zelctl: cannot read bad/zel_logs.log.1.tar.gz: tar finds "
                                   "it damaged; lines are missing\nstatus 1\n");
+        row("mkdir part; cp logs/debug/zel_logs.log part; >part/zel_logs.log.1; chmod 0 part/*.1; "
+            "[ $(id -u) != 0 ] || drop='setpriv --bounding-set -all'; $drop zelctl log part",
+            lines({6, 7}) + lost +
+                "zelctl: cannot read part/zel_logs.log.1: Permission denied; lines are missing\n"
+                "status 1\n");
         row("zelctl log nowhere", "zelctl: no folder nowhere\nstatus 1\n");
         row("zelctl log /proc", "zelctl: /proc holds no log files\nstatus 1\n");
         row("zelctl log . >/dev/full 2>&1 || echo $?", "1\n");

@@ -115,6 +115,10 @@ OUT appears when it is complete. What cannot be read is named on stderr and in t
         <translation>ليس في الحزمة: %1: %2</translation>
     </message>
     <message>
+        <source>losses.json is incomplete: %1</source>
+        <translation>losses.json غير مكتمل: %1</translation>
+    </message>
+    <message>
         <source>%1 ends with %2 bytes of zeros: %3</source>
         <translation>ينتهي %1 بعدد %2 من البايتات الصفرية: %3</translation>
     </message>

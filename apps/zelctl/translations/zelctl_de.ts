@@ -115,6 +115,10 @@ OUT erscheint, sobald es vollständig ist. Was nicht gelesen werden kann, wird a
         <translation>nicht im Paket: %1: %2</translation>
     </message>
     <message>
+        <source>losses.json is incomplete: %1</source>
+        <translation>losses.json ist unvollständig: %1</translation>
+    </message>
+    <message>
         <source>%1 ends with %2 bytes of zeros: %3</source>
         <translation>%1 endet mit %2 Nullbytes: %3</translation>
     </message>

@@ -115,6 +115,10 @@ OUT appare quando è completo. Ciò che non si può leggere è indicato su stder
         <translation>non nel pacchetto: %1: %2</translation>
     </message>
     <message>
+        <source>losses.json is incomplete: %1</source>
+        <translation>losses.json è incompleto: %1</translation>
+    </message>
+    <message>
         <source>%1 ends with %2 bytes of zeros: %3</source>
         <translation>%1 termina con %2 byte a zero: %3</translation>
     </message>
