@@ -69,11 +69,11 @@ QJsonObject eventObject(const QString& line)
         QStringLiteral(R"(^(\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3})\| ([^|]*)\| (.*)$)"),
         QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(line);
-    if (!match.hasMatch())
+    const LogTime time = logTime(match.captured(1).toStdString());
+    if (time == 0)
         return jsonObject({{"line", line}});
-    return jsonObject({{"time", isoTime(logTime(match.captured(1).toStdString()))},
-                       {"kind", match.captured(2)},
-                       {"text", match.captured(3)}});
+    return jsonObject(
+        {{"time", isoTime(time)}, {"kind", match.captured(2)}, {"text", match.captured(3)}});
 }
 
 ExitStatus printPageAsJson(int page, int pagesCount, const QStringList& lines)

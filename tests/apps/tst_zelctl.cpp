@@ -164,6 +164,10 @@ private Q_SLOTS:
             "{\"events\":[{\"kind\":\"MenuAccess\",\"text\":\"\\u001b[31mred | caf\u00e9\","
             "\"time\":\"2026-03-02T10:00:00.000\"},{\"line\":\"02/03/2026 11:0\"}],\"page\":0,"
             "\"pages\":2}\n");
+        row("mkdir odd; echo '45/13/2026 10:00:00:000| MenuAccess| x' >odd/zel_events.log; "
+            "zelctl events odd --json",
+            "{\"events\":[{\"line\":\"45/13/2026 10:00:00:000| MenuAccess| x\"}],\"page\":0,"
+            "\"pages\":1}\n");
         addMisuses();
         addValues();
         addLanguages();

@@ -96,6 +96,12 @@ private Q_SLOTS:
         row("zelctl log bad", m_lines[0] +
                                   "zelctl: cannot read bad/zel_logs.log.1.tar.gz: tar finds "
                                   "it damaged; lines are missing\nstatus 1\n");
+        row("mkdir odd; for t in 29/02/2026-10:00:00 01/13/2026-10:00:00 00/01/2026-10:00:00 "
+            "01/01/0000-10:00:00 01/01/2026-24:00:00 01/01/2026-10:60:00 01/01/2026-10:00:60 "
+            "29/02/2024-23:59:59; do echo \"$t:999| x\" | tr - ' '; done >odd/zel_logs.log; "
+            "zelctl log odd --json | grep time",
+            "{\"file\":\"zel_logs.log\",\"level\":\"Info\",\"text\":\" x\","
+            "\"time\":\"2024-02-29T23:59:59.999\"}\n");
         row("mkdir part; cp logs/debug/zel_logs.log part; >part/zel_logs.log.1; chmod 0 part/*.1; "
             "[ $(id -u) != 0 ] || drop='setpriv --bounding-set -all'; $drop zelctl log part",
             lines({6, 7}) + lost +
