@@ -237,16 +237,12 @@ A server waits for the machine to connect, a client connects to it; the machine 
         <translation>أُرسل الوقت أو طُبع.</translation>
     </message>
     <message>
-        <source>The machine did not connect, did not ask in time, or closed the link.</source>
-        <translation>لم تتصل الماكينة، أو لم تطلب في الوقت المحدد، أو أغلقت الوصلة.</translation>
+        <source>The machine did not connect, did not ask in time, or closed the link; or the command was interrupted without --follow.</source>
+        <translation>لم تتصل الماكينة، أو لم تطلب في الوقت المحدد، أو أغلقت الوصلة؛ أو قوطع الأمر من دون --follow.</translation>
     </message>
     <message>
         <source>Sets the clock of the machine that listens on port 8133.</source>
         <translation>يضبط ساعة الماكينة التي تنصت على المنفذ 8133.</translation>
-    </message>
-    <message>
-        <source>cannot listen on %1</source>
-        <translation>يتعذر الإنصات على %1</translation>
     </message>
     <message>
         <source>no machine has asked for a time in %1 s</source>
@@ -1516,6 +1512,10 @@ A line that names no level counts as Event in the event files, and as Info in ot
     <message>
         <source>the replay was stopped</source>
         <translation>أُوقفت إعادة التشغيل</translation>
+    </message>
+    <message>
+        <source>the command was interrupted</source>
+        <translation>قوطع الأمر</translation>
     </message>
     <message>
         <source>cannot listen on %1: %2</source>

@@ -229,16 +229,12 @@ Ein Server wartet, bis sich die Maschine verbindet, ein Client verbindet sich mi
         <translation>Die Zeit wurde gesendet oder ausgegeben.</translation>
     </message>
     <message>
-        <source>The machine did not connect, did not ask in time, or closed the link.</source>
-        <translation>Die Maschine hat sich nicht verbunden, nicht rechtzeitig gefragt oder die Verbindung geschlossen.</translation>
+        <source>The machine did not connect, did not ask in time, or closed the link; or the command was interrupted without --follow.</source>
+        <translation>Die Maschine hat sich nicht verbunden, nicht rechtzeitig gefragt oder die Verbindung geschlossen, oder der Befehl wurde ohne --follow abgebrochen.</translation>
     </message>
     <message>
         <source>Sets the clock of the machine that listens on port 8133.</source>
         <translation>Stellt die Uhr der Maschine, die auf Port 8133 lauscht.</translation>
-    </message>
-    <message>
-        <source>cannot listen on %1</source>
-        <translation>auf %1 kann nicht gelauscht werden</translation>
     </message>
     <message>
         <source>no machine has asked for a time in %1 s</source>
@@ -1496,6 +1492,10 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
     <message>
         <source>the replay was stopped</source>
         <translation>die Wiedergabe wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>the command was interrupted</source>
+        <translation>der Befehl wurde abgebrochen</translation>
     </message>
     <message>
         <source>cannot listen on %1: %2</source>

@@ -229,16 +229,12 @@ Un server attende che la macchina si connetta, un client si connette ad essa; la
         <translation>L&apos;ora è stata inviata o stampata.</translation>
     </message>
     <message>
-        <source>The machine did not connect, did not ask in time, or closed the link.</source>
-        <translation>La macchina non si è connessa, non ha chiesto in tempo, o ha chiuso il collegamento.</translation>
+        <source>The machine did not connect, did not ask in time, or closed the link; or the command was interrupted without --follow.</source>
+        <translation>La macchina non si è connessa, non ha chiesto in tempo o ha chiuso il collegamento; oppure il comando è stato interrotto senza --follow.</translation>
     </message>
     <message>
         <source>Sets the clock of the machine that listens on port 8133.</source>
         <translation>Imposta l&apos;orologio della macchina in ascolto sulla porta 8133.</translation>
-    </message>
-    <message>
-        <source>cannot listen on %1</source>
-        <translation>impossibile mettersi in ascolto su %1</translation>
     </message>
     <message>
         <source>no machine has asked for a time in %1 s</source>
@@ -1496,6 +1492,10 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
     <message>
         <source>the replay was stopped</source>
         <translation>la riproduzione è stata interrotta</translation>
+    </message>
+    <message>
+        <source>the command was interrupted</source>
+        <translation>il comando è stato interrotto</translation>
     </message>
     <message>
         <source>cannot listen on %1: %2</source>
