@@ -107,7 +107,7 @@ void describeClock(CommandParser& parser)
              "Prints all that the machine asks for, until interrupted. A clock that was set runs "
              "on: a machine that connects again gets the time that it then shows.")},
         {"json", QT_TRANSLATE_NOOP(
-                     "zelctl", "Prints a JSON object for each time that was asked for, or set.")},
+                     "zelctl", "Prints one JSON object for each time that was asked for, or set.")},
         {"timeout",
          QT_TRANSLATE_NOOP("zelctl", "Gives up after SECONDS, without --follow; 10 unless given."),
          "SECONDS", "10"},

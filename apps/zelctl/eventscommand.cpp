@@ -158,7 +158,7 @@ void describeEvents(CommandParser& parser)
         {"kind",
          QT_TRANSLATE_NOOP(
              "zelctl",
-             "Only events of these kinds, with commas between them; may be given several times."),
+             "Only events of these kinds, separated by commas; may be given several times."),
          "KIND", "", true},
         {"from", QT_TRANSLATE_NOOP("zelctl", "Only events of this day and later."), "dd/MM/yyyy"},
         {"to", QT_TRANSLATE_NOOP("zelctl", "Only events of this day and earlier."), "dd/MM/yyyy"},

@@ -83,7 +83,7 @@ void describeSim(CommandParser& parser)
                                      "tcpserver/127.0.0.1/0 unless given.")},
         {"record ADDRESS FILE",
          QT_TRANSLATE_NOOP("zelctl", "Stands between a machine and the simulator at ADDRESS, and "
-                                     "records both ways with times.")},
+                                     "records both ways with times. FILE is emptied first.")},
         {"replay FILE ADDRESS",
          QT_TRANSLATE_NOOP("zelctl", "Plays one side of a recording, and reports the first "
                                      "difference of what the other side does.")},
@@ -118,9 +118,11 @@ void describeSim(CommandParser& parser)
         {"json", QT_TRANSLATE_NOOP("zelctl", "Prints the address as a JSON object.")},
     });
     parser.setExitStatuses(
-        QT_TRANSLATE_NOOP("zelctl", "It was interrupted, or a replay saw no difference."),
-        QT_TRANSLATE_NOOP("zelctl",
-                          "A file or an address cannot be used, or a replay saw a difference."));
+        QT_TRANSLATE_NOOP(
+            "zelctl",
+            "serve or record has ended without a problem, or a replay saw no difference."),
+        QT_TRANSLATE_NOOP("zelctl", "A file or an address cannot be used, or a replay saw a "
+                                    "difference or was interrupted."));
     parser.addExamples({
         {"zelctl sim serve grinder.script tcpserver/127.0.0.1/8133",
          QT_TRANSLATE_NOOP("zelctl", "Plays a grinder.")},

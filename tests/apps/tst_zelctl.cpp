@@ -71,6 +71,7 @@ void addValues()
     row("[ \"$(zelctl help)\" = \"$(zelctl --help)\" ]", "");
     refused("zelctl help nix", "there is no command \"nix\"; \"zelctl help\" lists the commands",
             2);
+    row("mkdir man; (ulimit -f 1; zelctl help --man man 2>/dev/null); echo $?; ls -A man", "1\n");
     row("[ \"zelctl $(zelctl version)\" = \"$(zelctl --version)\" ]", "");
 }
 
@@ -81,6 +82,8 @@ void addLanguages()
             "non c'\u00e8 la pagina 1; l'ultima \u00e8 0", 1);
     refused("LC_ALL= LANG=ar zelctl", "ينقص أمر؛ \"zelctl --help\" يسرد الأوامر", 2);
     refused("LC_ALL=de zelctl hex --nix", "Unbekannte Option „nix“; siehe „zelctl hex --help“", 2);
+    refused("echo x >x.report; LC_ALL=de zelctl crash show x.report",
+            "x.report kann nicht gelesen werden: es ist kein Absturzbericht", 1);
     refused("LC_ALL=fr_FR zelctl events nowhere", "no folder nowhere", 1);
     row("for l in C de ar; do LC_ALL=$l zelctl log recover .; done",
         "0 lines recovered\n0 Zeilen gerettet\nلم يُستعد أي سطر\n");

@@ -217,7 +217,7 @@ Ein Server wartet, bis sich die Maschine verbindet, ein Client verbindet sich mi
         <translation>Gibt bis zum Abbruch alles aus, wonach die Maschine fragt. Eine gestellte Uhr läuft weiter: Eine Maschine, die sich erneut verbindet, bekommt die Zeit, die sie dann zeigt.</translation>
     </message>
     <message>
-        <source>Prints a JSON object for each time that was asked for, or set.</source>
+        <source>Prints one JSON object for each time that was asked for, or set.</source>
         <translation>Gibt ein JSON-Objekt für jede Zeit aus, nach der gefragt oder die gestellt wurde.</translation>
     </message>
     <message>
@@ -505,6 +505,14 @@ Die Namen von Funktionen kommen aus Dateien mit derselben Build-ID wie das abges
         <translation>%1 kann nicht gelesen werden: %2</translation>
     </message>
     <message>
+        <source>it is not a crash report</source>
+        <translation>es ist kein Absturzbericht</translation>
+    </message>
+    <message>
+        <source>it is a crash report of another version</source>
+        <translation>es ist ein Absturzbericht einer anderen Version</translation>
+    </message>
+    <message>
         <source>incomplete</source>
         <translation>lückenhaft</translation>
     </message>
@@ -530,7 +538,7 @@ Die Namen von Funktionen kommen aus Dateien mit derselben Build-ID wie das abges
     </message>
     <message>
         <source>running for</source>
-        <translation>läuft seit</translation>
+        <translation>lief</translation>
     </message>
     <message>
         <source>started</source>
@@ -929,7 +937,7 @@ Die Flags einer Datei sind nicht geschützt: Eine Datei, die sie verloren hat, w
         <translation>Eine Art von Ereignissen</translation>
     </message>
     <message>
-        <source>Only events of these kinds, with commas between them; may be given several times.</source>
+        <source>Only events of these kinds, separated by commas; may be given several times.</source>
         <translation>Nur Ereignisse dieser Arten, durch Kommas getrennt; mehrfach möglich.</translation>
     </message>
     <message>
@@ -977,7 +985,7 @@ Die Flags einer Datei sind nicht geschützt: Eine Datei, die sie verloren hat, w
         <translation>Listet die Befehle.</translation>
     </message>
     <message>
-        <source>Tells the version.</source>
+        <source>Prints the version.</source>
         <translation>Nennt die Version.</translation>
     </message>
     <message>
@@ -1132,7 +1140,7 @@ Die Flags einer Datei sind nicht geschützt: Eine Datei, die sie verloren hat, w
         <translation>Nur diese Facilitys, durch Kommas getrennt; kann mehrfach angegeben werden.</translation>
     </message>
     <message>
-        <source>Goes on with new records, until interrupted.</source>
+        <source>Continues with new records, until interrupted.</source>
         <translation>Setzt bis zum Abbruch mit neuen Einträgen fort.</translation>
     </message>
     <message>
@@ -1231,11 +1239,11 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Eine Datei oder eine Art von Ereignissen</translation>
     </message>
     <message>
-        <source>Only lines of this level and worse.</source>
+        <source>Only lines of this level and more severe ones.</source>
         <translation>Nur Zeilen dieser Stufe und schwererer.</translation>
     </message>
     <message>
-        <source>Only lines of these files or kinds of events, with commas between them; may be given several times.</source>
+        <source>Only lines of these files or kinds of events, separated by commas; may be given several times.</source>
         <translation>Nur Zeilen dieser Dateien oder Arten von Ereignissen, durch Kommas getrennt; mehrfach möglich.</translation>
     </message>
     <message>
@@ -1255,11 +1263,11 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Nur die letzten N dieser Zeilen.</translation>
     </message>
     <message>
-        <source>Goes on with new lines, also after a rotation, until interrupted.</source>
+        <source>Continues with new lines, also after a rotation, until interrupted.</source>
         <translation>Setzt bis zum Abbruch mit neuen Zeilen fort, auch nach einer Rotation.</translation>
     </message>
     <message>
-        <source>Prints a JSON object a line.</source>
+        <source>Prints one JSON object for each line.</source>
         <translation>Gibt je Zeile ein JSON-Objekt aus.</translation>
     </message>
     <message>
@@ -1311,8 +1319,8 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>BESCHREIBUNG</translation>
     </message>
     <message>
-        <source>zelctl reads and changes what a machine with the library ZelTools has: its logs, reports, switches and encrypted files, and the simulators beside it. Each command has a page of its own.</source>
-        <translation>zelctl liest und ändert, was eine Maschine mit der Bibliothek ZelTools hat: ihre Protokolle, Berichte, Schalter und verschlüsselten Dateien sowie die Simulatoren neben ihr. Jeder Befehl hat eine eigene Seite.</translation>
+        <source>zelctl works with the files of a machine that uses the library ZelTools: its logs, reports, switches and encrypted files; and with the simulators beside it. Each command has a page of its own.</source>
+        <translation>zelctl arbeitet mit den Dateien einer Maschine, die die Bibliothek ZelTools verwendet: ihren Protokollen, Berichten, Schaltern und verschlüsselten Dateien; und mit den Simulatoren neben ihr. Jeder Befehl hat eine eigene Seite.</translation>
     </message>
     <message>
         <source>OPTIONS</source>
@@ -1430,8 +1438,8 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Antwortet einer Maschine nach den Zeilen eines Skripts; ADDRESS ist ohne Angabe tcpserver/127.0.0.1/0.</translation>
     </message>
     <message>
-        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times.</source>
-        <translation>Steht zwischen einer Maschine und dem Simulator unter ADDRESS und zeichnet beide Richtungen mit Zeiten auf.</translation>
+        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times. FILE is emptied first.</source>
+        <translation>Steht zwischen einer Maschine und dem Simulator unter ADDRESS und zeichnet beide Richtungen mit Zeiten auf. FILE wird zuerst geleert.</translation>
     </message>
     <message>
         <source>Plays one side of a recording, and reports the first difference of what the other side does.</source>
@@ -1474,12 +1482,12 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Gibt die Adresse als JSON-Objekt aus.</translation>
     </message>
     <message>
-        <source>It was interrupted, or a replay saw no difference.</source>
-        <translation>Es wurde abgebrochen, oder eine Wiedergabe fand keine Abweichung.</translation>
+        <source>serve or record has ended without a problem, or a replay saw no difference.</source>
+        <translation>serve oder record endete ohne Problem, oder eine Wiedergabe fand keine Abweichung.</translation>
     </message>
     <message>
-        <source>A file or an address cannot be used, or a replay saw a difference.</source>
-        <translation>Eine Datei oder Adresse ist nicht brauchbar, oder eine Wiedergabe fand eine Abweichung.</translation>
+        <source>A file or an address cannot be used, or a replay saw a difference or was interrupted.</source>
+        <translation>Eine Datei oder Adresse ist nicht brauchbar, oder eine Wiedergabe fand eine Abweichung oder wurde abgebrochen.</translation>
     </message>
     <message>
         <source>Plays a grinder.</source>
