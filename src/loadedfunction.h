@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+
 #include <dlfcn.h>
 
 namespace zeltools
@@ -18,5 +20,33 @@ Function* loadedFunction(const char* library, const char* name)
     void* const handle = ::dlopen(library, RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
     return handle != nullptr ? reinterpret_cast<Function*>(::dlsym(handle, name)) : nullptr;
 }
+
+/// Keeps the result of loadedFunction(), also null, for a static object. No lock is held meanwhile:
+/// threads that need the function at the same time all load it.
+template <typename Function>
+class KeptFunction
+{
+public:
+    /// Both texts must outlive the object.
+    constexpr KeptFunction(const char* library, const char* name)
+        : m_library(library)
+        , m_name(name)
+    {
+    }
+    Function* get()
+    {
+        if (!m_isLoaded) {
+            m_function = loadedFunction<Function>(m_library, m_name);
+            m_isLoaded = true;
+        }
+        return m_function;
+    }
+
+private:
+    const char* const m_library;
+    const char* const m_name;
+    std::atomic<Function*> m_function = nullptr;
+    std::atomic<bool> m_isLoaded = false;
+};
 
 } // namespace zeltools

@@ -36,8 +36,8 @@ LastMessage& lastMessage()
 int sendNow(const QByteArray& socketName, const QByteArray& message,
             std::chrono::milliseconds patience)
 {
-    static auto* const notify =
-        zeltools::loadedFunction<decltype(sd_notify)>("libsystemd.so.0", "sd_notify");
+    static zeltools::KeptFunction<decltype(sd_notify)> kept("libsystemd.so.0", "sd_notify");
+    auto* const notify = kept.get();
     if (notify == nullptr)
         return servicesocket::sendDatagram(socketName, message, patience);
     const QMutexLocker environment(&zeltools::environmentLock());

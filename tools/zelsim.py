@@ -5,8 +5,8 @@
     zelsim.py record ADDRESS FILE [--machine ADDRESS]
     zelsim.py replay FILE ADDRESS [--as simulator|machine] [--in-time] [--timeout TIME]
 
-This is the command line of `zelctl sim`. In a Python test, a simulator runs in a thread of its own
-inside of a `with` block:
+This is the command line of `zelctl sim` without --json. In a Python test, a simulator runs in a
+thread of its own inside of a `with` block:
 
     with zelsim.Simulator(zelsim.Script.load("grinder.zelsim")) as simulator:
         start_machine(simulator.address)            # "tcpserver/127.0.0.1/40123"

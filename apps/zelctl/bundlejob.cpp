@@ -29,9 +29,8 @@ void reportMissing(const SupportBundleManifest& manifest)
     for (const auto& member : manifest.members) {
         if (member.padded_B > 0)
             fail(Done, Zelctl::tr("%1 ends with %2 bytes of zeros: %3")
-                           .arg(SupportBundleManifest::escaped(member.name))
-                           .arg(member.padded_B)
-                           .arg(member.fault));
+                           .arg(SupportBundleManifest::escaped(member.name),
+                                QString::number(member.padded_B), member.fault));
     }
 }
 
@@ -74,7 +73,7 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
     bundle.setLevel(request.level);
     const QString misuse = bundle.problemWith(request.output);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     const QString problem = problemWithFolder(request.folder);
     if (!problem.isEmpty())
         return fail(Failed, problem);
@@ -86,9 +85,12 @@ ExitStatus makeBundle(const BundleRequest& request, const SimpleCrypt* crypt)
         return fail(Failed, Zelctl::tr("writing %1 would lose the key or the environment file")
                                 .arg(request.output));
     Bar readingBar(QT_TRANSLATE_NOOP("zelctl", "reading"));
+    QString unread;
     bundle.addContent(QStringLiteral("losses.json"),
-                      lossesInFiles(request.folder, readingBar.progress()));
+                      lossesInFiles(request.folder, unread, readingBar.progress()));
     readingBar.clear();
+    if (!unread.isEmpty())
+        fail(Done, Zelctl::tr("losses.json is incomplete: %1").arg(unread));
     Bar bar(QT_TRANSLATE_NOOP("zelctl", "packing"));
     QObject::connect(&bundle, &SupportBundle::progress, bar.progress());
     const bool isDone = replaceCleanly(
@@ -137,7 +139,7 @@ ExitStatus listBundle(const QString& path, const SimpleCrypt* crypt, bool isJson
         return fail(Failed, reader.errorString());
     const SupportBundleManifest& manifest = reader.manifest();
     if (isJson)
-        return writeOutput(manifest.toJson());
+        return print(QString::fromUtf8(manifest.toJson()));
     QString text;
     for (const auto& member : manifest.members)
         text += line(member);

@@ -30,12 +30,15 @@ public:
         if (m_newest.size() > mostKept)
             m_newest.erase(m_newest.begin(), m_newest.end() - std::ptrdiff_t(mostKept));
     }
-    QByteArray toJson() const
+    QByteArray toJson(bool areComplete) const
     {
         QJsonArray losses;
         for (const auto& loss : m_newest)
             losses.append(jsonObject({{"time", isoTime(loss.time)}, {"lost", loss.count}}));
-        return QJsonDocument(jsonObject({{"total", m_total}, {"losses", losses}})).toJson();
+        QJsonObject object = jsonObject({{"total", m_total}, {"losses", losses}});
+        if (!areComplete)
+            object.insert(QStringLiteral("incomplete"), true);
+        return QJsonDocument(object).toJson();
     }
 
 private:
@@ -76,19 +79,23 @@ qint64 sizeOf(const LogSeries& series)
 
 } // namespace
 
-QByteArray lossesInFiles(const QString& folder, const std::function<void(qint64, qint64)>& progress)
+QByteArray lossesInFiles(const QString& folder, QString& error,
+                         const std::function<void(qint64, qint64)>& progress)
 {
     Losses losses;
     for (const LogSeries& series : findLogSeries(folder, false)) {
-        LogSource source(series);
-        if (series.kind != LogKind::General || !source.open().isEmpty())
+        if (series.kind != LogKind::General)
             continue;
+        LogSource source(series);
+        source.open();
         const qint64 total_B = sizeOf(series);
         qint64 done_B = 0;
         scan(source, losses, [&](qint64 count) {
             done_B += count;
             progress(std::min(done_B, total_B), total_B); // an archive yields more than its size
         });
+        if (error.isEmpty())
+            error = source.error();
     }
-    return losses.toJson();
+    return losses.toJson(error.isEmpty());
 }

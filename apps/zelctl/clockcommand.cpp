@@ -3,9 +3,11 @@
 #include "clocklink.h"
 #include "commandparser.h"
 #include "follow.h"
+#include "stopsignals.h"
 #include "words.h"
 #include <zeltools/logging/lognode.h>
 #include <zeltools/simulationinterface/createinterface.h>
+#include <zeltools/simulationinterface/serversimulationinterface.h>
 #include <zeltools/simulatorkit/linkrecorder.h>
 #include <zeltools/system/simulateddatetimemanager.h>
 
@@ -15,7 +17,7 @@
 
 #include <memory>
 
-using zeltools::simulationinterface::SimulationInterface;
+using namespace zeltools::simulationinterface;
 using zeltools::system::SimulatedDateTimeManager;
 
 namespace
@@ -105,15 +107,16 @@ void describeClock(CommandParser& parser)
              "Prints all that the machine asks for, until interrupted. A clock that was set runs "
              "on: a machine that connects again gets the time that it then shows.")},
         {"json", QT_TRANSLATE_NOOP(
-                     "zelctl", "Prints a JSON object for each time that was asked for, or set.")},
+                     "zelctl", "Prints one JSON object for each time that was asked for, or set.")},
         {"timeout",
          QT_TRANSLATE_NOOP("zelctl", "Gives up after SECONDS, without --follow; 10 unless given."),
          "SECONDS", "10"},
     });
     parser.setExitStatuses(
         QT_TRANSLATE_NOOP("zelctl", "The time was sent, or printed."),
-        QT_TRANSLATE_NOOP("zelctl",
-                          "The machine did not connect, did not ask in time, or closed the link."));
+        QT_TRANSLATE_NOOP(
+            "zelctl", "The machine did not connect, did not ask in time, or closed the link; or "
+                      "the command was interrupted without --follow."));
     parser.addExamples({
         {"zelctl clock tcpclient/127.0.0.1/8133 --set \"2024/03/01 08:30:00\"",
          QT_TRANSLATE_NOOP("zelctl", "Sets the clock of the machine that listens on port 8133.")},
@@ -122,21 +125,25 @@ void describeClock(CommandParser& parser)
 
 ExitStatus runClock(const CommandParser& parser)
 {
+    // While anybody listens, the library prints nothing; each problem is one line of the command.
+    const QObject context;
+    QObject::connect(LogNode::instance(), &LogNode::logged, &context, [] {});
     ClockRequest request;
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
 
-    QString complaint; // of the library, about the address
-    QObject context;
-    QObject::connect(LogNode::instance(), &LogNode::logged, &context,
-                     [&](auto, const auto&, const QString& line) { complaint = line; });
-    const std::unique_ptr<SimulationInterface> link(
-        zeltools::simulationinterface::createInterface(request.address, nullptr));
-    if (!link)
-        return fail(WrongUsage, complaint);
-    if (!complaint.isEmpty())
-        return fail(Failed, Zelctl::tr("cannot listen on %1").arg(request.address));
+    const StopSignals stopSignals;
+    QObject::connect(&stopSignals, &StopSignals::stopped, [&request] {
+        QCoreApplication::exit(
+            request.isFollowing ? Done : fail(Failed, Zelctl::tr("the command was interrupted")));
+    });
+    const std::unique_ptr<SimulationInterface> link(createInterface(request.address, nullptr));
+    const auto* const server = qobject_cast<ServerSimulationInterface*>(link.get());
+    if (server != nullptr && !server->listenError().isEmpty())
+        return fail(
+            Failed,
+            Zelctl::tr("cannot listen on %1: %2").arg(request.address, server->listenError()));
 
     ClockLink clock(request, *link);
     QObject::connect(link.get(), &SimulationInterface::connectedChanged, &context,

@@ -39,6 +39,13 @@ ExitStatus fail(ExitStatus status, const QString& message)
     return status;
 }
 
+ExitStatus refuse(const QString& problem)
+{
+    // The name of the program is "zelctl" and the command.
+    const QString command = QCoreApplication::arguments().constFirst();
+    return fail(WrongUsage, Zelctl::tr("%1; see \"%2 --help\"").arg(problem, command));
+}
+
 ExitStatus writeOutput(const QByteArray& bytes)
 {
     const auto size = static_cast<size_t>(bytes.size());

@@ -39,6 +39,10 @@ void keepStandardStreams();
 /// the log files are.
 ExitStatus fail(ExitStatus status, const QString& message);
 
+/// Prints the problem with the command line, which misuses the command that runs, and a hint to its
+/// help. Returns WrongUsage.
+ExitStatus refuse(const QString& problem);
+
 /// Writes to stdout. A full disk is a failure: the result is Done only if all bytes have left the
 /// process.
 ExitStatus writeOutput(const QByteArray& bytes);

@@ -66,6 +66,11 @@ QString examples(const std::vector<CommandParser::Row>& examples)
     return text;
 }
 
+QString withOptions(const QString& command)
+{
+    return QStringLiteral("zelctl %1 [options]").arg(command);
+}
+
 } // namespace
 
 QString wrapped(const QString& text, int indent)
@@ -135,12 +140,17 @@ QString optionSyntax(const CommandParser::Option& option)
 
 QStringList usageLines(const CommandParser& parser)
 {
-    const QString start =
-        QStringLiteral("zelctl %1 [options]").arg(QString::fromLatin1(parser.command().name));
+    const QString name = QString::fromLatin1(parser.command().name);
     QStringList lines;
-    for (const CommandParser::Row& usage : parser.description().usages)
-        lines.append(start + QLatin1Char(' ') + QString::fromLatin1(usage.name));
-    return lines.isEmpty() ? QStringList(start) : lines;
+    for (const CommandParser::Row& row : parser.description().usages) {
+        const QString usage = QLatin1Char(' ') + QString::fromLatin1(row.name);
+        const QString longName = name + usage.section(QLatin1Char(' '), 0, 1);
+        // The options of a command of two words stand behind both.
+        lines.append(findCommand(longName) != nullptr
+                         ? withOptions(longName) + usage.mid(longName.size() - name.size())
+                         : withOptions(name) + usage);
+    }
+    return lines.isEmpty() ? QStringList(withOptions(name)) : lines;
 }
 
 QString valueText(const CommandParser::Value& value)

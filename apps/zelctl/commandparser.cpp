@@ -17,9 +17,19 @@ namespace
 
 } // namespace
 
+QStringList CommandParser::wordsOf(const QString& usage)
+{
+    return QString(usage)
+        .remove(QLatin1Char('['))
+        .remove(QLatin1Char(']'))
+        .split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 CommandParser::CommandParser(const Command& command)
     : m_command(command)
 {
+    // Otherwise a word such as "-path" would be the short options p, a, t and h, the help.
+    m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     command.describe(*this);
     addOptions({{"help", QT_TRANSLATE_NOOP("zelctl", "Shows this help.")}});
 }
@@ -71,7 +81,7 @@ std::optional<ExitStatus> CommandParser::parse(const QStringList& words)
                                      : Zelctl::tr("the arguments are not UTF-8");
     if (misuse.isEmpty())
         return std::nullopt;
-    return fail(WrongUsage, Zelctl::tr("%1; see \"%2 --help\"").arg(misuse, words.first()));
+    return refuse(misuse);
 }
 
 QString CommandParser::problem() const

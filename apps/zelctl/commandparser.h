@@ -52,8 +52,7 @@ public:
     struct Description
     {
         const char* text = "";
-        /// The words after the name of the command, such as "FILE get NAME" or "[COMMAND]": words
-        /// in capitals are values, others are typed as they are.
+        /// The words after the name of the command, such as "FILE get NAME" or "[COMMAND]".
         std::vector<Row> usages;
         std::vector<Value> values;
         std::vector<Option> options;
@@ -63,6 +62,11 @@ public:
         std::vector<Row> files;
         std::vector<Row> examples; ///< a command line and what it does
     };
+
+    /// The words of a usage without its brackets.
+    static QStringList wordsOf(const QString& usage);
+    /// Whether a word of a usage is typed as it is: one in small letters. Others name values.
+    static bool isTyped(const QString& word) { return word.isLower() && !word.isUpper(); }
 
     /// Lets the command describe itself.
     explicit CommandParser(const Command& command);

@@ -22,14 +22,11 @@ Usage parse(const QString& text, const CommandParser& parser)
     Usage usage;
     usage.text = text;
     const QString required = text.section(QLatin1Char('['), 0, 0);
-    usage.least = static_cast<int>(required.split(QLatin1Char(' '), Qt::SkipEmptyParts).size());
-    usage.words = QString(text)
-                      .remove(QLatin1Char('['))
-                      .remove(QLatin1Char(']'))
-                      .split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    usage.least = static_cast<int>(CommandParser::wordsOf(required).size());
+    usage.words = CommandParser::wordsOf(text);
     usage.most = static_cast<int>(usage.words.size());
     for (int i = 0; i < usage.most; ++i) {
-        if (usage.words[i] != usage.words[i].toUpper())
+        if (CommandParser::isTyped(usage.words[i]))
             usage.action = i;
     }
     // The name of a command may have two words.

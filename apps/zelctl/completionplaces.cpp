@@ -19,20 +19,18 @@ QVector<CompletionPlace> completionPlaces(const CommandParser& parser)
     QVector<CompletionPlace> places;
     for (const CommandParser::Row& usage : parser.description().usages) {
         CompletionPlace next;
-        const QString syntax =
-            QString::fromLatin1(usage.name).remove(QLatin1Char('[')).remove(QLatin1Char(']'));
-        const QStringList words = syntax.split(QLatin1Char(' '));
+        const QStringList words = CommandParser::wordsOf(QString::fromLatin1(usage.name));
         for (const QString& word : words) {
             auto place = std::find_if(places.begin(), places.end(), [&next](const auto& other) {
                 return other.position == next.position && other.wordsBefore == next.wordsBefore;
             });
             if (place == places.end())
                 place = places.insert(place, next);
-            const bool isValue = word.isUpper();
-            add(*place, isValue ? parser.valueOf(word)
-                                : CommandParser::Value{"", "", CommandParser::OneOf, {word}});
+            const bool isTyped = CommandParser::isTyped(word);
+            add(*place, isTyped ? CommandParser::Value{"", "", CommandParser::OneOf, {word}}
+                                : parser.valueOf(word));
             place->words.removeDuplicates();
-            if (!isValue)
+            if (isTyped)
                 next.wordsBefore.append({next.position, word});
             ++next.position;
         }

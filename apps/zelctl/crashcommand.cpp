@@ -95,7 +95,7 @@ ExitStatus runCrash(const CommandParser& parser)
     const QString misuse =
         problemWithOptions(parser, action, {{"symbols", "show"}, {"wide", "list"}});
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     const bool isJson = parser.isSet("json");
     return isShow ? show(path, parser.value("symbols"), isJson)
                   : list(path, isJson, parser.isSet("wide") ? 0 : terminalWidth());

@@ -102,6 +102,12 @@ QJsonObject listJson(const QVector<Entry>& entries)
     return jsonObject({{"reports", array}});
 }
 
+/// The reasons of CrashReport::parse().
+[[maybe_unused]] constexpr const char* s_reasons[]{
+    QT_TRANSLATE_NOOP("zelctl", "it is not a crash report"),
+    QT_TRANSLATE_NOOP("zelctl", "it is a crash report of another version"),
+};
+
 } // namespace
 
 std::optional<CrashReport> readCrashReport(const QString& path, QString& error)
@@ -113,7 +119,8 @@ std::optional<CrashReport> readCrashReport(const QString& path, QString& error)
     }
     QString reason;
     std::optional<CrashReport> report = CrashReport::parse(content.bytes, reason);
-    error = report ? QString() : Zelctl::tr("cannot read %1: %2").arg(path, reason);
+    error = report ? QString()
+                   : Zelctl::tr("cannot read %1: %2").arg(path, Zelctl::tr(qUtf8Printable(reason)));
     return report;
 }
 

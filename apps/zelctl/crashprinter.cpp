@@ -80,8 +80,9 @@ void addSummary(Page& page, const CrashReport& report)
     page.addField(QT_TRANSLATE_NOOP("zelctl", "time"), crashTime(report.time_ms));
     page.addField(QT_TRANSLATE_NOOP("zelctl", "running for"), duration(report.uptime_ms));
     page.addField(QT_TRANSLATE_NOOP("zelctl", "started"), crashTime(report.started_ms));
-    page.addField(QT_TRANSLATE_NOOP("zelctl", "program"),
-                  Zelctl::tr("%1 (process %2)").arg(report.program).arg(report.process));
+    page.addField(
+        QT_TRANSLATE_NOOP("zelctl", "program"),
+        Zelctl::tr("%1 (process %2)").arg(report.program, QString::number(report.process)));
     page.addField(QT_TRANSLATE_NOOP("zelctl", "application"), report.application);
     page.addField(QT_TRANSLATE_NOOP("zelctl", "library"), report.library);
     page.addField(QT_TRANSLATE_NOOP("zelctl", "boot"), report.boot);

@@ -1,12 +1,11 @@
 #include "cryptcommand.h"
 
 #include "commandparser.h"
+#include "commandwords.h"
 #include "cryptinfo.h"
 #include "cryptjob.h"
 #include "cryptkey.h"
 #include "words.h"
-
-#include <QByteArrayList>
 
 namespace
 {
@@ -61,32 +60,6 @@ QString readSettings(const CommandParser& parser, Job& job)
     return QString();
 }
 
-/// The options that do not belong to an action.
-QByteArrayList misplacedOptions(const QString& action)
-{
-    const QByteArrayList forEncryption{"metadata", "protection", "compression", "plain",
-                                       "fixed-lead"};
-    if (action == s_encrypt)
-        return {"require", "json"};
-    if (action == s_info)
-        return forEncryption + QByteArrayList{"key-file", "whole-file", "require"};
-    return forEncryption + QByteArrayList{"json"};
-}
-
-/// The problem with the words and options, or an empty text.
-QString misuseOf(const CommandParser& parser)
-{
-    const QStringList words = parser.arguments();
-    const QString action = words.value(0);
-    const QByteArrayList misplaced = misplacedOptions(action);
-    for (const QByteArray& option : misplaced) {
-        if (parser.isSet(option.constData()))
-            return Zelctl::tr("--%1 does not belong to \"%2\"")
-                .arg(QString::fromLatin1(option), action);
-    }
-    return QString();
-}
-
 ExitStatus runJob(const CommandParser& parser, const QStringList& words)
 {
     Job job;
@@ -98,7 +71,7 @@ ExitStatus runJob(const CommandParser& parser, const QStringList& words)
     const QString misuse =
         job.isEncryption ? readSettings(parser, job) : readRequirement(parser, job);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     const QString problem = readKey(parser, job.crypt);
     return problem.isEmpty() ? run(job) : fail(Failed, problem);
 }
@@ -165,9 +138,18 @@ void describeCrypt(CommandParser& parser)
 ExitStatus runCrypt(const CommandParser& parser)
 {
     startSecretly();
-    const QString misuse = misuseOf(parser);
-    if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
     const QStringList words = parser.arguments();
+    const QString misuse = problemWithOptions(parser, words[0],
+                                              {{"metadata", "encrypt"},
+                                               {"protection", "encrypt"},
+                                               {"compression", "encrypt"},
+                                               {"plain", "encrypt"},
+                                               {"fixed-lead", "encrypt"},
+                                               {"key-file", "encrypt, decrypt"},
+                                               {"whole-file", "encrypt, decrypt"},
+                                               {"require", "decrypt"},
+                                               {"json", "info"}});
+    if (!misuse.isEmpty())
+        return refuse(misuse);
     return words[0] == s_info ? showInfo(words[1], parser.isSet("json")) : runJob(parser, words);
 }

@@ -147,11 +147,11 @@ ExitStatus runEnv(const CommandParser& parser)
         parser, action,
         {{"json", "list, get, catalogue"}, {"wide", "list, catalogue"}, {"force", "set"}});
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     if (words.size() == 1) // "catalogue"
         return printCatalogue(isJson, width);
     if (words.size() > 2 && name.isEmpty()) // a reader of the file takes it for a blank line
-        return fail(WrongUsage, Zelctl::tr("the name is empty"));
+        return refuse(Zelctl::tr("the name is empty"));
     if (action == s_set)
         return set(path, name, words[3], parser.isSet("force"));
     if (action == s_unset)

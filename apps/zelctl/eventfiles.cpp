@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cerrno>
 
-// A file that cannot be opened is found before anything is printed.
 QString EventFiles::find(const QString& folder)
 {
     const QDir dir(folder);
@@ -22,13 +21,17 @@ QString EventFiles::find(const QString& folder)
         struct stat status = {};
         if (stat(QFile::encodeName(path).constData(), &status) != 0 && errno == ENOENT)
             continue;
-        QString obstacle = whyUnreadable(path);
-        if (!obstacle.isEmpty())
-            return obstacle;
-        paths.append(path);
-        states.append(status);
+        const QString obstacle = whyUnreadable(path);
+        if (obstacle.isEmpty()) {
+            paths.append(path);
+            states.append(status);
+        } else if (unread.isEmpty()) {
+            unread = obstacle;
+        }
     }
-    return paths.isEmpty() ? Zelctl::tr("%1 holds no zel_events.log").arg(folder) : QString();
+    if (!paths.isEmpty())
+        return QString();
+    return unread.isEmpty() ? Zelctl::tr("%1 holds no zel_events.log").arg(folder) : unread;
 }
 
 bool EventFiles::areSameAs(const EventFiles& other) const

@@ -10,9 +10,9 @@ struct EventFiles
 {
     QStringList paths; ///< oldest first
     QVector<struct stat> states;
+    QString unread; ///< the first file that cannot be read, with the reason; it is not in `paths`
 
-    /// Finds the files in a folder. Returns the reason if one cannot be read or none is there, or
-    /// an empty text.
+    /// Finds the files in a folder. Returns the reason if none can be read, or an empty text.
     QString find(const QString& folder);
     bool areSameAs(const EventFiles& other) const;
 };

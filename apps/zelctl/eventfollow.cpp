@@ -35,12 +35,11 @@ QString EventFollow::readPage(EventHistory::Page& page)
     constexpr int attempts = 50;
     for (int i = 0; i < attempts; ++i) {
         m_reader = std::make_unique<LogReader>(events, m_selection, m_ledger);
-        QString obstacle = m_reader->source().openAtEnd();
-        if (obstacle.isEmpty())
-            obstacle = readEventPage(m_folder, m_request, page);
+        m_reader->source().openAtEnd();
+        QString obstacle = readEventPage(m_folder, m_request, page);
         if (!obstacle.isEmpty())
             return obstacle;
-        if (m_reader->source().isAtEnd()) {
+        if (!page.error.isEmpty() || m_reader->source().isAtEnd()) {
             m_reader->follow();
             return QString();
         }

@@ -69,6 +69,7 @@ QString readEventPage(const QString& folder, const EventRequest& request, EventH
         if (!obstacle.isEmpty())
             return obstacle;
         page = readPage(files.paths, request);
+        keepFirst(page.error, files.unread);
         EventFiles now;
         if (now.find(folder).isEmpty() && now.areSameAs(files))
             return QString();

@@ -69,11 +69,11 @@ QJsonObject eventObject(const QString& line)
         QStringLiteral(R"(^(\d\d/\d\d/\d{4} \d\d:\d\d:\d\d:\d{3})\| ([^|]*)\| (.*)$)"),
         QRegularExpression::DotMatchesEverythingOption);
     const QRegularExpressionMatch match = form.match(line);
-    if (!match.hasMatch())
+    const LogTime time = logTime(match.captured(1).toStdString());
+    if (time == 0)
         return jsonObject({{"line", line}});
-    return jsonObject({{"time", isoTime(logTime(match.captured(1).toStdString()))},
-                       {"kind", match.captured(2)},
-                       {"text", match.captured(3)}});
+    return jsonObject(
+        {{"time", isoTime(time)}, {"kind", match.captured(2)}, {"text", match.captured(3)}});
 }
 
 ExitStatus printPageAsJson(int page, int pagesCount, const QStringList& lines)
@@ -158,7 +158,7 @@ void describeEvents(CommandParser& parser)
         {"kind",
          QT_TRANSLATE_NOOP(
              "zelctl",
-             "Only events of these kinds, with commas between them; may be given several times."),
+             "Only events of these kinds, separated by commas; may be given several times."),
          "KIND", "", true},
         {"from", QT_TRANSLATE_NOOP("zelctl", "Only events of this day and later."), "dd/MM/yyyy"},
         {"to", QT_TRANSLATE_NOOP("zelctl", "Only events of this day and earlier."), "dd/MM/yyyy"},
@@ -188,7 +188,7 @@ ExitStatus runEvents(const CommandParser& parser)
     EventRequest request;
     const QString misuse = readRequest(parser, request);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     QString folder;
     const QString obstacle = findEventFolder(parser.arguments().value(0), folder);
     return obstacle.isEmpty() ? printEvents(folder, request, parser) : fail(Failed, obstacle);

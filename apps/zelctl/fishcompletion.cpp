@@ -148,6 +148,6 @@ QString fishCompletion()
     return QString::fromLatin1(s_start).arg(
                longNames.join(space), valued.join(space),
                described(QT_TRANSLATE_NOOP("zelctl", "Lists the commands.")),
-               described(QT_TRANSLATE_NOOP("zelctl", "Tells the version."))) +
+               described(QT_TRANSLATE_NOOP("zelctl", "Prints the version."))) +
            lines;
 }

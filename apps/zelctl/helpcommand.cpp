@@ -1,11 +1,10 @@
 #include "helpcommand.h"
 
+#include "cleanreplacement.h"
 #include "commandhelp.h"
 #include "commands.h"
 #include "manpage.h"
 #include "words.h"
-
-#include <QFile>
 
 namespace
 {
@@ -13,12 +12,9 @@ namespace
 /// Writes a page. Returns the problem, or an empty text.
 QString write(const QString& folder, const QString& command, const QString& text)
 {
-    QFile file(folder + QLatin1Char('/') + manPageName(command) + QStringLiteral(".1"));
-    const QByteArray bytes = text.toUtf8();
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
-    return isWritten ? QString()
-                     : Zelctl::tr("cannot write %1: %2").arg(file.fileName(), file.errorString());
+    zeltools::FileReplacement file(folder + QLatin1Char('/') + manPageName(command) +
+                                   QStringLiteral(".1"));
+    return replaceCleanly(file, text.toUtf8()) ? QString() : file.errorString();
 }
 
 ExitStatus writeManPages(const QString& folder)

@@ -110,7 +110,7 @@ ExitStatus runHex(const CommandParser& parser)
     const bool isToBytes = parser.isSet("to-bytes");
     if (isToBytes && (parser.isSet("from-bytes") || parser.isSet("prefix") ||
                       parser.isSet("separator") || parser.isSet("json")))
-        return fail(WrongUsage, Zelctl::tr("--to-bytes cannot be combined with other options"));
+        return refuse(Zelctl::tr("--to-bytes cannot be combined with other options"));
     if (isToBytes && isatty(STDOUT_FILENO) != 0)
         return fail(WrongUsage,
                     Zelctl::tr("bytes are not written to a terminal; redirect the output"));

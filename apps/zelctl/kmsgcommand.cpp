@@ -125,7 +125,7 @@ void describeKmsg(CommandParser& parser)
          QT_TRANSLATE_NOOP(
              "zelctl", "Only these facilities, separated by commas; may be given several times."),
          "NAMES", "", true},
-        {"follow", QT_TRANSLATE_NOOP("zelctl", "Goes on with new records, until interrupted.")},
+        {"follow", QT_TRANSLATE_NOOP("zelctl", "Continues with new records, until interrupted.")},
         {"json", QT_TRANSLATE_NOOP("zelctl", "Prints one JSON object for each record.")},
     });
     parser.setExitStatuses(
@@ -146,7 +146,7 @@ ExitStatus runKmsg(const CommandParser& parser)
     if (problem.isEmpty() && parser.isSet("facility"))
         problem = selection.setFacilities(parser.names("facility"));
     if (!problem.isEmpty())
-        return fail(WrongUsage, problem);
+        return refuse(problem);
     KmsgReader reader;
     problem = reader.open();
     if (!problem.isEmpty())

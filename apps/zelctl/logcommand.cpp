@@ -119,9 +119,14 @@ ExitStatus runLog(const CommandParser& parser)
     LogRequest request;
     const QString misuse = readLogRequest(parser, request);
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
 
-    const QString folder = parser.arguments().value(0);
+    const QStringList words = parser.arguments();
+    if (words.size() > 1) // main() has not seen it behind an option
+        return refuse(Zelctl::tr("unexpected argument \"%1\"; usage: %2")
+                          .arg(words[0], QStringLiteral("zelctl log recover DIR")));
+
+    const QString& folder = words[0];
     const QString problem = problemWithFolder(folder);
     if (!problem.isEmpty())
         return fail(Failed, problem);
@@ -130,9 +135,7 @@ ExitStatus runLog(const CommandParser& parser)
         return fail(Failed, Zelctl::tr("%1 holds no log files").arg(folder));
     LossLedger ledger;
     LogMerge merge(series, request.selection, ledger);
-    const QString obstacle = merge.open();
-    if (!obstacle.isEmpty())
-        return fail(Failed, obstacle);
+    merge.open();
     signal(SIGPIPE, SIG_IGN); // the reader of the output may go before its end
     return printLogs(merge, request, ledger);
 }

@@ -2,6 +2,8 @@
 
 #include <zeltools/logging/logrenderer.h>
 
+#include <QDate>
+
 #include <algorithm>
 #include <array>
 
@@ -25,6 +27,15 @@ LogTime digits(const char* first)
         value = value * 10 + digit;
     }
     return areDigits ? value : -1;
+}
+
+/// Whether there are such a day and time. No year has a shorter month than of 28 days.
+bool isPossible(LogTime year, LogTime month, LogTime day, LogTime hour, LogTime minute,
+                LogTime second)
+{
+    return year > 0 && month > 0 && month <= 12 && day > 0 &&
+           (day <= 28 || QDate::isValid(int(year), int(month), int(day))) && hour < 24 &&
+           minute < 60 && second < 60;
 }
 
 bool hasLevelText(std::string_view line)
@@ -67,7 +78,8 @@ LogTime logTime(std::string_view line)
     const LogTime minute = digits<2>(text + 14);
     const LogTime second = digits<2>(text + 17);
     const LogTime millisecond = digits<3>(text + 20);
-    if ((day | month | year | hour | minute | second | millisecond) < 0)
+    if ((day | month | year | hour | minute | second | millisecond) < 0 ||
+        !isPossible(year, month, day, hour, minute, second))
         return 0;
     return (((((year * 100 + month) * 100 + day) * 100 + hour) * 100 + minute) * 100 + second) *
                1000 +

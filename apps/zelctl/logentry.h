@@ -36,7 +36,8 @@ struct LogKindProperties
 /// The kinds in the order of their values.
 const QVector<LogKindProperties>& logKinds();
 
-/// The time in "dd/MM/yyyy hh:mm:ss:zzz" at the start of the line; 0 if there is none.
+/// The time in "dd/MM/yyyy hh:mm:ss:zzz" at the start of the line; 0 if there is none, or one that
+/// no clock shows.
 LogTime logTime(std::string_view line);
 /// "yyyy-MM-ddThh:mm:ss.zzz"; empty for no time.
 QString isoTime(LogTime time);

@@ -49,18 +49,26 @@ bool isInPlace(const OpenLog& log)
            zeltools::isSameFile(now, log.status);
 }
 
-/// Returns the reason if a file cannot be opened, or an empty text.
-QString openAll(std::vector<OpenLog>& logs)
+/// Removes the files that cannot be opened, of which the first is in `error` with the reason.
+/// Returns false at a file that is gone by now.
+bool openAll(std::vector<OpenLog>& logs, QString& error)
 {
+    std::vector<OpenLog> opened;
     for (OpenLog& log : logs) {
-        QString error;
-        log.descriptor = openFile(log.path, error);
+        QString problem;
+        log.descriptor = openFile(log.path, problem);
+        if (error.isEmpty())
+            error = problem;
+        if (log.descriptor < 0 && errno == ENOENT)
+            return false;
         if (log.descriptor < 0)
-            return error;
+            continue;
         log.owner = std::make_shared<zeltools::FileDescriptor>(log.descriptor);
         fstat(log.descriptor, &log.status);
+        opened.push_back(log);
     }
-    return QString();
+    logs = std::move(opened);
+    return true;
 }
 
 /// Removes the archives that have the content of the file behind them. The machine removes that
@@ -102,18 +110,15 @@ std::vector<LogSeries> findLogSeries(const QString& folder, bool areAllKinds)
 QString openLogs(const LogSeries& series, std::vector<OpenLog>& logs)
 {
     constexpr int attempts = 20;
-    QString error;
     for (int i = 0; i < attempts; ++i) {
+        QString error;
         logs = listLogs(series);
-        error = openAll(logs);
         // A file that is gone, or has another name by now, has been rotated.
-        if (error.isEmpty() && std::all_of(logs.begin(), logs.end(), isInPlace)) {
+        if (openAll(logs, error) && std::all_of(logs.begin(), logs.end(), isInPlace)) {
             removeCopies(logs);
-            return QString();
-        }
-        if (!error.isEmpty() && errno != ENOENT)
             return error;
+        }
     }
-    return error.isEmpty() ? Zelctl::tr("%1 rotates faster than it can be read").arg(series.path)
-                           : error;
+    logs.clear();
+    return Zelctl::tr("%1 rotates faster than it can be read").arg(series.path);
 }

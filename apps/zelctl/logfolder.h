@@ -34,5 +34,6 @@ struct OpenLog
 std::vector<LogSeries> findLogSeries(const QString& folder, bool areAllKinds);
 
 /// Opens the files of a series, oldest first. The files stay the same when the machine rotates
-/// them. Returns the reason if one cannot be opened, or an empty text.
+/// them. A file that cannot be opened is left out; the first one, with the reason, is the result,
+/// which is empty otherwise.
 QString openLogs(const LogSeries& series, std::vector<OpenLog>& logs);

@@ -9,14 +9,10 @@ LogMerge::LogMerge(const std::vector<LogSeries>& series, const LogSelection& sel
         m_readers.push_back(std::make_unique<LogReader>(one, selection, ledger));
 }
 
-QString LogMerge::open()
+void LogMerge::open()
 {
-    for (const auto& reader : m_readers) {
-        QString obstacle = reader->source().open();
-        if (!obstacle.isEmpty())
-            return obstacle;
-    }
-    return QString();
+    for (const auto& reader : m_readers)
+        reader->source().open();
 }
 
 void LogMerge::follow()

@@ -14,11 +14,12 @@ public:
     LogMerge(const std::vector<LogSeries>& series, const LogSelection& selection,
              LossLedger& ledger);
 
-    /// Opens all files. Returns the reason if one cannot be opened, or an empty text.
-    QString open();
+    /// Opens all files that can be opened.
+    void open();
     /// From now on visit() also visits what the machine has added since.
     void follow();
-    /// The first file that could not be read to its end, with the reason; or an empty text.
+    /// The first file that could not be opened, or read to its end, with the reason; or an empty
+    /// text.
     QString error() const;
 
     /// Calls visit(entry) for each line that there is now, until it returns false.

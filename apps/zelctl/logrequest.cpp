@@ -129,10 +129,11 @@ void describeLog(CommandParser& parser)
         {"TIME", "dd/MM/yyyy [hh:mm[:ss]]"},
     });
     parser.addOptions({
-        {"level", QT_TRANSLATE_NOOP("zelctl", "Only lines of this level and worse."), "LEVEL"},
+        {"level", QT_TRANSLATE_NOOP("zelctl", "Only lines of this level and more severe ones."),
+         "LEVEL"},
         {"module",
-         QT_TRANSLATE_NOOP("zelctl", "Only lines of these files or kinds of events, with commas "
-                                     "between them; may be given several times."),
+         QT_TRANSLATE_NOOP("zelctl", "Only lines of these files or kinds of events, separated by "
+                                     "commas; may be given several times."),
          "MODULE", "", true},
         {"grep", QT_TRANSLATE_NOOP("zelctl", "Only lines that contain this regular expression."),
          "REGEX"},
@@ -145,8 +146,8 @@ void describeLog(CommandParser& parser)
         {"last", QT_TRANSLATE_NOOP("zelctl", "Only the last N of these lines."), "N"},
         {"follow",
          QT_TRANSLATE_NOOP("zelctl",
-                           "Goes on with new lines, also after a rotation, until interrupted.")},
-        {"json", QT_TRANSLATE_NOOP("zelctl", "Prints a JSON object a line.")},
+                           "Continues with new lines, also after a rotation, until interrupted.")},
+        {"json", QT_TRANSLATE_NOOP("zelctl", "Prints one JSON object for each line.")},
         {"color",
          QT_TRANSLATE_NOOP("zelctl", "Colours the lines by their levels; auto unless given."),
          "auto|always|never", "auto"},

@@ -15,6 +15,11 @@
 namespace
 {
 
+QString cannotRead(const QString& path, const QString& reason)
+{
+    return Zelctl::tr("cannot read %1: %2").arg(path, reason);
+}
+
 bool isNewer(const timespec& time, const timespec& than)
 {
     return std::make_pair(time.tv_sec, time.tv_nsec) > std::make_pair(than.tv_sec, than.tv_nsec);
@@ -61,20 +66,18 @@ LogSource::LogSource(const LogSeries& series)
 {
 }
 
-QString LogSource::open()
+void LogSource::open()
 {
-    QString obstacle = openLogs(m_series, m_logs);
+    keepError(openLogs(m_series, m_logs));
     startArchive();
-    return obstacle;
 }
 
-QString LogSource::openAtEnd()
+void LogSource::openAtEnd()
 {
-    QString obstacle = openLogs(m_series, m_logs);
+    keepError(openLogs(m_series, m_logs));
     m_index = m_logs.empty() ? 0 : m_logs.size() - 1;
     if (!m_logs.empty())
         lseek(m_logs[m_index].descriptor, 0, SEEK_END);
-    return obstacle;
 }
 
 const OpenLog* LogSource::current() const
@@ -112,8 +115,8 @@ qint64 LogSource::read(char* to, qint64 size)
         return 0;
     if (m_archive) {
         const qint64 count = m_archive->read(to, size);
-        if (count <= 0)
-            keepError(m_archive->error());
+        if (count <= 0 && !m_archive->error().isEmpty())
+            keepError(cannotRead(path(), m_archive->error()));
         return std::max<qint64>(count, 0);
     }
     ssize_t count = -1;
@@ -121,14 +124,14 @@ qint64 LogSource::read(char* to, qint64 size)
         count = ::read(log->descriptor, to, size_t(size));
     } while (count < 0 && errno == EINTR);
     if (count < 0)
-        keepError(systemError());
+        keepError(cannotRead(path(), systemError()));
     return std::max<ssize_t>(count, 0);
 }
 
-void LogSource::keepError(const QString& reason)
+void LogSource::keepError(const QString& error)
 {
-    if (m_error.isEmpty() && !reason.isEmpty())
-        m_error = Zelctl::tr("cannot read %1: %2").arg(path(), reason);
+    if (m_error.isEmpty())
+        m_error = error;
 }
 
 bool LogSource::openNext()
@@ -154,10 +157,7 @@ bool LogSource::openSuccessors()
         return unread_B(m_former) > 0 && startWith({m_former, last});
     }
     std::vector<OpenLog> logs;
-    const QString obstacle = openLogs(m_series, logs);
-    keepError(obstacle);
-    if (!obstacle.isEmpty())
-        return false;
+    keepError(openLogs(m_series, logs));
     keepSuccessors(logs, last);
     if (!logs.empty() && last.descriptor >= 0 && !last.isArchive) {
         m_former = last;

@@ -13,10 +13,10 @@ class LogSource
 public:
     explicit LogSource(const LogSeries& series);
 
-    /// Opens all files. Returns the reason if one cannot be opened, or an empty text.
-    QString open();
+    /// Opens all files that can be opened.
+    void open();
     /// Starts at the end of the live file, and otherwise like open().
-    QString openAtEnd();
+    void openAtEnd();
     /// Whether nothing has been added behind the bytes that were read, and no file was rotated.
     bool isAtEnd() const;
 
@@ -28,14 +28,15 @@ public:
     bool openSuccessors();
 
     QString path() const;
-    /// The first file that could not be read to its end, with the reason; or an empty text.
+    /// The first file that could not be opened, or read to its end, with the reason; or an empty
+    /// text.
     QString error() const { return m_error; }
 
 private:
     const OpenLog* current() const;
     void startArchive();
     bool startWith(const std::vector<OpenLog>& logs);
-    void keepError(const QString& reason);
+    void keepError(const QString& error);
 
     const LogSeries m_series;
     std::vector<OpenLog> m_logs;

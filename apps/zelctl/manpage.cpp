@@ -40,7 +40,8 @@ QString syntax(const QString& text)
 {
     QStringList words = text.split(QLatin1Char(' '));
     for (QString& word : words) {
-        const bool isTyped = word.isLower() && !word.startsWith(QLatin1Char('['));
+        const bool isTyped =
+            CommandParser::isTyped(word) && !word.startsWith(QLatin1Char('[')); // as in "[options]"
         word = isTyped ? bold(word) : QStringLiteral("\\fI") + roff(word) + QStringLiteral("\\fR");
     }
     return words.join(QLatin1Char(' '));
@@ -153,13 +154,13 @@ QString programManPage()
         names += row(reference(QString::fromLatin1(command.name)), Zelctl::tr(command.summary));
     content += section(
         QT_TRANSLATE_NOOP("zelctl", "DESCRIPTION"),
-        lines(Zelctl::tr("zelctl reads and changes what a machine with the library ZelTools has: "
-                         "its logs, reports, switches and encrypted files, and the simulators "
+        lines(Zelctl::tr("zelctl works with the files of a machine that uses the library ZelTools: "
+                         "its logs, reports, switches and encrypted files; and with the simulators "
                          "beside it. Each command has a page of its own.")) +
             names);
     content += section(QT_TRANSLATE_NOOP("zelctl", "OPTIONS"),
                        {{"-h, --help", QT_TRANSLATE_NOOP("zelctl", "Lists the commands.")},
-                        {"-v, --version", QT_TRANSLATE_NOOP("zelctl", "Tells the version.")}});
+                        {"-v, --version", QT_TRANSLATE_NOOP("zelctl", "Prints the version.")}});
     content += section(QT_TRANSLATE_NOOP("zelctl", "EXIT STATUS"), exitStatuses({}));
     return page(QStringLiteral("zelctl"),
                 QT_TRANSLATE_NOOP("zelctl", "Companion of the library ZelTools."),

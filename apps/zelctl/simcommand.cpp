@@ -30,7 +30,7 @@ ExitStatus checkAddresses(const QStringList& addresses)
 {
     for (const QString& address : addresses) {
         if (!LinkRecorder::isAddress(address))
-            return fail(WrongUsage, Zelctl::tr("\"%1\" is not the address of a link").arg(address));
+            return refuse(Zelctl::tr("\"%1\" is not the address of a link").arg(address));
     }
     return Done;
 }
@@ -57,9 +57,9 @@ ExitStatus replay(const CommandParser& parser, const QStringList& words)
     const QString time = valueOr(parser, "timeout", QLatin1String("10s"));
     const auto timeout = SimulatorScript::parseTime(time.toLatin1());
     if (side != asMachine && side != asSimulator)
-        return fail(WrongUsage, Zelctl::tr("--as is simulator or machine"));
+        return refuse(Zelctl::tr("--as is simulator or machine"));
     if (!timeout)
-        return fail(WrongUsage, Zelctl::tr("--timeout is a time such as 1.5s or 2min"));
+        return refuse(Zelctl::tr("--timeout is a time such as 1.5s or 2min"));
     const ExitStatus status = checkAddresses({words[2]});
     if (status != Done)
         return status;
@@ -83,7 +83,7 @@ void describeSim(CommandParser& parser)
                                      "tcpserver/127.0.0.1/0 unless given.")},
         {"record ADDRESS FILE",
          QT_TRANSLATE_NOOP("zelctl", "Stands between a machine and the simulator at ADDRESS, and "
-                                     "records both ways with times.")},
+                                     "records both ways with times. FILE is emptied first.")},
         {"replay FILE ADDRESS",
          QT_TRANSLATE_NOOP("zelctl", "Plays one side of a recording, and reports the first "
                                      "difference of what the other side does.")},
@@ -118,9 +118,11 @@ void describeSim(CommandParser& parser)
         {"json", QT_TRANSLATE_NOOP("zelctl", "Prints the address as a JSON object.")},
     });
     parser.setExitStatuses(
-        QT_TRANSLATE_NOOP("zelctl", "It was interrupted, or a replay saw no difference."),
-        QT_TRANSLATE_NOOP("zelctl",
-                          "A file or an address cannot be used, or a replay saw a difference."));
+        QT_TRANSLATE_NOOP(
+            "zelctl",
+            "serve or record has ended without a problem, or a replay saw no difference."),
+        QT_TRANSLATE_NOOP("zelctl", "A file or an address cannot be used, or a replay saw a "
+                                    "difference or was interrupted."));
     parser.addExamples({
         {"zelctl sim serve grinder.script tcpserver/127.0.0.1/8133",
          QT_TRANSLATE_NOOP("zelctl", "Plays a grinder.")},
@@ -141,7 +143,7 @@ ExitStatus runSim(const CommandParser& parser)
                                                {"in-time", "replay"},
                                                {"timeout", "replay"}});
     if (!misuse.isEmpty())
-        return fail(WrongUsage, misuse);
+        return refuse(misuse);
     const QStringList words = parser.arguments();
     const QString& action = words.first();
     if (action == QLatin1String("serve"))

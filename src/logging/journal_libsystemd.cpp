@@ -15,9 +15,9 @@ namespace
 
 decltype(&sd_journal_sendv) sender()
 {
-    static auto* const send =
-        zeltools::loadedFunction<decltype(sd_journal_sendv)>("libsystemd.so.0", "sd_journal_sendv");
-    return send;
+    static zeltools::KeptFunction<decltype(sd_journal_sendv)> send("libsystemd.so.0",
+                                                                   "sd_journal_sendv");
+    return send.get();
 }
 
 } // namespace

@@ -47,7 +47,7 @@ LinkEnd::~LinkEnd()
 QString LinkEnd::open(const QString& rawAddress)
 {
     if (!isLinkAddress(rawAddress))
-        return QStringLiteral("\"%1\" is not an address of a link").arg(rawAddress);
+        return QStringLiteral("\"%1\" is not the address of a link").arg(rawAddress);
     m_address = rawAddress;
     m_server = listenAt(rawAddress, m_listener);
     if (m_server == nullptr)

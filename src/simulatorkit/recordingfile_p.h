@@ -17,7 +17,7 @@ class RecordingFile
 {
 public:
     /// Creates or empties the file. Returns false, with error(), if it cannot be written. A pipe
-    /// that nobody reads is no such file.
+    /// that nobody reads cannot be written.
     bool open(const QString& path);
     /// Writes a row with the present time.
     void write(LinkSide side, SimulatorEvent::Kind kind, const QByteArray& bytes = {});

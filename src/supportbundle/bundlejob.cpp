@@ -27,6 +27,35 @@ QString cannotWrite(const QString& path, QString reason)
     return QStringLiteral("cannot write %1: %2").arg(path, reason);
 }
 
+/// A file that a host names itself.
+BundleFile namedFile(const QByteArray& name, const QString& path)
+{
+    BundleFile file;
+    file.name = name;
+    file.path = QFile::encodeName(path);
+    file.isFollowed = true;
+    if (stat(file.path.constData(), &file.status) != 0)
+        file.fault = qt_error_string(errno);
+    else if (!S_ISREG(file.status.st_mode))
+        file.fault = QStringLiteral("it is not a plain file");
+    return file;
+}
+
+/// Reads a file whole. Returns the reason of a failure, or an empty text.
+QString readSmall(BundleFile& file, QByteArray& content)
+{
+    constexpr qint64 longest_B = qint64(16) * 1024 * 1024;
+    QString fault = file.open();
+    if (!fault.isEmpty())
+        return fault;
+    QFile opened;
+    opened.open(*file.descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered);
+    content = opened.read(longest_B + 1);
+    if (opened.error() != QFileDevice::NoError)
+        return opened.errorString();
+    return content.size() > longest_B ? QStringLiteral("it is too large") : QString();
+}
+
 } // namespace
 
 BundleJob::BundleJob(const BundleSources& sources, const std::atomic<bool>& isCancelled,
@@ -107,17 +136,8 @@ std::vector<BundleFile> BundleJob::listFiles(BundleMembers& members) const
         if (!fault.isEmpty())
             members.omit(folder.prefix, fault);
     }
-    for (const auto& [name, path] : m_sources.files) {
-        BundleFile file;
-        file.name = name;
-        file.path = QFile::encodeName(path);
-        file.isFollowed = true;
-        if (stat(file.path.constData(), &file.status) != 0)
-            file.fault = qt_error_string(errno);
-        else if (!S_ISREG(file.status.st_mode))
-            file.fault = QStringLiteral("it is not a plain file");
-        files.push_back(std::move(file));
-    }
+    for (const auto& [name, path] : m_sources.files)
+        files.push_back(namedFile(name, path));
     removeOutput(files);
     return files;
 }
@@ -142,12 +162,12 @@ bool BundleJob::addEnvironment(BundleMembers& members)
 {
     if (m_sources.environmentFile.isEmpty())
         return true;
-    constexpr qint64 longest_B = qint64(16) * 1024 * 1024;
-    constexpr char name[] = "environment";
-    QFile file(m_sources.environmentFile);
-    if (file.open(QIODevice::ReadOnly) && file.size() <= longest_B)
-        return members.addContent(name, withoutSecrets(file.read(longest_B)));
-    members.omit(name, file.isOpen() ? QStringLiteral("it is too large") : file.errorString());
+    BundleFile file = namedFile("environment", m_sources.environmentFile);
+    QByteArray content;
+    const QString fault = readSmall(file, content);
+    if (fault.isEmpty())
+        return members.addContent(file.name, withoutSecrets(content));
+    members.omit(file.name, fault);
     return true;
 }
 

@@ -47,4 +47,4 @@ with tempfile.TemporaryDirectory() as first, tempfile.TemporaryDirectory() as se
                    and f"\\fB{row} \\f" not in shown]
         assert not missing, f"{name} lacks {missing}"
 full = subprocess.run([zelctl, "help", "--man", "/nowhere"], stderr=subprocess.PIPE, text=True)
-assert full.returncode == 1 and "cannot write /nowhere/zelctl.1: " in full.stderr, full
+assert full.returncode == 1 and "cannot open /nowhere: " in full.stderr, full

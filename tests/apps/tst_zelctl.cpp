@@ -28,6 +28,13 @@ void addMisuses()
 {
     misused("events . --page 0 --page 1", "--page is given more than once");
     misused("events ''", "DIR is empty");
+    misused("events . --page x", "--page needs a number from 0 on");
+    misused("env x.env set A -path", "Unknown option 'path'");
+    misused("env . list --force", "--force is only valid with set");
+    misused("crypt info a --plain", "--plain is only valid with encrypt");
+    misused("log --json recover .",
+            "unexpected argument \"recover\"; usage: zelctl log recover DIR");
+    row("zelctl log -h | sed -n 2p", "       zelctl log recover [options] DIR\n");
     misused("crash show", "FILE is missing in \"zelctl crash show FILE\"");
     misused("crash list a b", "unexpected argument \"b\"; usage: zelctl crash list DIR");
     misused("crash shw a", "unknown action \"shw\"; the actions are: list DIR, show FILE");
@@ -64,6 +71,7 @@ void addValues()
     row("[ \"$(zelctl help)\" = \"$(zelctl --help)\" ]", "");
     refused("zelctl help nix", "there is no command \"nix\"; \"zelctl help\" lists the commands",
             2);
+    row("mkdir man; (ulimit -f 1; zelctl help --man man 2>/dev/null); echo $?; ls -A man", "1\n");
     row("[ \"zelctl $(zelctl version)\" = \"$(zelctl --version)\" ]", "");
 }
 
@@ -73,7 +81,9 @@ void addLanguages()
     refused("LC_ALL= LC_MESSAGES=it_IT zelctl events . --page 1",
             "non c'\u00e8 la pagina 1; l'ultima \u00e8 0", 1);
     refused("LC_ALL= LANG=ar zelctl", "ينقص أمر؛ \"zelctl --help\" يسرد الأوامر", 2);
-    refused("LC_ALL=de zelctl hex --nix", "Unbekannte Option „nix“.", 2);
+    refused("LC_ALL=de zelctl hex --nix", "Unbekannte Option „nix“; siehe „zelctl hex --help“", 2);
+    refused("echo x >x.report; LC_ALL=de zelctl crash show x.report",
+            "x.report kann nicht gelesen werden: es ist kein Absturzbericht", 1);
     refused("LC_ALL=fr_FR zelctl events nowhere", "no folder nowhere", 1);
     row("for l in C de ar; do LC_ALL=$l zelctl log recover .; done",
         "0 lines recovered\n0 Zeilen gerettet\nلم يُستعد أي سطر\n");
@@ -139,17 +149,28 @@ private Q_SLOTS:
                 1);
         row("zelctl events . --kind Menu 2>&1 | cut -c 1-40",
             "zelctl: unknown kind \"Menu\"; the kinds a\n");
-        refused("zelctl events . --from 30/02/2026 --to 01/03/2026",
-                "\"30/02/2026\" is not a date of the form dd/MM/yyyy", 2);
+        misused("events . --from 30/02/2026 --to 01/03/2026",
+                "\"30/02/2026\" is not a date of the form dd/MM/yyyy");
         refused("zelctl events nowhere", "no folder nowhere", 1);
         refused("zelctl events bad",
                 "cannot read bad/zel_events.log: Input/output error; events are missing", 1);
+        row("mkdir part; cp zel_events.log.1 part; >part/zel_events.log; chmod 0 part/*.log; "
+            "[ $(id -u) != 0 ] || drop='setpriv --bounding-set -all'; "
+            "for f in '' --follow; do $drop zelctl events part $f; done",
+            QString("%1%2%1%2status 1\n")
+                .arg(first,
+                     "zelctl: cannot read part/zel_events.log: Permission denied; events are "
+                     "missing\n"));
         refused("zelctl events . >/dev/full", "cannot write the output: No space left on device",
                 1);
         row("zelctl events . --json --per-page 2",
             "{\"events\":[{\"kind\":\"MenuAccess\",\"text\":\"\\u001b[31mred | caf\u00e9\","
             "\"time\":\"2026-03-02T10:00:00.000\"},{\"line\":\"02/03/2026 11:0\"}],\"page\":0,"
             "\"pages\":2}\n");
+        row("mkdir odd; echo '45/13/2026 10:00:00:000| MenuAccess| x' >odd/zel_events.log; "
+            "zelctl events odd --json",
+            "{\"events\":[{\"line\":\"45/13/2026 10:00:00:000| MenuAccess| x\"}],\"page\":0,"
+            "\"pages\":1}\n");
         addMisuses();
         addValues();
         addLanguages();

@@ -29,6 +29,14 @@ private Q_SLOTS:
         QVERIFY(run("zelctl bundle list out.tar.zst --json").contains("\"version\": 1"));
         QVERIFY(run("tar -xOf out.tar.zst losses.json").contains("\"total\": 12"));
         QCOMPARE(run("tar -xOf out.tar.zst environment"), QString("WIFI_KEY=***\nA=1\n"));
+        QCOMPARE(run("mkdir e; cp logs/debug/* e; echo x >e/zel_logs.log.1.tar.gz; mkfifo pipe; "
+                     "zelctl bundle e e.tar.gz --environment pipe 2>&1 | grep ^z; "
+                     "zelctl bundle e f.tar.gz --environment /proc/self/mem 2>&1 | grep env; "
+                     "tar -xOf e.tar.gz losses.json | grep -c 'incomplete.: true\\|total.: 12'"),
+                 QString("zelctl: losses.json is incomplete: cannot read e/zel_logs.log.1.tar.gz: "
+                         "tar finds it damaged\n"
+                         "zelctl: not in the bundle: environment: it is not a plain file\n"
+                         "zelctl: not in the bundle: environment: Input/output error\n2\n"));
         QVERIFY(run("zelctl bundle logs b.tar.gz.crypt --key-file key").contains("in b.tar.gz"));
         QVERIFY(run("ZEL_KEY=0123456789abcdef zelctl bundle verify b.tar.gz.crypt")
                     .startsWith("complete: "));
@@ -48,7 +56,7 @@ private Q_SLOTS:
             {"zelctl bundle . a.tar.gz --level 0", "above 0", 2},
             {"zelctl bundle . a.tar.gz --json", "only valid with", 2},
             {"zelctl bundle . a.tar.gz --key-file key", ".crypt", 2},
-            {"zelctl bundle verify env --level 1", "new bundle", 2},
+            {"zelctl bundle verify env --level 1", "only valid with DIR OUT", 2},
             {"zelctl bundle missing a.tar.gz", "no folder", 1},
             {"mkdir d; cp env d; zelctl bundle d a.tar.gz", "holds no log files", 1},
             {"zelctl bundle . missing/a.tar.gz", "No such file", 1},

@@ -28,11 +28,20 @@ private Q_SLOTS:
     {
         QCOMPARE(run("zelctl clock tcpclient@ --timeout 1; zelctl clock tcpserver/192.0.2.1/81"),
                  "zelctl: no machine has connected in 1 s\n"
-                 "zelctl: cannot listen on tcpserver/192.0.2.1/81\nstatus 1\n");
+                 "zelctl: cannot listen on tcpserver/192.0.2.1/81: The address is not available\n"
+                 "status 1\n");
+        QCOMPARE(run("zelctl clock a/b"), "zelctl: \"a/b\" is not the address of a link; see "
+                                          "\"zelctl clock --help\"\nstatus 2\n");
+        // The folder of the socket can only be removed without it.
+        QCOMPARE(run("d=$(mktemp -d); for f in --follow ''; do zelctl clock unixserver/$d/s $f & "
+                     "until [ -e $d/s ]; do sleep 0.1; done; kill $!; wait $!; echo $?; done; "
+                     "rmdir $d"),
+                 "0\nzelctl: the command was interrupted\n1\n");
         QVERIFY(
             run("zelctl clock tcpclient@ --set '2024/02/30 08:30:00'").endsWith("\nstatus 2\n"));
         QCOMPARE(run("zelctl clock tcpclient@ --zone Europe/Rome --set '2024/03/31 02:30:00'"),
-                 "zelctl: Europe/Rome skips 2024/03/31 02:30:00\nstatus 2\n");
+                 "zelctl: Europe/Rome skips 2024/03/31 02:30:00; see \"zelctl clock --help\"\n"
+                 "status 2\n");
     }
 
     void setsAndFollows()

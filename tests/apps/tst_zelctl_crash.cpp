@@ -122,7 +122,8 @@ private Q_SLOTS:
         refused("show bad/pipe", "cannot read bad/pipe: it is not a file", 1);
         refused("show crash-null_call.report --symbols nowhere", "no folder nowhere", 1);
         refused("list nowhere", "no folder nowhere", 1);
-        refused("list . --symbols .", "--symbols is only valid with show", 2);
+        refused("list . --symbols .",
+                "--symbols is only valid with show; see \"zelctl crash --help\"", 2);
     }
     void answers() { QTEST(run(QTest::currentDataTag()), "answer"); }
 

@@ -8,6 +8,32 @@
 #include <signal.h>
 #include <stdlib.h>
 
+namespace
+{
+
+void row(const char* command, const QByteArray& answer)
+{
+    QTest::newRow(command) << QString(answer);
+}
+
+void addFailures()
+{
+    row("zelctl log nowhere", "zelctl: no folder nowhere\nstatus 1\n");
+    row("zelctl log /proc", "zelctl: /proc holds no log files\nstatus 1\n");
+    row("zelctl log . >/dev/full 2>&1 || echo $?", "1\n");
+    row("zelctl log . --module Payment 2>&1 | cut -c 1-40",
+        "zelctl: lines do not name their module; \n");
+    row("zelctl log . --grep '('",
+        "zelctl: \"(\" is not a regular expression: missing closing parenthesis; "
+        "see \"zelctl log --help\"\nstatus 2\n");
+    row("for o in --level=x --from=1/1/2026 --last=-1 --color=x; do zelctl log . $o "
+        "2>/dev/null; "
+        "echo $?; done",
+        "2\n2\n2\n2\n");
+}
+
+} // namespace
+
 /// `zelctl log`, and `zelctl events --follow`.
 class TestZelctlLog : public QObject
 {
@@ -54,9 +80,6 @@ private Q_SLOTS:
     void answers_data()
     {
         QTest::addColumn<QString>("answer"); // also of stderr, and the exit status unless it is 0
-        const auto row = [](const char* command, const QByteArray& answer) {
-            QTest::newRow(command) << QString(answer);
-        };
         const QByteArray lost = "zelctl: the machine lost 12 lines in this period\n";
         const auto lines = [this](std::initializer_list<int> numbers) {
             QByteArray all;
@@ -96,17 +119,18 @@ private Q_SLOTS:
         row("zelctl log bad", m_lines[0] +
                                   "zelctl: cannot read bad/zel_logs.log.1.tar.gz: tar finds "
                                   "it damaged; lines are missing\nstatus 1\n");
-        row("zelctl log nowhere", "zelctl: no folder nowhere\nstatus 1\n");
-        row("zelctl log /proc", "zelctl: /proc holds no log files\nstatus 1\n");
-        row("zelctl log . >/dev/full 2>&1 || echo $?", "1\n");
-        row("zelctl log . --module Payment 2>&1 | cut -c 1-40",
-            "zelctl: lines do not name their module; \n");
-        row("zelctl log . --grep '('",
-            "zelctl: \"(\" is not a regular expression: missing closing parenthesis\nstatus 2\n");
-        row("for o in --level=x --from=1/1/2026 --last=-1 --color=x; do zelctl log . $o "
-            "2>/dev/null; "
-            "echo $?; done",
-            "2\n2\n2\n2\n");
+        row("mkdir odd; for t in 29/02/2026-10:00:00 01/13/2026-10:00:00 00/01/2026-10:00:00 "
+            "01/01/0000-10:00:00 01/01/2026-24:00:00 01/01/2026-10:60:00 01/01/2026-10:00:60 "
+            "29/02/2024-23:59:59; do echo \"$t:999| x\" | tr - ' '; done >odd/zel_logs.log; "
+            "zelctl log odd --json | grep time",
+            "{\"file\":\"zel_logs.log\",\"level\":\"Info\",\"text\":\" x\","
+            "\"time\":\"2024-02-29T23:59:59.999\"}\n");
+        row("mkdir part; cp logs/debug/zel_logs.log part; >part/zel_logs.log.1; chmod 0 part/*.1; "
+            "[ $(id -u) != 0 ] || drop='setpriv --bounding-set -all'; $drop zelctl log part",
+            lines({6, 7}) + lost +
+                "zelctl: cannot read part/zel_logs.log.1: Permission denied; lines are missing\n"
+                "status 1\n");
+        addFailures();
     }
     void answers() { QTEST(runInShell(QTest::currentDataTag(), m_dir.path()), "answer"); }
 

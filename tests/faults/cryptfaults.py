@@ -126,7 +126,7 @@ def crypt_refused(root):
         require(b"is damaged" in run("info", sparse).stderr, "forged metadata")
         refused("not a cyphertext", "info", plain)
         refused("checksum or sha1", "decrypt", good, out, "--require", "off", status=2)
-        refused("does not belong", "encrypt", plain, out, "--json", status=2)
+        refused("only valid with", "encrypt", plain, out, "--json", status=2)
         refused("--help", "decrypt", plain, status=2)
         refused("ASCII", "encrypt", plain, out, "--metadata", "\u00e9", status=2)
         refused("no key of 16", "encrypt", plain, out, "--key-file", plain)

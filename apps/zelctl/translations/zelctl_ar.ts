@@ -39,10 +39,6 @@
         <translation>لا يعطي addr2line الأسماء في %1 واحدًا واحدًا</translation>
     </message>
     <message>
-        <source>--environment and --level belong to a new bundle</source>
-        <translation>--environment و--level يخصان حزمة جديدة</translation>
-    </message>
-    <message>
         <source>--level is a number above 0</source>
         <translation>--level عدد أكبر من 0</translation>
     </message>
@@ -111,20 +107,16 @@ OUT appears when it is complete. What cannot be read is named on stderr and in t
         <translation>يطبع البيان بصيغة JSON.</translation>
     </message>
     <message>
-        <source>This zelctl was built without libarchive, which bundles need.</source>
-        <translation>بُني zelctl هذا دون libarchive التي تحتاجها الحزم.</translation>
-    </message>
-    <message>
-        <source>Always.</source>
-        <translation>دائمًا.</translation>
-    </message>
-    <message>
         <source>this zelctl was built without libarchive, which bundles need</source>
         <translation>بُني zelctl هذا دون libarchive التي تحتاجها الحزم</translation>
     </message>
     <message>
         <source>not in the bundle: %1: %2</source>
         <translation>ليس في الحزمة: %1: %2</translation>
+    </message>
+    <message>
+        <source>losses.json is incomplete: %1</source>
+        <translation>losses.json غير مكتمل: %1</translation>
     </message>
     <message>
         <source>%1 ends with %2 bytes of zeros: %3</source>
@@ -233,7 +225,7 @@ A server waits for the machine to connect, a client connects to it; the machine 
         <translation>يطبع كل ما تطلبه الماكينة حتى المقاطعة. الساعة المضبوطة تواصل سيرها: الماكينة التي تتصل من جديد تحصل على الوقت الذي تعرضه حينئذ.</translation>
     </message>
     <message>
-        <source>Prints a JSON object for each time that was asked for, or set.</source>
+        <source>Prints one JSON object for each time that was asked for, or set.</source>
         <translation>يطبع كائن JSON لكل وقت طُلب أو ضُبط.</translation>
     </message>
     <message>
@@ -245,16 +237,12 @@ A server waits for the machine to connect, a client connects to it; the machine 
         <translation>أُرسل الوقت أو طُبع.</translation>
     </message>
     <message>
-        <source>The machine did not connect, did not ask in time, or closed the link.</source>
-        <translation>لم تتصل الماكينة، أو لم تطلب في الوقت المحدد، أو أغلقت الوصلة.</translation>
+        <source>The machine did not connect, did not ask in time, or closed the link; or the command was interrupted without --follow.</source>
+        <translation>لم تتصل الماكينة، أو لم تطلب في الوقت المحدد، أو أغلقت الوصلة؛ أو قوطع الأمر من دون --follow.</translation>
     </message>
     <message>
         <source>Sets the clock of the machine that listens on port 8133.</source>
         <translation>يضبط ساعة الماكينة التي تنصت على المنفذ 8133.</translation>
-    </message>
-    <message>
-        <source>cannot listen on %1</source>
-        <translation>يتعذر الإنصات على %1</translation>
     </message>
     <message>
         <source>no machine has asked for a time in %1 s</source>
@@ -525,6 +513,14 @@ The names of functions come from files with the same build id as the program or 
         <translation>تتعذر قراءة %1: %2</translation>
     </message>
     <message>
+        <source>it is not a crash report</source>
+        <translation>ليس تقرير انهيار</translation>
+    </message>
+    <message>
+        <source>it is a crash report of another version</source>
+        <translation>إنه تقرير انهيار من إصدار آخر</translation>
+    </message>
+    <message>
         <source>incomplete</source>
         <translation>غير مكتمل</translation>
     </message>
@@ -550,7 +546,7 @@ The names of functions come from files with the same build id as the program or 
     </message>
     <message>
         <source>running for</source>
-        <translation>يعمل منذ</translation>
+        <translation>عمل مدة</translation>
     </message>
     <message>
         <source>started</source>
@@ -627,10 +623,6 @@ The names of functions come from files with the same build id as the program or 
     <message>
         <source>--metadata takes ASCII only: anything else would be read back changed</source>
         <translation>لا يقبل --metadata إلا ASCII: كل ما عداه سيُقرأ متغيرًا</translation>
-    </message>
-    <message>
-        <source>--%1 does not belong to &quot;%2&quot;</source>
-        <translation>--%1 لا يخص &quot;%2&quot;</translation>
     </message>
     <message>
         <source>Encrypts and decrypts files, and shows what their header says.
@@ -953,7 +945,7 @@ The flags of a file are not protected: one that has lost them is decrypted witho
         <translation>نوع من الأحداث</translation>
     </message>
     <message>
-        <source>Only events of these kinds, with commas between them; may be given several times.</source>
+        <source>Only events of these kinds, separated by commas; may be given several times.</source>
         <translation>أحداث هذه الأنواع فقط، مفصولة بفواصل؛ يمكن تكرار الخيار.</translation>
     </message>
     <message>
@@ -1001,7 +993,7 @@ The flags of a file are not protected: one that has lost them is decrypted witho
         <translation>يسرد الأوامر.</translation>
     </message>
     <message>
-        <source>Tells the version.</source>
+        <source>Prints the version.</source>
         <translation>يذكر الإصدار.</translation>
     </message>
     <message>
@@ -1160,7 +1152,7 @@ The flags of a file are not protected: one that has lost them is decrypted witho
         <translation>هذه المرافق فقط، مفصولة بفواصل؛ يمكن إعطاؤه عدة مرات.</translation>
     </message>
     <message>
-        <source>Goes on with new records, until interrupted.</source>
+        <source>Continues with new records, until interrupted.</source>
         <translation>يواصل بالسجلات الجديدة حتى المقاطعة.</translation>
     </message>
     <message>
@@ -1263,11 +1255,11 @@ A line that names no level counts as Event in the event files, and as Info in ot
         <translation>ملف، أو نوع من الأحداث</translation>
     </message>
     <message>
-        <source>Only lines of this level and worse.</source>
+        <source>Only lines of this level and more severe ones.</source>
         <translation>أسطر هذا المستوى وما هو أسوأ منه فقط.</translation>
     </message>
     <message>
-        <source>Only lines of these files or kinds of events, with commas between them; may be given several times.</source>
+        <source>Only lines of these files or kinds of events, separated by commas; may be given several times.</source>
         <translation>أسطر هذه الملفات أو أنواع الأحداث فقط، مفصولة بفواصل؛ يمكن تكرار الخيار.</translation>
     </message>
     <message>
@@ -1287,11 +1279,11 @@ A line that names no level counts as Event in the event files, and as Info in ot
         <translation>آخر N من هذه الأسطر فقط.</translation>
     </message>
     <message>
-        <source>Goes on with new lines, also after a rotation, until interrupted.</source>
+        <source>Continues with new lines, also after a rotation, until interrupted.</source>
         <translation>يواصل بالأسطر الجديدة، حتى بعد تدوير الملفات، إلى أن يُقاطع.</translation>
     </message>
     <message>
-        <source>Prints a JSON object a line.</source>
+        <source>Prints one JSON object for each line.</source>
         <translation>يطبع كائن JSON في كل سطر.</translation>
     </message>
     <message>
@@ -1343,8 +1335,8 @@ A line that names no level counts as Event in the event files, and as Info in ot
         <translation>الوصف</translation>
     </message>
     <message>
-        <source>zelctl reads and changes what a machine with the library ZelTools has: its logs, reports, switches and encrypted files, and the simulators beside it. Each command has a page of its own.</source>
-        <translation>يقرأ zelctl ويغير ما عند ماكينة فيها المكتبة ZelTools: سجلاتها وتقاريرها ومفاتيحها وملفاتها المشفرة والمحاكيات التي بجانبها. لكل أمر صفحة خاصة به.</translation>
+        <source>zelctl works with the files of a machine that uses the library ZelTools: its logs, reports, switches and encrypted files; and with the simulators beside it. Each command has a page of its own.</source>
+        <translation>يعمل zelctl على ملفات ماكينة تستخدم المكتبة ZelTools: سجلاتها وتقاريرها ومفاتيحها وملفاتها المشفرة، وعلى المحاكيات التي بجانبها. لكل أمر صفحة خاصة به.</translation>
     </message>
     <message>
         <source>OPTIONS</source>
@@ -1466,8 +1458,8 @@ A line that names no level counts as Event in the event files, and as Info in ot
         <translation>يجيب ماكينة كما تقول أسطر نص برمجي؛ ADDRESS هو tcpserver/127.0.0.1/0 إن لم يُعطَ.</translation>
     </message>
     <message>
-        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times.</source>
-        <translation>يقف بين ماكينة والمحاكي عند ADDRESS، ويسجل الاتجاهين مع الأوقات.</translation>
+        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times. FILE is emptied first.</source>
+        <translation>يقف بين ماكينة والمحاكي عند ADDRESS، ويسجل الاتجاهين مع الأوقات. يُفرَّغ FILE أولًا.</translation>
     </message>
     <message>
         <source>Plays one side of a recording, and reports the first difference of what the other side does.</source>
@@ -1510,12 +1502,12 @@ A line that names no level counts as Event in the event files, and as Info in ot
         <translation>يطبع العنوان ككائن JSON.</translation>
     </message>
     <message>
-        <source>It was interrupted, or a replay saw no difference.</source>
-        <translation>قوطع الأمر، أو لم تجد إعادة التشغيل اختلافًا.</translation>
+        <source>serve or record has ended without a problem, or a replay saw no difference.</source>
+        <translation>انتهى serve أو record من دون مشكلة، أو لم تجد إعادة التشغيل اختلافًا.</translation>
     </message>
     <message>
-        <source>A file or an address cannot be used, or a replay saw a difference.</source>
-        <translation>لا يمكن استخدام ملف أو عنوان، أو وجدت إعادة التشغيل اختلافًا.</translation>
+        <source>A file or an address cannot be used, or a replay saw a difference or was interrupted.</source>
+        <translation>لا يمكن استخدام ملف أو عنوان، أو وجدت إعادة التشغيل اختلافًا أو قوطعت.</translation>
     </message>
     <message>
         <source>Plays a grinder.</source>
@@ -1528,6 +1520,10 @@ A line that names no level counts as Event in the event files, and as Info in ot
     <message>
         <source>the replay was stopped</source>
         <translation>أُوقفت إعادة التشغيل</translation>
+    </message>
+    <message>
+        <source>the command was interrupted</source>
+        <translation>قوطع الأمر</translation>
     </message>
     <message>
         <source>cannot listen on %1: %2</source>

@@ -39,10 +39,6 @@
         <translation>addr2line gibt die Namen in %1 nicht einzeln aus</translation>
     </message>
     <message>
-        <source>--environment and --level belong to a new bundle</source>
-        <translation>--environment und --level gehören zu einem neuen Paket</translation>
-    </message>
-    <message>
         <source>--level is a number above 0</source>
         <translation>--level ist eine Zahl über 0</translation>
     </message>
@@ -111,20 +107,16 @@ OUT erscheint, sobald es vollständig ist. Was nicht gelesen werden kann, wird a
         <translation>Gibt das Manifest als JSON aus.</translation>
     </message>
     <message>
-        <source>This zelctl was built without libarchive, which bundles need.</source>
-        <translation>Dieses zelctl wurde ohne libarchive gebaut, das Pakete brauchen.</translation>
-    </message>
-    <message>
-        <source>Always.</source>
-        <translation>Immer.</translation>
-    </message>
-    <message>
         <source>this zelctl was built without libarchive, which bundles need</source>
         <translation>dieses zelctl wurde ohne libarchive gebaut, das Pakete brauchen</translation>
     </message>
     <message>
         <source>not in the bundle: %1: %2</source>
         <translation>nicht im Paket: %1: %2</translation>
+    </message>
+    <message>
+        <source>losses.json is incomplete: %1</source>
+        <translation>losses.json ist unvollständig: %1</translation>
     </message>
     <message>
         <source>%1 ends with %2 bytes of zeros: %3</source>
@@ -225,7 +217,7 @@ Ein Server wartet, bis sich die Maschine verbindet, ein Client verbindet sich mi
         <translation>Gibt bis zum Abbruch alles aus, wonach die Maschine fragt. Eine gestellte Uhr läuft weiter: Eine Maschine, die sich erneut verbindet, bekommt die Zeit, die sie dann zeigt.</translation>
     </message>
     <message>
-        <source>Prints a JSON object for each time that was asked for, or set.</source>
+        <source>Prints one JSON object for each time that was asked for, or set.</source>
         <translation>Gibt ein JSON-Objekt für jede Zeit aus, nach der gefragt oder die gestellt wurde.</translation>
     </message>
     <message>
@@ -237,16 +229,12 @@ Ein Server wartet, bis sich die Maschine verbindet, ein Client verbindet sich mi
         <translation>Die Zeit wurde gesendet oder ausgegeben.</translation>
     </message>
     <message>
-        <source>The machine did not connect, did not ask in time, or closed the link.</source>
-        <translation>Die Maschine hat sich nicht verbunden, nicht rechtzeitig gefragt oder die Verbindung geschlossen.</translation>
+        <source>The machine did not connect, did not ask in time, or closed the link; or the command was interrupted without --follow.</source>
+        <translation>Die Maschine hat sich nicht verbunden, nicht rechtzeitig gefragt oder die Verbindung geschlossen, oder der Befehl wurde ohne --follow abgebrochen.</translation>
     </message>
     <message>
         <source>Sets the clock of the machine that listens on port 8133.</source>
         <translation>Stellt die Uhr der Maschine, die auf Port 8133 lauscht.</translation>
-    </message>
-    <message>
-        <source>cannot listen on %1</source>
-        <translation>auf %1 kann nicht gelauscht werden</translation>
     </message>
     <message>
         <source>no machine has asked for a time in %1 s</source>
@@ -517,6 +505,14 @@ Die Namen von Funktionen kommen aus Dateien mit derselben Build-ID wie das abges
         <translation>%1 kann nicht gelesen werden: %2</translation>
     </message>
     <message>
+        <source>it is not a crash report</source>
+        <translation>es ist kein Absturzbericht</translation>
+    </message>
+    <message>
+        <source>it is a crash report of another version</source>
+        <translation>es ist ein Absturzbericht einer anderen Version</translation>
+    </message>
+    <message>
         <source>incomplete</source>
         <translation>lückenhaft</translation>
     </message>
@@ -542,7 +538,7 @@ Die Namen von Funktionen kommen aus Dateien mit derselben Build-ID wie das abges
     </message>
     <message>
         <source>running for</source>
-        <translation>läuft seit</translation>
+        <translation>lief</translation>
     </message>
     <message>
         <source>started</source>
@@ -619,10 +615,6 @@ Die Namen von Funktionen kommen aus Dateien mit derselben Build-ID wie das abges
     <message>
         <source>--metadata takes ASCII only: anything else would be read back changed</source>
         <translation>--metadata nimmt nur ASCII: Alles andere würde verändert zurückgelesen</translation>
-    </message>
-    <message>
-        <source>--%1 does not belong to &quot;%2&quot;</source>
-        <translation>--%1 gehört nicht zu „%2“</translation>
     </message>
     <message>
         <source>Encrypts and decrypts files, and shows what their header says.
@@ -945,7 +937,7 @@ Die Flags einer Datei sind nicht geschützt: Eine Datei, die sie verloren hat, w
         <translation>Eine Art von Ereignissen</translation>
     </message>
     <message>
-        <source>Only events of these kinds, with commas between them; may be given several times.</source>
+        <source>Only events of these kinds, separated by commas; may be given several times.</source>
         <translation>Nur Ereignisse dieser Arten, durch Kommas getrennt; mehrfach möglich.</translation>
     </message>
     <message>
@@ -993,7 +985,7 @@ Die Flags einer Datei sind nicht geschützt: Eine Datei, die sie verloren hat, w
         <translation>Listet die Befehle.</translation>
     </message>
     <message>
-        <source>Tells the version.</source>
+        <source>Prints the version.</source>
         <translation>Nennt die Version.</translation>
     </message>
     <message>
@@ -1148,7 +1140,7 @@ Die Flags einer Datei sind nicht geschützt: Eine Datei, die sie verloren hat, w
         <translation>Nur diese Facilitys, durch Kommas getrennt; kann mehrfach angegeben werden.</translation>
     </message>
     <message>
-        <source>Goes on with new records, until interrupted.</source>
+        <source>Continues with new records, until interrupted.</source>
         <translation>Setzt bis zum Abbruch mit neuen Einträgen fort.</translation>
     </message>
     <message>
@@ -1247,11 +1239,11 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Eine Datei oder eine Art von Ereignissen</translation>
     </message>
     <message>
-        <source>Only lines of this level and worse.</source>
+        <source>Only lines of this level and more severe ones.</source>
         <translation>Nur Zeilen dieser Stufe und schwererer.</translation>
     </message>
     <message>
-        <source>Only lines of these files or kinds of events, with commas between them; may be given several times.</source>
+        <source>Only lines of these files or kinds of events, separated by commas; may be given several times.</source>
         <translation>Nur Zeilen dieser Dateien oder Arten von Ereignissen, durch Kommas getrennt; mehrfach möglich.</translation>
     </message>
     <message>
@@ -1271,11 +1263,11 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Nur die letzten N dieser Zeilen.</translation>
     </message>
     <message>
-        <source>Goes on with new lines, also after a rotation, until interrupted.</source>
+        <source>Continues with new lines, also after a rotation, until interrupted.</source>
         <translation>Setzt bis zum Abbruch mit neuen Zeilen fort, auch nach einer Rotation.</translation>
     </message>
     <message>
-        <source>Prints a JSON object a line.</source>
+        <source>Prints one JSON object for each line.</source>
         <translation>Gibt je Zeile ein JSON-Objekt aus.</translation>
     </message>
     <message>
@@ -1327,8 +1319,8 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>BESCHREIBUNG</translation>
     </message>
     <message>
-        <source>zelctl reads and changes what a machine with the library ZelTools has: its logs, reports, switches and encrypted files, and the simulators beside it. Each command has a page of its own.</source>
-        <translation>zelctl liest und ändert, was eine Maschine mit der Bibliothek ZelTools hat: ihre Protokolle, Berichte, Schalter und verschlüsselten Dateien sowie die Simulatoren neben ihr. Jeder Befehl hat eine eigene Seite.</translation>
+        <source>zelctl works with the files of a machine that uses the library ZelTools: its logs, reports, switches and encrypted files; and with the simulators beside it. Each command has a page of its own.</source>
+        <translation>zelctl arbeitet mit den Dateien einer Maschine, die die Bibliothek ZelTools verwendet: ihren Protokollen, Berichten, Schaltern und verschlüsselten Dateien; und mit den Simulatoren neben ihr. Jeder Befehl hat eine eigene Seite.</translation>
     </message>
     <message>
         <source>OPTIONS</source>
@@ -1446,8 +1438,8 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Antwortet einer Maschine nach den Zeilen eines Skripts; ADDRESS ist ohne Angabe tcpserver/127.0.0.1/0.</translation>
     </message>
     <message>
-        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times.</source>
-        <translation>Steht zwischen einer Maschine und dem Simulator unter ADDRESS und zeichnet beide Richtungen mit Zeiten auf.</translation>
+        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times. FILE is emptied first.</source>
+        <translation>Steht zwischen einer Maschine und dem Simulator unter ADDRESS und zeichnet beide Richtungen mit Zeiten auf. FILE wird zuerst geleert.</translation>
     </message>
     <message>
         <source>Plays one side of a recording, and reports the first difference of what the other side does.</source>
@@ -1490,12 +1482,12 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
         <translation>Gibt die Adresse als JSON-Objekt aus.</translation>
     </message>
     <message>
-        <source>It was interrupted, or a replay saw no difference.</source>
-        <translation>Es wurde abgebrochen, oder eine Wiedergabe fand keine Abweichung.</translation>
+        <source>serve or record has ended without a problem, or a replay saw no difference.</source>
+        <translation>serve oder record endete ohne Problem, oder eine Wiedergabe fand keine Abweichung.</translation>
     </message>
     <message>
-        <source>A file or an address cannot be used, or a replay saw a difference.</source>
-        <translation>Eine Datei oder Adresse ist nicht brauchbar, oder eine Wiedergabe fand eine Abweichung.</translation>
+        <source>A file or an address cannot be used, or a replay saw a difference or was interrupted.</source>
+        <translation>Eine Datei oder Adresse ist nicht brauchbar, oder eine Wiedergabe fand eine Abweichung oder wurde abgebrochen.</translation>
     </message>
     <message>
         <source>Plays a grinder.</source>
@@ -1508,6 +1500,10 @@ Eine Zeile ohne Stufe zählt in den Ereignisdateien als Event und in anderen als
     <message>
         <source>the replay was stopped</source>
         <translation>die Wiedergabe wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>the command was interrupted</source>
+        <translation>der Befehl wurde abgebrochen</translation>
     </message>
     <message>
         <source>cannot listen on %1: %2</source>

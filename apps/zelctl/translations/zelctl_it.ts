@@ -39,10 +39,6 @@
         <translation>addr2line non dà i nomi in %1 uno per uno</translation>
     </message>
     <message>
-        <source>--environment and --level belong to a new bundle</source>
-        <translation>--environment e --level vanno con un nuovo pacchetto</translation>
-    </message>
-    <message>
         <source>--level is a number above 0</source>
         <translation>--level è un numero maggiore di 0</translation>
     </message>
@@ -111,20 +107,16 @@ OUT appare quando è completo. Ciò che non si può leggere è indicato su stder
         <translation>Stampa il manifesto come JSON.</translation>
     </message>
     <message>
-        <source>This zelctl was built without libarchive, which bundles need.</source>
-        <translation>Questo zelctl è stato compilato senza libarchive, necessaria per i pacchetti.</translation>
-    </message>
-    <message>
-        <source>Always.</source>
-        <translation>Sempre.</translation>
-    </message>
-    <message>
         <source>this zelctl was built without libarchive, which bundles need</source>
         <translation>questo zelctl è stato compilato senza libarchive, necessaria per i pacchetti</translation>
     </message>
     <message>
         <source>not in the bundle: %1: %2</source>
         <translation>non nel pacchetto: %1: %2</translation>
+    </message>
+    <message>
+        <source>losses.json is incomplete: %1</source>
+        <translation>losses.json è incompleto: %1</translation>
     </message>
     <message>
         <source>%1 ends with %2 bytes of zeros: %3</source>
@@ -225,7 +217,7 @@ Un server attende che la macchina si connetta, un client si connette ad essa; la
         <translation>Stampa tutto ciò che la macchina chiede, fino all&apos;interruzione. Un orologio impostato continua a correre: una macchina che si riconnette riceve l&apos;ora che esso segna in quel momento.</translation>
     </message>
     <message>
-        <source>Prints a JSON object for each time that was asked for, or set.</source>
+        <source>Prints one JSON object for each time that was asked for, or set.</source>
         <translation>Stampa un oggetto JSON per ogni ora chiesta o impostata.</translation>
     </message>
     <message>
@@ -237,16 +229,12 @@ Un server attende che la macchina si connetta, un client si connette ad essa; la
         <translation>L&apos;ora è stata inviata o stampata.</translation>
     </message>
     <message>
-        <source>The machine did not connect, did not ask in time, or closed the link.</source>
-        <translation>La macchina non si è connessa, non ha chiesto in tempo, o ha chiuso il collegamento.</translation>
+        <source>The machine did not connect, did not ask in time, or closed the link; or the command was interrupted without --follow.</source>
+        <translation>La macchina non si è connessa, non ha chiesto in tempo o ha chiuso il collegamento; oppure il comando è stato interrotto senza --follow.</translation>
     </message>
     <message>
         <source>Sets the clock of the machine that listens on port 8133.</source>
         <translation>Imposta l&apos;orologio della macchina in ascolto sulla porta 8133.</translation>
-    </message>
-    <message>
-        <source>cannot listen on %1</source>
-        <translation>impossibile mettersi in ascolto su %1</translation>
     </message>
     <message>
         <source>no machine has asked for a time in %1 s</source>
@@ -422,7 +410,7 @@ Un server attende che la macchina si connetta, un client si connette ad essa; la
     </message>
     <message>
         <source>Prints a script by which a shell completes command lines of zelctl: commands, actions, options, the names of switches, kinds of events, modules, levels, files and folders. The package installs these scripts; elsewhere they can be read by the files that a shell reads at its start.</source>
-        <translation>Stampa uno script con cui una shell completa le righe di comando di zelctl: comandi, azioni, opzioni, nomi delle opzioni della macchina, tipi di eventi, moduli, livelli, file e cartelle. Il pacchetto installa questi script; altrove possono leggerli i file che una shell legge all&apos;avvio.</translation>
+        <translation>Stampa uno script con cui una shell completa le righe di comando di zelctl: comandi, azioni, opzioni, nomi degli interruttori, tipi di eventi, moduli, livelli, file e cartelle. Il pacchetto installa questi script; altrove possono leggerli i file che una shell legge all&apos;avvio.</translation>
     </message>
     <message>
         <source>The script for bash 4.4 or later; it does not need bash-completion.</source>
@@ -517,6 +505,14 @@ I nomi delle funzioni vengono da file con lo stesso identificatore di build del 
         <translation>impossibile leggere %1: %2</translation>
     </message>
     <message>
+        <source>it is not a crash report</source>
+        <translation>non è un rapporto di crash</translation>
+    </message>
+    <message>
+        <source>it is a crash report of another version</source>
+        <translation>è un rapporto di crash di un&apos;altra versione</translation>
+    </message>
+    <message>
         <source>incomplete</source>
         <translation>incompleto</translation>
     </message>
@@ -542,7 +538,7 @@ I nomi delle funzioni vengono da file con lo stesso identificatore di build del 
     </message>
     <message>
         <source>running for</source>
-        <translation>attivo da</translation>
+        <translation>attivo per</translation>
     </message>
     <message>
         <source>started</source>
@@ -619,10 +615,6 @@ I nomi delle funzioni vengono da file con lo stesso identificatore di build del 
     <message>
         <source>--metadata takes ASCII only: anything else would be read back changed</source>
         <translation>--metadata accetta solo ASCII: ogni altra cosa verrebbe riletta alterata</translation>
-    </message>
-    <message>
-        <source>--%1 does not belong to &quot;%2&quot;</source>
-        <translation>--%1 non va con &quot;%2&quot;</translation>
     </message>
     <message>
         <source>Encrypts and decrypts files, and shows what their header says.
@@ -794,7 +786,7 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
     </message>
     <message>
         <source>%1 is not a switch, and not in %2</source>
-        <translation>%1 non è un&apos;opzione e non è in %2</translation>
+        <translation>%1 non è un interruttore e non è in %2</translation>
     </message>
     <message>
         <source>%1 has no value</source>
@@ -806,7 +798,7 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
     </message>
     <message>
         <source>%1 is not a switch; --force sets it anyway</source>
-        <translation>%1 non è un&apos;opzione; --force la imposta comunque</translation>
+        <translation>%1 non è un interruttore; --force lo imposta comunque</translation>
     </message>
     <message>
         <source>a line of the file cannot hold the value &quot;%1&quot; of %2</source>
@@ -830,7 +822,7 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
     </message>
     <message>
         <source>All switches: name, type, category, flags (1 is visible, 2 and 4 are the application&apos;s), build default, description.</source>
-        <translation>Tutte le opzioni: nome, tipo, categoria, flag (1 è visibile, 2 e 4 sono dell&apos;applicazione), valore della build, descrizione.</translation>
+        <translation>Tutti gli interruttori: nome, tipo, categoria, flag (1 è visibile, 2 e 4 sono dell&apos;applicazione), valore della build, descrizione.</translation>
     </message>
     <message>
         <source>The environment file</source>
@@ -838,11 +830,11 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
     </message>
     <message>
         <source>The name of a switch</source>
-        <translation>Il nome di un&apos;opzione</translation>
+        <translation>Il nome di un interruttore</translation>
     </message>
     <message>
         <source>Also sets a name that is not a known switch.</source>
-        <translation>Imposta anche un nome che qui non è noto come opzione.</translation>
+        <translation>Imposta anche un nome che qui non è noto come interruttore.</translation>
     </message>
     <message>
         <source>Does not fit the list or the catalogue into the terminal.</source>
@@ -866,7 +858,7 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
     </message>
     <message>
         <source>Sets a switch.</source>
-        <translation>Imposta un&apos;opzione.</translation>
+        <translation>Imposta un interruttore.</translation>
     </message>
     <message>
         <source>the name is empty</source>
@@ -945,7 +937,7 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
         <translation>Un tipo di eventi</translation>
     </message>
     <message>
-        <source>Only events of these kinds, with commas between them; may be given several times.</source>
+        <source>Only events of these kinds, separated by commas; may be given several times.</source>
         <translation>Solo gli eventi di questi tipi, separati da virgole; si può ripetere.</translation>
     </message>
     <message>
@@ -993,7 +985,7 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
         <translation>Elenca i comandi.</translation>
     </message>
     <message>
-        <source>Tells the version.</source>
+        <source>Prints the version.</source>
         <translation>Indica la versione.</translation>
     </message>
     <message>
@@ -1148,7 +1140,7 @@ I flag di un file non sono protetti: un file che li ha persi è decifrato senza 
         <translation>Solo queste facility, separate da virgole; si può indicare più volte.</translation>
     </message>
     <message>
-        <source>Goes on with new records, until interrupted.</source>
+        <source>Continues with new records, until interrupted.</source>
         <translation>Prosegue con le nuove voci, fino all&apos;interruzione.</translation>
     </message>
     <message>
@@ -1247,11 +1239,11 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
         <translation>Un file, o un tipo di eventi</translation>
     </message>
     <message>
-        <source>Only lines of this level and worse.</source>
+        <source>Only lines of this level and more severe ones.</source>
         <translation>Solo righe di questo livello e di quelli più gravi.</translation>
     </message>
     <message>
-        <source>Only lines of these files or kinds of events, with commas between them; may be given several times.</source>
+        <source>Only lines of these files or kinds of events, separated by commas; may be given several times.</source>
         <translation>Solo righe di questi file o tipi di eventi, separati da virgole; si può ripetere.</translation>
     </message>
     <message>
@@ -1271,11 +1263,11 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
         <translation>Solo le ultime N di queste righe.</translation>
     </message>
     <message>
-        <source>Goes on with new lines, also after a rotation, until interrupted.</source>
+        <source>Continues with new lines, also after a rotation, until interrupted.</source>
         <translation>Prosegue con le nuove righe, anche dopo una rotazione, fino all&apos;interruzione.</translation>
     </message>
     <message>
-        <source>Prints a JSON object a line.</source>
+        <source>Prints one JSON object for each line.</source>
         <translation>Stampa un oggetto JSON per riga.</translation>
     </message>
     <message>
@@ -1327,8 +1319,8 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
         <translation>DESCRIZIONE</translation>
     </message>
     <message>
-        <source>zelctl reads and changes what a machine with the library ZelTools has: its logs, reports, switches and encrypted files, and the simulators beside it. Each command has a page of its own.</source>
-        <translation>zelctl legge e cambia ciò che ha una macchina con la libreria ZelTools: i suoi log, rapporti, opzioni e file cifrati, e i simulatori accanto ad essa. Ogni comando ha una pagina propria.</translation>
+        <source>zelctl works with the files of a machine that uses the library ZelTools: its logs, reports, switches and encrypted files; and with the simulators beside it. Each command has a page of its own.</source>
+        <translation>zelctl lavora con i file di una macchina che usa la libreria ZelTools: log, rapporti, interruttori e file cifrati; e con i simulatori accanto ad essa. Ogni comando ha una pagina propria.</translation>
     </message>
     <message>
         <source>OPTIONS</source>
@@ -1446,8 +1438,8 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
         <translation>Risponde a una macchina secondo le righe di uno script; ADDRESS è tcpserver/127.0.0.1/0 se non indicato.</translation>
     </message>
     <message>
-        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times.</source>
-        <translation>Sta tra una macchina e il simulatore all&apos;indirizzo ADDRESS, e registra entrambi i versi con i tempi.</translation>
+        <source>Stands between a machine and the simulator at ADDRESS, and records both ways with times. FILE is emptied first.</source>
+        <translation>Sta tra una macchina e il simulatore all&apos;indirizzo ADDRESS, e registra entrambi i versi con i tempi. FILE viene prima svuotato.</translation>
     </message>
     <message>
         <source>Plays one side of a recording, and reports the first difference of what the other side does.</source>
@@ -1490,12 +1482,12 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
         <translation>Stampa l&apos;indirizzo come oggetto JSON.</translation>
     </message>
     <message>
-        <source>It was interrupted, or a replay saw no difference.</source>
-        <translation>È stato interrotto, o una riproduzione non ha trovato differenze.</translation>
+        <source>serve or record has ended without a problem, or a replay saw no difference.</source>
+        <translation>serve o record è terminato senza problemi, o una riproduzione non ha trovato differenze.</translation>
     </message>
     <message>
-        <source>A file or an address cannot be used, or a replay saw a difference.</source>
-        <translation>Un file o un indirizzo non è utilizzabile, o una riproduzione ha trovato una differenza.</translation>
+        <source>A file or an address cannot be used, or a replay saw a difference or was interrupted.</source>
+        <translation>Un file o un indirizzo non è utilizzabile, o una riproduzione ha trovato una differenza o è stata interrotta.</translation>
     </message>
     <message>
         <source>Plays a grinder.</source>
@@ -1508,6 +1500,10 @@ Una riga senza livello vale come Event nei file di eventi, e come Info negli alt
     <message>
         <source>the replay was stopped</source>
         <translation>la riproduzione è stata interrotta</translation>
+    </message>
+    <message>
+        <source>the command was interrupted</source>
+        <translation>il comando è stato interrotto</translation>
     </message>
     <message>
         <source>cannot listen on %1: %2</source>
