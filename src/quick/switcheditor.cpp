@@ -5,6 +5,7 @@
 #include "quick/access.h"
 #include "quick/displaytext_p.h"
 #include "quick/switchtexts_p.h"
+#include "secretmask.h"
 
 namespace zeltools::quick
 {
@@ -72,10 +73,12 @@ SwitchEditor::Values SwitchEditor::values()
     return values;
 }
 
+// The event file goes to places where a secret must not go, such as a support bundle.
 void SwitchEditor::record(const QString& name, const std::optional<QString>& value)
 {
     Access::instance()->recordChange(
-        value ? QStringLiteral("Switch %1 set to %2").arg(name, DisplayText(*value).text)
+        value ? QStringLiteral("Switch %1 set to %2")
+                    .arg(name, DisplayText(withoutSecret(name, *value)).text)
               : QStringLiteral("Switch %1 reset").arg(name));
 }
 

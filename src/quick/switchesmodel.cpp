@@ -27,7 +27,7 @@ SwitchesModel::SwitchesModel(QObject* parent)
     connect(&EnvVarStore::instance(), &EnvVarStore::unregisterEnvVar, this, &SwitchesModel::forget);
     connect(Access::instance(), &Access::levelChanged, this, [this] {
         if (!m_rows.isEmpty())
-            Q_EMIT dataChanged(index(0), index(count() - 1), {IsEditableRole});
+            Q_EMIT dataChanged(index(0), index(count() - 1)); // also the values of secrets
     });
     followLanguage();
     connect(this, &CountedModel::languageChanged, this, &SwitchesModel::categoriesChanged);
