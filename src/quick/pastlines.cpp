@@ -50,7 +50,7 @@ PastLines::PastLines(qint64 latest_ms)
 
 void PastLines::start(const std::shared_ptr<PastLines>& reading, std::function<void()> finished)
 {
-    readingPool().start([reading, finished = std::move(finished)] {
+    readingPool(Reading::LogLines).start([reading, finished = std::move(finished)] {
         reading->run();
         finished();
     });

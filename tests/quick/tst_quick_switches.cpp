@@ -6,6 +6,7 @@
 #include "quick/access.h"
 #include "quick/crashreportsmodel.h"
 #include "quick/kernellogmodel.h"
+#include "quick/library.h"
 #include "quick/switchesmodel.h"
 #include "quick/threadsmodel.h"
 #include "support.h"
@@ -164,7 +165,6 @@ private Q_SLOTS:
         QVERIFY(told[1].endsWith("| Service: Switch QUICK_CUPS reset (by Anna)"));
     }
 
-    void exclusiveSwitchesChangeTogether()
     void secretsAreForTechnicians()
     {
         Scoped<EnvVarString> password("QUICK_PASSWORD");
@@ -184,6 +184,7 @@ private Q_SLOTS:
         QCOMPARE(at(m_switches, 4, "value").toString(), "mqtt://***@host");
     }
 
+    void exclusiveSwitchesChangeTogether()
     {
         static auto* const tea = new EnvVarBool("QUICK_TEA", "", Test, Visible, nullptr);
         static auto* const mate = new EnvVarBool("QUICK_MATE", "", Test, Visible, nullptr);
@@ -448,6 +449,18 @@ private Q_SLOTS:
         QTRY_COMPARE(model.count(), 0);
         QTRY_VERIFY(!model.isReadable());
         QVERIFY(model.newest().isEmpty());
+        writeFile(place.filePath("crash-20260303-101010-7.report"), "");
+        model.setFolder(place.path());
+        QVERIFY(model.isLoading());
+        QTRY_COMPARE(model.count(), 1);
+        QVERIFY(!model.isLoading());
+        QVERIFY(model.newest().startsWith("The file is damaged"));
+        Library().setLanguage("de");
+        QVERIFY(model.newest().startsWith("Die Datei"));
+        Library().setLanguage("en");
+        model.setFolder(folder);
+        QCOMPARE(model.count(), 0);
+        QTRY_VERIFY(!model.isLoading());
         QVERIFY(m_lines.takeMessages().filter("Service").isEmpty());
     }
 };

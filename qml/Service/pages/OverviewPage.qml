@@ -120,8 +120,8 @@ ServicePage {
             isWide: page.isWide
             icon.name: "bug"
             caption: qsTr("Last crash")
-            text: crashes.count === 0 ? qsTr("None") : Formats.day(crashes.newestTime, page.locale)
-            detail: crashes.count === 0 ? qsTr("There is no crash report.")
+            text: crashes.count > 0 ? Formats.day(crashes.newestTime, page.locale) : crashes.isLoading ? "…" : qsTr("None")
+            detail: crashes.count === 0 ? (crashes.isLoading ? "" : qsTr("There is no crash report."))
                                         : Formats.timeOfDay(crashes.newestTime, page.locale) + "\n" + crashes.newest
             onClicked: page.showCrashes()
         }
