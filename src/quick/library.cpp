@@ -4,6 +4,7 @@
 #include "libraryversion.h"
 #include "logging/logmanager.h"
 #include "monitoredthreads/monitor.h"
+#include "path.h"
 #include "quick/language_p.h"
 #include "system/packagesmanager.h"
 #include "system/servicemanager.h"
@@ -41,7 +42,8 @@ Library::~Library() = default;
 
 LogManager* Library::logManager() const
 {
-    return kept(LogManager::instance());
+    // Without a path layout, instance() would end the program.
+    return Path::exists() ? kept(LogManager::instance()) : nullptr;
 }
 
 Access* Library::access() const

@@ -73,10 +73,12 @@ private Q_SLOTS:
                           "    property string language: Library.language\n"
                           "    property bool mirrored: Library.rightToLeft\n"
                           "    property string text: qsTranslate('Test', 'Time')\n"
+                          "    property bool logs: Library.logManager !== null\n"
                           "}\n",
                           {});
         const std::unique_ptr<QObject> screen(component.create());
         QVERIFY2(screen, qPrintable(component.errorString()));
+        QCOMPARE(screen->property("logs"), QVariant(false)); // There is no path layout.
         // A translation that cannot be read, and one that does not exist, are English.
         using Step = std::tuple<const char*, const char*, const char*, bool>;
         const std::vector<Step> steps{{"he", "he", "\u05e9\u05e2\u05d4", true},

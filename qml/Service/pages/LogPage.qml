@@ -104,7 +104,9 @@ ServicePage {
                 visible: list.count === 0
                 icon: page.icon
                 title: qsTr("No lines")
-                text: qsTr("No line matches the filters above.")
+                text: Library.logManager === null ? qsTr("This program has no folders for log files.")
+                      : log.level > LogModel.Debug || log.module || log.filter ? qsTr("No line matches the filters above.")
+                      : qsTr("New lines appear here as soon as they are logged.")
             }
         }
     }

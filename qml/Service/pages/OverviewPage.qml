@@ -9,6 +9,7 @@ ServicePage {
     id: page
 
     readonly property Monitor monitor: Library.monitor
+    readonly property LogManager logManager: Library.logManager // null in a program without log files
 
     function showCrashes() {
         const screen = service // This page goes with the next line.
@@ -46,9 +47,10 @@ ServicePage {
             isWide: page.isWide
             icon.name: "file-document"
             caption: qsTr("Log files")
-            isBad: !Library.logManager.logFilesHealthy
-            text: isBad ? qsTr("Failing") : qsTr("All written")
-            detail: losses.total > 0 ? qsTr("Lines lost: %1").arg(Formats.number(losses.total, page.locale)) : qsTr("No line lost")
+            isBad: page.logManager !== null && !page.logManager.logFilesHealthy
+            text: page.logManager === null ? qsTr("None") : isBad ? qsTr("Failing") : qsTr("All written")
+            detail: page.logManager === null ? qsTr("This program has no folders for log files.")
+                  : losses.total > 0 ? qsTr("Lines lost: %1").arg(Formats.number(losses.total, page.locale)) : qsTr("No line lost")
             onClicked: page.service.page = "log"
 
             Repeater {
