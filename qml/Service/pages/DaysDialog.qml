@@ -25,7 +25,7 @@ Dialog {
 
     function chooseLast(days: int) {
         to = iso(today)
-        from = iso(new Date(today.getFullYear(), today.getMonth(), today.getDate() - days + 1))
+        from = iso(new Date(today.getFullYear(), today.getMonth(), today.getDate() - days + 1, 12)) // Midnight may not exist.
         accept()
     }
 
@@ -44,7 +44,7 @@ Dialog {
     }
 
     function turn(months: int) {
-        month = new Date(month.getFullYear(), month.getMonth() + months, 1)
+        month = new Date(month.getFullYear(), month.getMonth() + months, 1, 12)
     }
 
     title: month.toLocaleDateString(region, "MMMM yyyy")

@@ -9,10 +9,9 @@ import "formats.js" as Formats
 ServicePage {
     id: page
 
-    // Shows the chosen machine, or the first one if that has gone.
-    function pick() {
-        if (choice.currentIndex < 0)
-            choice.currentIndex = 0
+    // Keeps the machine that is shown, in whatever row it is now. If it has gone, shows the first one.
+    function keep() {
+        choice.currentIndex = machines.count === 0 ? -1 : Math.max(choice.indexOfValue(present.machine), 0)
         present.machine = choice.valueAt(choice.currentIndex) || null
     }
 
@@ -50,8 +49,8 @@ ServicePage {
                 model: machines
                 textRole: "name"
                 valueRole: "machine"
-                onActivated: page.pick()
-                onCountChanged: page.pick()
+                onActivated: present.machine = currentValue
+                onCountChanged: page.keep()
             }
             Card {
                 Layout.fillWidth: true
