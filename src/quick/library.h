@@ -78,6 +78,10 @@ public:
     QStringList languages() const;
     bool isRightToLeft() const;
 
+    /// The two largest units of a time in whole seconds, for example "3 min 20 s", in the language
+    /// and the digits of the screen.
+    Q_INVOKABLE QString duration(double milliseconds) const;
+
 Q_SIGNALS:
     /// Is emitted before the engine translates its bindings again.
     void languageChanged();

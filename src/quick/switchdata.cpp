@@ -57,7 +57,7 @@ QVariant switchData(const EnvVar& var, int role)
     case SwitchesModel::TypeNameRole:
         return SwitchTexts::typeName(var.type());
     case SwitchesModel::DescriptionRole:
-        return DisplayText(var.description()).text;
+        return DisplayText(SwitchTexts::description(var)).text;
     case SwitchesModel::CategoryRole:
         return int(var.category());
     case SwitchesModel::CategoryNameRole:

@@ -16,7 +16,7 @@ using envvar::EnvVarStore;
 void SwitchEditor::setFile(const QString& path)
 {
     m_file = path;
-    m_fileProblem.clear();
+    m_failure.reset();
     m_unwritten.clear();
 }
 
@@ -97,14 +97,20 @@ QString SwitchEditor::save()
 
 QString SwitchEditor::finish(const envvar::SaveResult& result)
 {
+    m_failure.reset();
     if (result.success)
         m_unwritten.clear();
-    const QString reason = result.message.value_or(tr("it was refused"));
-    m_fileProblem = result.success ? QString()
-                                   : tr("The environment file is unchanged, and changes last until "
-                                        "the program ends: %1")
-                                         .arg(reason);
-    return m_fileProblem;
+    else
+        m_failure = result;
+    return fileProblem();
+}
+
+QString SwitchEditor::fileProblem() const
+{
+    if (!m_failure)
+        return {};
+    return tr("The environment file is unchanged, and changes last until the program ends: %1")
+        .arg(m_failure->message.value_or(tr("the file was refused")));
 }
 
 } // namespace zeltools::quick

@@ -38,6 +38,9 @@ class ZELTOOLS_EXPORT SwitchesModel : public zeltools::quick::CountedModel
     Q_PROPERTY(QVariantList categories READ categories NOTIFY categoriesChanged)
 
 public:
+    /// The types of envvar::Type.
+    enum Type { Boolean = envvar::Boolean, String = envvar::String, Integer = envvar::Integer };
+    Q_ENUM(Type)
     /// The roles, whose names in QML are given beside them.
     enum Role {
         NameRole = Qt::UserRole, ///< `name`
@@ -46,9 +49,9 @@ public:
         IsCutRole,               ///< `isCut`, whether `value` is shortened
         DefaultValueRole,        ///< `defaultValue`, the value from the build; empty if none
         SourceRole,              ///< `source`, of the value: "environment", "build" or "unset"
-        TypeRole,                ///< `type`, a number of zeltools::envvar::Type
+        TypeRole,                ///< `type`, a Type
         TypeNameRole,            ///< `typeName`, in the language of the screen
-        DescriptionRole,         ///< `description`
+        DescriptionRole,         ///< `description`, translated in the context "Switches"
         CategoryRole,            ///< `category`, a number of zeltools::envvar::Category
         CategoryNameRole,        ///< `categoryName`, in the language of the screen
         IsEditableRole,          ///< `isEditable`, whether the access level allows a change

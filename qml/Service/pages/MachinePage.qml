@@ -2,7 +2,6 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import ZelTools 1.0
 import ZelTools.Style 1.0
-import "formats.js" as Formats
 
 // The state machines that the application offers for viewing: where one of them is and for how long,
 // how it came there, and its picture.
@@ -68,7 +67,7 @@ ServicePage {
                     Layout.fillWidth: true
                     muted: true
                     opacity: present.isRunning ? 1 : 0 // It keeps its place.
-                    text: qsTr("for %1").arg((present.isStateTimeKnown ? "" : "≥ ") + Formats.duration(present.stateTime, page.locale))
+                    text: qsTr("for %1").arg((present.isStateTimeKnown ? "" : "≥ ") + Library.duration(present.stateTime))
                 }
             }
             Card {
@@ -113,7 +112,7 @@ ServicePage {
                     Layout.fillWidth: true
                     kind: picture.showsAll ? Button.Primary : Button.Normal
                     icon.name: "fullscreen"
-                    text: qsTr("Show all of it")
+                    text: qsTr("Fit to view")
                     onClicked: picture.showsAll ? picture.showPart() : picture.showAll()
                 }
             }

@@ -111,7 +111,7 @@ ServicePage {
             icon.name: "heart-pulse"
             caption: qsTr("Threads")
             isBad: page.monitor.hasStalledThread
-            text: !threads.isEnabled ? qsTr("Not watched") : isBad ? qsTr("One hangs")
+            text: !threads.isEnabled ? qsTr("Not watched") : isBad ? qsTr("One has stalled")
                   : page.monitor.hasLateThread ? qsTr("One is late") : qsTr("All on time")
             detail: threads.isEnabled ? qsTr("%1 watched").arg(Formats.number(threads.count, page.locale))
                                       : qsTr("The library was built without the monitor.")
@@ -132,9 +132,9 @@ ServicePage {
             isWide: page.isWide
             icon.name: "tune"
             caption: qsTr("Switches")
-            text: changes.count === 0 ? qsTr("As built") : qsTr("%1 changed").arg(Formats.number(changes.count, page.locale))
-            detail: machine.model ? qsTr("Model %1, %2 build").arg(machine.model).arg(machine.build)
-                                  : qsTr("%1 build").arg(machine.build)
+            text: changes.count === 0 ? qsTr("Defaults") : qsTr("%1 changed").arg(Formats.number(changes.count, page.locale))
+            detail: (machine.model ? qsTr("Model %1").arg(machine.model) + "\n" : "")
+                    + (machine.build === "board" ? qsTr("Board build") : qsTr("Desktop build"))
             onClicked: page.service.page = "switches"
         }
         OverviewTile {
@@ -167,7 +167,7 @@ ServicePage {
             isWide: page.isWide
             icon.name: "power"
             caption: qsTr("Running for")
-            text: Formats.duration(1000 * machine.uptimeSeconds, page.locale)
+            text: Library.duration(1000 * machine.uptimeSeconds)
             detail: qsTr("%1, Linux %2").arg(machine.hostName).arg(machine.kernelVersion)
             onClicked: page.service.page = "kernel"
         }

@@ -128,6 +128,12 @@ ServicePage {
             }
         }
     }
+    Connections {
+        target: Library
+        function onLanguageChanged() {
+            editor.close() // Its texts are those of the row when it was opened.
+        }
+    }
     SwitchDialog {
         id: editor
         objectName: "switch"
