@@ -26,7 +26,7 @@ public:
     /// What the person may change. Each level includes those before it.
     enum Level : int {
         ReadOnly,  ///< Nothing may be changed.
-        Operator,  ///< The debug switches of log modules, the date, the time and the time zone.
+        Operator,  ///< Debug lines of log modules, the date, the time, the time zone and services.
         Technician ///< Also the switches of the application and the deletion of files.
     };
     Q_ENUM(Level)
