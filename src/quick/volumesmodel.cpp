@@ -102,7 +102,7 @@ void VolumesModel::refresh()
                 volume.space = known.space;
         }
     }
-    show(std::move(volumes));
+    show(volumes);
 }
 
 void VolumesModel::readSpaces()
@@ -110,10 +110,10 @@ void VolumesModel::readSpaces()
     if (m_spaces == nullptr || !m_spaces->isDone)
         return;
     const std::shared_ptr<Spaces> spaces = std::move(m_spaces);
-    show(std::move(spaces->volumes));
+    show(spaces->volumes);
 }
 
-void VolumesModel::show(QVector<Volume> volumes)
+void VolumesModel::show(const QVector<Volume>& volumes)
 {
     RowsUpdate::apply(*this, m_volumes, volumes, [](const Volume& volume) { return volume.path; });
 }

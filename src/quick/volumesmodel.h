@@ -51,7 +51,7 @@ private:
 
     static QVector<Volume> volumesIn(const QByteArray& mounts);
     void readSpaces();
-    void show(QVector<Volume> volumes);
+    void show(const QVector<Volume>& volumes);
 
     const std::unique_ptr<QFile> m_mounts;
     std::unique_ptr<QSocketNotifier> m_notifier;

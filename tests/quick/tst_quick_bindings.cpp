@@ -4,6 +4,7 @@
 #include "system/datetimemanager.h"
 
 #include "support.h"
+#include "support/rows.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -13,6 +14,8 @@
 #include <memory>
 
 using zeltools::quick::Library;
+
+using DurationRow = std::tuple<const char*, double, const char*, const char*>;
 
 class TestBindings : public QObject
 {
@@ -62,6 +65,23 @@ private Q_SLOTS:
         QTRY_COMPARE(all(), "true,1,1,false,true" + now);
         group.cancel();
         QCOMPARE(all(), "false,1,1,true,true" + now);
+    }
+
+    void durations_data()
+    {
+        support::addRows<DurationRow>({{"nothing", 999, "en", "0 s"},
+                                       {"seconds", 59999, "en", "59 s"},
+                                       {"a whole minute", 60000, "en", "1 min"},
+                                       {"minutes", 200000, "en", "3 min 20 s"},
+                                       {"hours", 125 * 60000, "en", "2 h 5 min"},
+                                       {"days", 80 * 3600000, "en", "3 d 8 h"},
+                                       {"other digits", 35000, "ar", "٣٥ ث"}});
+    }
+    void durations()
+    {
+        const auto& [name, milliseconds, language, text] = support::currentRow<DurationRow>();
+        Library().setLanguage(language);
+        QCOMPARE(Library().duration(milliseconds), QString(text));
     }
 
     void textsFollowTheLanguage()

@@ -14,11 +14,20 @@ ColumnLayout {
     property string chosen: folder
     property var locale
 
+    // A running bundle keeps its folder.
+    function setFolder() {
+        if (!task.running)
+            task.folder = chosen
+    }
+
     spacing: 0
+    onChosenChanged: setFolder()
+    Component.onCompleted: setFolder()
 
     Connections {
         target: root.task
         function onStatusChanged() {
+            root.setFolder()
             volumes.refresh() // The bundle has taken some of the space.
         }
     }

@@ -13,13 +13,6 @@ ServicePage {
     title: qsTr("Support")
     icon: "usb"
 
-    Binding {
-        target: page.bundle
-        property: "folder"
-        value: places.chosen
-        when: !page.bundle.running
-        restoreMode: Binding.RestoreNone
-    }
     RowLayout {
         anchors.fill: parent
         anchors.leftMargin: page.gap
@@ -36,7 +29,6 @@ ServicePage {
             title: qsTr("Where the bundle goes")
 
             BundlePlaces {
-                id: places
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 enabled: !page.bundle.running
