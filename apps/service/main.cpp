@@ -10,6 +10,7 @@
 
 #include <zeltools/logging/lognode.h>
 #include <zeltools/monitoredthreads/monitor.h>
+#include <zeltools/quick/library.h>
 
 #include <QDir>
 #include <QEventLoop>
@@ -110,6 +111,12 @@ int main(int argc, char** argv)
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("service"));
     QCoreApplication::setApplicationVersion(QStringLiteral("4.2.1"));
+
+    if (!options.language.isEmpty() &&
+        !zeltools::quick::Library().languages().contains(options.language)) {
+        QTextStream(stderr) << "No such language: " << options.language << '\n';
+        return 2;
+    }
 
     const QTemporaryDir temporary;
     const QString folder = options.folder.isEmpty() ? temporary.path() : options.folder;

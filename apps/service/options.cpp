@@ -17,8 +17,6 @@ namespace
 
 const std::array<QString, 3> s_levels{QStringLiteral("readonly"), QStringLiteral("operator"),
                                       QStringLiteral("technician")};
-const std::array<QString, 4> s_languages{QStringLiteral("en"), QStringLiteral("de"),
-                                         QStringLiteral("it"), QStringLiteral("ar")};
 const QString s_smallSize = QStringLiteral("800x480");
 const QString s_largeSize = QStringLiteral("1280x800");
 
@@ -32,9 +30,9 @@ void addOptions(QCommandLineParser& parser)
     add("folder", "Keep the machine's folders in <DIR>.", "DIR");
     add("size", "The size of the display: 800x480 or 1280x800, the default.", "SIZE", s_largeSize);
     add("light", "Use the light palette.");
-    add("language", "Show the screen in <LANGUAGE>: en, de, it or ar.", "LANGUAGE");
-    add("level", "Allow what a readonly, which is the default, operator or technician may change.",
-        "LEVEL", s_levels[Access::ReadOnly]);
+    add("language", "The language of the screen, such as ar.", "LANGUAGE");
+    add("level", "The access level: readonly (the default), operator or technician.", "LEVEL",
+        s_levels[Access::ReadOnly]);
     add("offscreen", "Leave a picture of each page in <DIR>, without a display.", "DIR");
     add("measure-start", "Print the time from the start to the first frame.");
 }
@@ -78,9 +76,6 @@ Options Options::parse(int argc, char** argv)
         options.size = {800, 480};
     else if (size != s_largeSize)
         refuse(QStringLiteral("No such size: ") + size);
-    if (!options.language.isEmpty() &&
-        std::find(s_languages.begin(), s_languages.end(), options.language) == s_languages.end())
-        refuse(QStringLiteral("No such language: ") + options.language);
     const QString level = parser.value(QStringLiteral("level"));
     const auto* const found = std::find(s_levels.begin(), s_levels.end(), level);
     if (found == s_levels.end())

@@ -30,6 +30,7 @@ FocusScope {
     readonly property bool mirrors: Library.rightToLeft || locale.textDirection === Qt.RightToLeft
     readonly property var locale: language ? Qt.locale(language) : Qt.locale()
     readonly property Item currentPage: loader.item as Item
+    readonly property BundleTask bundle: bundleTask
 
     signal closed()
 
@@ -113,5 +114,8 @@ FocusScope {
     }
     ScreenSettings {
         id: settings
+    }
+    BundleTask {
+        id: bundleTask
     }
 }

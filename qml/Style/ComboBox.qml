@@ -14,6 +14,7 @@ T.ComboBox {
     opacity: enabled ? 1 : 0.45
     font.family: Theme.fontFamily
     font.pixelSize: Theme.fontBody
+    Accessible.name: displayText
 
     delegate: ChoiceRow {
         required property int index

@@ -8,6 +8,7 @@ TextField {
     leftPadding: LayoutMirroring.enabled ? Theme.touch : 5 * Theme.unit
     rightPadding: LayoutMirroring.enabled ? 5 * Theme.unit : Theme.touch
     placeholderText: qsTr("Search")
+    Accessible.name: placeholderText
     inputMethodHints: Qt.ImhNoPredictiveText
 
     Icon {

@@ -43,12 +43,12 @@
         <translation>‏%1 ٪</translation>
     </message>
     <message>
-        <source>Make the bundle</source>
-        <translation>إنشاء الحزمة</translation>
-    </message>
-    <message>
         <source>Cancel</source>
         <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>Create the bundle</source>
+        <translation>إنشاء الحزمة</translation>
     </message>
 </context>
 <context>
@@ -141,10 +141,6 @@
         <translation>لا يوجد انهيار</translation>
     </message>
     <message>
-        <source>Crashes leave no reports</source>
-        <translation>الانهيارات لا تترك تقارير</translation>
-    </message>
-    <message>
         <source>The folder has no crash report.</source>
         <translation>لا يوجد في المجلد تقرير انهيار.</translation>
     </message>
@@ -152,17 +148,13 @@
         <source>The application has not called CrashReports::install().</source>
         <translation>لم يستدعِ التطبيق الدالة CrashReports::install()‎.</translation>
     </message>
+    <message>
+        <source>Crash reports are off</source>
+        <translation>تقارير الانهيار معطّلة</translation>
+    </message>
 </context>
 <context>
     <name>DaysDialog</name>
-    <message>
-        <source>Month before</source>
-        <translation>الشهر السابق</translation>
-    </message>
-    <message>
-        <source>Month after</source>
-        <translation>الشهر التالي</translation>
-    </message>
     <message>
         <source>All days</source>
         <translation>كل الأيام</translation>
@@ -172,8 +164,23 @@
         <translation>اليوم</translation>
     </message>
     <message>
-        <source>Last %1 days</source>
-        <translation>آخر %1 يوم</translation>
+        <source>Previous month</source>
+        <translation>الشهر السابق</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>الشهر التالي</translation>
+    </message>
+    <message numerus="yes">
+        <source>Last %n day(s)</source>
+        <translation>
+            <numerusform>آخر %n يوم</numerusform>
+            <numerusform>آخر يوم</numerusform>
+            <numerusform>آخر يومين</numerusform>
+            <numerusform>آخر %n أيام</numerusform>
+            <numerusform>آخر %n يومًا</numerusform>
+            <numerusform>آخر %n يوم</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -487,16 +494,8 @@
         <translation>كل الوحدات</translation>
     </message>
     <message>
-        <source>Go on</source>
-        <translation>متابعة</translation>
-    </message>
-    <message>
         <source>Pause</source>
         <translation>إيقاف مؤقت</translation>
-    </message>
-    <message>
-        <source>Empty the view</source>
-        <translation>إفراغ العرض</translation>
     </message>
     <message numerus="yes">
         <source>%n line(s) came faster than this view could take them. The log file has them.</source>
@@ -516,6 +515,22 @@
     <message>
         <source>No line matches the filters above.</source>
         <translation>لا يطابق أي سطر المرشحات أعلاه.</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>متابعة</translation>
+    </message>
+    <message>
+        <source>Clear the view</source>
+        <translation>إفراغ العرض</translation>
+    </message>
+    <message>
+        <source>This program has no folders for log files.</source>
+        <translation>لا توجد لهذا البرنامج مجلدات لملفات السجل.</translation>
+    </message>
+    <message>
+        <source>New lines appear here as soon as they are logged.</source>
+        <translation>تظهر الأسطر الجديدة هنا فور تسجيلها.</translation>
     </message>
 </context>
 <context>
@@ -545,16 +560,16 @@
         <translation>تكبير</translation>
     </message>
     <message>
-        <source>Show all of it</source>
-        <translation>إظهار الكل</translation>
-    </message>
-    <message>
         <source>No machine to show</source>
         <translation>لا توجد آلة حالات لعرضها</translation>
     </message>
     <message>
         <source>The application offers its state machines to this page by ViewedMachines::offer().</source>
         <translation>يعرض التطبيق آلات الحالات الخاصة به في هذه الصفحة بالدالة ViewedMachines::offer()‎.</translation>
+    </message>
+    <message>
+        <source>Fit to view</source>
+        <translation>ملاءمة العرض</translation>
     </message>
 </context>
 <context>
@@ -632,10 +647,6 @@
         <translation>وقت الشبكة</translation>
     </message>
     <message>
-        <source>This machine does not support it</source>
-        <translation>هذه الماكينة لا تدعمها</translation>
-    </message>
-    <message>
         <source>No service</source>
         <translation>لا توجد خدمة</translation>
     </message>
@@ -646,6 +657,10 @@
     <message>
         <source>Packages</source>
         <translation>الحزم</translation>
+    </message>
+    <message>
+        <source>Not supported by this machine</source>
+        <translation>غير مدعوم على هذه الماكينة</translation>
     </message>
 </context>
 <context>
@@ -683,10 +698,6 @@
         <translation>غير مراقبة</translation>
     </message>
     <message>
-        <source>One hangs</source>
-        <translation>أحدها معلّق</translation>
-    </message>
-    <message>
         <source>One is late</source>
         <translation>أحدها متأخر</translation>
     </message>
@@ -719,20 +730,8 @@
         <translation>المفاتيح</translation>
     </message>
     <message>
-        <source>As built</source>
-        <translation>كما بُنيت</translation>
-    </message>
-    <message>
         <source>%1 changed</source>
         <translation>المتغيرة: %1</translation>
-    </message>
-    <message>
-        <source>Model %1, %2 build</source>
-        <translation>الطراز %1، نسخة %2</translation>
-    </message>
-    <message>
-        <source>%1 build</source>
-        <translation>نسخة %1</translation>
     </message>
     <message>
         <source>Memory and disk</source>
@@ -792,6 +791,30 @@ ZelTools %2، Qt %3</translation>
         <source>Lines lost: %1</source>
         <translation>الأسطر المفقودة: %1</translation>
     </message>
+    <message>
+        <source>This program has no folders for log files.</source>
+        <translation>لا توجد لهذا البرنامج مجلدات لملفات السجل.</translation>
+    </message>
+    <message>
+        <source>One has stalled</source>
+        <translation>أحدها معلّق</translation>
+    </message>
+    <message>
+        <source>Defaults</source>
+        <translation>القيم الافتراضية</translation>
+    </message>
+    <message>
+        <source>Model %1</source>
+        <translation>الطراز %1</translation>
+    </message>
+    <message>
+        <source>Board build</source>
+        <translation>نسخة اللوحة</translation>
+    </message>
+    <message>
+        <source>Desktop build</source>
+        <translation>نسخة سطح المكتب</translation>
+    </message>
 </context>
 <context>
     <name>PageTurner</name>
@@ -800,20 +823,20 @@ ZelTools %2، Qt %3</translation>
         <translation>الصفحة الأولى</translation>
     </message>
     <message>
-        <source>Page back</source>
-        <translation>الصفحة السابقة</translation>
-    </message>
-    <message>
         <source>Page %1 of %2</source>
         <translation>الصفحة %1 من %2</translation>
     </message>
     <message>
-        <source>Page forward</source>
-        <translation>الصفحة التالية</translation>
-    </message>
-    <message>
         <source>Last page</source>
         <translation>الصفحة الأخيرة</translation>
+    </message>
+    <message>
+        <source>Previous page</source>
+        <translation>الصفحة السابقة</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>الصفحة التالية</translation>
     </message>
 </context>
 <context>
@@ -932,6 +955,393 @@ ZelTools %2، Qt %3</translation>
     <message>
         <source>empty</source>
         <translation>فارغ</translation>
+    </message>
+</context>
+<context>
+    <name>Switches</name>
+    <message>
+        <source>Enabled for debug build</source>
+        <translation>مفعّل في نسخة التشخيص</translation>
+    </message>
+    <message>
+        <source>Enabled on board build</source>
+        <translation>مفعّل في نسخة اللوحة</translation>
+    </message>
+    <message>
+        <source>Enabled on PC build</source>
+        <translation>مفعّل في نسخة الحاسوب</translation>
+    </message>
+    <message>
+        <source>Enabled on Android</source>
+        <translation>مفعّل على Android</translation>
+    </message>
+    <message>
+        <source>Enabled on Linux</source>
+        <translation>مفعّل على Linux</translation>
+    </message>
+    <message>
+        <source>Enabled on Windows</source>
+        <translation>مفعّل على Windows</translation>
+    </message>
+    <message>
+        <source>Encrypt configuration database</source>
+        <translation>تشفير قاعدة بيانات الإعدادات</translation>
+    </message>
+    <message>
+        <source>Encrypt machine database</source>
+        <translation>تشفير قاعدة بيانات الماكينة</translation>
+    </message>
+    <message>
+        <source>Force native gui</source>
+        <translation>فرض الواجهة الأصلية</translation>
+    </message>
+    <message>
+        <source>Force full screen mode</source>
+        <translation>فرض وضع ملء الشاشة</translation>
+    </message>
+    <message>
+        <source>Enabled on arietta build</source>
+        <translation>مفعّل في نسخة Arietta</translation>
+    </message>
+    <message>
+        <source>Enabled on Cadenza build</source>
+        <translation>مفعّل في نسخة Cadenza</translation>
+    </message>
+    <message>
+        <source>Enabled on sonata build</source>
+        <translation>مفعّل في نسخة Sonata</translation>
+    </message>
+    <message>
+        <source>Enabled on vivo build</source>
+        <translation>مفعّل في نسخة Vivo</translation>
+    </message>
+    <message>
+        <source>Enable field test logs</source>
+        <translation>تفعيل سجلات الاختبار الميداني</translation>
+    </message>
+    <message>
+        <source>Enable lab test feature</source>
+        <translation>تفعيل ميزة الاختبار المخبري</translation>
+    </message>
+    <message>
+        <source>Enable sonata sdk verbose output</source>
+        <translation>تفعيل الخرج المفصّل لـ SDK الخاص بـ Sonata</translation>
+    </message>
+    <message>
+        <source>Dump M4 debug to file</source>
+        <translation>كتابة تشخيص M4 في ملف</translation>
+    </message>
+    <message>
+        <source>Enable Self Learning tests</source>
+        <translation>تفعيل اختبارات التعلّم الذاتي</translation>
+    </message>
+    <message>
+        <source>Force usage of virtual can interface</source>
+        <translation>فرض استخدام واجهة CAN الافتراضية</translation>
+    </message>
+    <message>
+        <source>Enable CAN bus simulation</source>
+        <translation>تفعيل محاكاة ناقل CAN</translation>
+    </message>
+    <message>
+        <source>Disable new canbus messages management</source>
+        <translation>تعطيل المعالجة الجديدة لرسائل ناقل CAN</translation>
+    </message>
+    <message>
+        <source>Dump can to log file</source>
+        <translation>كتابة رسائل CAN في ملف السجل</translation>
+    </message>
+    <message>
+        <source>Dump can to debug output</source>
+        <translation>كتابة رسائل CAN في خرج التشخيص</translation>
+    </message>
+    <message>
+        <source>Set canbus interface path, e.g. can0 or /tmp/ttyS0</source>
+        <translation>مسار واجهة ناقل CAN، مثل can0 أو /tmp/ttyS0</translation>
+    </message>
+    <message>
+        <source>Cold products simulation</source>
+        <translation>محاكاة المنتجات الباردة</translation>
+    </message>
+    <message>
+        <source>CTG products simulation</source>
+        <translation>محاكاة منتجات CTG</translation>
+    </message>
+    <message>
+        <source>Use real CAN bus over USB adapter</source>
+        <translation>استخدام ناقل CAN حقيقي عبر محوّل USB</translation>
+    </message>
+    <message>
+        <source>Enable payment simulation over TCP interface</source>
+        <translation>تفعيل محاكاة الدفع عبر واجهة TCP</translation>
+    </message>
+    <message>
+        <source>Enable payment over ERS protocol</source>
+        <translation>تفعيل الدفع عبر بروتوكول ERS</translation>
+    </message>
+    <message>
+        <source>Enable payment simulation</source>
+        <translation>تفعيل محاكاة الدفع</translation>
+    </message>
+    <message>
+        <source>Executive payment device simulator model (DEFAULT/UIC_180/MIZIP)</source>
+        <translation>طراز محاكي جهاز الدفع Executive (DEFAULT/UIC_180/MIZIP)</translation>
+    </message>
+    <message>
+        <source>Cashless device 0 simulator model (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC</source>
+        <translation>طراز محاكي جهاز الدفع غير النقدي 0 (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC)</translation>
+    </message>
+    <message>
+        <source>Cashless device 1 simulator model (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC</source>
+        <translation>طراز محاكي جهاز الدفع غير النقدي 1 (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC)</translation>
+    </message>
+    <message>
+        <source>Run payment in main thread</source>
+        <translation>تشغيل الدفع في الخيط الرئيسي</translation>
+    </message>
+    <message>
+        <source>Always send configuration to plume device</source>
+        <translation>إرسال الإعدادات دائمًا إلى جهاز Plume</translation>
+    </message>
+    <message>
+        <source>Dump payment logs to payment log file</source>
+        <translation>كتابة سجلات الدفع في ملف سجل الدفع</translation>
+    </message>
+    <message>
+        <source>Dump payment logs to application output</source>
+        <translation>كتابة سجلات الدفع في خرج التطبيق</translation>
+    </message>
+    <message>
+        <source>Dump payment Hi files to application output</source>
+        <translation>كتابة ملفات Hi للدفع في خرج التطبيق</translation>
+    </message>
+    <message>
+        <source>Provide explicit payment method selection</source>
+        <translation>إتاحة اختيار صريح لطريقة الدفع</translation>
+    </message>
+    <message>
+        <source>Disable watchdog</source>
+        <translation>تعطيل مؤقت المراقبة</translation>
+    </message>
+    <message>
+        <source>Use QML screensaver</source>
+        <translation>استخدام شاشة توقف QML</translation>
+    </message>
+    <message>
+        <source>Enable cup sensors simulation</source>
+        <translation>تفعيل محاكاة مستشعرات الأكواب</translation>
+    </message>
+    <message>
+        <source>Enable extend lifetime feature in cup sensors simulation</source>
+        <translation>تفعيل إطالة العمر في محاكاة مستشعرات الأكواب</translation>
+    </message>
+    <message>
+        <source>Cup sensors simulation file path</source>
+        <translation>مسار ملف محاكاة مستشعرات الأكواب</translation>
+    </message>
+    <message>
+        <source>Dump cupsensor logs to cupsensors log file</source>
+        <translation>كتابة سجلات مستشعرات الأكواب في ملف سجلها</translation>
+    </message>
+    <message>
+        <source>VL6180X simulation on PC via I2C bus.
+If disabled, default cup sensor is simulated.
+(NOTE: VL6180X_SIMULATION_DEVICE takes effect only if CUPSENSOR_SIMULATION is enabled)</source>
+        <translation>محاكاة VL6180X على الحاسوب عبر ناقل I2C.
+عند تعطيلها يُحاكى مستشعر الأكواب الافتراضي.
+(لا يؤثر VL6180X_SIMULATION_DEVICE إلا إذا كان CUPSENSOR_SIMULATION مفعّلًا.)</translation>
+    </message>
+    <message>
+        <source>Hide payment from technical menu</source>
+        <translation>إخفاء الدفع من القائمة الفنية</translation>
+    </message>
+    <message>
+        <source>Dump I2C logs to logs</source>
+        <translation>كتابة سجلات I2C في ملفات السجل</translation>
+    </message>
+    <message>
+        <source>Dump I2C logs to application output</source>
+        <translation>كتابة سجلات I2C في خرج التطبيق</translation>
+    </message>
+    <message>
+        <source>Show Halcyon server address and port</source>
+        <translation>إظهار عنوان خادم Halcyon ومنفذه</translation>
+    </message>
+    <message>
+        <source>Show Halcyon server switch</source>
+        <translation>إظهار مفتاح خادم Halcyon</translation>
+    </message>
+    <message>
+        <source>Disable Halcyon modem public IP address</source>
+        <translation>تعطيل عنوان IP العام لمودم Halcyon</translation>
+    </message>
+    <message>
+        <source>Enable Halcyon APN override</source>
+        <translation>تفعيل استبدال APN الخاص بـ Halcyon</translation>
+    </message>
+    <message>
+        <source>Show touchless server switch</source>
+        <translation>إظهار مفتاح خادم التشغيل بدون لمس</translation>
+    </message>
+    <message>
+        <source>Use vestaone version for windows</source>
+        <translation>استخدام إصدار Vesta One لنظام Windows</translation>
+    </message>
+    <message>
+        <source>Disable keyboard buzzer on vesta one</source>
+        <translation>تعطيل صفارة لوحة المفاتيح في Vesta One</translation>
+    </message>
+    <message>
+        <source>Directly go to given menu (eg. 8.1.10) when entering vestaone technical menu</source>
+        <translation>فتح هذه القائمة مباشرة (مثل 8.1.10) عند دخول القائمة الفنية في Vesta One</translation>
+    </message>
+    <message>
+        <source>Enabled on android emulator</source>
+        <translation>مفعّل على محاكي Android</translation>
+    </message>
+    <message>
+        <source>Force android assets copy on startup</source>
+        <translation>فرض نسخ ملفات Android عند بدء التشغيل</translation>
+    </message>
+    <message>
+        <source>Android application package name</source>
+        <translation>اسم حزمة تطبيق Android</translation>
+    </message>
+    <message>
+        <source>Android application activity</source>
+        <translation>نشاط (Activity) تطبيق Android</translation>
+    </message>
+    <message>
+        <source>Disable android task lock</source>
+        <translation>تعطيل قفل المهام في Android</translation>
+    </message>
+    <message>
+        <source>Dump ERS protocol data to application output</source>
+        <translation>كتابة بيانات بروتوكول ERS في خرج التطبيق</translation>
+    </message>
+    <message>
+        <source>Dump ERS protocol data to log file</source>
+        <translation>كتابة بيانات بروتوكول ERS في ملف السجل</translation>
+    </message>
+    <message>
+        <source>Use ERS protocol for erogation</source>
+        <translation>استخدام بروتوكول ERS للصرف</translation>
+    </message>
+    <message>
+        <source>ERS master interface path on desktop</source>
+        <translation>مسار واجهة ERS الرئيسية على سطح المكتب</translation>
+    </message>
+    <message>
+        <source>Disable power board keep alive</source>
+        <translation>تعطيل إشارة بقاء الاتصال للوحة القدرة</translation>
+    </message>
+    <message>
+        <source>Enable power board simulation</source>
+        <translation>تفعيل محاكاة لوحة القدرة</translation>
+    </message>
+    <message>
+        <source>Ignore power board error status</source>
+        <translation>تجاهل حالة خطأ لوحة القدرة</translation>
+    </message>
+    <message>
+        <source>Disable power board temperature reading</source>
+        <translation>تعطيل قراءة درجة حرارة لوحة القدرة</translation>
+    </message>
+    <message>
+        <source>Force using CAN interface also on desktop</source>
+        <translation>فرض استخدام واجهة CAN على سطح المكتب أيضًا</translation>
+    </message>
+    <message>
+        <source>No_UL_Limit_120</source>
+        <translation>بدون حد UL 120</translation>
+    </message>
+    <message>
+        <source>Force USB storage path</source>
+        <translation>فرض مسار وحدة تخزين USB</translation>
+    </message>
+    <message>
+        <source>Fill all translations with sample</source>
+        <translation>ملء كل الترجمات بنص تجريبي</translation>
+    </message>
+    <message>
+        <source>Fill missing translations with sample</source>
+        <translation>ملء الترجمات الناقصة بنص تجريبي</translation>
+    </message>
+    <message>
+        <source>Indicate Arietta Meridian</source>
+        <translation>يشير إلى Arietta Meridian</translation>
+    </message>
+    <message>
+        <source>Indicate Sonata Meridian</source>
+        <translation>يشير إلى Sonata Meridian</translation>
+    </message>
+    <message>
+        <source>Indicate Vivo Meridian</source>
+        <translation>يشير إلى Vivo Meridian</translation>
+    </message>
+    <message>
+        <source>Don&apos;t load M4 firmware on startup</source>
+        <translation>عدم تحميل برنامج M4 الثابت عند بدء التشغيل</translation>
+    </message>
+    <message>
+        <source>Don&apos;t start and stop bluetooth daemon</source>
+        <translation>عدم تشغيل خدمة Bluetooth وإيقافها</translation>
+    </message>
+    <message>
+        <source>Do not modify network configuration at runtime</source>
+        <translation>عدم تعديل إعدادات الشبكة أثناء التشغيل</translation>
+    </message>
+    <message>
+        <source>Enable ethernet debug mode</source>
+        <translation>تفعيل وضع تشخيص Ethernet</translation>
+    </message>
+    <message>
+        <source>Start machine in Tessel mode.</source>
+        <translation>تشغيل الماكينة في وضع Tessel</translation>
+    </message>
+    <message>
+        <source>Enable feature conditioned to ZEL_CUSTOM_1_MANAGEMENT variable</source>
+        <translation>تفعيل الميزة المرتبطة بالمتغير ZEL_CUSTOM_1_MANAGEMENT</translation>
+    </message>
+    <message>
+        <source>Connect to DateTimeSimulator using given simulation interface address</source>
+        <translation>الاتصال بـ DateTimeSimulator عبر عنوان واجهة المحاكاة هذا</translation>
+    </message>
+    <message>
+        <source>Ignore data recived from ICB but apply the time component</source>
+        <translation>تجاهل البيانات الواردة من ICB باستثناء الوقت</translation>
+    </message>
+    <message>
+        <source>Piston Position Visible for ESFB with all canister.</source>
+        <translation>موضع المكبس مرئي لـ ESFB مع جميع الحاويات</translation>
+    </message>
+    <message>
+        <source>Set a different port for EVADTS communication</source>
+        <translation>تعيين منفذ آخر لاتصال EVADTS</translation>
+    </message>
+    <message>
+        <source>Force Corvid device ID</source>
+        <translation>فرض معرّف جهاز Corvid</translation>
+    </message>
+    <message>
+        <source>Inhibit Corvid transaction manager</source>
+        <translation>منع مدير معاملات Corvid</translation>
+    </message>
+    <message>
+        <source>Indicate LyraCore For Windows</source>
+        <translation>يشير إلى LyraCore لنظام Windows</translation>
+    </message>
+    <message>
+        <source>Set startup menu for Cap Keys gui package</source>
+        <translation>قائمة البدء لحزمة واجهة Cap Keys</translation>
+    </message>
+    <message>
+        <source>Simulate capacitive keys keyboard</source>
+        <translation>محاكاة لوحة المفاتيح السعوية</translation>
+    </message>
+    <message>
+        <source>Simulate capacitive keys leds</source>
+        <translation>محاكاة مصابيح المفاتيح السعوية</translation>
     </message>
 </context>
 <context>
@@ -1079,22 +1489,6 @@ ZelTools %2، Qt %3</translation>
 <context>
     <name>formats</name>
     <message>
-        <source>%1 s</source>
-        <translation>%1 ث</translation>
-    </message>
-    <message>
-        <source>%1 min %2 s</source>
-        <translation>%1 د %2 ث</translation>
-    </message>
-    <message>
-        <source>%1 h %2 min</source>
-        <translation>%1 س %2 د</translation>
-    </message>
-    <message>
-        <source>%1 d %2 h</source>
-        <translation>%1 ي %2 س</translation>
-    </message>
-    <message>
         <source>%1 B</source>
         <translation>%1 بايت</translation>
     </message>
@@ -1130,7 +1524,7 @@ ZelTools %2، Qt %3</translation>
     <name>zeltools::quick::BundleTask</name>
     <message>
         <source>The library on this machine was built without support bundles.</source>
-        <translation>بُنيت المكتبة على هذا الجهاز بدون حزم الدعم.</translation>
+        <translation>بُنيت المكتبة على هذه الماكينة بدون حزم الدعم.</translation>
     </message>
     <message>
         <source>The application does not tell where its files are.</source>
@@ -1202,22 +1596,7 @@ ZelTools %2، Qt %3</translation>
     </message>
 </context>
 <context>
-    <name>zeltools::quick::LogModulesModel</name>
-    <message>
-        <source>This module does not exist.</source>
-        <translation>هذه الوحدة غير موجودة.</translation>
-    </message>
-</context>
-<context>
-    <name>zeltools::quick::MachineGraph</name>
-    <message>
-        <source>after %1</source>
-        <translation>بعد %1</translation>
-    </message>
-    <message>
-        <source>[guard]</source>
-        <translation>[شرط]</translation>
-    </message>
+    <name>zeltools::quick::Library</name>
     <message>
         <source>%1 ms</source>
         <translation>%1 م.ث</translation>
@@ -1237,6 +1616,28 @@ ZelTools %2، Qt %3</translation>
     <message>
         <source>%1 h %2 min</source>
         <translation>%1 س %2 د</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <translation>%1 ي %2 س</translation>
+    </message>
+</context>
+<context>
+    <name>zeltools::quick::LogModulesModel</name>
+    <message>
+        <source>This module does not exist.</source>
+        <translation>هذه الوحدة غير موجودة.</translation>
+    </message>
+</context>
+<context>
+    <name>zeltools::quick::MachineGraph</name>
+    <message>
+        <source>after %1</source>
+        <translation>بعد %1</translation>
+    </message>
+    <message>
+        <source>[guard]</source>
+        <translation>[شرط]</translation>
     </message>
 </context>
 <context>
@@ -1283,12 +1684,12 @@ ZelTools %2، Qt %3</translation>
         <translation>لا يوجد ملف بيئة؛ تبقى التغييرات حتى انتهاء البرنامج.</translation>
     </message>
     <message>
-        <source>it was refused</source>
-        <translation>رُفض</translation>
-    </message>
-    <message>
         <source>The environment file is unchanged, and changes last until the program ends: %1</source>
         <translation>لم يتغير ملف البيئة، وتبقى التغييرات حتى انتهاء البرنامج: %1</translation>
+    </message>
+    <message>
+        <source>the file was refused</source>
+        <translation>رُفض الملف</translation>
     </message>
 </context>
 <context>

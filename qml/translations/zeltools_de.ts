@@ -43,12 +43,12 @@
         <translation>%1 %</translation>
     </message>
     <message>
-        <source>Make the bundle</source>
-        <translation>Paket erstellen</translation>
-    </message>
-    <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Create the bundle</source>
+        <translation>Paket erstellen</translation>
     </message>
 </context>
 <context>
@@ -141,10 +141,6 @@
         <translation>Kein Absturz</translation>
     </message>
     <message>
-        <source>Crashes leave no reports</source>
-        <translation>Abstürze hinterlassen keine Berichte</translation>
-    </message>
-    <message>
         <source>The folder has no crash report.</source>
         <translation>Der Ordner enthält keinen Absturzbericht.</translation>
     </message>
@@ -152,17 +148,13 @@
         <source>The application has not called CrashReports::install().</source>
         <translation>Die Anwendung hat CrashReports::install() nicht aufgerufen.</translation>
     </message>
+    <message>
+        <source>Crash reports are off</source>
+        <translation>Absturzberichte sind aus</translation>
+    </message>
 </context>
 <context>
     <name>DaysDialog</name>
-    <message>
-        <source>Month before</source>
-        <translation>Voriger Monat</translation>
-    </message>
-    <message>
-        <source>Month after</source>
-        <translation>Nächster Monat</translation>
-    </message>
     <message>
         <source>All days</source>
         <translation>Alle Tage</translation>
@@ -172,8 +164,19 @@
         <translation>Heute</translation>
     </message>
     <message>
-        <source>Last %1 days</source>
-        <translation>Letzte %1 Tage</translation>
+        <source>Previous month</source>
+        <translation>Voriger Monat</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>Nächster Monat</translation>
+    </message>
+    <message numerus="yes">
+        <source>Last %n day(s)</source>
+        <translation>
+            <numerusform>Letzter Tag</numerusform>
+            <numerusform>Letzte %n Tage</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -487,16 +490,8 @@
         <translation>Alle Module</translation>
     </message>
     <message>
-        <source>Go on</source>
-        <translation>Fortsetzen</translation>
-    </message>
-    <message>
         <source>Pause</source>
         <translation>Anhalten</translation>
-    </message>
-    <message>
-        <source>Empty the view</source>
-        <translation>Ansicht leeren</translation>
     </message>
     <message numerus="yes">
         <source>%n line(s) came faster than this view could take them. The log file has them.</source>
@@ -512,6 +507,22 @@
     <message>
         <source>No line matches the filters above.</source>
         <translation>Keine Zeile passt zu den Filtern oben.</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Clear the view</source>
+        <translation>Ansicht leeren</translation>
+    </message>
+    <message>
+        <source>This program has no folders for log files.</source>
+        <translation>Dieses Programm hat keine Ordner für Protokolldateien.</translation>
+    </message>
+    <message>
+        <source>New lines appear here as soon as they are logged.</source>
+        <translation>Neue Zeilen erscheinen hier, sobald sie protokolliert werden.</translation>
     </message>
 </context>
 <context>
@@ -541,16 +552,16 @@
         <translation>Größer</translation>
     </message>
     <message>
-        <source>Show all of it</source>
-        <translation>Alles zeigen</translation>
-    </message>
-    <message>
         <source>No machine to show</source>
         <translation>Keine Zustandsmaschine zu zeigen</translation>
     </message>
     <message>
         <source>The application offers its state machines to this page by ViewedMachines::offer().</source>
         <translation>Die Anwendung bietet dieser Seite ihre Zustandsmaschinen mit ViewedMachines::offer() an.</translation>
+    </message>
+    <message>
+        <source>Fit to view</source>
+        <translation>Einpassen</translation>
     </message>
 </context>
 <context>
@@ -624,10 +635,6 @@
         <translation>Netzwerkzeit</translation>
     </message>
     <message>
-        <source>This machine does not support it</source>
-        <translation>Diese Maschine unterstützt ihn nicht</translation>
-    </message>
-    <message>
         <source>No service</source>
         <translation>Kein Dienst</translation>
     </message>
@@ -638,6 +645,10 @@
     <message>
         <source>Packages</source>
         <translation>Pakete</translation>
+    </message>
+    <message>
+        <source>Not supported by this machine</source>
+        <translation>Von dieser Maschine nicht unterstützt</translation>
     </message>
 </context>
 <context>
@@ -675,10 +686,6 @@
         <translation>Nicht überwacht</translation>
     </message>
     <message>
-        <source>One hangs</source>
-        <translation>Einer hängt</translation>
-    </message>
-    <message>
         <source>One is late</source>
         <translation>Einer ist verspätet</translation>
     </message>
@@ -711,20 +718,8 @@
         <translation>Schalter</translation>
     </message>
     <message>
-        <source>As built</source>
-        <translation>Unverändert</translation>
-    </message>
-    <message>
         <source>%1 changed</source>
         <translation>%1 geändert</translation>
-    </message>
-    <message>
-        <source>Model %1, %2 build</source>
-        <translation>Modell %1, Build %2</translation>
-    </message>
-    <message>
-        <source>%1 build</source>
-        <translation>Build %1</translation>
     </message>
     <message>
         <source>Memory and disk</source>
@@ -784,6 +779,30 @@ ZelTools %2, Qt %3</translation>
         <source>Lines lost: %1</source>
         <translation>Verlorene Zeilen: %1</translation>
     </message>
+    <message>
+        <source>This program has no folders for log files.</source>
+        <translation>Dieses Programm hat keine Ordner für Protokolldateien.</translation>
+    </message>
+    <message>
+        <source>One has stalled</source>
+        <translation>Einer hängt</translation>
+    </message>
+    <message>
+        <source>Defaults</source>
+        <translation>Standardwerte</translation>
+    </message>
+    <message>
+        <source>Model %1</source>
+        <translation>Modell %1</translation>
+    </message>
+    <message>
+        <source>Board build</source>
+        <translation>Build für die Maschine</translation>
+    </message>
+    <message>
+        <source>Desktop build</source>
+        <translation>Build für den Desktop</translation>
+    </message>
 </context>
 <context>
     <name>PageTurner</name>
@@ -792,20 +811,20 @@ ZelTools %2, Qt %3</translation>
         <translation>Erste Seite</translation>
     </message>
     <message>
-        <source>Page back</source>
-        <translation>Seite zurück</translation>
-    </message>
-    <message>
         <source>Page %1 of %2</source>
         <translation>Seite %1 von %2</translation>
     </message>
     <message>
-        <source>Page forward</source>
-        <translation>Seite vor</translation>
-    </message>
-    <message>
         <source>Last page</source>
         <translation>Letzte Seite</translation>
+    </message>
+    <message>
+        <source>Previous page</source>
+        <translation>Vorige Seite</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Nächste Seite</translation>
     </message>
 </context>
 <context>
@@ -924,6 +943,393 @@ ZelTools %2, Qt %3</translation>
     <message>
         <source>empty</source>
         <translation>leer</translation>
+    </message>
+</context>
+<context>
+    <name>Switches</name>
+    <message>
+        <source>Enabled for debug build</source>
+        <translation>Eingeschaltet im Debug-Build</translation>
+    </message>
+    <message>
+        <source>Enabled on board build</source>
+        <translation>Eingeschaltet im Build für die Maschine</translation>
+    </message>
+    <message>
+        <source>Enabled on PC build</source>
+        <translation>Eingeschaltet im Build für den PC</translation>
+    </message>
+    <message>
+        <source>Enabled on Android</source>
+        <translation>Eingeschaltet unter Android</translation>
+    </message>
+    <message>
+        <source>Enabled on Linux</source>
+        <translation>Eingeschaltet unter Linux</translation>
+    </message>
+    <message>
+        <source>Enabled on Windows</source>
+        <translation>Eingeschaltet unter Windows</translation>
+    </message>
+    <message>
+        <source>Encrypt configuration database</source>
+        <translation>Datenbank der Konfiguration verschlüsseln</translation>
+    </message>
+    <message>
+        <source>Encrypt machine database</source>
+        <translation>Datenbank der Maschine verschlüsseln</translation>
+    </message>
+    <message>
+        <source>Force native gui</source>
+        <translation>Native Oberfläche erzwingen</translation>
+    </message>
+    <message>
+        <source>Force full screen mode</source>
+        <translation>Vollbild erzwingen</translation>
+    </message>
+    <message>
+        <source>Enabled on arietta build</source>
+        <translation>Eingeschaltet im Build für Arietta</translation>
+    </message>
+    <message>
+        <source>Enabled on Cadenza build</source>
+        <translation>Eingeschaltet im Build für Cadenza</translation>
+    </message>
+    <message>
+        <source>Enabled on sonata build</source>
+        <translation>Eingeschaltet im Build für Sonata</translation>
+    </message>
+    <message>
+        <source>Enabled on vivo build</source>
+        <translation>Eingeschaltet im Build für Vivo</translation>
+    </message>
+    <message>
+        <source>Enable field test logs</source>
+        <translation>Protokolle für Feldtests einschalten</translation>
+    </message>
+    <message>
+        <source>Enable lab test feature</source>
+        <translation>Funktion für Labortests einschalten</translation>
+    </message>
+    <message>
+        <source>Enable sonata sdk verbose output</source>
+        <translation>Ausführliche Ausgaben des Sonata-SDK einschalten</translation>
+    </message>
+    <message>
+        <source>Dump M4 debug to file</source>
+        <translation>Debug-Ausgaben des M4 in eine Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Enable Self Learning tests</source>
+        <translation>Selbstlerntests einschalten</translation>
+    </message>
+    <message>
+        <source>Force usage of virtual can interface</source>
+        <translation>Virtuelle CAN-Schnittstelle erzwingen</translation>
+    </message>
+    <message>
+        <source>Enable CAN bus simulation</source>
+        <translation>Simulation des CAN-Busses einschalten</translation>
+    </message>
+    <message>
+        <source>Disable new canbus messages management</source>
+        <translation>Neue Verarbeitung der CAN-Nachrichten ausschalten</translation>
+    </message>
+    <message>
+        <source>Dump can to log file</source>
+        <translation>CAN-Nachrichten in die Protokolldatei schreiben</translation>
+    </message>
+    <message>
+        <source>Dump can to debug output</source>
+        <translation>CAN-Nachrichten auf die Debug-Ausgabe schreiben</translation>
+    </message>
+    <message>
+        <source>Set canbus interface path, e.g. can0 or /tmp/ttyS0</source>
+        <translation>Pfad der CAN-Schnittstelle, z. B. can0 oder /tmp/ttyS0</translation>
+    </message>
+    <message>
+        <source>Cold products simulation</source>
+        <translation>Simulation der Kaltgetränke</translation>
+    </message>
+    <message>
+        <source>CTG products simulation</source>
+        <translation>Simulation der CTG-Produkte</translation>
+    </message>
+    <message>
+        <source>Use real CAN bus over USB adapter</source>
+        <translation>Echten CAN-Bus über einen USB-Adapter verwenden</translation>
+    </message>
+    <message>
+        <source>Enable payment simulation over TCP interface</source>
+        <translation>Zahlungssimulation über TCP einschalten</translation>
+    </message>
+    <message>
+        <source>Enable payment over ERS protocol</source>
+        <translation>Zahlung über das ERS-Protokoll einschalten</translation>
+    </message>
+    <message>
+        <source>Enable payment simulation</source>
+        <translation>Zahlungssimulation einschalten</translation>
+    </message>
+    <message>
+        <source>Executive payment device simulator model (DEFAULT/UIC_180/MIZIP)</source>
+        <translation>Modell des Simulators für das Executive-Zahlungsgerät (DEFAULT/UIC_180/MIZIP)</translation>
+    </message>
+    <message>
+        <source>Cashless device 0 simulator model (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC</source>
+        <translation>Modell des Simulators für das Bargeldlos-Gerät 0 (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC)</translation>
+    </message>
+    <message>
+        <source>Cashless device 1 simulator model (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC</source>
+        <translation>Modell des Simulators für das Bargeldlos-Gerät 1 (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC)</translation>
+    </message>
+    <message>
+        <source>Run payment in main thread</source>
+        <translation>Zahlung im Hauptthread ausführen</translation>
+    </message>
+    <message>
+        <source>Always send configuration to plume device</source>
+        <translation>Konfiguration immer an das Plume-Gerät senden</translation>
+    </message>
+    <message>
+        <source>Dump payment logs to payment log file</source>
+        <translation>Zahlungsprotokoll in dessen Protokolldatei schreiben</translation>
+    </message>
+    <message>
+        <source>Dump payment logs to application output</source>
+        <translation>Zahlungsprotokoll auf die Ausgabe der Anwendung schreiben</translation>
+    </message>
+    <message>
+        <source>Dump payment Hi files to application output</source>
+        <translation>Hi-Dateien der Zahlung auf die Ausgabe der Anwendung schreiben</translation>
+    </message>
+    <message>
+        <source>Provide explicit payment method selection</source>
+        <translation>Ausdrückliche Wahl der Zahlungsart anbieten</translation>
+    </message>
+    <message>
+        <source>Disable watchdog</source>
+        <translation>Watchdog ausschalten</translation>
+    </message>
+    <message>
+        <source>Use QML screensaver</source>
+        <translation>Bildschirmschoner in QML verwenden</translation>
+    </message>
+    <message>
+        <source>Enable cup sensors simulation</source>
+        <translation>Simulation der Bechersensoren einschalten</translation>
+    </message>
+    <message>
+        <source>Enable extend lifetime feature in cup sensors simulation</source>
+        <translation>Verlängerte Lebensdauer in der Simulation der Bechersensoren einschalten</translation>
+    </message>
+    <message>
+        <source>Cup sensors simulation file path</source>
+        <translation>Pfad der Datei für die Simulation der Bechersensoren</translation>
+    </message>
+    <message>
+        <source>Dump cupsensor logs to cupsensors log file</source>
+        <translation>Protokoll der Bechersensoren in deren Protokolldatei schreiben</translation>
+    </message>
+    <message>
+        <source>VL6180X simulation on PC via I2C bus.
+If disabled, default cup sensor is simulated.
+(NOTE: VL6180X_SIMULATION_DEVICE takes effect only if CUPSENSOR_SIMULATION is enabled)</source>
+        <translation>Simulation des VL6180X auf dem PC über den I2C-Bus.
+Ohne sie wird der übliche Bechersensor simuliert.
+(VL6180X_SIMULATION_DEVICE wirkt nur zusammen mit CUPSENSOR_SIMULATION.)</translation>
+    </message>
+    <message>
+        <source>Hide payment from technical menu</source>
+        <translation>Zahlung im technischen Menü verbergen</translation>
+    </message>
+    <message>
+        <source>Dump I2C logs to logs</source>
+        <translation>I2C-Protokoll in die Protokolldateien schreiben</translation>
+    </message>
+    <message>
+        <source>Dump I2C logs to application output</source>
+        <translation>I2C-Protokoll auf die Ausgabe der Anwendung schreiben</translation>
+    </message>
+    <message>
+        <source>Show Halcyon server address and port</source>
+        <translation>Adresse und Port des Halcyon-Servers zeigen</translation>
+    </message>
+    <message>
+        <source>Show Halcyon server switch</source>
+        <translation>Schalter für den Halcyon-Server zeigen</translation>
+    </message>
+    <message>
+        <source>Disable Halcyon modem public IP address</source>
+        <translation>Öffentliche IP-Adresse des Halcyon-Modems ausschalten</translation>
+    </message>
+    <message>
+        <source>Enable Halcyon APN override</source>
+        <translation>Eigenen APN für Halcyon erlauben</translation>
+    </message>
+    <message>
+        <source>Show touchless server switch</source>
+        <translation>Schalter für den Touchless-Server zeigen</translation>
+    </message>
+    <message>
+        <source>Use vestaone version for windows</source>
+        <translation>Vesta-One-Version für Windows verwenden</translation>
+    </message>
+    <message>
+        <source>Disable keyboard buzzer on vesta one</source>
+        <translation>Tastensummer der Vesta One ausschalten</translation>
+    </message>
+    <message>
+        <source>Directly go to given menu (eg. 8.1.10) when entering vestaone technical menu</source>
+        <translation>Im technischen Menü der Vesta One direkt dieses Menü öffnen (z. B. 8.1.10)</translation>
+    </message>
+    <message>
+        <source>Enabled on android emulator</source>
+        <translation>Eingeschaltet im Android-Emulator</translation>
+    </message>
+    <message>
+        <source>Force android assets copy on startup</source>
+        <translation>Android-Assets bei jedem Start kopieren</translation>
+    </message>
+    <message>
+        <source>Android application package name</source>
+        <translation>Paketname der Android-Anwendung</translation>
+    </message>
+    <message>
+        <source>Android application activity</source>
+        <translation>Activity der Android-Anwendung</translation>
+    </message>
+    <message>
+        <source>Disable android task lock</source>
+        <translation>Task-Sperre von Android ausschalten</translation>
+    </message>
+    <message>
+        <source>Dump ERS protocol data to application output</source>
+        <translation>Daten des ERS-Protokolls auf die Ausgabe der Anwendung schreiben</translation>
+    </message>
+    <message>
+        <source>Dump ERS protocol data to log file</source>
+        <translation>Daten des ERS-Protokolls in die Protokolldatei schreiben</translation>
+    </message>
+    <message>
+        <source>Use ERS protocol for erogation</source>
+        <translation>ERS-Protokoll für die Ausgabe verwenden</translation>
+    </message>
+    <message>
+        <source>ERS master interface path on desktop</source>
+        <translation>Pfad der ERS-Master-Schnittstelle auf dem Desktop</translation>
+    </message>
+    <message>
+        <source>Disable power board keep alive</source>
+        <translation>Lebenszeichen der Leistungsplatine ausschalten</translation>
+    </message>
+    <message>
+        <source>Enable power board simulation</source>
+        <translation>Simulation der Leistungsplatine einschalten</translation>
+    </message>
+    <message>
+        <source>Ignore power board error status</source>
+        <translation>Fehlerzustand der Leistungsplatine ignorieren</translation>
+    </message>
+    <message>
+        <source>Disable power board temperature reading</source>
+        <translation>Temperaturmessung der Leistungsplatine ausschalten</translation>
+    </message>
+    <message>
+        <source>Force using CAN interface also on desktop</source>
+        <translation>CAN-Schnittstelle auch auf dem Desktop erzwingen</translation>
+    </message>
+    <message>
+        <source>No_UL_Limit_120</source>
+        <translation>Ohne UL-Grenze 120</translation>
+    </message>
+    <message>
+        <source>Force USB storage path</source>
+        <translation>Pfad des USB-Speichers vorgeben</translation>
+    </message>
+    <message>
+        <source>Fill all translations with sample</source>
+        <translation>Alle Übersetzungen mit einem Mustertext füllen</translation>
+    </message>
+    <message>
+        <source>Fill missing translations with sample</source>
+        <translation>Fehlende Übersetzungen mit einem Mustertext füllen</translation>
+    </message>
+    <message>
+        <source>Indicate Arietta Meridian</source>
+        <translation>Kennzeichnet Arietta Meridian</translation>
+    </message>
+    <message>
+        <source>Indicate Sonata Meridian</source>
+        <translation>Kennzeichnet Sonata Meridian</translation>
+    </message>
+    <message>
+        <source>Indicate Vivo Meridian</source>
+        <translation>Kennzeichnet Vivo Meridian</translation>
+    </message>
+    <message>
+        <source>Don&apos;t load M4 firmware on startup</source>
+        <translation>M4-Firmware beim Start nicht laden</translation>
+    </message>
+    <message>
+        <source>Don&apos;t start and stop bluetooth daemon</source>
+        <translation>Bluetooth-Dienst nicht starten und beenden</translation>
+    </message>
+    <message>
+        <source>Do not modify network configuration at runtime</source>
+        <translation>Netzwerkeinstellungen im Betrieb nicht ändern</translation>
+    </message>
+    <message>
+        <source>Enable ethernet debug mode</source>
+        <translation>Debug-Modus für Ethernet einschalten</translation>
+    </message>
+    <message>
+        <source>Start machine in Tessel mode.</source>
+        <translation>Maschine im Tessel-Modus starten</translation>
+    </message>
+    <message>
+        <source>Enable feature conditioned to ZEL_CUSTOM_1_MANAGEMENT variable</source>
+        <translation>Funktion einschalten, die von der Variablen ZEL_CUSTOM_1_MANAGEMENT abhängt</translation>
+    </message>
+    <message>
+        <source>Connect to DateTimeSimulator using given simulation interface address</source>
+        <translation>Mit dem DateTimeSimulator unter dieser Adresse der Simulationsschnittstelle verbinden</translation>
+    </message>
+    <message>
+        <source>Ignore data recived from ICB but apply the time component</source>
+        <translation>Daten vom ICB bis auf die Uhrzeit ignorieren</translation>
+    </message>
+    <message>
+        <source>Piston Position Visible for ESFB with all canister.</source>
+        <translation>Kolbenposition für ESFB mit allen Behältern sichtbar</translation>
+    </message>
+    <message>
+        <source>Set a different port for EVADTS communication</source>
+        <translation>Anderer Anschluss für die EVADTS-Kommunikation</translation>
+    </message>
+    <message>
+        <source>Force Corvid device ID</source>
+        <translation>Gerätekennung für Corvid vorgeben</translation>
+    </message>
+    <message>
+        <source>Inhibit Corvid transaction manager</source>
+        <translation>Transaktionsverwaltung von Corvid sperren</translation>
+    </message>
+    <message>
+        <source>Indicate LyraCore For Windows</source>
+        <translation>Kennzeichnet LyraCore für Windows</translation>
+    </message>
+    <message>
+        <source>Set startup menu for Cap Keys gui package</source>
+        <translation>Startmenü für das Oberflächenpaket Cap Keys</translation>
+    </message>
+    <message>
+        <source>Simulate capacitive keys keyboard</source>
+        <translation>Tastatur mit kapazitiven Tasten simulieren</translation>
+    </message>
+    <message>
+        <source>Simulate capacitive keys leds</source>
+        <translation>LEDs der kapazitiven Tasten simulieren</translation>
     </message>
 </context>
 <context>
@@ -1071,22 +1477,6 @@ ZelTools %2, Qt %3</translation>
 <context>
     <name>formats</name>
     <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>%1 min %2 s</source>
-        <translation>%1 min %2 s</translation>
-    </message>
-    <message>
-        <source>%1 h %2 min</source>
-        <translation>%1 h %2 min</translation>
-    </message>
-    <message>
-        <source>%1 d %2 h</source>
-        <translation>%1 T %2 h</translation>
-    </message>
-    <message>
         <source>%1 B</source>
         <translation>%1 B</translation>
     </message>
@@ -1194,22 +1584,7 @@ ZelTools %2, Qt %3</translation>
     </message>
 </context>
 <context>
-    <name>zeltools::quick::LogModulesModel</name>
-    <message>
-        <source>This module does not exist.</source>
-        <translation>Dieses Modul gibt es nicht.</translation>
-    </message>
-</context>
-<context>
-    <name>zeltools::quick::MachineGraph</name>
-    <message>
-        <source>after %1</source>
-        <translation>nach %1</translation>
-    </message>
-    <message>
-        <source>[guard]</source>
-        <translation>[Bedingung]</translation>
-    </message>
+    <name>zeltools::quick::Library</name>
     <message>
         <source>%1 ms</source>
         <translation>%1 ms</translation>
@@ -1229,6 +1604,28 @@ ZelTools %2, Qt %3</translation>
     <message>
         <source>%1 h %2 min</source>
         <translation>%1 h %2 min</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <translation>%1 T %2 h</translation>
+    </message>
+</context>
+<context>
+    <name>zeltools::quick::LogModulesModel</name>
+    <message>
+        <source>This module does not exist.</source>
+        <translation>Dieses Modul gibt es nicht.</translation>
+    </message>
+</context>
+<context>
+    <name>zeltools::quick::MachineGraph</name>
+    <message>
+        <source>after %1</source>
+        <translation>nach %1</translation>
+    </message>
+    <message>
+        <source>[guard]</source>
+        <translation>[Bedingung]</translation>
     </message>
 </context>
 <context>
@@ -1271,12 +1668,12 @@ ZelTools %2, Qt %3</translation>
         <translation>Es gibt keine Umgebungsdatei; Änderungen gelten bis zum Programmende.</translation>
     </message>
     <message>
-        <source>it was refused</source>
-        <translation>er wurde abgelehnt</translation>
-    </message>
-    <message>
         <source>The environment file is unchanged, and changes last until the program ends: %1</source>
         <translation>Die Umgebungsdatei ist unverändert, und Änderungen gelten bis zum Programmende: %1</translation>
+    </message>
+    <message>
+        <source>the file was refused</source>
+        <translation>die Datei wurde abgelehnt</translation>
     </message>
 </context>
 <context>
@@ -1331,7 +1728,7 @@ ZelTools %2, Qt %3</translation>
     </message>
     <message>
         <source>Remote server</source>
-        <translation>Fernserver</translation>
+        <translation>Entfernter Server</translation>
     </message>
     <message>
         <source>Touchless</source>

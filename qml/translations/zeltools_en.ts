@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>DaysDialog</name>
+    <message numerus="yes">
+        <source>Last %n day(s)</source>
+        <translation>
+            <numerusform>Last day</numerusform>
+            <numerusform>Last %n days</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>LogPage</name>
     <message numerus="yes">
         <source>%n line(s) came faster than this view could take them. The log file has them.</source>

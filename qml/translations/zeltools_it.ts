@@ -43,12 +43,12 @@
         <translation>%1 %</translation>
     </message>
     <message>
-        <source>Make the bundle</source>
-        <translation>Crea il pacchetto</translation>
-    </message>
-    <message>
         <source>Cancel</source>
         <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Create the bundle</source>
+        <translation>Crea il pacchetto</translation>
     </message>
 </context>
 <context>
@@ -141,10 +141,6 @@
         <translation>Nessun crash</translation>
     </message>
     <message>
-        <source>Crashes leave no reports</source>
-        <translation>I crash non lasciano rapporti</translation>
-    </message>
-    <message>
         <source>The folder has no crash report.</source>
         <translation>La cartella non contiene rapporti di crash.</translation>
     </message>
@@ -152,17 +148,13 @@
         <source>The application has not called CrashReports::install().</source>
         <translation>L&apos;applicazione non ha chiamato CrashReports::install().</translation>
     </message>
+    <message>
+        <source>Crash reports are off</source>
+        <translation>I rapporti di crash sono disattivati</translation>
+    </message>
 </context>
 <context>
     <name>DaysDialog</name>
-    <message>
-        <source>Month before</source>
-        <translation>Mese precedente</translation>
-    </message>
-    <message>
-        <source>Month after</source>
-        <translation>Mese successivo</translation>
-    </message>
     <message>
         <source>All days</source>
         <translation>Tutti i giorni</translation>
@@ -172,8 +164,19 @@
         <translation>Oggi</translation>
     </message>
     <message>
-        <source>Last %1 days</source>
-        <translation>Ultimi %1 giorni</translation>
+        <source>Previous month</source>
+        <translation>Mese precedente</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>Mese successivo</translation>
+    </message>
+    <message numerus="yes">
+        <source>Last %n day(s)</source>
+        <translation>
+            <numerusform>Ultimo giorno</numerusform>
+            <numerusform>Ultimi %n giorni</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -487,16 +490,8 @@
         <translation>Tutti i moduli</translation>
     </message>
     <message>
-        <source>Go on</source>
-        <translation>Continua</translation>
-    </message>
-    <message>
         <source>Pause</source>
         <translation>Pausa</translation>
-    </message>
-    <message>
-        <source>Empty the view</source>
-        <translation>Svuota la vista</translation>
     </message>
     <message numerus="yes">
         <source>%n line(s) came faster than this view could take them. The log file has them.</source>
@@ -512,6 +507,22 @@
     <message>
         <source>No line matches the filters above.</source>
         <translation>Nessuna riga corrisponde ai filtri in alto.</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Riprendi</translation>
+    </message>
+    <message>
+        <source>Clear the view</source>
+        <translation>Svuota la vista</translation>
+    </message>
+    <message>
+        <source>This program has no folders for log files.</source>
+        <translation>Questo programma non ha cartelle per i file di log.</translation>
+    </message>
+    <message>
+        <source>New lines appear here as soon as they are logged.</source>
+        <translation>Le nuove righe appaiono qui non appena vengono registrate.</translation>
     </message>
 </context>
 <context>
@@ -541,16 +552,16 @@
         <translation>Ingrandisci</translation>
     </message>
     <message>
-        <source>Show all of it</source>
-        <translation>Mostra tutto</translation>
-    </message>
-    <message>
         <source>No machine to show</source>
         <translation>Nessuna macchina da mostrare</translation>
     </message>
     <message>
         <source>The application offers its state machines to this page by ViewedMachines::offer().</source>
         <translation>L&apos;applicazione offre a questa pagina le sue macchine a stati con ViewedMachines::offer().</translation>
+    </message>
+    <message>
+        <source>Fit to view</source>
+        <translation>Adatta alla vista</translation>
     </message>
 </context>
 <context>
@@ -624,10 +635,6 @@
         <translation>Ora di rete</translation>
     </message>
     <message>
-        <source>This machine does not support it</source>
-        <translation>Questa macchina non lo supporta</translation>
-    </message>
-    <message>
         <source>No service</source>
         <translation>Nessun servizio</translation>
     </message>
@@ -638,6 +645,10 @@
     <message>
         <source>Packages</source>
         <translation>Pacchetti</translation>
+    </message>
+    <message>
+        <source>Not supported by this machine</source>
+        <translation>Non supportato da questa macchina</translation>
     </message>
 </context>
 <context>
@@ -675,10 +686,6 @@
         <translation>Non sorvegliati</translation>
     </message>
     <message>
-        <source>One hangs</source>
-        <translation>Uno è bloccato</translation>
-    </message>
-    <message>
         <source>One is late</source>
         <translation>Uno è in ritardo</translation>
     </message>
@@ -711,20 +718,8 @@
         <translation>Opzioni</translation>
     </message>
     <message>
-        <source>As built</source>
-        <translation>Come da build</translation>
-    </message>
-    <message>
         <source>%1 changed</source>
         <translation>%1 modificate</translation>
-    </message>
-    <message>
-        <source>Model %1, %2 build</source>
-        <translation>Modello %1, build %2</translation>
-    </message>
-    <message>
-        <source>%1 build</source>
-        <translation>Build %1</translation>
     </message>
     <message>
         <source>Memory and disk</source>
@@ -784,6 +779,30 @@ ZelTools %2, Qt %3</translation>
         <source>Lines lost: %1</source>
         <translation>Righe perse: %1</translation>
     </message>
+    <message>
+        <source>This program has no folders for log files.</source>
+        <translation>Questo programma non ha cartelle per i file di log.</translation>
+    </message>
+    <message>
+        <source>One has stalled</source>
+        <translation>Uno è bloccato</translation>
+    </message>
+    <message>
+        <source>Defaults</source>
+        <translation>Predefiniti</translation>
+    </message>
+    <message>
+        <source>Model %1</source>
+        <translation>Modello %1</translation>
+    </message>
+    <message>
+        <source>Board build</source>
+        <translation>Build per la scheda</translation>
+    </message>
+    <message>
+        <source>Desktop build</source>
+        <translation>Build per desktop</translation>
+    </message>
 </context>
 <context>
     <name>PageTurner</name>
@@ -792,20 +811,20 @@ ZelTools %2, Qt %3</translation>
         <translation>Prima pagina</translation>
     </message>
     <message>
-        <source>Page back</source>
-        <translation>Pagina precedente</translation>
-    </message>
-    <message>
         <source>Page %1 of %2</source>
         <translation>Pagina %1 di %2</translation>
     </message>
     <message>
-        <source>Page forward</source>
-        <translation>Pagina successiva</translation>
-    </message>
-    <message>
         <source>Last page</source>
         <translation>Ultima pagina</translation>
+    </message>
+    <message>
+        <source>Previous page</source>
+        <translation>Pagina precedente</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Pagina successiva</translation>
     </message>
 </context>
 <context>
@@ -924,6 +943,393 @@ ZelTools %2, Qt %3</translation>
     <message>
         <source>empty</source>
         <translation>vuota</translation>
+    </message>
+</context>
+<context>
+    <name>Switches</name>
+    <message>
+        <source>Enabled for debug build</source>
+        <translation>Attivo nella build di debug</translation>
+    </message>
+    <message>
+        <source>Enabled on board build</source>
+        <translation>Attivo nella build per la scheda</translation>
+    </message>
+    <message>
+        <source>Enabled on PC build</source>
+        <translation>Attivo nella build per PC</translation>
+    </message>
+    <message>
+        <source>Enabled on Android</source>
+        <translation>Attivo su Android</translation>
+    </message>
+    <message>
+        <source>Enabled on Linux</source>
+        <translation>Attivo su Linux</translation>
+    </message>
+    <message>
+        <source>Enabled on Windows</source>
+        <translation>Attivo su Windows</translation>
+    </message>
+    <message>
+        <source>Encrypt configuration database</source>
+        <translation>Cifra il database di configurazione</translation>
+    </message>
+    <message>
+        <source>Encrypt machine database</source>
+        <translation>Cifra il database della macchina</translation>
+    </message>
+    <message>
+        <source>Force native gui</source>
+        <translation>Forza l&apos;interfaccia nativa</translation>
+    </message>
+    <message>
+        <source>Force full screen mode</source>
+        <translation>Forza la modalità a schermo intero</translation>
+    </message>
+    <message>
+        <source>Enabled on arietta build</source>
+        <translation>Attivo nella build Arietta</translation>
+    </message>
+    <message>
+        <source>Enabled on Cadenza build</source>
+        <translation>Attivo nella build Cadenza</translation>
+    </message>
+    <message>
+        <source>Enabled on sonata build</source>
+        <translation>Attivo nella build Sonata</translation>
+    </message>
+    <message>
+        <source>Enabled on vivo build</source>
+        <translation>Attivo nella build Vivo</translation>
+    </message>
+    <message>
+        <source>Enable field test logs</source>
+        <translation>Attiva i log dei test sul campo</translation>
+    </message>
+    <message>
+        <source>Enable lab test feature</source>
+        <translation>Attiva la funzione per i test di laboratorio</translation>
+    </message>
+    <message>
+        <source>Enable sonata sdk verbose output</source>
+        <translation>Attiva l&apos;output dettagliato dell&apos;SDK Sonata</translation>
+    </message>
+    <message>
+        <source>Dump M4 debug to file</source>
+        <translation>Scrivi il debug di M4 su file</translation>
+    </message>
+    <message>
+        <source>Enable Self Learning tests</source>
+        <translation>Attiva i test di autoapprendimento</translation>
+    </message>
+    <message>
+        <source>Force usage of virtual can interface</source>
+        <translation>Forza l&apos;uso dell&apos;interfaccia CAN virtuale</translation>
+    </message>
+    <message>
+        <source>Enable CAN bus simulation</source>
+        <translation>Attiva la simulazione del CAN bus</translation>
+    </message>
+    <message>
+        <source>Disable new canbus messages management</source>
+        <translation>Disattiva la nuova gestione dei messaggi CAN bus</translation>
+    </message>
+    <message>
+        <source>Dump can to log file</source>
+        <translation>Scrivi i messaggi CAN nel file di log</translation>
+    </message>
+    <message>
+        <source>Dump can to debug output</source>
+        <translation>Scrivi i messaggi CAN sull&apos;output di debug</translation>
+    </message>
+    <message>
+        <source>Set canbus interface path, e.g. can0 or /tmp/ttyS0</source>
+        <translation>Percorso dell&apos;interfaccia CAN bus, es. can0 o /tmp/ttyS0</translation>
+    </message>
+    <message>
+        <source>Cold products simulation</source>
+        <translation>Simulazione dei prodotti freddi</translation>
+    </message>
+    <message>
+        <source>CTG products simulation</source>
+        <translation>Simulazione dei prodotti CTG</translation>
+    </message>
+    <message>
+        <source>Use real CAN bus over USB adapter</source>
+        <translation>Usa il CAN bus reale tramite adattatore USB</translation>
+    </message>
+    <message>
+        <source>Enable payment simulation over TCP interface</source>
+        <translation>Attiva la simulazione dei pagamenti tramite interfaccia TCP</translation>
+    </message>
+    <message>
+        <source>Enable payment over ERS protocol</source>
+        <translation>Attiva il pagamento tramite il protocollo ERS</translation>
+    </message>
+    <message>
+        <source>Enable payment simulation</source>
+        <translation>Attiva la simulazione dei pagamenti</translation>
+    </message>
+    <message>
+        <source>Executive payment device simulator model (DEFAULT/UIC_180/MIZIP)</source>
+        <translation>Modello del simulatore del dispositivo di pagamento Executive (DEFAULT/UIC_180/MIZIP)</translation>
+    </message>
+    <message>
+        <source>Cashless device 0 simulator model (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC</source>
+        <translation>Modello del simulatore del dispositivo cashless 0 (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC)</translation>
+    </message>
+    <message>
+        <source>Cashless device 1 simulator model (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC</source>
+        <translation>Modello del simulatore del dispositivo cashless 1 (Mizip/Microtronic/Nayax/AlwaysIdle/VendingCat/FakeAlwaysIdle/OPC)</translation>
+    </message>
+    <message>
+        <source>Run payment in main thread</source>
+        <translation>Esegui i pagamenti nel thread principale</translation>
+    </message>
+    <message>
+        <source>Always send configuration to plume device</source>
+        <translation>Invia sempre la configurazione al dispositivo Plume</translation>
+    </message>
+    <message>
+        <source>Dump payment logs to payment log file</source>
+        <translation>Scrivi i log dei pagamenti nel loro file di log</translation>
+    </message>
+    <message>
+        <source>Dump payment logs to application output</source>
+        <translation>Scrivi i log dei pagamenti sull&apos;output dell&apos;applicazione</translation>
+    </message>
+    <message>
+        <source>Dump payment Hi files to application output</source>
+        <translation>Scrivi i file Hi dei pagamenti sull&apos;output dell&apos;applicazione</translation>
+    </message>
+    <message>
+        <source>Provide explicit payment method selection</source>
+        <translation>Offri la scelta esplicita del metodo di pagamento</translation>
+    </message>
+    <message>
+        <source>Disable watchdog</source>
+        <translation>Disattiva il watchdog</translation>
+    </message>
+    <message>
+        <source>Use QML screensaver</source>
+        <translation>Usa lo screensaver QML</translation>
+    </message>
+    <message>
+        <source>Enable cup sensors simulation</source>
+        <translation>Attiva la simulazione dei sensori bicchiere</translation>
+    </message>
+    <message>
+        <source>Enable extend lifetime feature in cup sensors simulation</source>
+        <translation>Attiva la durata estesa nella simulazione dei sensori bicchiere</translation>
+    </message>
+    <message>
+        <source>Cup sensors simulation file path</source>
+        <translation>Percorso del file di simulazione dei sensori bicchiere</translation>
+    </message>
+    <message>
+        <source>Dump cupsensor logs to cupsensors log file</source>
+        <translation>Scrivi i log dei sensori bicchiere nel loro file di log</translation>
+    </message>
+    <message>
+        <source>VL6180X simulation on PC via I2C bus.
+If disabled, default cup sensor is simulated.
+(NOTE: VL6180X_SIMULATION_DEVICE takes effect only if CUPSENSOR_SIMULATION is enabled)</source>
+        <translation>Simulazione di VL6180X su PC tramite bus I2C.
+Se disattivata, viene simulato il sensore bicchiere predefinito.
+(VL6180X_SIMULATION_DEVICE ha effetto solo se CUPSENSOR_SIMULATION è attivo.)</translation>
+    </message>
+    <message>
+        <source>Hide payment from technical menu</source>
+        <translation>Nascondi i pagamenti dal menu tecnico</translation>
+    </message>
+    <message>
+        <source>Dump I2C logs to logs</source>
+        <translation>Scrivi i log I2C nei file di log</translation>
+    </message>
+    <message>
+        <source>Dump I2C logs to application output</source>
+        <translation>Scrivi i log I2C sull&apos;output dell&apos;applicazione</translation>
+    </message>
+    <message>
+        <source>Show Halcyon server address and port</source>
+        <translation>Mostra indirizzo e porta del server Halcyon</translation>
+    </message>
+    <message>
+        <source>Show Halcyon server switch</source>
+        <translation>Mostra l&apos;interruttore del server Halcyon</translation>
+    </message>
+    <message>
+        <source>Disable Halcyon modem public IP address</source>
+        <translation>Disattiva l&apos;indirizzo IP pubblico del modem Halcyon</translation>
+    </message>
+    <message>
+        <source>Enable Halcyon APN override</source>
+        <translation>Attiva la sostituzione dell&apos;APN di Halcyon</translation>
+    </message>
+    <message>
+        <source>Show touchless server switch</source>
+        <translation>Mostra l&apos;interruttore del server touchless</translation>
+    </message>
+    <message>
+        <source>Use vestaone version for windows</source>
+        <translation>Usa la versione Vesta One per Windows</translation>
+    </message>
+    <message>
+        <source>Disable keyboard buzzer on vesta one</source>
+        <translation>Disattiva il cicalino della tastiera su Vesta One</translation>
+    </message>
+    <message>
+        <source>Directly go to given menu (eg. 8.1.10) when entering vestaone technical menu</source>
+        <translation>Apri direttamente questo menu (es. 8.1.10) entrando nel menu tecnico di Vesta One</translation>
+    </message>
+    <message>
+        <source>Enabled on android emulator</source>
+        <translation>Attivo sull&apos;emulatore Android</translation>
+    </message>
+    <message>
+        <source>Force android assets copy on startup</source>
+        <translation>Forza la copia degli asset Android all&apos;avvio</translation>
+    </message>
+    <message>
+        <source>Android application package name</source>
+        <translation>Nome del pacchetto dell&apos;applicazione Android</translation>
+    </message>
+    <message>
+        <source>Android application activity</source>
+        <translation>Activity dell&apos;applicazione Android</translation>
+    </message>
+    <message>
+        <source>Disable android task lock</source>
+        <translation>Disattiva il blocco dei task di Android</translation>
+    </message>
+    <message>
+        <source>Dump ERS protocol data to application output</source>
+        <translation>Scrivi i dati del protocollo ERS sull&apos;output dell&apos;applicazione</translation>
+    </message>
+    <message>
+        <source>Dump ERS protocol data to log file</source>
+        <translation>Scrivi i dati del protocollo ERS nel file di log</translation>
+    </message>
+    <message>
+        <source>Use ERS protocol for erogation</source>
+        <translation>Usa il protocollo ERS per l&apos;erogazione</translation>
+    </message>
+    <message>
+        <source>ERS master interface path on desktop</source>
+        <translation>Percorso dell&apos;interfaccia master ERS sul desktop</translation>
+    </message>
+    <message>
+        <source>Disable power board keep alive</source>
+        <translation>Disattiva il keep-alive della scheda di potenza</translation>
+    </message>
+    <message>
+        <source>Enable power board simulation</source>
+        <translation>Attiva la simulazione della scheda di potenza</translation>
+    </message>
+    <message>
+        <source>Ignore power board error status</source>
+        <translation>Ignora lo stato di errore della scheda di potenza</translation>
+    </message>
+    <message>
+        <source>Disable power board temperature reading</source>
+        <translation>Disattiva la lettura della temperatura della scheda di potenza</translation>
+    </message>
+    <message>
+        <source>Force using CAN interface also on desktop</source>
+        <translation>Forza l&apos;uso dell&apos;interfaccia CAN anche sul desktop</translation>
+    </message>
+    <message>
+        <source>No_UL_Limit_120</source>
+        <translation>Nessun limite UL 120</translation>
+    </message>
+    <message>
+        <source>Force USB storage path</source>
+        <translation>Forza il percorso della memoria USB</translation>
+    </message>
+    <message>
+        <source>Fill all translations with sample</source>
+        <translation>Riempi tutte le traduzioni con un testo di prova</translation>
+    </message>
+    <message>
+        <source>Fill missing translations with sample</source>
+        <translation>Riempi le traduzioni mancanti con un testo di prova</translation>
+    </message>
+    <message>
+        <source>Indicate Arietta Meridian</source>
+        <translation>Indica Arietta Meridian</translation>
+    </message>
+    <message>
+        <source>Indicate Sonata Meridian</source>
+        <translation>Indica Sonata Meridian</translation>
+    </message>
+    <message>
+        <source>Indicate Vivo Meridian</source>
+        <translation>Indica Vivo Meridian</translation>
+    </message>
+    <message>
+        <source>Don&apos;t load M4 firmware on startup</source>
+        <translation>Non caricare il firmware M4 all&apos;avvio</translation>
+    </message>
+    <message>
+        <source>Don&apos;t start and stop bluetooth daemon</source>
+        <translation>Non avviare né arrestare il demone Bluetooth</translation>
+    </message>
+    <message>
+        <source>Do not modify network configuration at runtime</source>
+        <translation>Non modificare la configurazione di rete durante l&apos;esecuzione</translation>
+    </message>
+    <message>
+        <source>Enable ethernet debug mode</source>
+        <translation>Attiva la modalità di debug Ethernet</translation>
+    </message>
+    <message>
+        <source>Start machine in Tessel mode.</source>
+        <translation>Avvia la macchina in modalità Tessel</translation>
+    </message>
+    <message>
+        <source>Enable feature conditioned to ZEL_CUSTOM_1_MANAGEMENT variable</source>
+        <translation>Attiva la funzione legata alla variabile ZEL_CUSTOM_1_MANAGEMENT</translation>
+    </message>
+    <message>
+        <source>Connect to DateTimeSimulator using given simulation interface address</source>
+        <translation>Connetti a DateTimeSimulator con questo indirizzo dell&apos;interfaccia di simulazione</translation>
+    </message>
+    <message>
+        <source>Ignore data recived from ICB but apply the time component</source>
+        <translation>Ignora i dati ricevuti dall&apos;ICB tranne l&apos;ora</translation>
+    </message>
+    <message>
+        <source>Piston Position Visible for ESFB with all canister.</source>
+        <translation>Posizione del pistone visibile per ESFB con tutti i contenitori</translation>
+    </message>
+    <message>
+        <source>Set a different port for EVADTS communication</source>
+        <translation>Imposta un&apos;altra porta per la comunicazione EVADTS</translation>
+    </message>
+    <message>
+        <source>Force Corvid device ID</source>
+        <translation>Forza l&apos;ID del dispositivo Corvid</translation>
+    </message>
+    <message>
+        <source>Inhibit Corvid transaction manager</source>
+        <translation>Inibisci il gestore delle transazioni Corvid</translation>
+    </message>
+    <message>
+        <source>Indicate LyraCore For Windows</source>
+        <translation>Indica LyraCore per Windows</translation>
+    </message>
+    <message>
+        <source>Set startup menu for Cap Keys gui package</source>
+        <translation>Menu iniziale del pacchetto grafico Cap Keys</translation>
+    </message>
+    <message>
+        <source>Simulate capacitive keys keyboard</source>
+        <translation>Simula la tastiera a tasti capacitivi</translation>
+    </message>
+    <message>
+        <source>Simulate capacitive keys leds</source>
+        <translation>Simula i LED dei tasti capacitivi</translation>
     </message>
 </context>
 <context>
@@ -1071,22 +1477,6 @@ ZelTools %2, Qt %3</translation>
 <context>
     <name>formats</name>
     <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>%1 min %2 s</source>
-        <translation>%1 min %2 s</translation>
-    </message>
-    <message>
-        <source>%1 h %2 min</source>
-        <translation>%1 h %2 min</translation>
-    </message>
-    <message>
-        <source>%1 d %2 h</source>
-        <translation>%1 g %2 h</translation>
-    </message>
-    <message>
         <source>%1 B</source>
         <translation>%1 B</translation>
     </message>
@@ -1122,11 +1512,11 @@ ZelTools %2, Qt %3</translation>
     <name>zeltools::quick::BundleTask</name>
     <message>
         <source>The library on this machine was built without support bundles.</source>
-        <translation>La libreria su questa macchina è stata compilata senza pacchetti di supporto.</translation>
+        <translation>La libreria su questa macchina è stata compilata senza pacchetti di assistenza.</translation>
     </message>
     <message>
         <source>The application does not tell where its files are.</source>
-        <translation>L’applicazione non indica dove si trovano i suoi file.</translation>
+        <translation>L&apos;applicazione non indica dove si trovano i suoi file.</translation>
     </message>
     <message>
         <source>The folder %1 does not exist.</source>
@@ -1194,22 +1584,7 @@ ZelTools %2, Qt %3</translation>
     </message>
 </context>
 <context>
-    <name>zeltools::quick::LogModulesModel</name>
-    <message>
-        <source>This module does not exist.</source>
-        <translation>Questo modulo non esiste.</translation>
-    </message>
-</context>
-<context>
-    <name>zeltools::quick::MachineGraph</name>
-    <message>
-        <source>after %1</source>
-        <translation>dopo %1</translation>
-    </message>
-    <message>
-        <source>[guard]</source>
-        <translation>[condizione]</translation>
-    </message>
+    <name>zeltools::quick::Library</name>
     <message>
         <source>%1 ms</source>
         <translation>%1 ms</translation>
@@ -1229,6 +1604,28 @@ ZelTools %2, Qt %3</translation>
     <message>
         <source>%1 h %2 min</source>
         <translation>%1 h %2 min</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <translation>%1 g %2 h</translation>
+    </message>
+</context>
+<context>
+    <name>zeltools::quick::LogModulesModel</name>
+    <message>
+        <source>This module does not exist.</source>
+        <translation>Questo modulo non esiste.</translation>
+    </message>
+</context>
+<context>
+    <name>zeltools::quick::MachineGraph</name>
+    <message>
+        <source>after %1</source>
+        <translation>dopo %1</translation>
+    </message>
+    <message>
+        <source>[guard]</source>
+        <translation>[condizione]</translation>
     </message>
 </context>
 <context>
@@ -1271,12 +1668,12 @@ ZelTools %2, Qt %3</translation>
         <translation>Non c&apos;è un file di ambiente; le modifiche valgono fino alla fine del programma.</translation>
     </message>
     <message>
-        <source>it was refused</source>
-        <translation>è stato rifiutato</translation>
-    </message>
-    <message>
         <source>The environment file is unchanged, and changes last until the program ends: %1</source>
         <translation>Il file di ambiente è invariato e le modifiche valgono fino alla fine del programma: %1</translation>
+    </message>
+    <message>
+        <source>the file was refused</source>
+        <translation>il file è stato rifiutato</translation>
     </message>
 </context>
 <context>

@@ -26,7 +26,7 @@ public:
     /// The changes that the person may make. Each level includes those before it.
     enum Level : int {
         ReadOnly,  ///< Nothing may be changed.
-        Operator,  ///< Debug lines of log modules, date, time, time zone and services.
+        Operator,  ///< Debug lines of log modules, the date, the time, the time zone and services.
         Technician ///< Also the switches of the application and the deletion of files.
     };
     Q_ENUM(Level)

@@ -3,6 +3,7 @@
 #include "path.h"
 #include "quick/access.h"
 #include "quick/bundlewriter_p.h"
+#include "quick/language_p.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -31,6 +32,7 @@ BundleTask::BundleTask(QObject* parent)
     : QObject(parent)
     , m_writer(BundleWriter::create())
 {
+    connect(Language::instance(), &Language::changed, this, &BundleTask::statusChanged);
     if (!m_writer)
         return;
     connect(m_writer.get(), &BundleWriter::progress, this, &BundleTask::showProgress);
@@ -56,26 +58,34 @@ void BundleTask::setFileName(const QString& fileName)
     Q_EMIT fileNameChanged();
 }
 
-QString BundleTask::obstacle() const
+BundleTask::Obstacle BundleTask::obstacle() const
 {
     if (!m_writer)
-        return tr("The library on this machine was built without support bundles.");
+        return {QT_TR_NOOP("The library on this machine was built without support bundles."), {}};
     if (!Path::exists() || Path::instance()->debugLogsDir.isEmpty())
-        return tr("The application does not tell where its files are.");
+        return {QT_TR_NOOP("The application does not tell where its files are."), {}};
     if (m_folder.isEmpty() || !QDir(m_folder).exists())
-        return tr("The folder %1 does not exist.").arg(m_folder);
+        return {QT_TR_NOOP("The folder %1 does not exist."), m_folder};
     if (m_fileName.contains(QLatin1Char('/'))) // It would lead into another folder.
-        return tr("A file cannot have the name %1.").arg(m_fileName);
+        return {QT_TR_NOOP("A file cannot have the name %1."), m_fileName};
     return {};
+}
+
+QString BundleTask::error() const
+{
+    if (m_obstacle.text == nullptr)
+        return m_error;
+    QString text = tr(m_obstacle.text);
+    return text.replace(QLatin1String("%1"), m_obstacle.argument);
 }
 
 void BundleTask::start()
 {
     if (isRunning())
         return;
-    const QString problem = obstacle();
-    if (!problem.isEmpty()) {
-        setStatus(Failed, problem);
+    m_obstacle = obstacle();
+    if (m_obstacle.text != nullptr) {
+        setStatus(Failed);
         return;
     }
     m_isNameOurs = m_isNameOurs || m_fileName.isEmpty();
@@ -84,8 +94,11 @@ void BundleTask::start()
     m_isCanceled = false;
     m_status = Running;
     m_error.clear();
-    m_path = QDir(m_folder).filePath(m_fileName);
-    m_writer->start(m_path);
+    const QString path = QDir(m_folder).filePath(m_fileName);
+    // The line is written first, so that no complete bundle can lack it: the program may end before
+    // it learns that the file is there. The user, too, is that of now.
+    Access::instance()->recordChange(QStringLiteral("Support bundle %1 begun").arg(path));
+    m_writer->start(path);
     // The bundle is under way before the signals, whose receivers may cancel it.
     if (m_isNameOurs)
         Q_EMIT fileNameChanged();
@@ -103,14 +116,11 @@ void BundleTask::cancel()
 
 void BundleTask::finish(bool isDone)
 {
-    if (isDone) {
+    if (isDone)
         showProgress(1);
-        Access::instance()->recordChange(QStringLiteral("Support bundle %1 written").arg(m_path));
-    }
-    if (isDone || !m_isCanceled)
-        setStatus(isDone ? Done : Failed, m_writer->errorString());
-    else
-        setStatus(Canceled);
+    const bool hasFailed = !isDone && !m_isCanceled;
+    m_error = hasFailed ? m_writer->errorString() : QString();
+    setStatus(isDone ? Done : hasFailed ? Failed : Canceled);
 }
 
 void BundleTask::showProgress(double progress)
@@ -119,10 +129,9 @@ void BundleTask::showProgress(double progress)
         Q_EMIT progressChanged();
 }
 
-void BundleTask::setStatus(Status status, const QString& error)
+void BundleTask::setStatus(Status status)
 {
     m_status = status;
-    m_error = error;
     Q_EMIT statusChanged();
 }
 

@@ -16,10 +16,10 @@ class BundleWriter;
 /// Writes a support bundle of this machine into a folder, for example onto a memory stick, while
 /// the screen shows the progress. docs/support-bundle.md lists the content. Another thread writes;
 /// the file is complete or not there. Every level of Access may do it, since it only reads the
-/// machine; an event line says who has taken a bundle.
+/// machine; an event line says who has begun a bundle.
 ///
-/// Use it in the thread of the QML engine. Its destructor cancels a running bundle and waits for
-/// its end.
+/// Use it in the thread of the QML engine. Its destructor cancels a running bundle and does not
+/// wait for it; only the end of the application does.
 class ZELTOOLS_EXPORT BundleTask : public QObject
 {
     Q_OBJECT
@@ -57,7 +57,7 @@ public:
     bool isRunning() const { return m_status == Running; }
     double progress() const { return m_progress; }
     Status status() const { return m_status; }
-    QString error() const { return m_error; }
+    QString error() const;
 
     /// Starts a bundle, and does nothing while one is being written. The folder must exist, and the
     /// host must have initialized Path.
@@ -73,21 +73,28 @@ Q_SIGNALS:
     void statusChanged();
 
 private:
+    /// A reason in the language of the screen, which may change while it is shown.
+    struct Obstacle
+    {
+        const char* text = nullptr; ///< null if there is none
+        QString argument;           ///< of the text, if it has one
+    };
+
     void showProgress(double progress);
-    void setStatus(Status status, const QString& error = {});
+    void setStatus(Status status);
     void finish(bool isDone);
-    /// Why a bundle cannot be started; empty if it can.
-    QString obstacle() const;
+    /// Why a bundle cannot be started.
+    Obstacle obstacle() const;
 
     const std::unique_ptr<BundleWriter> m_writer;
     QString m_folder;
     QString m_fileName;
-    QString m_path;            // of the running or last bundle
     bool m_isNameOurs = false; // set by start(), so that the next bundle gets another one
     bool m_isCanceled = false;
     double m_progress = 0;
     Status m_status = Idle;
-    QString m_error;
+    Obstacle m_obstacle; // of the last start()
+    QString m_error;     // of the writer
 };
 
 } // namespace zeltools::quick

@@ -16,6 +16,7 @@ class BundleWriter : public QObject
 public:
     /// Returns null in a library without support bundles.
     static std::unique_ptr<BundleWriter> create();
+    /// Cancels a running bundle, and does not wait for its end.
     ~BundleWriter() override;
 
     virtual void start(const QString& path) = 0;
@@ -24,7 +25,7 @@ public:
     virtual QString errorString() const = 0;
 
 Q_SIGNALS:
-    /// A fraction of 1. It may be emitted in another thread.
+    /// A fraction of 1.
     void progress(double fraction);
     void finished(bool isDone);
 };

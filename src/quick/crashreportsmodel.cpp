@@ -21,7 +21,11 @@ CrashReportsModel::CrashReportsModel(QObject* parent)
     : CountedModel(parent)
 {
     connect(&m_files, &FolderListModel::folderChanged, this, &CrashReportsModel::folderChanged);
-    connect(&m_files, &FolderListModel::statusChanged, this, &CrashReportsModel::isReadableChanged);
+    connect(&m_files, &FolderListModel::statusChanged, this, [this] {
+        Q_EMIT isReadableChanged();
+        updateLoading();
+    });
+    connect(&m_files, &QAbstractItemModel::modelReset, this, &CrashReportsModel::read);
     connect(&m_files, &QAbstractItemModel::rowsInserted, this, &CrashReportsModel::read);
     connect(&m_files, &QAbstractItemModel::rowsRemoved, this, &CrashReportsModel::read);
     connect(&m_files, &QAbstractItemModel::rowsMoved, this, &CrashReportsModel::read);
@@ -75,20 +79,33 @@ void CrashReportsModel::read()
     }
     m_reader.reset();
     ++m_serial;
-    if (unknown.isEmpty())
-        return show(wanted);
+    if (unknown.isEmpty()) {
+        show(wanted);
+        updateLoading();
+        return;
+    }
     m_reader = std::make_shared<CrashSummaryReader>(unknown);
     connect(
         m_reader.get(), &CrashSummaryReader::finished, this,
         [this, wanted, unknownRows, serial = m_serial]() mutable {
             if (serial != m_serial)
                 return;
+            const std::shared_ptr<CrashSummaryReader> reader = std::move(m_reader);
             for (int i = 0; i < unknownRows.size(); ++i)
-                wanted[unknownRows[i]] = m_reader->summaries()[i];
+                wanted[unknownRows[i]] = reader->summaries()[i];
             show(wanted);
+            updateLoading();
         },
         Qt::QueuedConnection);
-    readingPool().start([reader = m_reader] { reader->run(); });
+    readingPool(Reading::CrashReports).start([reader = m_reader] { reader->run(); });
+    updateLoading();
+}
+
+void CrashReportsModel::updateLoading()
+{
+    const bool isLoading = m_reader != nullptr || m_files.status() == FolderListModel::Listing;
+    if (std::exchange(m_isLoading, isLoading) != isLoading)
+        Q_EMIT isLoadingChanged();
 }
 
 void CrashReportsModel::show(const Rows& rows)
@@ -148,12 +165,14 @@ QVariant CrashReportsModel::data(const QModelIndex& index, int role) const
         return DisplayText(QFileInfo(row.path).fileName()).text;
     case PathRole:
         return row.path;
+    case SizeRole:
+        return row.size_B;
     case TimeRole:
         return row.time;
     case ReasonRole:
-        if (row.fault.isEmpty() && row.reason.isEmpty())
+        if (row.fault == CrashSummary::None && row.reason.isEmpty())
             return tr("The report does not tell the reason.");
-        return DisplayText(row.fault.isEmpty() ? row.reason : row.fault).text;
+        return DisplayText(row.fault == CrashSummary::None ? row.reason : row.faultText()).text;
     case ThreadRole:
         return row.thread;
     case IsCompleteRole:
@@ -165,8 +184,13 @@ QVariant CrashReportsModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> CrashReportsModel::roleNames() const
 {
-    return {{FileNameRole, "fileName"}, {PathRole, "path"},     {TimeRole, "time"},
-            {ReasonRole, "reason"},     {ThreadRole, "thread"}, {IsCompleteRole, "isComplete"}};
+    return {{FileNameRole, "fileName"},
+            {PathRole, "path"},
+            {SizeRole, "size"},
+            {TimeRole, "time"},
+            {ReasonRole, "reason"},
+            {ThreadRole, "thread"},
+            {IsCompleteRole, "isComplete"}};
 }
 
 } // namespace zeltools::quick

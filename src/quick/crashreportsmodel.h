@@ -27,6 +27,7 @@ class ZELTOOLS_EXPORT CrashReportsModel : public zeltools::quick::CountedModel
     QML_NAMED_ELEMENT(CrashReportsModel)
     Q_PROPERTY(QString folder READ folder WRITE setFolder NOTIFY folderChanged)
     Q_PROPERTY(bool isReadable READ isReadable NOTIFY isReadableChanged)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
     Q_PROPERTY(QString newest READ newest NOTIFY newestChanged)
     /// The time of the crash in the report that `newest` names.
     Q_PROPERTY(QDateTime newestTime READ newestTime NOTIFY newestChanged)
@@ -36,6 +37,7 @@ public:
     enum Role {
         FileNameRole = Qt::UserRole, ///< `fileName`
         PathRole,                    ///< `path`
+        SizeRole,                    ///< `size`, in bytes
         TimeRole,                    ///< `time`, of the crash; of the file if it is not known
         ReasonRole,    ///< `reason`: the signal and the reason, or why it is not known
         ThreadRole,    ///< `thread`, the kernel's id; 0 if it is not known
@@ -50,6 +52,9 @@ public:
     void setFolder(const QString& folder);
     /// Whether the folder exists and may be read.
     bool isReadable() const { return m_files.status() == FolderListModel::Ready; }
+    /// Whether the folder or its new files are still being read, so that the rows are not yet those
+    /// of the folder.
+    bool isLoading() const { return m_isLoading; }
     /// The reason and the time of the newest report; empty if there is none.
     QString newest() const;
     QDateTime newestTime() const;
@@ -67,6 +72,7 @@ public:
 Q_SIGNALS:
     void folderChanged();
     void isReadableChanged();
+    void isLoadingChanged();
     void newestChanged();
 
 private:
@@ -75,12 +81,14 @@ private:
 
     void read();
     void show(const Rows& rows);
+    void updateLoading();
     Rows files() const;
 
     FolderListModel m_files;
     Rows m_rows;
-    std::shared_ptr<CrashSummaryReader> m_reader; // the last one
+    std::shared_ptr<CrashSummaryReader> m_reader; // the running one
     int m_serial = 0;                             // of the last reader
+    bool m_isLoading = false;
 };
 
 } // namespace zeltools::quick

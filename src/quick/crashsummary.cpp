@@ -14,16 +14,18 @@ namespace zeltools::quick
 namespace
 {
 
-/// Returns an empty content, and the reason in `fault`, if the file cannot be read.
-QByteArray contentOf(const QString& path, QString& fault)
+/// Returns an empty content, and sets the fault, if the file cannot be read.
+QByteArray contentOf(CrashSummary& summary)
 {
-    QFile file(path);
-    if (!QFileInfo(path).isFile()) // opening a pipe would wait for a process at its other end
-        fault = CrashReportsModel::tr("The file is no longer there.");
-    else if (!file.open(QIODevice::ReadOnly))
-        fault = file.errorString();
-    else
+    QFile file(summary.path);
+    if (!QFileInfo(summary.path).isFile()) { // opening a pipe would wait for a process at its end
+        summary.fault = CrashSummary::Gone;
+    } else if (!file.open(QIODevice::ReadOnly)) {
+        summary.fault = CrashSummary::Unreadable;
+        summary.detail = file.errorString();
+    } else {
         return file.read(CrashReport::largest_B + 1);
+    }
     return {};
 }
 
@@ -31,23 +33,25 @@ QByteArray contentOf(const QString& path, QString& fault)
 
 QString crashReportText(const QString& path)
 {
-    QString fault;
-    QByteArray content = contentOf(path, fault);
+    CrashSummary summary;
+    summary.path = path;
+    QByteArray content = contentOf(summary);
     const auto end = content.indexOf('\0'); // the rest of a file whose writer was interrupted
     content.truncate(end < 0 ? content.size() : end);
-    return fault.isEmpty() ? DisplayText::lines(QString::fromUtf8(content), int(content.size()))
-                           : fault;
+    return summary.fault == CrashSummary::None
+               ? DisplayText::lines(QString::fromUtf8(content), int(content.size()))
+               : summary.faultText();
 }
 
 void CrashSummary::read()
 {
     time = modified;
-    const QByteArray content = contentOf(path, fault);
-    QString error;
-    const std::optional<CrashReport> report = CrashReport::parse(content, error);
+    const QByteArray content = contentOf(*this);
+    if (fault != None)
+        return;
+    const std::optional<CrashReport> report = CrashReport::parse(content, detail);
     if (!report) {
-        if (fault.isEmpty())
-            fault = CrashReportsModel::tr("The file is damaged: %1").arg(error);
+        fault = Damaged;
         return;
     }
     if (report->time_ms != 0)
@@ -57,6 +61,13 @@ void CrashSummary::read()
     reason = parts.join(QLatin1String(": "));
     thread = report->thread;
     isComplete = report->isComplete;
+}
+
+QString CrashSummary::faultText() const
+{
+    if (fault == Gone)
+        return CrashReportsModel::tr("The file is no longer there.");
+    return fault == Damaged ? CrashReportsModel::tr("The file is damaged: %1").arg(detail) : detail;
 }
 
 CrashSummaryReader::CrashSummaryReader(QVector<CrashSummary> summaries)

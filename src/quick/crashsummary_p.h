@@ -14,11 +14,14 @@ namespace zeltools::quick
 /// The summary of a crash report for a row.
 struct CrashSummary
 {
+    enum Fault { None, Gone, Unreadable, Damaged };
+
     QString path;
     qint64 size_B = 0;
     QDateTime modified;
-    QString fault;  ///< why the file cannot be read, in the language of the screen; else empty
-    QDateTime time; ///< of the crash; of the file if the report does not tell
+    Fault fault = None; ///< why the file cannot be read
+    QString detail;     ///< of the fault, in English
+    QDateTime time;     ///< of the crash; of the file if the report does not tell
     QString reason;
     qint32 thread = 0;
     bool isComplete = false;
@@ -34,6 +37,8 @@ struct CrashSummary
     }
     /// Reads the file to fill the members after `modified`.
     void read();
+    /// The fault in the language of the screen; empty if there is none.
+    QString faultText() const;
 };
 
 /// Reads files in a thread of a pool, since a disk may be slow or hang.

@@ -1,9 +1,13 @@
 #include "quick/diagrampainter_p.h"
 
+#include "quick/durationtext_p.h"
+#include "quick/language_p.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zeltools::quick
@@ -61,7 +65,7 @@ QColor DiagramPainter::borderOf(int state) const
 {
     if (m_track.isPresent(state))
         return m_colors.current;
-    return m_track.isVisited(state) ? m_colors.trod : m_colors.line;
+    return m_track.isVisited(state) ? m_colors.taken : m_colors.line;
 }
 
 double DiagramPainter::widthOf(int state) const
@@ -126,21 +130,21 @@ void DiagramPainter::paintTime(int state, const QRectF& place, int alignment)
     m_painter.drawText(place, alignment | Qt::TextSingleLine, text);
 }
 
-bool DiagramPainter::isTrodden(int edge) const
+bool DiagramPainter::isTaken(int edge) const
 {
     const int initial = m_picture.initialStateOf(edge);
     return initial < 0 ? m_track.timesFired(edge) > 0 : m_enteredByDefault[size_t(initial)];
 }
 
-void DiagramPainter::paintEdges(bool trodden)
+void DiagramPainter::paintEdges(bool taken)
 {
     for (int i = 0; i < int(m_layout.edges().size()); ++i) {
-        if (isTrodden(i) == trodden)
-            paintEdge(i, trodden);
+        if (isTaken(i) == taken)
+            paintEdge(i, taken);
     }
 }
 
-void DiagramPainter::paintEdge(int number, bool trodden)
+void DiagramPainter::paintEdge(int number, bool taken)
 {
     const Diagram::Edge& described = m_picture.diagram().edges[size_t(number)];
     const DiagramLayout::Edge& edge = m_layout.edges()[size_t(number)];
@@ -148,8 +152,8 @@ void DiagramPainter::paintEdge(int number, bool trodden)
     const QPainterPath path = pathOf(edge, isLoop);
     if (!isVisible(path.controlPointRect().adjusted(-s_radius, -s_radius, s_radius, s_radius)))
         return;
-    const QColor color = trodden ? m_colors.trod : m_colors.line;
-    QPen pen(color, trodden ? s_bold : s_thin);
+    const QColor color = taken ? m_colors.taken : m_colors.line;
+    QPen pen(color, taken ? s_bold : s_thin);
     const bool isInitial = m_picture.initialStateOf(number) >= 0;
     if (isLoop && m_graph.transitions[size_t(number)].target < 0) // No state is left.
         pen.setStyle(Qt::DashLine);
@@ -223,9 +227,10 @@ void DiagramPainter::paintLabel(int edge)
     const QRectF place = m_layout.edges()[size_t(edge)].label;
     const QString text = m_picture.edgeText(edge);
     const int times = m_track.timesFired(edge);
+    const QString number = Language::instance()->locale().toString(std::min(times, 999));
     const QString count = times == 0     ? QString()
-                          : times < 1000 ? QStringLiteral("%1×").arg(times)
-                                         : QStringLiteral("999+");
+                          : times < 1000 ? QStringLiteral("%1×").arg(number)
+                                         : QStringLiteral("%1+").arg(number);
     const double gap = text.isEmpty() || count.isEmpty() ? 0 : metrics.height() / 3;
     const double textWidth = metrics.horizontalAdvance(text);
     const double countWidth = metrics.horizontalAdvance(count);
@@ -245,7 +250,7 @@ void DiagramPainter::paintLabel(int edge)
     constexpr int flags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine | Qt::TextDontClip;
     m_painter.setPen(times > 0 ? m_colors.text : m_colors.line);
     m_painter.drawText(textRect, flags, text);
-    m_painter.setPen(m_colors.trod);
+    m_painter.setPen(m_colors.taken);
     m_painter.drawText(countRect, flags, count);
 }
 

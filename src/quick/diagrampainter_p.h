@@ -17,7 +17,7 @@ struct DiagramColors
     QColor state;
     QColor current;
     QColor currentText;
-    QColor trod;
+    QColor taken;
     QColor text;
     QColor line;
 };
@@ -34,8 +34,8 @@ public:
 private:
     void paintFrames();
     void paintFrame(int state);
-    void paintEdges(bool isTrodden);
-    void paintEdge(int edge, bool isTrodden);
+    void paintEdges(bool isTaken);
+    void paintEdge(int edge, bool isTaken);
     void paintArrow(const DiagramLayout::Edge& edge, bool isLoop);
     void paintLabels();
     void paintLabel(int edge);
@@ -44,7 +44,7 @@ private:
     void paintHistory(int state);
     void paintTime(int state, const QRectF& place, int alignment);
     QPainterPath pathOf(const DiagramLayout::Edge& edge, bool isLoop) const;
-    bool isTrodden(int edge) const;
+    bool isTaken(int edge) const;
     bool isVisible(const QRectF& rect) const { return m_visible.intersects(rect); }
     QColor fillOf(int frame) const;
     int frameOf(const MachineGraph::Transition& transition) const;

@@ -24,6 +24,10 @@ EventHistoryModel::EventHistoryModel(QObject* parent)
     , m_endOfReading(std::make_unique<FrameUpdates>([this] { finish(); }))
 {
     followLanguage();
+    connect(this, &CountedModel::languageChanged, this, [this] {
+        if (m_status == Failed) // The reason is a text.
+            m_updates->request();
+    });
     const auto request = [this] { m_updates->request(); };
     if (Path::exists())
         connect(LogManager::instance(), &LogManager::eventLogged, this, request);

@@ -33,7 +33,7 @@ EventReading::EventReading(const EventQuery& wanted)
 void EventReading::start(const std::shared_ptr<EventReading>& reading,
                          std::function<void()> finished)
 {
-    readingPool().start([reading, finished = std::move(finished)] {
+    readingPool(Reading::Events).start([reading, finished = std::move(finished)] {
         reading->run();
         finished();
     });

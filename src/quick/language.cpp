@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QLocale>
 
 namespace zeltools::quick
 {
@@ -77,6 +76,13 @@ void Language::load()
 bool Language::isRightToLeft() const
 {
     return QLocale(m_shown).textDirection() == Qt::RightToLeft;
+}
+
+QLocale Language::locale() const
+{
+    QLocale locale = m_code.isEmpty() ? QLocale() : QLocale(m_code);
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale;
 }
 
 } // namespace zeltools::quick

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -32,6 +33,8 @@ public:
     /// as "en".
     void setCode(const QString& code);
     bool isRightToLeft() const;
+    /// For numbers: that of the language that was set, otherwise that of the system.
+    QLocale locale() const;
 
 Q_SIGNALS:
     /// The translator is installed, and texts can be translated again.

@@ -4,11 +4,15 @@
 #include "libraryversion.h"
 #include "logging/logmanager.h"
 #include "monitoredthreads/monitor.h"
+#include "path.h"
+#include "quick/durationtext_p.h"
 #include "quick/language_p.h"
 #include "system/packagesmanager.h"
 #include "system/servicemanager.h"
 
 #include <QQmlEngine>
+
+#include <chrono>
 
 namespace zeltools::quick
 {
@@ -41,7 +45,8 @@ Library::~Library() = default;
 
 LogManager* Library::logManager() const
 {
-    return kept(LogManager::instance());
+    // Without a path layout, instance() would end the program.
+    return Path::exists() ? kept(LogManager::instance()) : nullptr;
 }
 
 Access* Library::access() const
@@ -87,6 +92,12 @@ void Library::setLanguage(const QString& language)
 QStringList Library::languages() const
 {
     return Language::available();
+}
+
+QString Library::duration(double milliseconds) const
+{
+    constexpr double second_ms = 1000;
+    return durationText(std::chrono::seconds(qint64(milliseconds / second_ms)));
 }
 
 bool Library::isRightToLeft() const

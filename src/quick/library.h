@@ -33,13 +33,13 @@ namespace zeltools::quick
 /// The library's process-wide objects, for QML: `Library.logManager.logFilesHealthy`. They are
 /// those that C++ gets by `instance()`, and QML never destroys them.
 ///
-/// The path layout must exist before `logManager` is read (see LogManager).
+/// `logManager` is null in a program without a path layout (see LogManager).
 class ZELTOOLS_EXPORT Library : public QObject
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(Library)
     QML_SINGLETON
-    /// The process-wide LogManager.
+    /// The process-wide LogManager, or null.
     Q_PROPERTY(LogManager* logManager READ logManager CONSTANT)
     /// The access level of the person in front of the screen.
     Q_PROPERTY(zeltools::quick::Access* access READ access CONSTANT)
@@ -77,6 +77,10 @@ public:
     void setLanguage(const QString& language);
     QStringList languages() const;
     bool isRightToLeft() const;
+
+    /// The two largest units of a time in whole seconds, for example "3 min 20 s", in the language
+    /// and the digits of the screen.
+    Q_INVOKABLE QString duration(double milliseconds) const;
 
 Q_SIGNALS:
     /// Is emitted before the engine translates its bindings again.

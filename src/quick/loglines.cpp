@@ -18,6 +18,15 @@ qint64 memory_B(const KeptLine& line)
     return qint64(sizeof line) + qint64(sizeof(QChar)) * line.text.size() + overhead_B;
 }
 
+/// The line as it is found again in a file: the reader does not know empty lines at its end.
+std::pair<qint64, QString> identity(const KeptLine& line)
+{
+    QString text = line.text;
+    while (text.endsWith(QLatin1Char('\n')))
+        text.chop(1);
+    return {line.time_ms, text};
+}
+
 qint64 memory_B(const std::deque<KeptLine>& lines)
 {
     qint64 sum_B = 0;
@@ -108,10 +117,10 @@ void LogLines::trimPast(std::deque<KeptLine>& past) const
     QHash<std::pair<qint64, QString>, int> known;
     for (const KeptLine& line : m_lines) {
         if (!past.empty() && line.time_ms <= past.back().time_ms)
-            ++known[{line.time_ms, line.text}];
+            ++known[identity(line)];
     }
     const auto isKnown = [&known](const KeptLine& line) {
-        const auto place = known.find({line.time_ms, line.text});
+        const auto place = known.find(identity(line));
         return place != known.end() && (*place)-- > 0;
     };
     past.erase(std::remove_if(past.begin(), past.end(), isKnown), past.end());

@@ -25,9 +25,10 @@ LogModel::LogModel(QObject* parent)
     , m_collector(std::make_unique<LogCollector>(*m_updates))
 {
     followLanguage();
-    if (Path::exists())
+    if (Path::exists()) {
         LogManager::instance()->addSink(m_collector.get());
-    m_past = std::make_shared<PastLines>(QDateTime::currentMSecsSinceEpoch());
+        m_past = std::make_shared<PastLines>();
+    }
     m_updates->request();
 }
 
@@ -142,10 +143,10 @@ void LogModel::update()
         addPast();
 }
 
-// The lines since the creation of the model are there already, so that none appears twice.
+// A line that another thread has logged while the model was created may be there already.
 void LogModel::addPast()
 {
-    if (Path::exists() && !std::exchange(m_isPastRequested, true))
+    if (!std::exchange(m_isPastRequested, true))
         PastLines::start(m_past, m_updates->trigger());
     if (!m_past->isDone())
         return;

@@ -185,7 +185,7 @@ void MachineDiagram::paint(QPainter* painter)
     painter->translate(-view.topLeft());
     DiagramPainter(*painter, *m_picture, *m_view.track(),
                    {m_backgroundColor, m_stateColor, m_currentColor, m_currentTextColor,
-                    m_trodColor, m_textColor, m_lineColor},
+                    m_takenColor, m_textColor, m_lineColor},
                    view)
         .paint();
 }

@@ -50,7 +50,7 @@ class ZELTOOLS_EXPORT MachineDiagram : public QQuickPaintedItem
     /// The colour of texts in the present states.
     Q_PROPERTY(QColor currentTextColor MEMBER m_currentTextColor NOTIFY lookChanged)
     /// The colour of the path that the machine has taken.
-    Q_PROPERTY(QColor trodColor MEMBER m_trodColor NOTIFY lookChanged)
+    Q_PROPERTY(QColor takenColor MEMBER m_takenColor NOTIFY lookChanged)
     /// The colour of texts.
     Q_PROPERTY(QColor textColor MEMBER m_textColor NOTIFY lookChanged)
     /// The colour of lines and arrows.
@@ -116,7 +116,7 @@ private:
     QColor m_stateColor = QStringLiteral("#252d38");
     QColor m_currentColor = QStringLiteral("#4fb3bf");
     QColor m_currentTextColor = QStringLiteral("#062b30");
-    QColor m_trodColor = QStringLiteral("#4fb3bf");
+    QColor m_takenColor = QStringLiteral("#4fb3bf");
     QColor m_textColor = QStringLiteral("#f0f3f6");
     QColor m_lineColor = QStringLiteral("#a3b0bf");
 };

@@ -2,6 +2,7 @@
 
 #include "declarativestatemachine/signalutils.h"
 #include "quick/displaytext_p.h"
+#include "quick/durationtext_p.h"
 
 #include <QHash>
 
@@ -119,21 +120,6 @@ QString MachineGraph::Transition::text() const
     if (!missingTarget.isEmpty())
         text += QStringLiteral(" → %1?").arg(missingTarget);
     return text.trimmed();
-}
-
-QString durationText(std::chrono::milliseconds duration)
-{
-    const qint64 time_ms = std::max<qint64>(duration.count(), 0);
-    const qint64 time_s = time_ms / 1000;
-    if (time_s == 0 || (time_s < 10 && time_ms % 1000 != 0))
-        return MachineGraph::tr("%1 ms").arg(time_ms);
-    if (time_s < 60)
-        return MachineGraph::tr("%1 s").arg(time_s);
-    if (time_s < 3600 && time_s % 60 == 0)
-        return MachineGraph::tr("%1 min").arg(time_s / 60);
-    if (time_s < 3600)
-        return MachineGraph::tr("%1 min %2 s").arg(time_s / 60).arg(time_s % 60);
-    return MachineGraph::tr("%1 h %2 min").arg(time_s / 3600).arg(time_s / 60 % 60);
 }
 
 } // namespace zeltools::quick

@@ -77,7 +77,4 @@ private:
 /// The characters of a name that are kept.
 constexpr int maximumName = 200;
 
-/// The time in the language of the screen, for example "20 ms", "5 s", "3 min 20 s" or "2 h 5 min".
-QString durationText(std::chrono::milliseconds duration);
-
 } // namespace zeltools::quick

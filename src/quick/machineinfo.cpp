@@ -5,6 +5,7 @@
 #include "machine.h"
 #include "path.h"
 #include "quick/diskspace_p.h"
+#include "quick/language_p.h"
 #include "quick/systemclock_p.h"
 #include "system/datetimemanager.h"
 
@@ -50,6 +51,7 @@ MachineInfo::MachineInfo(QObject* parent)
     : QObject(parent)
 {
     connect(systemClock(), &system::DateTimeManager::dateTimeChanged, this, &MachineInfo::refresh);
+    connect(Language::instance(), &Language::changed, this, &MachineInfo::refreshed); // for texts
     refresh();
 }
 

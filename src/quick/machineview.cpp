@@ -17,7 +17,10 @@ MachineView::MachineView(QObject* parent)
     m_tick.setInterval(tick_ms);
     connect(&m_frame, &QTimer::timeout, this, &MachineView::publish);
     connect(&m_tick, &QTimer::timeout, this, &MachineView::stateTimeChanged);
-    connect(Language::instance(), &Language::changed, this, &MachineView::publish);
+    connect(Language::instance(), &Language::changed, this, [this] {
+        Q_EMIT machineChanged(); // for `problem`
+        publish();
+    });
     const MachineRegistry* const registry = MachineRegistry::instance();
     connect(registry, &MachineRegistry::offered, this, [this](QObject* offered) {
         if (offered == machine()) {
@@ -89,14 +92,16 @@ QVariantList MachineView::path() const
     if (m_watch == nullptr)
         return path;
     for (const MachineWatch::Step& step : m_watch->path()) {
+        const QString trigger =
+            step.transition < 0 ? QString() : graph()->transitions[size_t(step.transition)].text();
         const QString way = QStringLiteral("%1 → %2").arg(step.from, step.to).trimmed();
-        path.append(QVariantMap{
-            {QStringLiteral("time"), step.time},
-            {QStringLiteral("from"), step.from},
-            {QStringLiteral("to"), step.to},
-            {QStringLiteral("trigger"), step.trigger},
-            {QStringLiteral("text"),
-             step.trigger.isEmpty() ? way : QStringLiteral("%1 (%2)").arg(way, step.trigger)}});
+        path.append(
+            QVariantMap{{QStringLiteral("time"), step.time},
+                        {QStringLiteral("from"), step.from},
+                        {QStringLiteral("to"), step.to},
+                        {QStringLiteral("trigger"), trigger},
+                        {QStringLiteral("text"),
+                         trigger.isEmpty() ? way : QStringLiteral("%1 (%2)").arg(way, trigger)}});
     }
     return path;
 }

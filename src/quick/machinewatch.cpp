@@ -63,7 +63,7 @@ void MachineWatch::onStateChanged()
         m_track->setPresent(static_cast<Machine*>(machine())->currentStateNumbers(), now, true);
     } else if (plain != nullptr || state != m_state) {
         addStep({QDateTime::currentDateTime(), DisplayText::name(m_state, maximumName),
-                 DisplayText::name(state, maximumName), QString()});
+                 DisplayText::name(state, maximumName), -1});
         m_since = now;
         m_isSinceKnown = true;
     }
@@ -79,7 +79,7 @@ void MachineWatch::addStep(const QDateTime& time, int transition)
     const MachineGraph::Transition& fired = graph()->transitions[size_t(transition)];
     const QString& from = graph()->states[size_t(fired.source)].name;
     const QString& to = fired.target < 0 ? from : graph()->states[size_t(fired.target)].name;
-    addStep({time, from, to, fired.text()});
+    addStep({time, from, to, transition});
 }
 
 void MachineWatch::addStep(Step step)

@@ -29,7 +29,7 @@ public:
         QDateTime time;
         QString from;
         QString to;
-        QString trigger;
+        int transition; ///< its number in the graph; -1 if it is not known
     };
 
     /// The machine is a DeclarativeStateMachine or a StateMachine; of anything else nothing is

@@ -3,6 +3,7 @@
 #include "logging/logmanager.h"
 #include "logging/logrenderer.h"
 #include "quick/readingpool_p.h"
+#include "samefile.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -20,16 +21,13 @@ namespace
 
 constexpr int s_timeLength = 23; // of "15/11/2026 03:37:40:123"
 
-// The last bytes of a file, from the start of a line.
-QByteArray tailOf(const QString& path, qint64 size_B)
+// The last bytes in front of a position, from the start of a line.
+QByteArray tailOf(QFile& file, qint64 end_B, qint64 size_B)
 {
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) // a FIFO would wait
-        return {};
-    const qint64 start = std::max<qint64>(file.size() - size_B, 0);
-    file.seek(start);
-    const QByteArray tail = file.read(size_B);
-    return start == 0 ? tail : tail.mid(int(tail.indexOf('\n')) + 1);
+    const qint64 start_B = std::max<qint64>(end_B - size_B, 0);
+    file.seek(start_B);
+    const QByteArray tail = file.read(end_B - start_B);
+    return start_B == 0 ? tail : tail.mid(int(tail.indexOf('\n')) + 1);
 }
 
 qint64 timeOf(const QString& line)
@@ -43,14 +41,16 @@ qint64 timeOf(const QString& line)
 
 } // namespace
 
-PastLines::PastLines(qint64 latest_ms)
-    : m_latest_ms(latest_ms)
+PastLines::PastLines()
 {
+    const QString path = LogManager::instance()->filePath(LogManager::General);
+    if (::stat(QFile::encodeName(path).constData(), &m_end) != 0)
+        m_end = {};
 }
 
 void PastLines::start(const std::shared_ptr<PastLines>& reading, std::function<void()> finished)
 {
-    readingPool().start([reading, finished = std::move(finished)] {
+    readingPool(Reading::LogLines).start([reading, finished = std::move(finished)] {
         reading->run();
         finished();
     });
@@ -58,10 +58,7 @@ void PastLines::start(const std::shared_ptr<PastLines>& reading, std::function<v
 
 void PastLines::run()
 {
-    const QString path = LogManager::instance()->filePath(LogManager::General);
-    QByteArray content = tailOf(path, maximum_B);
-    if (content.size() < maximum_B / 2)
-        content.prepend(tailOf(path + QLatin1String(".1"), maximum_B - content.size()));
+    const QByteArray content = read();
     const QList<QByteArray> texts = content.split('\n');
     for (const QByteArray& text : texts)
         add(QString::fromLocal8Bit(text.constData(), int(text.size())));
@@ -72,11 +69,33 @@ void PastLines::run()
     m_isDone = true;
 }
 
+// After a rotation, the past ends in the predecessor, and all of the file is new.
+QByteArray PastLines::read() const
+{
+    const QString path = LogManager::instance()->filePath(LogManager::General);
+    QByteArray content;
+    bool isPast = false;
+    for (const QString& each : {path, QString(path + QLatin1String(".1"))}) {
+        QFile file(each);
+        struct stat status = {};
+        if (content.size() >= maximum_B / 2 || !QFileInfo(each).isFile() || // a FIFO would wait
+            !file.open(QIODevice::ReadOnly) || ::fstat(file.handle(), &status) != 0)
+            continue;
+        const bool isLast = isSameFile(status, m_end);
+        isPast = isPast || isLast;
+        if (isPast) {
+            content.prepend(
+                tailOf(file, isLast ? m_end.st_size : status.st_size, maximum_B - content.size()));
+        }
+    }
+    return content;
+}
+
 // A line without a time continues the message before it.
 void PastLines::add(const QString& line)
 {
     const qint64 time_ms = timeOf(line);
-    if (time_ms > m_latest_ms || (time_ms < 0 && lines.empty()))
+    if (time_ms < 0 && lines.empty())
         return;
     if (time_ms < 0) {
         lines.back().text += QLatin1Char('\n') + line;

@@ -1,25 +1,39 @@
 #include "quick/readingpool_p.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QThreadPool>
+
+#include <array>
+#include <chrono>
 
 namespace zeltools::quick
 {
 
-// The pool is never deleted, since a pool waits for its threads when it is deleted.
-QThreadPool& readingPool()
+namespace
 {
-    constexpr int maximumThreads = 4;
-    static QThreadPool* const pool = [] {
-        auto* const threads = new QThreadPool;
-        threads->setMaxThreadCount(maximumThreads);
+
+QThreadPool* newPool()
+{
+    constexpr int maximumThreads = 2;
+    auto* const pool = new QThreadPool; // never deleted, since that would wait for its threads
+    pool->setMaxThreadCount(maximumThreads);
+    return pool;
+}
+
+} // namespace
+
+QThreadPool& readingPool(Reading kind)
+{
+    static const std::array<QThreadPool*, 4> pools = [] {
         qAddPostRoutine([] {
-            constexpr int maximumWait_ms = 1000;
-            readingPool().waitForDone(maximumWait_ms);
+            QDeadlineTimer end(std::chrono::seconds(1));
+            for (QThreadPool* const each : pools)
+                each->waitForDone(int(end.remainingTime()));
         });
-        return threads;
+        return std::array{newPool(), newPool(), newPool(), newPool()};
     }();
-    return *pool;
+    return *pools[size_t(kind)];
 }
 
 } // namespace zeltools::quick

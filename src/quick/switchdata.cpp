@@ -4,6 +4,7 @@
 #include "quick/displaytext_p.h"
 #include "quick/switchesmodel.h"
 #include "quick/switchtexts_p.h"
+#include "secretmask.h"
 
 namespace zeltools::quick
 {
@@ -20,9 +21,17 @@ QString sourceOf(const EnvVar& var)
     return var.stringValueOpt(EnvVar::Defines) ? QStringLiteral("build") : QStringLiteral("unset");
 }
 
-DisplayText shown(const std::optional<QString>& value)
+/// The value, masked if it is a secret and the user may not change it.
+QString visibleValue(const EnvVar& var, const std::optional<QString>& value)
 {
-    return DisplayText(value.value_or(QString()));
+    if (!value || Access::instance()->allows(Access::Technician))
+        return value.value_or(QString());
+    return withoutSecret(var.name(), *value);
+}
+
+DisplayText shown(const EnvVar& var, const std::optional<QString>& value)
+{
+    return DisplayText(visibleValue(var, value));
 }
 
 } // namespace
@@ -34,13 +43,13 @@ QVariant switchData(const EnvVar& var, int role)
     case SwitchesModel::NameRole:
         return DisplayText(var.name()).text;
     case SwitchesModel::ValueRole:
-        return shown(var.stringValueOpt()).text;
+        return shown(var, var.stringValueOpt()).text;
     case SwitchesModel::FullValueRole:
-        return var.stringValueOpt().value_or(QString());
+        return visibleValue(var, var.stringValueOpt());
     case SwitchesModel::IsCutRole:
-        return shown(var.stringValueOpt()).isCut;
+        return shown(var, var.stringValueOpt()).isCut;
     case SwitchesModel::DefaultValueRole:
-        return shown(var.stringValueOpt(EnvVar::Defines)).text;
+        return shown(var, var.stringValueOpt(EnvVar::Defines)).text;
     case SwitchesModel::SourceRole:
         return sourceOf(var);
     case SwitchesModel::TypeRole:
@@ -48,7 +57,7 @@ QVariant switchData(const EnvVar& var, int role)
     case SwitchesModel::TypeNameRole:
         return SwitchTexts::typeName(var.type());
     case SwitchesModel::DescriptionRole:
-        return DisplayText(var.description()).text;
+        return DisplayText(SwitchTexts::description(var)).text;
     case SwitchesModel::CategoryRole:
         return int(var.category());
     case SwitchesModel::CategoryNameRole:

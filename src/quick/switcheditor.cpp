@@ -5,6 +5,7 @@
 #include "quick/access.h"
 #include "quick/displaytext_p.h"
 #include "quick/switchtexts_p.h"
+#include "secretmask.h"
 
 namespace zeltools::quick
 {
@@ -15,7 +16,7 @@ using envvar::EnvVarStore;
 void SwitchEditor::setFile(const QString& path)
 {
     m_file = path;
-    m_fileProblem.clear();
+    m_failure.reset();
     m_unwritten.clear();
 }
 
@@ -72,10 +73,12 @@ SwitchEditor::Values SwitchEditor::values()
     return values;
 }
 
+// The event file goes to places where a secret must not go, such as a support bundle.
 void SwitchEditor::record(const QString& name, const std::optional<QString>& value)
 {
     Access::instance()->recordChange(
-        value ? QStringLiteral("Switch %1 set to %2").arg(name, DisplayText(*value).text)
+        value ? QStringLiteral("Switch %1 set to %2")
+                    .arg(name, DisplayText(withoutSecret(name, *value)).text)
               : QStringLiteral("Switch %1 reset").arg(name));
 }
 
@@ -94,14 +97,20 @@ QString SwitchEditor::save()
 
 QString SwitchEditor::finish(const envvar::SaveResult& result)
 {
+    m_failure.reset();
     if (result.success)
         m_unwritten.clear();
-    const QString reason = result.message.value_or(tr("it was refused"));
-    m_fileProblem = result.success ? QString()
-                                   : tr("The environment file is unchanged, and changes last until "
-                                        "the program ends: %1")
-                                         .arg(reason);
-    return m_fileProblem;
+    else
+        m_failure = result;
+    return fileProblem();
+}
+
+QString SwitchEditor::fileProblem() const
+{
+    if (!m_failure)
+        return {};
+    return tr("The environment file is unchanged, and changes last until the program ends: %1")
+        .arg(m_failure->message.value_or(tr("the file was refused")));
 }
 
 } // namespace zeltools::quick

@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QMap>
 
+#include <optional>
+
 namespace zeltools::quick
 {
 
@@ -22,7 +24,8 @@ public:
     QString file() const { return m_file; }
     /// Sets the path of the file; empty for none.
     void setFile(const QString& path);
-    QString fileProblem() const { return m_fileProblem; }
+    /// In the language of the screen, which may change while it is shown.
+    QString fileProblem() const;
 
     /// A null pointer stands for a switch that is no longer there.
     QString set(envvar::EnvVar* var, const QString& value);
@@ -39,8 +42,8 @@ private:
     QString finish(const envvar::SaveResult& result);
 
     QString m_file;
-    QString m_fileProblem;
-    QStringList m_unwritten; // names of changed switches
+    std::optional<envvar::SaveResult> m_failure; // of the last attempt to write the file
+    QStringList m_unwritten;                     // names of changed switches
 };
 
 } // namespace zeltools::quick

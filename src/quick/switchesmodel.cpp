@@ -27,10 +27,12 @@ SwitchesModel::SwitchesModel(QObject* parent)
     connect(&EnvVarStore::instance(), &EnvVarStore::unregisterEnvVar, this, &SwitchesModel::forget);
     connect(Access::instance(), &Access::levelChanged, this, [this] {
         if (!m_rows.isEmpty())
-            Q_EMIT dataChanged(index(0), index(count() - 1), {IsEditableRole});
+            Q_EMIT dataChanged(index(0), index(count() - 1)); // also the values of secrets
     });
     followLanguage();
+    connect(this, &CountedModel::languageChanged, this, &SwitchesModel::updateRows);
     connect(this, &CountedModel::languageChanged, this, &SwitchesModel::categoriesChanged);
+    connect(this, &CountedModel::languageChanged, this, &SwitchesModel::fileProblemChanged);
     follow();
 }
 
@@ -73,7 +75,7 @@ bool SwitchesModel::isShown(const EnvVar& var) const
            (m_showHidden || var.flags().testFlag(envvar::Visible)) &&
            (!m_onlyChanged || var.stringValueOpt(EnvVar::Env)) &&
            (var.name().contains(m_filter, Qt::CaseInsensitive) ||
-            var.description().contains(m_filter, Qt::CaseInsensitive));
+            SwitchTexts::description(var).contains(m_filter, Qt::CaseInsensitive));
 }
 
 void SwitchesModel::updateRows()

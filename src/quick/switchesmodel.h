@@ -20,7 +20,8 @@ class SwitchEditor;
 ///
 /// A technician (see Access) may change a value, which takes effect immediately and is one event
 /// line. With an environment file, the change is also written there; without one, it lasts until
-/// the process ends. Values are shown as they are, since the catalogue has no secrets.
+/// the process ends. Below that level, a value whose name looks like that of a secret is "***"
+/// (withoutSecret()), as it is in the event line.
 ///
 /// A model belongs to the main thread.
 class ZELTOOLS_EXPORT SwitchesModel : public zeltools::quick::CountedModel
@@ -37,17 +38,20 @@ class ZELTOOLS_EXPORT SwitchesModel : public zeltools::quick::CountedModel
     Q_PROPERTY(QVariantList categories READ categories NOTIFY categoriesChanged)
 
 public:
+    /// The types of envvar::Type.
+    enum Type { Boolean = envvar::Boolean, String = envvar::String, Integer = envvar::Integer };
+    Q_ENUM(Type)
     /// The roles, whose names in QML are given beside them.
     enum Role {
         NameRole = Qt::UserRole, ///< `name`
         ValueRole,               ///< `value`, shortened for a row; empty if there is none
-        FullValueRole,           ///< `fullValue`, the exact text, for editing
+        FullValueRole,           ///< `fullValue`, the exact text, for editing by a technician
         IsCutRole,               ///< `isCut`, whether `value` is shortened
         DefaultValueRole,        ///< `defaultValue`, the value from the build; empty if none
         SourceRole,              ///< `source`, of the value: "environment", "build" or "unset"
-        TypeRole,                ///< `type`, a number of zeltools::envvar::Type
+        TypeRole,                ///< `type`, a Type
         TypeNameRole,            ///< `typeName`, in the language of the screen
-        DescriptionRole,         ///< `description`
+        DescriptionRole,         ///< `description`, translated in the context "Switches"
         CategoryRole,            ///< `category`, a number of zeltools::envvar::Category
         CategoryNameRole,        ///< `categoryName`, in the language of the screen
         IsEditableRole,          ///< `isEditable`, whether the access level allows a change

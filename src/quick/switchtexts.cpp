@@ -20,6 +20,11 @@ QString SwitchTexts::typeName(envvar::Type type)
     return tr("On or off");
 }
 
+QString SwitchTexts::description(const envvar::EnvVar& var)
+{
+    return QCoreApplication::translate("Switches", var.description().toUtf8().constData());
+}
+
 QString SwitchTexts::categoryName(envvar::Category category)
 {
     static constexpr const char* names[] = {

@@ -18,6 +18,9 @@ public:
     SwitchTexts() = delete;
 
     static QString typeName(envvar::Type type);
+    /// The description, if the library or the host has a translation of it in the context
+    /// "Switches"; otherwise as it is.
+    static QString description(const envvar::EnvVar& var);
     static QString categoryName(envvar::Category category);
     /// The categories of the switches as objects with `value` and `name`; the first is -1 for all.
     static QVariantList categories(const QVector<envvar::EnvVar*>& vars);

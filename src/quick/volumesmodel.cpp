@@ -2,12 +2,17 @@
 
 #include "quick/diskspace_p.h"
 #include "quick/displaytext_p.h"
+#include "quick/frameupdates_p.h"
+#include "quick/readingpool_p.h"
 #include "quick/rowsupdate_p.h"
 
 #include <QFile>
 #include <QStringList>
+#include <QThreadPool>
 
 #include <algorithm>
+#include <atomic>
+#include <utility>
 
 namespace zeltools::quick
 {
@@ -23,6 +28,13 @@ struct VolumesModel::Volume
         return path == other.path && isWritable == other.isWritable &&
                space.total_B == other.space.total_B && space.available_B == other.space.available_B;
     }
+};
+
+/// A question for the space of volumes, which a thread of a pool answers.
+struct VolumesModel::Spaces
+{
+    QVector<Volume> volumes;
+    std::atomic<bool> isDone{false};
 };
 
 namespace
@@ -59,6 +71,7 @@ QString unescaped(const QByteArray& text)
 VolumesModel::VolumesModel(QObject* parent)
     : CountedModel(parent)
     , m_mounts(std::make_unique<QFile>(QStringLiteral("/proc/self/mountinfo")))
+    , m_answers(std::make_unique<FrameUpdates>([this] { readSpaces(); }))
 {
     if (!m_mounts->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return;
@@ -72,9 +85,37 @@ VolumesModel::~VolumesModel() = default;
 
 void VolumesModel::refresh()
 {
-    if (m_mounts->seek(0))
-        RowsUpdate::apply(*this, m_volumes, volumesIn(m_mounts->readAll()),
-                          [](const Volume& volume) { return volume.path; });
+    if (!m_mounts->seek(0))
+        return;
+    QVector<Volume> volumes = volumesIn(m_mounts->readAll());
+    m_spaces = std::make_shared<Spaces>();
+    m_spaces->volumes = volumes;
+    readingPool(Reading::Volumes).start([spaces = m_spaces, finished = m_answers->trigger()] {
+        for (Volume& volume : spaces->volumes)
+            volume.space = diskSpace(volume.path);
+        spaces->isDone = true;
+        finished();
+    });
+    for (Volume& volume : volumes) {
+        for (const Volume& known : std::as_const(m_volumes)) {
+            if (known.path == volume.path)
+                volume.space = known.space;
+        }
+    }
+    show(volumes);
+}
+
+void VolumesModel::readSpaces()
+{
+    if (m_spaces == nullptr || !m_spaces->isDone)
+        return;
+    const std::shared_ptr<Spaces> spaces = std::move(m_spaces);
+    show(spaces->volumes);
+}
+
+void VolumesModel::show(const QVector<Volume>& volumes)
+{
+    RowsUpdate::apply(*this, m_volumes, volumes, [](const Volume& volume) { return volume.path; });
 }
 
 // A line is "36 35 98:0 /root /media/usb rw,noatime shared:1 - ext4 /dev/sda1 rw"; before the "-",
@@ -95,7 +136,6 @@ QVector<VolumesModel::Volume> VolumesModel::volumesIn(const QByteArray& mounts)
             continue;
         volume.isWritable = !fields[options].split(',').contains("ro") &&
                             !fields[separator + 3].split(',').contains("ro");
-        volume.space = diskSpace(volume.path);
         // Of volumes that are mounted over each other, the last one is seen.
         const auto isBefore = [](const Volume& a, const Volume& b) { return a.path < b.path; };
         const auto place = std::lower_bound(volumes.begin(), volumes.end(), volume, isBefore);

@@ -14,9 +14,12 @@ class QFile;
 namespace zeltools::quick
 {
 
-/// The mounted removable volumes, such as memory sticks: everything that is mounted below /media,
-/// /run/media or /mnt, except network disks, which may not answer. The kernel announces when one is
-/// mounted or unmounted. Use it in the thread of the QML engine.
+class FrameUpdates;
+
+/// The mounted removable volumes, such as memory sticks: what is mounted below /media, /run/media
+/// or /mnt, except network disks, which may not answer. The kernel announces when one is mounted or
+/// unmounted. Another thread asks for the space, since the kernel may read much of a slow stick for
+/// it; until the answer, both sizes are 0. Use the model in the thread of the QML engine.
 class ZELTOOLS_EXPORT VolumesModel : public zeltools::quick::CountedModel
 {
     Q_OBJECT
@@ -44,12 +47,17 @@ public:
 
 private:
     struct Volume;
+    struct Spaces;
 
     static QVector<Volume> volumesIn(const QByteArray& mounts);
+    void readSpaces();
+    void show(const QVector<Volume>& volumes);
 
     const std::unique_ptr<QFile> m_mounts;
     std::unique_ptr<QSocketNotifier> m_notifier;
     QVector<Volume> m_volumes; // sorted by path
+    const std::unique_ptr<FrameUpdates> m_answers;
+    std::shared_ptr<Spaces> m_spaces; // the last question
 };
 
 } // namespace zeltools::quick

@@ -1,9 +1,9 @@
 #include "supportbundle/bundlejob_p.h"
 
 #include "samefile.h"
+#include "secretmask.h"
 #include "supportbundle/bundlename_p.h"
 #include "supportbundle/cryptpipe_p.h"
-#include "supportbundle/secretmask_p.h"
 #include "supportbundle/systemreport_p.h"
 #include "writewhole.h"
 

@@ -74,16 +74,17 @@ bool ServiceSetup::removeFolder(const QString& name) const
     return QDir(m_folder.filePath(name)).removeRecursively();
 }
 
-void ServiceSetup::startMachine()
+void ServiceSetup::startMachine(int number)
 {
-    m_machine = std::make_unique<CoffeeMachine>(5ms);
-    m_machine->holdInBrewing();
-    m_machine->start();
+    std::unique_ptr<CoffeeMachine>& machine = m_machines.at(size_t(number));
+    machine = std::make_unique<CoffeeMachine>(5ms);
+    machine->holdInBrewing();
+    machine->start();
 }
 
-void ServiceSetup::removeMachine()
+void ServiceSetup::removeMachine(int number)
 {
-    m_machine.reset();
+    m_machines.at(size_t(number)).reset();
 }
 
 void ServiceSetup::stallThread()

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <array>
 #include <memory>
 
 class CoffeeMachine;
@@ -38,9 +39,10 @@ public:
     Q_INVOKABLE QString events() const;
     Q_INVOKABLE bool exists(const QString& name) const;
     Q_INVOKABLE bool removeFolder(const QString& name) const;
-    /// Starts a coffee machine that offers itself to the screen and waits in its fourth drink.
-    Q_INVOKABLE void startMachine();
-    Q_INVOKABLE void removeMachine();
+    /// Starts one of two coffee machines that offers itself to the screen and waits in its fourth
+    /// drink.
+    Q_INVOKABLE void startMachine(int number = 0);
+    Q_INVOKABLE void removeMachine(int number = 0);
     /// Watches a thread that stands still from then on; only in a build that watches threads.
     Q_INVOKABLE void stallThread();
     /// A clock of the host, which a test may set.
@@ -54,7 +56,7 @@ public Q_SLOTS:
 
 private:
     QTemporaryDir m_folder;
-    std::unique_ptr<CoffeeMachine> m_machine;
+    std::array<std::unique_ptr<CoffeeMachine>, 2> m_machines;
     std::unique_ptr<StalledThread> m_thread;
     zeltools::envvar::EnvVarInt m_number{"PUMP_TIME", "Time of the pump in milliseconds",
                                          zeltools::envvar::Miscellaneous, zeltools::envvar::Visible,

@@ -80,6 +80,9 @@ Service {
             const tapOn = name => mouseClick(test.findChild(days.contentItem, name))
             mouseClick(find("events.days"))
             opened(days)
+            days.month = new Date(2026, 3, 5, 12) // A month with a day that has no midnight in Cairo.
+            verify(test.findChild(days.contentItem, "day.2026-04-24") !== null)
+            days.month = days.today
             tapOn("days.before")
             verify(test.findChild(days.contentItem, "day." + Qt.formatDate(days.month, "yyyy-MM-10")).width >= 48)
             const month = Qt.formatDate(days.month, "yyyy-MM-")

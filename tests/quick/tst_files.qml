@@ -84,6 +84,17 @@ Item {
             tryVerify(() => find("files.gone").visible)
         }
 
+        function test_theQuestionShowsNoForgedName() {
+            setup.writeFile("shown/forged\u202egol.exe", "")
+            read("forged\u202egol.exe")
+            mouseClick(find("files.delete"))
+            const question = find("question")
+            tryCompare(question, "opened", true)
+            compare(question.text, "forged gol.exe")
+            question.close()
+            setup.removeFolder("shown")
+        }
+
         function test_deletionIsConfirmedAndSaysWho() {
             read("a.log")
             service.accessLevel = Access.Operator

@@ -40,6 +40,25 @@ Item {
             verify(card.height > find("machine.state").height + 40)
         }
 
+        function test_theChosenMachineStays() {
+            const choice = find("machine.choice")
+            setup.startMachine(1)
+            tryCompare(choice, "count", 2)
+            const chosen = choice.valueAt(1)
+            choice.forceActiveFocus()
+            keyClick(Qt.Key_Down)
+            compare(find("machine.diagram").machine, chosen)
+            setup.removeMachine()
+            tryCompare(choice, "count", 1)
+            compare(choice.currentIndex, 0)
+            compare(find("machine.diagram").machine, chosen)
+            setup.startMachine()
+            setup.removeMachine(1)
+            tryCompare(choice, "count", 1)
+            compare(choice.currentIndex, 0)
+            compare(find("machine.diagram").machine, choice.valueAt(0))
+        }
+
         function test_thePictureIsDraggedAndZoomed() {
             const view = find("machine.view")
             const picture = find("machine.diagram")

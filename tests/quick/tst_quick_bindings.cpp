@@ -4,6 +4,7 @@
 #include "system/datetimemanager.h"
 
 #include "support.h"
+#include "support/rows.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -13,6 +14,8 @@
 #include <memory>
 
 using zeltools::quick::Library;
+
+using DurationRow = std::tuple<const char*, double, const char*, const char*>;
 
 class TestBindings : public QObject
 {
@@ -64,6 +67,23 @@ private Q_SLOTS:
         QCOMPARE(all(), "false,1,1,true,true" + now);
     }
 
+    void durations_data()
+    {
+        support::addRows<DurationRow>({{"nothing", 999, "en", "0 s"},
+                                       {"seconds", 59999, "en", "59 s"},
+                                       {"a whole minute", 60000, "en", "1 min"},
+                                       {"minutes", 200000, "en", "3 min 20 s"},
+                                       {"hours", 125 * 60000, "en", "2 h 5 min"},
+                                       {"days", 80 * 3600000, "en", "3 d 8 h"},
+                                       {"other digits", 35000, "ar", "٣٥ ث"}});
+    }
+    void durations()
+    {
+        const auto& [name, milliseconds, language, text] = support::currentRow<DurationRow>();
+        Library().setLanguage(language);
+        QCOMPARE(Library().duration(milliseconds), QString(text));
+    }
+
     void textsFollowTheLanguage()
     {
         QQmlEngine engine;
@@ -73,10 +93,12 @@ private Q_SLOTS:
                           "    property string language: Library.language\n"
                           "    property bool mirrored: Library.rightToLeft\n"
                           "    property string text: qsTranslate('Test', 'Time')\n"
+                          "    property bool logs: Library.logManager !== null\n"
                           "}\n",
                           {});
         const std::unique_ptr<QObject> screen(component.create());
         QVERIFY2(screen, qPrintable(component.errorString()));
+        QCOMPARE(screen->property("logs"), QVariant(false)); // There is no path layout.
         // A translation that cannot be read, and one that does not exist, are English.
         using Step = std::tuple<const char*, const char*, const char*, bool>;
         const std::vector<Step> steps{{"he", "he", "\u05e9\u05e2\u05d4", true},

@@ -303,13 +303,19 @@ private Q_SLOTS:
     void aModelBeginsWithThePast()
     {
         logLine(LogLevel::Warning, Log::CanBus, "past\nline");
+        m_manager->flush();
+        const QString path = m_manager->filePath(LogManager::General);
+        const QByteArray past = support::readFile(path);
+        // A line from before the clock was set back.
+        support::writeFile(path, past + "01/01/2099 00:00:00:000| Info     | later\n more\n");
         LogModel model;
         LogModel live;
         live.setIncludesPast(false);
         const QAbstractItemModelTester tester(&model);
-        logLine(LogLevel::Info, Log::CanBus, "now"); // is in the file, too
-        QTRY_COMPARE(texts(model), QStringLiteral("past line now"));
-        QCOMPARE(texts(live), QStringLiteral("now"));
+        logLine(LogLevel::Info, Log::CanBus, "now\nin two lines\n"); // is in the file, too
+        QTRY_COMPARE(texts(model), QStringLiteral("past line later  more now in two lines "));
+        QCOMPARE(model.count(), 3);
+        QCOMPARE(texts(live), QStringLiteral("now in two lines "));
         QCOMPARE(value(model, 0, "level").toInt(), int(LogModel::Warning));
         const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
         Library().setLanguage("de");

@@ -1,6 +1,7 @@
 #include "declarativestatemachine/declarativestatemachine.h"
 #include "logging/log.h"
 #include "quick/diagrampicture_p.h"
+#include "quick/library.h"
 #include "quick/machinediagram.h"
 #include "quick/machinesmodel.h"
 #include "quick/machineview.h"
@@ -346,6 +347,9 @@ void TestQuickMachines::aRecordingTellsWhatWasBefore()
     MachineView view;
     view.setMachine(&recorded);
     QCOMPARE(pathOf(view), QStringList("A → B (objectNameChanged [guard])"));
+    Library().setLanguage("de");
+    QCOMPARE(pathOf(view), QStringList("A → B (objectNameChanged [Bedingung])"));
+    Library().setLanguage("en");
     QVERIFY(view.stateTime() >= 30 && view.isStateTimeKnown());
     view.setMachine(&silent);
     QCOMPARE(view.state(), QString("B1"));

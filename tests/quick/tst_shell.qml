@@ -40,6 +40,15 @@ Item {
             return texts
         }
 
+        // The controls below the item that a screen reader could not name.
+        function namelessControls(item) {
+            const isControl = item.visible && item.hovered !== undefined && (item.clicked || item.displayText !== undefined)
+            let names = isControl && !item.Accessible.name && !item.text ? [item.objectName || String(item)] : []
+            for (let i = 0; i < item.children.length; ++i)
+                names = names.concat(namelessControls(item.children[i]))
+            return names
+        }
+
         function test_eachPageOpensByATap_data() {
             return ["events", "log", "switches", "machine", "threads", "kernel", "files", "time", "support",
                     "overview"].map(name => ({ tag: name }))
@@ -53,6 +62,7 @@ Item {
             compare(service.page, row.tag)
             verify(service.currentPage !== before)
             compare(service.currentPage.service, service)
+            compare(namelessControls(service), [])
             verify(service.currentPage.title !== "" && service.currentPage.icon !== "")
             for (const language of Library.languages.concat("en")) {
                 service.language = language

@@ -36,6 +36,16 @@ Item {
             verify(setup.exists("stick/" + name))
         }
 
+        function test_aBundleGoesOnBehindOtherPages() {
+            mouseClick(find("support.start"))
+            const name = find("support.file").text
+            service.page = "events"
+            service.page = "support"
+            compare(find("support.file").text, name)
+            tryVerify(() => find("support.result").text === "The bundle is complete.", 30000)
+            verify(setup.exists("stick/" + name))
+        }
+
         function test_aBundleIsCancelled() {
             mouseClick(find("support.start"))
             verify(find("support.cancel").visible)

@@ -33,6 +33,7 @@ Item {
             const hour = find("time.hour")
             const minute = find("time.minute")
             tryCompare(hour, "value", 9)
+            verify(!find("time.set").enabled)
             const year = find("time.year")
             year.show(1970) // as after a start without a battery
             compare(year.value, 2000)

@@ -55,7 +55,7 @@ private Q_SLOTS:
             if (!name.startsWith("threads"))
                 QTest::newRow(qPrintable(name)) << name;
         }
-        QCOMPARE(names.size(), 60); // ten pages, two sizes, three looks
+        QCOMPARE(names.size(), 80); // ten pages, two sizes, two palettes, two languages
     }
 
     void lookAlike()

@@ -13,6 +13,8 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
+#include <algorithm>
+#include <climits>
 #include <memory>
 
 #include <unistd.h>
@@ -123,7 +125,8 @@ private Q_SLOTS:
               seed, m_actions, m_frames, m_slowest_ms, before.objects, after.objects,
               before.descriptors, after.descriptors, before.memory_KiB, after.memory_KiB);
         QCOMPARE(s_warnings.loadRelaxed(), 0);
-        QVERIFY(m_frames > time_ms / 1000);
+        QVERIFY(m_frames > 10 * time_ms / 1000);
+        QVERIFY2(m_slowFrames < m_frames / 50, qPrintable(QString::number(m_slowFrames)));
         // A page has some objects more or less by what it shows at the moment.
         QVERIFY(after.objects < before.objects + 50);
         QVERIFY(after.descriptors <= before.descriptors + 1);
@@ -160,9 +163,9 @@ private:
     // The host changes more than the page while dialogs are open.
     void showPage(int number)
     {
-        constexpr const char* languages[]{"en", "ar", "de"};
+        constexpr const char* languages[]{"en", "ar", "de", "it"};
         m_screen->set("page", s_pages[number % 10]);
-        m_screen->set("language", languages[number % 3]);
+        m_screen->set("language", languages[number % 4]);
         m_screen->set("accessLevel", number % 7 == 6 ? Access::ReadOnly : Access::Technician);
         m_screen->set("dark", number % 4 < 2);
         m_screen->resize(number % 8 < 4 ? QSize(800, 480) : QSize(1280, 800));
@@ -215,18 +218,30 @@ private:
         }
         m_screen->collectGarbage();
         QTest::qWait(100);
-        const int descriptors =
-            QDir("/proc/self/fd")
-                .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
-                .size();
         return {objectsBelow(m_screen->window()) + objectsBelow(m_screen->window()->contentItem()),
-                descriptors, residentMemory_KiB()};
+                descriptors(), residentMemory_KiB()};
+    }
+
+    // The fewest of some time: threads open files for a moment.
+    static int descriptors()
+    {
+        int fewest = INT_MAX;
+        for (int i = 0; i < 20; ++i) {
+            QTest::qWait(25);
+            const int count = QDir("/proc/self/fd")
+                                  .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
+                                  .size();
+            fewest = std::min(fewest, count);
+        }
+        return fewest;
     }
 
     void countFrame()
     {
         ++m_frames;
+        constexpr qint64 slow_ms = 200; // which a person sees
         m_slowest_ms = std::max(m_slowest_ms, m_frame.elapsed());
+        m_slowFrames += m_frame.hasExpired(slow_ms) ? 1 : 0;
     }
 
     QTemporaryDir m_folder;
@@ -236,6 +251,7 @@ private:
     QElapsedTimer m_frame;
     int m_actions = 0;
     int m_frames = 0;
+    int m_slowFrames = 0;
     qint64 m_slowest_ms = 0;
 };
 

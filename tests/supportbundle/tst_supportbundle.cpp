@@ -4,10 +4,10 @@
 #include "logging/log.h"
 #include "logging/logformatter.h"
 #include "logging/logmanager.h"
+#include "secretmask.h"
 #include "support.h"
 #include "support/rows.h"
 #include "supportbundle/bundlearchive_p.h"
-#include "supportbundle/secretmask_p.h"
 #include "supportbundle/supportbundlereader.h"
 
 #include <QtTest>

@@ -9,17 +9,33 @@ import "formats.js" as Formats
 ColumnLayout {
     id: root
 
+    required property BundleTask task
     property string folder
     property string chosen: folder
     property var locale
 
-    spacing: 0
+    // A running bundle keeps its folder.
+    function setFolder() {
+        if (!task.running)
+            task.folder = chosen
+    }
 
+    spacing: 0
+    onChosenChanged: setFolder()
+    Component.onCompleted: setFolder()
+
+    Connections {
+        target: root.task
+        function onStatusChanged() {
+            root.setFolder()
+            volumes.refresh() // The bundle has taken some of the space.
+        }
+    }
     ListRow {
         objectName: "support.folder"
         Layout.fillWidth: true
         visible: root.folder !== ""
-        highlighted: root.chosen === root.folder
+        highlighted: root.task.folder === root.folder
         icon.name: "folder"
         iconColor: highlighted ? Theme.accent : Theme.textMuted
         text: qsTr("Folder of the application")
@@ -45,11 +61,11 @@ ColumnLayout {
                 objectName: "support.volume." + name
                 width: ListView.view.width
                 enabled: isWritable
-                highlighted: root.chosen === path
+                highlighted: root.task.folder === path
                 icon.name: "usb"
                 iconColor: highlighted ? Theme.accent : Theme.textMuted
                 text: name
-                detail: isWritable ? qsTr("%1 free of %2").arg(Formats.bytes(available, root.locale)).arg(Formats.bytes(total, root.locale))
+                detail: isWritable && total === 0 ? "…" : isWritable ? qsTr("%1 free of %2").arg(Formats.bytes(available, root.locale)).arg(Formats.bytes(total, root.locale))
                                    : qsTr("Write-protected")
                 onClicked: root.chosen = path
             }

@@ -71,7 +71,7 @@ ColumnLayout {
         enabled: root.task.folder !== ""
         kind: Button.Primary
         icon.name: "download"
-        text: qsTr("Make the bundle")
+        text: qsTr("Create the bundle")
         onClicked: root.task.start()
     }
     Button {

@@ -26,7 +26,7 @@ RowLayout {
     // The month that was turned to may be shorter.
     function turn() {
         isTurned = true
-        const lastDay = new Date(year.value, month.value, 0).getDate()
+        const lastDay = new Date(year.value, month.value, 0, 12).getDate() // Midnight may not exist.
         if (day.value > lastDay)
             day.show(lastDay)
     }
@@ -156,6 +156,7 @@ RowLayout {
             }
             Button {
                 objectName: "time.set"
+                enabled: root.isTurned
                 kind: Button.Primary
                 icon.name: "check"
                 text: qsTr("Set the clock")

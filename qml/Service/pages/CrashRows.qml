@@ -11,7 +11,7 @@ Item {
     property string shown // the path of the report whose text is shown
     property var locale
 
-    signal picked(string path, string name, string detail)
+    signal picked(string path, string name, real size, string detail)
 
     CrashReportsModel { id: reports }
 
@@ -23,6 +23,7 @@ Item {
             required property int index
             required property string fileName
             required property string path
+            required property real size
             required property string reason
             required property date time
 
@@ -33,14 +34,14 @@ Item {
             iconColor: Theme.bad
             text: reason
             detail: Formats.moment(time, root.locale)
-            onClicked: root.picked(path, fileName, reason)
+            onClicked: root.picked(path, fileName, size, reason)
         }
     }
     EmptyState {
         anchors.fill: parent
         visible: reports.count === 0
         icon: reports.folder ? "check-circle" : "bug"
-        title: reports.folder ? qsTr("No crash") : qsTr("Crashes leave no reports")
+        title: reports.folder ? qsTr("No crash") : qsTr("Crash reports are off")
         text: reports.folder ? qsTr("The folder has no crash report.")
                              : qsTr("The application has not called CrashReports::install().")
     }

@@ -25,7 +25,7 @@ Dialog {
 
     function chooseLast(days: int) {
         to = iso(today)
-        from = iso(new Date(today.getFullYear(), today.getMonth(), today.getDate() - days + 1))
+        from = iso(new Date(today.getFullYear(), today.getMonth(), today.getDate() - days + 1, 12)) // Midnight may not exist.
         accept()
     }
 
@@ -44,7 +44,7 @@ Dialog {
     }
 
     function turn(months: int) {
-        month = new Date(month.getFullYear(), month.getMonth() + months, 1)
+        month = new Date(month.getFullYear(), month.getMonth() + months, 1, 12)
     }
 
     title: month.toLocaleDateString(region, "MMMM yyyy")
@@ -68,14 +68,14 @@ Dialog {
                     Layout.fillWidth: true
                     objectName: "days.before"
                     icon.name: "chevron-left"
-                    text: qsTr("Month before")
+                    text: qsTr("Previous month")
                     onClicked: dialog.turn(-1)
                 }
                 IconButton {
                     Layout.fillWidth: true
                     objectName: "days.after"
                     icon.name: "chevron-right"
-                    text: qsTr("Month after")
+                    text: qsTr("Next month")
                     onClicked: dialog.turn(1)
                 }
             }
@@ -96,7 +96,7 @@ Dialog {
 
                     Layout.fillWidth: true
                     objectName: "days.last" + modelData
-                    text: modelData === 1 ? qsTr("Today") : qsTr("Last %1 days").arg(Formats.number(modelData, dialog.region))
+                    text: modelData === 1 ? qsTr("Today") : Formats.digits(qsTr("Last %n day(s)", "", modelData), dialog.region)
                     onClicked: dialog.chooseLast(modelData)
                 }
             }

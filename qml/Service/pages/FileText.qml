@@ -21,7 +21,7 @@ Card {
 
     function open(path, name, size, detail) {
         root.path = path
-        root.name = name
+        root.name = Theme.oneLine(name)
         root.detail = detail
         partsCount = Math.max(1, Math.ceil(size / partSize_B))
         show(0)
@@ -35,7 +35,7 @@ Card {
     function show(number) {
         part = number
         lines = rowsOf(access.readText(path, partSize_B, part * partSize_B))
-        // The file may have grown, and the size of a crash report is not known before.
+        // The file may have grown.
         if (part === partsCount - 1 && access.error === "")
             countParts()
         list.positionViewAtBeginning()

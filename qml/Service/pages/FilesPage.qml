@@ -65,7 +65,7 @@ ServicePage {
                 visible: filesPage.showsCrashes
                 shown: content.path
                 locale: filesPage.locale
-                onPicked: (path, name, detail) => content.open(path, name, 0, detail)
+                onPicked: (path, name, size, detail) => content.open(path, name, size, detail)
             }
         }
         FileText {

@@ -9,8 +9,14 @@ import "formats.js" as Formats
 ServicePage {
     id: page
 
-    readonly property var marks: ["bug", "information-outline", "calendar-text", "alert", "alert-circle", "close-circle"]
-    readonly property var tones: [Theme.textMuted, Theme.accent, Theme.accent, Theme.warning, Theme.bad, Theme.bad]
+    readonly property var looks: ({
+        [LogModel.Debug]: { mark: "bug", tone: Theme.textMuted },
+        [LogModel.Info]: { mark: "information-outline", tone: Theme.accent },
+        [LogModel.Event]: { mark: "calendar-text", tone: Theme.accent },
+        [LogModel.Warning]: { mark: "alert", tone: Theme.warning },
+        [LogModel.Error]: { mark: "alert-circle", tone: Theme.bad },
+        [LogModel.Critical]: { mark: "close-circle", tone: Theme.bad }
+    })
 
     title: qsTr("Log")
     icon: "file-document"
@@ -60,12 +66,12 @@ ServicePage {
                 objectName: "log.pause"
                 checkable: true
                 icon.name: checked ? "play" : "pause"
-                text: checked ? qsTr("Go on") : qsTr("Pause")
+                text: checked ? qsTr("Resume") : qsTr("Pause")
             }
             IconButton {
                 objectName: "log.clear"
                 icon.name: "delete"
-                text: qsTr("Empty the view")
+                text: qsTr("Clear the view")
                 onClicked: log.clear()
             }
         }
@@ -73,7 +79,7 @@ ServicePage {
             Layout.fillWidth: true
             objectName: "log.lost"
             visible: log.lostLines > 0
-            text: qsTr("%n line(s) came faster than this view could take them. The log file has them.", "", log.lostLines)
+            text: Formats.digits(qsTr("%n line(s) came faster than this view could take them. The log file has them.", "", log.lostLines), page.locale)
         }
         FollowList {
             id: list
@@ -93,8 +99,8 @@ ServicePage {
                 width: ListView.view.width
                 gap: page.gap
                 caption: [Formats.exactTime(time, page.locale), levelName, modules].filter(part => part).join("  ·  ")
-                mark: page.marks[level] || "file-document"
-                markColor: page.tones[level] || Theme.textMuted
+                mark: page.looks[level] ? page.looks[level].mark : "file-document"
+                markColor: page.looks[level] ? page.looks[level].tone : Theme.textMuted
                 onClicked: line.show(caption, model.fullText)
             }
 
@@ -104,7 +110,9 @@ ServicePage {
                 visible: list.count === 0
                 icon: page.icon
                 title: qsTr("No lines")
-                text: qsTr("No line matches the filters above.")
+                text: Library.logManager === null ? qsTr("This program has no folders for log files.")
+                      : log.level > LogModel.Debug || log.module || log.filter ? qsTr("No line matches the filters above.")
+                      : qsTr("New lines appear here as soon as they are logged.")
             }
         }
     }

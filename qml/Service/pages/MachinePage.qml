@@ -2,17 +2,15 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import ZelTools 1.0
 import ZelTools.Style 1.0
-import "formats.js" as Formats
 
 // The state machines that the application offers for viewing: where one of them is and for how long,
 // how it came there, and its picture.
 ServicePage {
     id: page
 
-    // Shows the chosen machine, or the first one if that has gone.
-    function pick() {
-        if (choice.currentIndex < 0)
-            choice.currentIndex = 0
+    // Keeps the machine that is shown, in whatever row it is now. If it has gone, shows the first one.
+    function keep() {
+        choice.currentIndex = machines.count === 0 ? -1 : Math.max(choice.indexOfValue(present.machine), 0)
         present.machine = choice.valueAt(choice.currentIndex) || null
     }
 
@@ -50,8 +48,8 @@ ServicePage {
                 model: machines
                 textRole: "name"
                 valueRole: "machine"
-                onActivated: page.pick()
-                onCountChanged: page.pick()
+                onActivated: present.machine = currentValue
+                onCountChanged: page.keep()
             }
             Card {
                 Layout.fillWidth: true
@@ -69,7 +67,7 @@ ServicePage {
                     Layout.fillWidth: true
                     muted: true
                     opacity: present.isRunning ? 1 : 0 // It keeps its place.
-                    text: qsTr("for %1").arg((present.isStateTimeKnown ? "" : "≥ ") + Formats.duration(present.stateTime, page.locale))
+                    text: qsTr("for %1").arg((present.isStateTimeKnown ? "" : "≥ ") + Library.duration(present.stateTime))
                 }
             }
             Card {
@@ -114,7 +112,7 @@ ServicePage {
                     Layout.fillWidth: true
                     kind: picture.showsAll ? Button.Primary : Button.Normal
                     icon.name: "fullscreen"
-                    text: qsTr("Show all of it")
+                    text: qsTr("Fit to view")
                     onClicked: picture.showsAll ? picture.showPart() : picture.showAll()
                 }
             }

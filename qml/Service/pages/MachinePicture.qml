@@ -83,7 +83,7 @@ Rectangle {
         stateColor: Theme.surfaceRaised
         currentColor: Theme.accent
         currentTextColor: Theme.accentText
-        trodColor: Theme.accent
+        takenColor: Theme.accent
         textColor: Theme.text
         lineColor: Theme.textMuted
         font.family: Theme.fontFamily

@@ -44,6 +44,7 @@ Dialog {
 
             Switch {
                 objectName: "modules.debug." + row.name
+                Accessible.name: row.name
                 checked: row.isDebugged
                 onToggled: {
                     dialog.reason = modules.setDebugged(row.index, checked)

@@ -13,7 +13,7 @@ Grid {
     required property var locale
     readonly property int year: month.getFullYear()
     readonly property int monthIndex: month.getMonth()
-    readonly property int lead: (new Date(year, monthIndex, 1).getDay() - locale.firstDayOfWeek + 7) % 7
+    readonly property int lead: (new Date(year, monthIndex, 1, 12).getDay() - locale.firstDayOfWeek + 7) % 7
 
     signal tapped(string day)
 
@@ -40,7 +40,7 @@ Grid {
             required property int index
 
             width: grid.width / 7
-            day: new Date(grid.year, grid.monthIndex, 1 + index - grid.lead)
+            day: new Date(grid.year, grid.monthIndex, 1 + index - grid.lead, 12) // Midnight may not exist.
             isMarked: iso >= grid.from && iso <= grid.to
             isOutside: day.getMonth() !== grid.monthIndex
             text: Formats.number(day.getDate(), grid.locale)

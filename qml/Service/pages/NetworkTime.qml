@@ -44,12 +44,13 @@ RowLayout {
                     width: ListView.view.width
                     enabled: isAvailable
                     text: name === "Ntp" ? qsTr("Network time") : name
-                    detail: isAvailable ? "" : qsTr("This machine does not support it")
+                    detail: isAvailable ? "" : qsTr("Not supported by this machine")
                     onClicked: toggle.switchTo(!isEnabled)
 
                     Switch {
                         id: toggle
                         objectName: "time.service." + row.name
+                        Accessible.name: row.text
 
                         // The switch shows the state of the service, also after a refusal.
                         function switchTo(on) {

@@ -9,6 +9,7 @@ ServicePage {
     id: page
 
     readonly property Monitor monitor: Library.monitor
+    readonly property LogManager logManager: Library.logManager // null in a program without log files
 
     function showCrashes() {
         const screen = service // This page goes with the next line.
@@ -46,9 +47,10 @@ ServicePage {
             isWide: page.isWide
             icon.name: "file-document"
             caption: qsTr("Log files")
-            isBad: !Library.logManager.logFilesHealthy
-            text: isBad ? qsTr("Failing") : qsTr("All written")
-            detail: losses.total > 0 ? qsTr("Lines lost: %1").arg(Formats.number(losses.total, page.locale)) : qsTr("No line lost")
+            isBad: page.logManager !== null && !page.logManager.logFilesHealthy
+            text: page.logManager === null ? qsTr("None") : isBad ? qsTr("Failing") : qsTr("All written")
+            detail: page.logManager === null ? qsTr("This program has no folders for log files.")
+                  : losses.total > 0 ? qsTr("Lines lost: %1").arg(Formats.number(losses.total, page.locale)) : qsTr("No line lost")
             onClicked: page.service.page = "log"
 
             Repeater {
@@ -109,7 +111,7 @@ ServicePage {
             icon.name: "heart-pulse"
             caption: qsTr("Threads")
             isBad: page.monitor.hasStalledThread
-            text: !threads.isEnabled ? qsTr("Not watched") : isBad ? qsTr("One hangs")
+            text: !threads.isEnabled ? qsTr("Not watched") : isBad ? qsTr("One has stalled")
                   : page.monitor.hasLateThread ? qsTr("One is late") : qsTr("All on time")
             detail: threads.isEnabled ? qsTr("%1 watched").arg(Formats.number(threads.count, page.locale))
                                       : qsTr("The library was built without the monitor.")
@@ -120,8 +122,8 @@ ServicePage {
             isWide: page.isWide
             icon.name: "bug"
             caption: qsTr("Last crash")
-            text: crashes.count === 0 ? qsTr("None") : Formats.day(crashes.newestTime, page.locale)
-            detail: crashes.count === 0 ? qsTr("There is no crash report.")
+            text: crashes.count > 0 ? Formats.day(crashes.newestTime, page.locale) : crashes.isLoading ? "…" : qsTr("None")
+            detail: crashes.count === 0 ? (crashes.isLoading ? "" : qsTr("There is no crash report."))
                                         : Formats.timeOfDay(crashes.newestTime, page.locale) + "\n" + crashes.newest
             onClicked: page.showCrashes()
         }
@@ -130,9 +132,9 @@ ServicePage {
             isWide: page.isWide
             icon.name: "tune"
             caption: qsTr("Switches")
-            text: changes.count === 0 ? qsTr("As built") : qsTr("%1 changed").arg(Formats.number(changes.count, page.locale))
-            detail: machine.model ? qsTr("Model %1, %2 build").arg(machine.model).arg(machine.build)
-                                  : qsTr("%1 build").arg(machine.build)
+            text: changes.count === 0 ? qsTr("Defaults") : qsTr("%1 changed").arg(Formats.number(changes.count, page.locale))
+            detail: (machine.model ? qsTr("Model %1").arg(machine.model) + "\n" : "")
+                    + (machine.build === "board" ? qsTr("Board build") : qsTr("Desktop build"))
             onClicked: page.service.page = "switches"
         }
         OverviewTile {
@@ -165,7 +167,7 @@ ServicePage {
             isWide: page.isWide
             icon.name: "power"
             caption: qsTr("Running for")
-            text: Formats.duration(1000 * machine.uptimeSeconds, page.locale)
+            text: Library.duration(1000 * machine.uptimeSeconds)
             detail: qsTr("%1, Linux %2").arg(machine.hostName).arg(machine.kernelVersion)
             onClicked: page.service.page = "kernel"
         }

@@ -27,7 +27,7 @@ RowLayout {
         objectName: turner.name + ".back"
         enabled: turner.page > 0
         icon.name: "chevron-left"
-        text: qsTr("Page back")
+        text: qsTr("Previous page")
         onClicked: turner.turned(turner.page - 1)
     }
     Label {
@@ -42,7 +42,7 @@ RowLayout {
         objectName: turner.name + ".forward"
         enabled: turner.page + 1 < turner.pagesCount
         icon.name: "chevron-right"
-        text: qsTr("Page forward")
+        text: qsTr("Next page")
         onClicked: turner.turned(turner.page + 1)
     }
     IconButton {

@@ -7,19 +7,18 @@ import ZelTools.Style 1.0
 ServicePage {
     id: page
 
+    // It belongs to the screen: a bundle goes on while the user looks at other pages.
+    readonly property BundleTask bundle: service.bundle
+
     title: qsTr("Support")
     icon: "usb"
 
-    BundleTask {
-        id: bundle
-        folder: places.chosen
-    }
     RowLayout {
         anchors.fill: parent
         anchors.leftMargin: page.gap
         anchors.rightMargin: page.gap
         anchors.bottomMargin: page.gap
-        visible: bundle.isAvailable
+        visible: page.bundle.isAvailable
         spacing: page.gap
 
         Card {
@@ -30,10 +29,10 @@ ServicePage {
             title: qsTr("Where the bundle goes")
 
             BundlePlaces {
-                id: places
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                enabled: !bundle.running
+                enabled: !page.bundle.running
+                task: page.bundle
                 folder: page.service.bundleFolder
                 locale: page.locale
             }
@@ -48,14 +47,14 @@ ServicePage {
             BundleProgress {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                task: bundle
+                task: page.bundle
                 locale: page.locale
             }
         }
     }
     EmptyState {
         anchors.fill: parent
-        visible: !bundle.isAvailable
+        visible: !page.bundle.isAvailable
         icon: "archive"
         title: qsTr("This build makes no support bundles")
         text: qsTr("Install Debian's package libarchive-dev and build the library with the CMake option ZELTOOLS_LIBARCHIVE.")

@@ -1,5 +1,6 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
+import ZelTools 1.0
 import ZelTools.Style 1.0
 
 // A switch in the list: what it does, its name, and its value. One that is on or off is changed in
@@ -20,8 +21,8 @@ T.AbstractButton {
     required property bool isOn
     property int gap: 2 * Theme.unit
     readonly property bool isChanged: source === "environment"
-    readonly property bool isBoolean: type === 0
-    readonly property bool isNumber: type === 2
+    readonly property bool isBoolean: type === SwitchesModel.Boolean
+    readonly property bool isNumber: type === SwitchesModel.Integer
 
     signal toggled(bool on)
 
@@ -29,6 +30,7 @@ T.AbstractButton {
     leftPadding: gap
     rightPadding: gap
     objectName: "switches." + name
+    Accessible.name: row.description
 
     contentItem: Item {
         Rectangle { // The mark of a changed value.
@@ -64,6 +66,7 @@ T.AbstractButton {
                 id: toggle
                 anchors.verticalCenter: parent.verticalCenter
                 objectName: "switches.toggle." + row.name
+                Accessible.name: row.description
                 checked: row.isOn
                 opacity: row.isEditable ? 1 : 0.6
                 visible: row.isBoolean

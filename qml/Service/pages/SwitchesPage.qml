@@ -10,6 +10,8 @@ ServicePage {
 
     readonly property bool mayChange: Library.access.level >= Access.Technician
 
+    onMayChangeChanged: if (!mayChange) editor.close() // It may show a secret.
+
     // Sets the switch, or resets it without a value. Rows move while a dialog is open, names don't.
     function change(name, value) {
         for (let row = 0; row < switches.count; ++row) {
@@ -124,6 +126,12 @@ ServicePage {
                 title: qsTr("No switches")
                 text: qsTr("No switch matches the filters above.")
             }
+        }
+    }
+    Connections {
+        target: Library
+        function onLanguageChanged() {
+            editor.close() // Its texts are those of the row when it was opened.
         }
     }
     SwitchDialog {

@@ -1,4 +1,5 @@
 import QtQuick 2.15
+import ZelTools 1.0
 import ZelTools.Style 1.0
 import "formats.js" as Formats
 
@@ -15,15 +16,20 @@ Column {
     required property var callStack
     property var locale
     property bool isOpen: false
-    readonly property color tone: [Theme.good, Theme.warning, Theme.bad, Theme.textMuted][root.state]
+    readonly property var look: ({
+        [Monitor.OnTime]: { icon: "check-circle", tone: Theme.good },
+        [Monitor.Late]: { icon: "timer-sand", tone: Theme.warning },
+        [Monitor.Stalled]: { icon: "alert-circle", tone: Theme.bad },
+        [Monitor.Paused]: { icon: "pause", tone: Theme.textMuted }
+    })[state]
 
     signal clicked()
 
     ListRow {
         objectName: "threads.row." + root.index
         width: parent.width
-        icon.name: ["check-circle", "timer-sand", "alert-circle", "pause"][root.state]
-        iconColor: root.tone
+        icon.name: root.look.icon
+        iconColor: root.look.tone
         text: root.name
         detail: root.thread ? qsTr("Thread %1").arg(Formats.digits(root.thread, root.locale)) : qsTr("Watched item")
         onClicked: root.clicked()
@@ -31,10 +37,10 @@ Column {
         Label {
             muted: true
             font.pixelSize: Theme.fontSmall
-            text: qsTr("%1 since the last tick").arg(Formats.duration(root.sinceTick, root.locale))
+            text: qsTr("%1 since the last tick").arg(Library.duration(root.sinceTick))
         }
         Chip {
-            tone: root.tone
+            tone: root.look.tone
             text: root.stateName
         }
         Icon {

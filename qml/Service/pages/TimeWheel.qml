@@ -33,7 +33,7 @@ FocusScope {
     implicitHeight: label.height + view.height
     activeFocusOnTab: true
     Accessible.role: Accessible.SpinBox
-    Accessible.name: caption
+    Accessible.name: caption + " " + textOf(value)
     Keys.onUpPressed: step(-1)
     Keys.onDownPressed: step(1)
 

@@ -30,20 +30,6 @@ function unbroken(text) {
     return text.replace(/\//g, "/\u2060")
 }
 
-// The two largest units of a duration, such as "2 min 5 s".
-function duration(milliseconds, locale) {
-    const seconds = Math.floor(milliseconds / 1000)
-    const minutes = Math.floor(seconds / 60)
-    const hours = Math.floor(minutes / 60)
-    if (minutes < 1)
-        return qsTr("%1 s").arg(number(seconds, locale))
-    if (hours < 1)
-        return qsTr("%1 min %2 s").arg(number(minutes, locale)).arg(number(seconds % 60, locale))
-    if (hours < 24)
-        return qsTr("%1 h %2 min").arg(number(hours, locale)).arg(number(minutes % 60, locale))
-    return qsTr("%1 d %2 h").arg(number(Math.floor(hours / 24), locale)).arg(number(hours % 24, locale))
-}
-
 function bytes(count, locale) {
     if (count < 1e3)
         return qsTr("%1 B").arg(number(count, locale))

@@ -1,7 +1,6 @@
-#include "supportbundle/secretmask_p.h"
+#include "secretmask.h"
 
 #include <QRegularExpression>
-#include <QString>
 
 namespace zeltools
 {
@@ -49,6 +48,11 @@ QByteArray withoutSecrets(const QByteArray& environment)
     for (QString& line : lines)
         line = maskLine(line);
     return lines.join(QLatin1Char('\n')).toLatin1();
+}
+
+QString withoutSecret(const QString& name, const QString& value)
+{
+    return maskLine(name + QLatin1Char('=') + value).mid(name.size() + 1);
 }
 
 } // namespace zeltools
