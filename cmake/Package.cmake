@@ -84,7 +84,7 @@ set(documentation_text "The guides, the formats and the reference of all headers
 set(components runtime development tools)
 if(TARGET ZelToolsQuick)
     list(APPEND components qml)
-    string(APPEND development_depends ", ${qml_package} ${exactly}")
+    string(APPEND development_suggests ", ${qml_package}") # only for hosts with a screen
 endif()
 set(ZELTOOLS_HTML "" CACHE PATH "Folder of the documents, for their package")
 if(ZELTOOLS_HTML)

@@ -163,7 +163,7 @@ add "$development"
 try_documented_line
 try_hosts
 echo "== $(named 'qml.*')"
-add "$(named 'qml.*')" $(further Suggests "$development")
+add $(further Suggests "$development")
 try_screen
 echo "== all, and none"
 mapfile -t names < <(fields Package)
