@@ -124,7 +124,8 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/packaging/symbols/${runtime}.symbols)
     list(APPEND runtime_control ${documents}/runtime/symbols)
 endif()
 
-# The documents that Debian requires in each package. The changelog has the time of SOURCE_DATE_EPOCH if that is set.
+# The documents that Debian requires in each package. The changelog has the time of SOURCE_DATE_EPOCH if
+# that is set.
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 configure_file(${debian}/changelog.in ${documents}/changelog @ONLY)
 execute_process(COMMAND gzip -9nc ${documents}/changelog
