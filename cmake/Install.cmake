@@ -6,19 +6,24 @@ include(GNUInstallDirs)
 if(NOT BUILD_SHARED_LIBS)
     include(StaticLibraries)
 endif()
-install(TARGETS ZelTools EXPORT ZelToolsTargets)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZelTools)
+set(runtime_targets ZelToolsTargets)
+set(qml_targets ZelToolsQuickTargets)
+install(TARGETS ZelTools EXPORT ${runtime_targets})
+# A file of targets stops each host if the library of one is missing. So each component has a file of its
+# own, which only hosts of its libraries include.
 foreach(component IN ITEMS runtime qml)
     get_property(libraries GLOBAL PROPERTY zel_${component}_libraries)
     if(libraries)
-        install(TARGETS ${libraries} EXPORT ZelToolsTargets
+        install(TARGETS ${libraries} EXPORT ${${component}_targets}
             LIBRARY COMPONENT ${component} NAMELINK_COMPONENT development
             ARCHIVE COMPONENT development
             FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+        install(EXPORT ${${component}_targets} NAMESPACE ZelTools:: DESTINATION ${package_dir}
+                COMPONENT development)
     endif()
 endforeach()
 
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZelTools)
-install(EXPORT ZelToolsTargets NAMESPACE ZelTools:: DESTINATION ${package_dir} COMPONENT development)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZelToolsConfig.cmake.in
     ${PROJECT_BINARY_DIR}/ZelToolsConfig.cmake INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZelToolsConfigVersion.cmake

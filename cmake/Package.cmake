@@ -1,14 +1,16 @@
 # The Debian packages, one for each component of the installation. `./dev package` builds and checks
-# them; docs/packaging.md says what each one has.
+# them; docs/packaging.md lists their contents.
 if(NOT BUILD_SHARED_LIBS)
     return() # A static library is of no use to the packages that share it.
 endif()
 set(debian ${PROJECT_SOURCE_DIR}/packaging/debian)
 set(documents ${PROJECT_BINARY_DIR}/debian)
-set(version ${PROJECT_VERSION}-0zel1) # tells them from those of a distribution
+set(ZELTOOLS_PACKAGE_COMMIT "" CACHE STRING
+    "End of the version of the packages, such as +git20261122.1a2b3c, unless they are of a release")
+set(version ${PROJECT_VERSION}-0zel1${ZELTOOLS_PACKAGE_COMMIT}) # "zel1" tells it from that of a distribution
 string(TOLOWER ${ZELTOOLS_MODEL} model)
 
-# The names. Packages that differ in the build, or in the model, have files in common, and conflict.
+# The names. Each package conflicts with those of other models or builds that have files in common with it.
 set(runtime libzeltools${PROJECT_VERSION_MAJOR}${ZELTOOLS_VARIANT})
 set(runtime_package ${runtime})
 set(development_package libzeltools${ZELTOOLS_VARIANT}-dev)
@@ -20,9 +22,11 @@ if(ZELTOOLS_QT EQUAL 6)
 endif()
 set(runtime_replaces "")
 set(qml_replaces "")
-if(ZELTOOLS_BUILD STREQUAL board)
+if(ZELTOOLS_BUILD STREQUAL board OR NOT ZELTOOLS_MODEL STREQUAL VIVO)
     set(runtime_package ${runtime}-${model})
     set(runtime_replaces ${runtime})
+endif()
+if(ZELTOOLS_BUILD STREQUAL board)
     set(qml_replaces ${qml_package})
     string(APPEND qml_package -board)
 endif()
@@ -80,7 +84,7 @@ set(documentation_text "The guides, the formats and the reference of all headers
 set(components runtime development tools)
 if(TARGET ZelToolsQuick)
     list(APPEND components qml)
-    string(APPEND development_depends ", ${qml_package} ${exactly}")
+    string(APPEND development_suggests ", ${qml_package}") # only for hosts with a screen
 endif()
 set(ZELTOOLS_HTML "" CACHE PATH "Folder of the documents, for their package")
 if(ZELTOOLS_HTML)
@@ -120,7 +124,8 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/packaging/symbols/${runtime}.symbols)
     list(APPEND runtime_control ${documents}/runtime/symbols)
 endif()
 
-# What Debian wants in each package. The changelog has the time of SOURCE_DATE_EPOCH if that is set.
+# The documents that Debian requires in each package. The changelog has the time of SOURCE_DATE_EPOCH if
+# that is set.
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 configure_file(${debian}/changelog.in ${documents}/changelog @ONLY)
 execute_process(COMMAND gzip -9nc ${documents}/changelog

@@ -110,14 +110,14 @@ function(zel_qml_files module folder)
 endfunction()
 
 # zel_qml_extra_file(Module FILE): a file from elsewhere that the module's files use. It is copied with its
-# licence, unless it lies below the prefix of the installation already, as in a package, which only links it.
+# licence. Only a package, which depends on that of the file, links it: other installations can be moved.
 function(zel_qml_extra_file module file)
     string(REPLACE . / path ${module})
     get_filename_component(name ${file} NAME)
     file(CREATE_LINK ${file} ${ZELTOOLS_QML_DIR}/${path}/${name} SYMBOLIC)
     set(source ${file})
     cmake_path(IS_PREFIX CMAKE_INSTALL_PREFIX ${file} is_installed)
-    if(is_installed)
+    if(ZELTOOLS_PACKAGE AND is_installed)
         set(source ${CMAKE_CURRENT_BINARY_DIR}/${name})
         set(installed_dir ${CMAKE_INSTALL_PREFIX}/${ZELTOOLS_INSTALL_QML_DIR}/${path})
         file(RELATIVE_PATH target ${installed_dir} ${file})

@@ -11,6 +11,7 @@ endforeach()
 if(NOT ZELTOOLS_LRELEASE)
     message(STATUS "There is no lrelease of Qt Linguist: the service screen and zelctl are in English only")
 endif()
+
 # zel_translations(TARGET TS...): compiles the files into the resources of the target, where they are
 # :/zeltools/translations/NAME.qm.
 function(zel_translations target)
@@ -61,8 +62,12 @@ function(zel_update_translations target)
         ZELTOOLS_UPDATE "${update}" ZELTOOLS_TS "${files}")
 endfunction()
 
-# The test translations_TARGET checks that each text of the sources is there in each language.
+# The test translations_TARGET checks that each text of the sources is there in each language. lupdate
+# finds the texts.
 function(zel_check_translations target)
+    if(NOT ZELTOOLS_LUPDATE)
+        return()
+    endif()
     get_target_property(update update_${target} ZELTOOLS_UPDATE)
     get_target_property(files update_${target} ZELTOOLS_TS)
     add_test(NAME translations_${target}

@@ -12,8 +12,8 @@ A line with only `//! [versions]`, or `#! [versions]` in CMake, Python and shell
 in the file. A piece loses the indentation that all its lines have; several of one name are joined by an
 empty line.
 
-A block of code that is longer than two lines and names no file is a fault, also a shell example that is only
-indented. Text and settings need no file.
+A block of code that is longer than two lines and names no file is a fault. Text and settings need no file. A block
+of them counts as code if a line ends like one of C++ or QML, and an indented block also if a line is a command.
 """
 
 import re
@@ -25,8 +25,18 @@ ROOT = Path(__file__).resolve().parents[1]
 REFERENCE = re.compile(r"<!-- snippet: (\S+)(?: (\S+))? -->")
 FENCE = re.compile(r"( *)```(\w*)")
 TEXTS = {"console", "ini", "json", "text"}
+CODE = re.compile(r".*[;{]$")
 COMMAND = re.compile(r" {4,}(?:\./dev|apt|cmake|g\+\+|journalctl|mkdir|pkg-config|sudo|zelctl) ")
 MARK = re.compile(r"\s*(?://|#)! \[(\S+)\]")
+
+
+def is_code(block: list[str], language: str | None) -> bool:
+    """Whether the block, which is indented if it has no language, has to come from a file."""
+    if language is None and any(map(COMMAND.match, block)):
+        return True
+    if language is not None and language not in TEXTS:
+        return True
+    return language != "json" and any(map(CODE.match, block))
 
 
 def snippet(path: str, name: str | None) -> list[str]:
@@ -66,7 +76,7 @@ def process(lines: list[str]) -> tuple[list[str], list[tuple[int, str]]]:
             if code != block:
                 faults.append((begin, f"differs from {reference[1]}: run docs/snippets.py --update"))
             block = code
-        elif len(block) > 2 and (fence[2] not in TEXTS if fence else any(map(COMMAND.match, block))):
+        elif len(block) > 2 and is_code(block, fence[2] if fence else None):
             faults.append((begin, "this code is not taken from a file that is built and run"))
         result += lines[position:begin] + block + lines[end:end + 1]
         position = end + 1

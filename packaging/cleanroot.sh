@@ -23,6 +23,7 @@ make_clean_root() {
     rm -rf "$place"
     mkdir -p "$place/archives/partial" "$place/work"
     local mirror
+    [ -n "$(debian_lists)" ] || apt-get update -qq # Images of computers come without the lists.
     mirror=$(debian_lists | awk '/ bookworm main$/ { print $2 }')
     [ -n "$mirror" ] || { echo "This computer knows no mirror of Debian 12 (bookworm)." >&2; return 1; }
     debootstrap --variant=minbase --include="$tools" bookworm "$place/base" "$mirror" \
@@ -52,7 +53,7 @@ in_layer() {
         chroot "$root" "$@"
 }
 
-# What the namespaces hold: everything below is undone when they end.
+# Inside the namespaces: everything below is undone when they end.
 if [ "${1-}" = --inside ]; then
     packages=$2
     make_clean_root

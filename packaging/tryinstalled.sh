@@ -89,13 +89,21 @@ try_program() {
 }
 
 # The hosts that the tests build against a prefix of their own, which here find the library by themselves.
+# The QML modules are not installed.
 try_hosts() {
+    local consumer=/checkout/tests/consumer
     as_user mkdir -p machine/opt/bin
-    silent cmake -S /checkout/tests/consumer -B cmake -DWITH_SUPPORT=ON
+    silent cmake -S $consumer -B cmake -DWITH_SUPPORT=ON
     silent cmake --build cmake -j "$(nproc)" --target consumer simulatorconsumer supportconsumer
     runs cmake/consumer machine/opt/bin # Its log lines go to standard error.
     runs cmake/simulatorconsumer
     runs cmake/supportconsumer note.tar.zst
+    silent g++ -std=c++17 $consumer/main.cpp -o host $(pkg-config --cflags --libs zeltools)
+    runs ./host machine/opt/bin
+    silent g++ -std=c++17 $consumer/simulator.cpp -o host $(pkg-config --cflags --libs zeltools-simulator)
+    runs ./host
+    silent g++ -std=c++17 $consumer/support.cpp -o host $(pkg-config --cflags --libs zeltools-support)
+    runs ./host note.tar.gz
     # A package of such a host depends on those of this very interface.
     mkdir -p /tmp/host/debian/host/usr/bin
     touch /tmp/host/debian/control
@@ -106,11 +114,15 @@ try_hosts() {
 
 # The modules of Qt Quick are found where the package has put them: the host's own import path is empty.
 try_screen() {
+    local host consumer=/checkout/tests/consumer
     as_user mkdir nothing
-    silent cmake -S /checkout/tests/consumer -B cmake -DWITH_QUICK=ON
+    silent cmake -S $consumer -B cmake -DWITH_QUICK=ON
     silent cmake --build cmake --target quickconsumer
-    silent env QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software XDG_RUNTIME_DIR="$work" \
-        cmake/quickconsumer machine/opt/bin nothing
+    silent g++ -std=c++17 $consumer/quick.cpp -o host $(pkg-config --cflags --libs zeltools-quick)
+    for host in cmake/quickconsumer ./host; do
+        silent env QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software XDG_RUNTIME_DIR="$work" \
+            "$host" machine/opt/bin nothing
+    done
 }
 
 # The first host of the documents, whose command line is taken letter for letter.
@@ -163,7 +175,7 @@ add "$development"
 try_documented_line
 try_hosts
 echo "== $(named 'qml.*')"
-add "$(named 'qml.*')" $(further Suggests "$development")
+add $(further Suggests "$development")
 try_screen
 echo "== all, and none"
 mapfile -t names < <(fields Package)

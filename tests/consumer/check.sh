@@ -23,7 +23,7 @@ mkdir -p "$work/a/opt/bin" "$work/b/opt/bin"
 
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zeltools.pc)")
 export PKG_CONFIG_PATH
-# The literal line of the documents. The loader does not know this prefix.
+# The loader does not know this prefix.
 # shellcheck disable=SC2046
 "$compiler" -std=c++17 "$source/main.cpp" -o "$work/consumer" $(pkg-config --cflags --libs zeltools)
 libdir=$(pkg-config --variable=libdir zeltools)
@@ -72,6 +72,17 @@ done
 if find "$work/prefix" -name '*_p.h' | grep .; then
     echo "private headers were installed" >&2
     exit 1
+fi
+
+# A host without a screen needs no QML modules; one with a screen is told which file is missing.
+if [ "$quick" = ON ]; then
+    rm "$libdir"/libZelToolsQuick.so.*
+    cmake "$work/cmake" -DWITH_QUICK=OFF > /dev/null
+    if cmake "$work/cmake" -DWITH_QUICK=ON > /dev/null 2> "$work/errors"; then
+        echo "a library that is missing is not noticed" >&2
+        exit 1
+    fi
+    tr -s '\n ' ' ' < "$work/errors" | grep -q 'libZelToolsQuick.so is missing'
 fi
 
 cmake --build "$build" --target uninstall > /dev/null

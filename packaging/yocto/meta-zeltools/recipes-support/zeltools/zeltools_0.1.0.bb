@@ -27,7 +27,7 @@ PACKAGECONFIG[libcrypto] = "-DZELTOOLS_LIBCRYPTO=ON,-DZELTOOLS_LIBCRYPTO=OFF,ope
 PACKAGECONFIG[libarchive] = "-DZELTOOLS_LIBARCHIVE=ON,-DZELTOOLS_LIBARCHIVE=OFF,libarchive"
 PACKAGECONFIG[systemd] = "-DZELTOOLS_LIBSYSTEMD=ON,-DZELTOOLS_LIBSYSTEMD=OFF,systemd,,libsystemd"
 PACKAGECONFIG[monitoring] = "-DZELTOOLS_MONITORING=ON,-DZELTOOLS_MONITORING=OFF"
-# The service screen needs the icon font too, see the README of the layer.
+# The service screen needs the icon font too, see docs/yocto.md.
 PACKAGECONFIG[quick] = "-DZELTOOLS_QUICK=ON -DZELTOOLS_ICON_FONT=${ZELTOOLS_ICON_FONT},-DZELTOOLS_QUICK=OFF,qtdeclarative qtdeclarative-native qttools-native"
 ZELTOOLS_ICON_FONT ?= "${STAGING_DATADIR}/fonts/ttf/materialdesignicons-webfont.ttf"
 
@@ -49,7 +49,9 @@ FILES:${PN}-qml = "${libdir}/libZelToolsQuick${SOLIBS} ${ZELTOOLS_QML_DIR}"
 # gdb loads these scripts together with the library.
 FILES:${PN}-dbg += "${datadir}/gdb"
 
-# The simulator zelsim.py.
-RRECOMMENDS:${PN}-tools = "python3-core python3-netclient python3-io"
-# Qt's own QML modules, which the service screen imports.
-RDEPENDS:${PN}-qml = "qtdeclarative-qmlplugins"
+# The simulator zelsim.py imports modules from asyncio to unicodedata, which openembedded-core divides among
+# many packages.
+RRECOMMENDS:${PN}-tools = "python3-modules"
+# Qt's own QML modules, which the service screen imports. The templates of controls are a part of
+# qtdeclarative only with Qt 6.
+RDEPENDS:${PN}-qml = "qtdeclarative-qmlplugins ${@'' if d.getVar('ZELTOOLS_QT') == '6' else 'qtquickcontrols2-qmlplugins'}"
