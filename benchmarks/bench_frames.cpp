@@ -115,14 +115,17 @@ void addTable(const std::string& group, int frames,
               const std::vector<std::pair<std::string, Scene*>>& scenes)
 {
     for (const auto& [name, scene] : scenes) {
-        add((group + '/' + name).c_str(), [frames, scene = scene](benchmark::State& state) {
-            for (auto _ : state) {
-                double slowest_s = 0;
-                for (int i = 0; i < frames; ++i)
-                    slowest_s = std::max(slowest_s, scene->drawFrame());
-                state.SetIterationTime(slowest_s);
-            }
-        })->UseManualTime();
+        add((group + '/' + name).c_str(),
+            [frames, scene = scene](benchmark::State& state) {
+                for (auto _ : state) {
+                    double slowest_s = 0;
+                    for (int i = 0; i < frames; ++i)
+                        slowest_s = std::max(slowest_s, scene->drawFrame());
+                    state.SetIterationTime(slowest_s);
+                }
+            })
+            ->UseManualTime()
+            ->Iterations(frames == 1 ? 60 : 1);
     }
 }
 
