@@ -114,7 +114,7 @@ Service {
             tryVerify(() => list.count < 100)
             list.positionViewAtEnd()
             const row = list.itemAtIndex(list.count - 1)
-            verify(row.text.startsWith("<img src='file:///x.png'><b>bold</b>\u2407"))
+            verify(row.text.startsWith("<img src='file:///x.png'><b>bold</b>\ufffd"))
             verify(row.text.length <= 1000)
             mouseClick(row)
             const line = find("line")
