@@ -116,13 +116,15 @@ foreach(component IN ITEMS runtime qml)
     set(${component}_control ${documents}/${component}/shlibs ${documents}/${component}/triggers)
 endforeach()
 
-# The list of symbols, where there is one for this build: then packages depend on the version that has
+# The lists of symbols, where there are any for this build: then packages depend on the version that has
 # the symbols which they use.
-if(EXISTS ${PROJECT_SOURCE_DIR}/packaging/symbols/${runtime}.symbols)
-    configure_file(${PROJECT_SOURCE_DIR}/packaging/symbols/${runtime}.symbols
-                   ${documents}/runtime/symbols @ONLY)
-    list(APPEND runtime_control ${documents}/runtime/symbols)
-endif()
+foreach(component IN ITEMS runtime qml)
+    set(list ${PROJECT_SOURCE_DIR}/packaging/symbols/${${component}_package}.symbols)
+    if(EXISTS ${list})
+        configure_file(${list} ${documents}/${component}/symbols @ONLY)
+        list(APPEND ${component}_control ${documents}/${component}/symbols)
+    endif()
+endforeach()
 
 # The documents that Debian requires in each package. The changelog has the time of SOURCE_DATE_EPOCH if
 # that is set.

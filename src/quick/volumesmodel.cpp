@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <atomic>
 #include <utility>
+#include <vector>
 
 namespace zeltools::quick
 {
@@ -33,7 +34,7 @@ struct VolumesModel::Volume
 /// A question for the space of volumes, which a thread of a pool answers.
 struct VolumesModel::Spaces
 {
-    QVector<Volume> volumes;
+    std::vector<Volume> volumes; // shared with nothing in the thread of the model
     std::atomic<bool> isDone{false};
 };
 
@@ -89,7 +90,7 @@ void VolumesModel::refresh()
         return;
     QVector<Volume> volumes = volumesIn(m_mounts->readAll());
     m_spaces = std::make_shared<Spaces>();
-    m_spaces->volumes = volumes;
+    m_spaces->volumes.assign(volumes.cbegin(), volumes.cend());
     readingPool(Reading::Volumes).start([spaces = m_spaces, finished = m_answers->trigger()] {
         for (Volume& volume : spaces->volumes)
             volume.space = diskSpace(volume.path);
@@ -110,7 +111,7 @@ void VolumesModel::readSpaces()
     if (m_spaces == nullptr || !m_spaces->isDone)
         return;
     const std::shared_ptr<Spaces> spaces = std::move(m_spaces);
-    show(spaces->volumes);
+    show(QVector<Volume>(spaces->volumes.begin(), spaces->volumes.end()));
 }
 
 void VolumesModel::show(const QVector<Volume>& volumes)
