@@ -33,6 +33,7 @@ public:
         , m_name(name)
     {
     }
+    /// Returns the function, or null if the library or the function is missing.
     Function* get()
     {
         if (!m_isLoaded) {

@@ -117,6 +117,8 @@ def main(path):
     for number, (_, getter, _, comment) in properties.items():
         if getter in comments and not comment:
             added[number] = comments[getter]
+    # Doxygen counts the parentheses in the texts of nested macros, some of which lack one.
+    lines = [re.sub(r'QT_TRANSLATE_NOOP\("Switches", (".*")\)\)$', r"\1)", line) for line in lines]
     lines[0] = f"/** @file */ {lines[0]}"  # without it, Doxygen leaves out all that is in no class
     for number, line in enumerate(lines):
         if line.startswith("#define ZELTOOLS_SWITCH("):
