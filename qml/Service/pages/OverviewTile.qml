@@ -19,7 +19,7 @@ T.AbstractButton {
     Layout.preferredWidth: 1 // All tiles are equally wide and high.
     Layout.preferredHeight: 1
     Layout.minimumHeight: 15 * Theme.unit
-    Accessible.name: [caption, text, detail].filter(part => part).join(", ")
+    Accessible.name: caption + (text ? ", " + text : "") + (detail ? ", " + detail : "")
     padding: (isWide ? 2.5 : 1.5) * Theme.unit
 
     contentItem: ColumnLayout {

@@ -33,7 +33,10 @@ FocusScope {
     implicitHeight: label.height + view.height
     activeFocusOnTab: true
     Accessible.role: Accessible.SpinBox
-    Accessible.name: caption + " " + textOf(value)
+    Accessible.name: {
+        const name = textOf
+        return caption + " " + name(value)
+    }
     Keys.onUpPressed: step(-1)
     Keys.onDownPressed: step(1)
 
